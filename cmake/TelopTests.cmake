@@ -1,0 +1,33 @@
+# SPDX-License-Identifier: BSD-3-Clause
+# GoogleTest from the sources that Debian ships, so that it is built for whatever machine the tree is
+# built for, with the same sanitizers.
+
+include(GoogleTest)
+
+function(telop_add_googletest)
+    if(TARGET gmock_main)
+        return()
+    endif()
+    set(BUILD_GMOCK ON)
+    set(INSTALL_GTEST OFF)
+    add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+    foreach(library gtest gtest_main gmock gmock_main)
+        target_compile_options(${library} PRIVATE -w)
+    endforeach()
+endfunction()
+
+# telop_add_test(name SOURCES file... LIBRARIES target... [ENVIRONMENT NAME=value...])
+# One test program; each of its cases is a test of CTest, named <build>.<suite>.<case>.
+function(telop_add_test name)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;ENVIRONMENT")
+    telop_add_googletest()
+    add_executable(${name} ${arg_SOURCES})
+    target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} gmock_main)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    cmake_path(GET CMAKE_BINARY_DIR FILENAME build)
+    gtest_discover_tests(${name}
+        TEST_PREFIX ${build}.
+        DISCOVERY_MODE PRE_TEST
+        DISCOVERY_TIMEOUT 60
+        PROPERTIES ENVIRONMENT "${arg_ENVIRONMENT}" TIMEOUT 300)
+endfunction()

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// What the platform layer tells its process about text that it could not honour to the letter. Each
+// fact is reported once in a process, however many frames meet it.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace platform {
+
+enum class ReportKind {
+    kFontSubstituted, // the family asked for is not installed
+    kFontBroken,      // a font file could not be read
+    kGlyphMissing,    // no installed font has the character
+    kTextMalformed,   // bytes that are no text in the application's encoding
+    kBundleBroken,    // a bundle's file is missing or not readable
+};
+
+struct Report {
+    ReportKind kind;
+    std::string asked;  // family name, character as U+XXXX, bytes in hex, or path, in UTF-8
+    std::string used;   // what stands in for it
+    std::string reason; // why, one clause without a full stop
+};
+
+// One line for people: what was asked, what is used instead and why.
+std::string Describe(const Report& report);
+
+// Called on the thread that met the fact, with no lock of the platform held. Only one handler is
+// installed at a time; an empty one (the start) keeps silent. The handlers that are running finish
+// before this returns, so a handler must not call it.
+using ReportHandler = std::function<void(const Report&)>;
+void SetReportHandler(ReportHandler handler);
+
+// Hands the report to the handler unless one of the same kind and subject went before it.
+void ReportOnce(const Report& report);
+
+// Every report so far, in order; for a host that installs its handler late.
+std::vector<Report> ReportsSoFar();
+
+// Forgets what was reported, so that it is reported again.
+void ForgetReports();
+
+} // namespace platform
