@@ -168,8 +168,7 @@ typedef struct EPIArchiveProcs {
     /* Reads up to length bytes at the archive's position; the result is the number read. [ui] */
     int32_t (*Read)(EPIArchiveRef archive, void* buffer, int32_t length);
     void* reserved2[8];
-    /* Writes length bytes; the result is the number written. The host may change the buffer. [ui]
-     */
+    /* Writes length bytes; the result is the number written. The host may change buffer. [ui] */
     int32_t (*Write)(EPIArchiveRef archive, void* buffer, int32_t length);
     void* reserved11[8];
     int32_t (*Flush)(EPIArchiveRef archive); /* after the last write of a file; 0 is success [ui] */

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// A scoped host archive: closes the file that its user opened in it.
+#pragma once
+
+#include "effect/PIObject.h"
+
+class PIArchive : public PIObject {
+public:
+    PIArchive(const EPIObjectProcs* objectProcs, const EPIArchiveProcs* archiveProcs,
+              EPIArchiveRef archive, std::int32_t kind = 0)
+        : PIObject(objectProcs, archive, kind), pArchiveProcs(archiveProcs) {}
+    ~PIArchive() override {
+        if (m_open)
+            pArchiveProcs->Close(Archive());
+    }
+
+    bool Open(const FSSpec& file, std::uint32_t fileType, std::int32_t mode) {
+        m_open = m_object && pArchiveProcs->Open(Archive(), &file, fileType, mode);
+        return m_open;
+    }
+    bool IsLoading() const { return pArchiveProcs->IsLoading(Archive()) != 0; }
+    std::int32_t Length() const { return pArchiveProcs->Length(Archive()); }
+    std::int32_t Read(void* buffer, std::int32_t length) {
+        return pArchiveProcs->Read(Archive(), buffer, length);
+    }
+    std::int32_t Write(void* buffer, std::int32_t length) {
+        return pArchiveProcs->Write(Archive(), buffer, length);
+    }
+    std::int32_t Flush() { return pArchiveProcs->Flush(Archive()); }
+
+private:
+    EPIArchiveRef Archive() const { return static_cast<EPIArchiveRef>(m_object); }
+
+    const EPIArchiveProcs* pArchiveProcs;
+    std::int32_t m_open = 0;
+};
