@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Streams of uncompressed pictures, one after the other on a pipe: PAM (P7) in and out, and binary
+// PGM (P5) and PPM (P6) in.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "host/frames/Frame.h"
+
+namespace host {
+
+enum class StreamResult : std::uint8_t { kFrame, kEnd, kFailed };
+
+// Reads frames of 8 or 16 bits per channel (greatest value 255 or 65535). The descriptor stays the
+// caller's and must not be read by anyone else meanwhile.
+class PamReader {
+public:
+    explicit PamReader(int descriptor, std::string name = "the input stream");
+
+    // kEnd: the stream ended before another frame began. kFailed: `why` names the stream, the
+    // frame's place in it, from 1, and the reason; there is nothing more to read.
+    StreamResult Next(Frame& frame, std::string& why);
+    std::int64_t FramesRead() const { return m_framesRead; }
+
+private:
+    struct Header;
+    bool Refill();
+    int GetByte();
+    bool GetBytes(std::uint8_t* to, std::size_t count);
+    bool GetToken(std::string& token);
+    bool GetLine(std::string& line);
+    bool ReadPamHeader(Header& header, std::string& reason);
+    bool ReadPlainHeader(Header& header, std::string& reason);
+    bool ReadHeader(Header& header, std::string& reason);
+    bool ReadPixels(const Header& header, Frame& frame, std::string& reason);
+
+    int m_descriptor;
+    std::string m_name;
+    std::int64_t m_framesRead = 0;
+    int m_error = 0; // errno of the read that failed
+    std::vector<std::uint8_t> m_buffer;
+    std::size_t m_begin = 0;
+    std::size_t m_end = 0;
+    std::vector<std::uint8_t> m_row;
+};
+
+// Writes each frame as PAM. The descriptor stays the caller's. A reader that went away is an
+// error, not a signal.
+class PamWriter {
+public:
+    explicit PamWriter(int descriptor, std::string name = "the output stream");
+
+    // Grey frames stay grey until one has been coloured; from then on all are RGB, because a
+    // consumer expects one kind of picture. False: `why` names the stream and the reason.
+    bool Write(const Frame& frame, const PixelRect& touched, std::string& why);
+
+private:
+    bool Send(const std::uint8_t* from, std::size_t count, std::string& why);
+
+    int m_descriptor;
+    std::string m_name;
+    bool m_colored = false;
+    std::vector<std::uint8_t> m_buffer;
+};
+
+} // namespace host

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Reads PNG files of every colour type and depth into frames.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "host/frames/Frame.h"
+
+namespace host {
+
+// What a file may ask for before it is refused, so that a false header cannot take all memory.
+struct PngLimits {
+    std::int32_t side = 32767;
+    std::int64_t pixels = std::int64_t { 1 } << 28;
+    std::int64_t fileBytes = std::int64_t { 1 } << 31;
+};
+
+// Keeps its buffers from frame to frame: one for each thread, used by one thread at a time.
+class PngReader {
+public:
+    explicit PngReader(const PngLimits& limits = {});
+    PngReader(const PngReader&) = delete;
+    PngReader& operator=(const PngReader&) = delete;
+    ~PngReader();
+
+    // False: `why` names the file and the reason, and the frame's contents are unspecified but safe
+    // to read into again.
+    bool Read(const std::filesystem::path& file, Frame& frame, std::string& why);
+    // The same from memory; `name` is what messages call it.
+    bool Decode(std::span<const std::uint8_t> bytes, std::string_view name, Frame& frame,
+                std::string& why);
+
+private:
+    struct Buffers;
+    PngLimits m_limits;
+    std::unique_ptr<Buffers> m_buffers;
+};
+
+} // namespace host

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Which frames an input stands for, and where each of them goes: a picture, a numbered sequence or a
+// folder of pictures.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/frames/FramePattern.h"
+#include "host/frames/FrameRanges.h"
+
+namespace host {
+
+struct FrameFile {
+    std::int64_t number = 0;
+    std::filesystem::path path;
+};
+
+class Sequence {
+public:
+    enum class Kind : std::uint8_t { kPicture, kPattern, kFolder };
+
+    // A file that exists under this very name is a picture, also when a '#' is in it. Looks into
+    // the folder once. A picture's number, and those of a folder's PNGs, are the last digits in their
+    // names; where these are missing or not all different, the places in natural order, from 1.
+    // Nothing, and `why` names the input and the reason, when there is not one frame.
+    static std::optional<Sequence> Open(std::string_view input, std::string& why);
+
+    Kind InputKind() const { return m_kind; }
+    // Ascending by number; never empty.
+    const std::vector<FrameFile>& Frames() const { return m_frames; }
+    std::vector<std::int64_t> Numbers() const;
+
+private:
+    friend class SequenceOutput;
+
+    Kind m_kind = Kind::kPicture;
+    std::string m_input;
+    std::vector<FrameFile> m_frames;
+};
+
+// Where the frames of a sequence go. A pattern, a folder (which must exist, or end in a slash; the
+// frames keep their names) or, for a picture, a file.
+class SequenceOutput {
+public:
+    // Nothing, and `why` says what would fit, when the output cannot take this sequence, or a
+    // frame would be written over its own input.
+    static std::optional<SequenceOutput> Open(const Sequence& sequence, std::string_view output,
+                                              std::string& why);
+
+    std::filesystem::path PathOf(const FrameFile& frame) const;
+    // Makes the folder of the outputs if it is missing.
+    bool PrepareFolder(std::string& why) const;
+
+private:
+    std::optional<FramePattern> m_pattern;
+    std::filesystem::path m_path;
+    bool m_isFolder = false;
+};
+
+} // namespace host
