@@ -17,7 +17,9 @@ function(telop_add_googletest)
 endfunction()
 
 # telop_add_test(name SOURCES file... LIBRARIES target... [ENVIRONMENT NAME=value...])
-# One test program; each of its cases is a test of CTest, named <build>.<suite>.<case>.
+# One test program; each of its cases is a test of CTest, named <build>.<suite>.<case>. A suite or
+# case about several threads says Thread, Concurrent or Parallel in its name: a build with
+# ThreadSanitizer runs those.
 function(telop_add_test name)
     cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;ENVIRONMENT")
     telop_add_googletest()
@@ -25,8 +27,13 @@ function(telop_add_test name)
     target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} gmock_main)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     cmake_path(GET CMAKE_BINARY_DIR FILENAME build)
+    # ThreadSanitizer has something to say only where threads meet.
+    if(TELOP_SANITIZE MATCHES thread)
+        set(only TEST_FILTER "*Thread*:*Concurren*:*Parallel*")
+    endif()
     gtest_discover_tests(${name}
         TEST_PREFIX ${build}.
+        ${only}
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 60
         PROPERTIES ENVIRONMENT "${arg_ENVIRONMENT}" TIMEOUT 300)
