@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The callback tables over the host's objects, and the hooks through which a front end takes part.
+#pragma once
+
+#include <cstdint>
+
+#include <epi/epi.h>
+
+namespace host {
+
+// Whether the image table has the two entries that came late: channel indices and stretch.
+enum class LateEntries { kPresent, kAbsent };
+
+const EPIObjectProcs& ObjectTable();
+const EPIOffscreenProcs& OffscreenTable(LateEntries late);
+const EPIArchiveProcs& ArchiveTable();
+const EPIHandleProcs& HandleTable();
+const EPIParamProcs& ParamTable();
+const EPIHostProcs& HostTable();
+const EPIWindowProcs& WindowTable();
+
+// What a program with a user interface hears from open dialogs; all on the user-interface thread.
+// The results go back to the plug-in.
+class FrontEnd {
+public:
+    virtual ~FrontEnd() = default;
+    virtual std::int32_t ParametersChanged(EPIHandleRef fixedParam);
+    virtual std::int32_t Option(double value);
+    // A text edit dialog opens: called with 1 and, when that gives 0, again with 0.
+    virtual std::int32_t Call(std::int32_t flag);
+    virtual std::int32_t ModalOpens(EPIWindowRef window);
+    virtual std::int32_t ModalEnds(EPIWindowRef window);
+};
+
+// The process's front end, lent; null (the start) is none: notifications go nowhere and Call gives
+// 1. Set on the user-interface thread while no dialog is open.
+void SetFrontEnd(FrontEnd* frontEnd);
+
+// A zeroed record with the tables in it. The tables of notifications are null without a front end.
+_EPIRECORD MakeRecord(LateEntries late = LateEntries::kPresent);
+
+} // namespace host
