@@ -52,7 +52,8 @@ std::string CFBundleGetVersion(CFBundleRef bundle);
 CFStringRef CFBundleCopyLocalizedString(CFBundleRef bundle, std::string_view key, const char* value,
                                         const char* table);
 
-// Resources/[subDir/][<language>.lproj/]name.type; empty when there is none.
+// Resources/[subDir/][<language>.lproj/]name.type; a file for all languages goes first. Empty when
+// there is none.
 std::filesystem::path CFBundleCopyResourceURL(CFBundleRef bundle, std::string_view name,
                                               std::string_view type, std::string_view subDir);
 

@@ -3,6 +3,7 @@
 // fact is reported once in a process, however many frames meet it.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
 #include <vector>
@@ -32,6 +33,10 @@ std::string Describe(const Report& report);
 // before this returns, so a handler must not call it.
 using ReportHandler = std::function<void(const Report&)>;
 void SetReportHandler(ReportHandler handler);
+
+// So many different facts are kept and handed on; a text made to be malformed in ever new ways shall
+// not fill the memory.
+inline constexpr std::size_t kMaxReports = 4096;
 
 // Hands the report to the handler unless one of the same kind and subject went before it.
 void ReportOnce(const Report& report);

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "platform/Languages.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <string_view>
+
+namespace platform {
+namespace {
+
+std::string_view Environment(const char* name) {
+    const char* value = std::getenv(name);
+    return value ? value : "";
+}
+
+std::string_view MessagesLocale() {
+    for (const char* name : { "LC_ALL", "LC_MESSAGES", "LANG" }) {
+        const std::string_view locale = Environment(name);
+        if (!locale.empty())
+            return locale;
+    }
+    return "";
+}
+
+void AddOnce(std::vector<std::string>& languages, std::string_view name) {
+    if (!name.empty() && std::find(languages.begin(), languages.end(), name) == languages.end())
+        languages.emplace_back(name);
+}
+
+// A locale reads language[_TERRITORY][.CODESET][@modifier]. One with a path in it would lead out of
+// the bundle's folders.
+void AddLocale(std::vector<std::string>& languages, std::string_view locale) {
+    const std::string_view region = locale.substr(0, locale.find_first_of(".@"));
+    if (region.find('/') != std::string_view::npos)
+        return;
+    if (region == "C" || region == "POSIX") {
+        AddOnce(languages, "en");
+        return;
+    }
+    AddOnce(languages, region);
+    AddOnce(languages, region.substr(0, region.find('_')));
+}
+
+} // namespace
+
+std::vector<std::string> UserLanguages() {
+    std::vector<std::string> languages;
+    for (std::string_view list = Environment("LANGUAGE"); !list.empty();) {
+        const std::size_t end = std::min(list.find(':'), list.size());
+        AddLocale(languages, list.substr(0, end));
+        list.remove_prefix(std::min(end + 1, list.size()));
+    }
+    AddLocale(languages, MessagesLocale());
+    AddOnce(languages, "en");
+    return languages;
+}
+
+} // namespace platform
