@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "host/text/TokenText.h"
+
+#include <limits>
+
+#include <gmock/gmock.h>
+
+namespace host {
+namespace {
+
+using testing::HasSubstr;
+
+TEST(TokenText, ResolvesTokensForAFrame) {
+    struct Row {
+        const char* text;
+        std::int64_t frame;
+        const char* result;
+    };
+    for (auto const& row : {
+             Row { "", 7, "" },
+             Row { "plain", 7, "plain" },
+             Row { "{frame}", 1001, "1001" },
+             Row { "{frame:04}", 7, "0007" },
+             Row { "{frame:04}", 12345, "12345" },
+             Row { "{frame:4}", 7, "   7" },
+             Row { "{frame-1000}", 1012, "12" },
+             Row { "{frame-1000}", 998, "-2" },
+             Row { "{frame-1000:04}", 998, "-002" },
+             Row { "{frame-1000:4}", 998, "  -2" },
+             Row { "{frame+1:03}", 1, "002" },
+             Row { "{file} / {frame}", 3, "shot / 3" },
+             Row { "{{frame}} }}{{", 3, "{frame} }{" },
+             Row { "{{{frame}}}", 3, "{3}" },
+             Row { "カット{frame}番", 3, "カット3番" },
+         }) {
+        std::string why;
+        auto const text = TokenText::Parse(row.text, why);
+        ASSERT_TRUE(text) << row.text << ": " << why;
+        EXPECT_EQ(text->Resolve({ row.frame, "shot" }), row.result) << row.text;
+    }
+}
+
+TEST(TokenText, OffsetsDoNotOverflow) {
+    std::string why;
+    auto const text = TokenText::Parse("{frame+9223372036854775807}", why);
+    ASSERT_TRUE(text) << why;
+    EXPECT_EQ(text->Resolve({ 5, "" }), std::to_string(std::numeric_limits<std::int64_t>::max()));
+}
+
+TEST(TokenText, NamesWhatItDoesNotKnowAndListsTheTokens) {
+    struct Row {
+        const char* text;
+        const char* named;
+    };
+    for (auto const& row : {
+             Row { "{cut}", "'{cut}' is no token" },
+             Row { "{}", "'{}' is no token" },
+             Row { "{Frame}", "'{Frame}' is no token" },
+             Row { "{frames}", "'{frames}' is no token" },
+             Row { "{frame+}", "'{frame+}'" },
+             Row { "{frame--1}", "'{frame--1}'" },
+             Row { "{frame+-1}", "'{frame+-1}'" },
+             Row { "{frame:}", "'{frame:}'" },
+             Row { "{frame:-4}", "'{frame:-4}'" },
+             Row { "{frame:0}", "'{frame:0}'" },
+             Row { "{frame:999999}", "'{frame:999999}'" },
+             Row { "{frame+99999999999999999999}", "'{frame+99999999999999999999}'" },
+             Row { "{file:3}", "'{file:3}'" },
+             Row { "a { b", "'{' stands alone" },
+             Row { "{{{", "'{' stands alone" },
+             Row { "50 } x", "'}' stands alone" },
+         }) {
+        std::string why;
+        EXPECT_FALSE(TokenText::Parse(row.text, why)) << row.text;
+        EXPECT_THAT(why, HasSubstr(row.named)) << row.text;
+        EXPECT_THAT(why, HasSubstr("{frame:04}")) << row.text;
+    }
+}
+
+TEST(TokenText, KnowsWhatItNeedsAndItsShortestResult) {
+    struct Row {
+        const char* text;
+        bool tokens, file;
+        const char* shortest;
+    };
+    for (auto const& row : {
+             Row { "a", false, false, "a" },
+             Row { "{{file}}", false, false, "{file}" },
+             Row { "{frame-1000}x", true, false, "0x" },
+             Row { "{frame:03}{file}", true, true, "000" },
+         }) {
+        std::string why;
+        auto const text = TokenText::Parse(row.text, why);
+        ASSERT_TRUE(text) << row.text << ": " << why;
+        EXPECT_EQ(text->HasTokens(), row.tokens) << row.text;
+        EXPECT_EQ(text->NeedsFile(), row.file) << row.text;
+        EXPECT_EQ(text->Shortest(), row.shortest) << row.text;
+    }
+    EXPECT_EQ(TokenText::Literal("{x}").Resolve({}), "{x}");
+}
+
+} // namespace
+} // namespace host
