@@ -50,6 +50,9 @@ public:
     // The reference that goes into a record; good as long as the archive.
     EPIArchiveRef Ref() const { return reinterpret_cast<EPIArchiveRef>(m_cell); }
     static Archive* FromRef(EPIArchiveRef ref, const char* call = "an archive callback");
+    // Hands the archive to a plug-in, which ends it with the object table's Release.
+    static EPIArchiveRef Give(std::unique_ptr<Archive> archive);
+    bool IsGiven() const { return m_cell->given; }
 
 private:
     enum class Mode { kClosed, kRead, kWrite };

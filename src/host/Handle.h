@@ -40,7 +40,7 @@ public:
 
     // Hands the memory to a plug-in, which ends it with the handle table's Dispose.
     static EPIHandleRef Give(std::unique_ptr<Handle> handle);
-    bool IsGiven() const { return m_given; }
+    bool IsGiven() const { return m_cell->given; }
 
 private:
     void Move();
@@ -50,7 +50,6 @@ private:
     mutable std::mutex m_mutex;
     std::unique_ptr<std::uint8_t[]> m_bytes;
     std::int32_t m_locks = 0;
-    bool m_given = false;
 };
 
 // Pins a handle's memory, seen as one T, for as long as this lives. T is a plain record that fits.

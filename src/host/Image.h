@@ -65,6 +65,9 @@ public:
     EPIImageRef Ref() const { return reinterpret_cast<EPIImageRef>(m_cell); }
     // Null, with a note in the ledger, for a reference that is no living image's.
     static Image* FromRef(EPIImageRef ref, const char* call = "an image callback");
+    // Hands the image to a plug-in, which ends it with the object table's Release.
+    static EPIImageRef Give(std::unique_ptr<Image> image);
+    bool IsGiven() const { return m_cell->given; }
 
     // Locks count. False, and no lock, for an image without pixels.
     bool Lock(bool writable);

@@ -14,7 +14,7 @@ namespace host {
 enum class Lent {
     kImageLock,
     kHandleLock,
-    kObject,      // made through the object table, not released
+    kObject,      // given to a plug-in (an image, an archive, a handle), not ended by it
     kOpenArchive, // opened through the archive table, not closed
     kHandle,      // alive, whoever made it
     kArchive,     // alive, whoever made it

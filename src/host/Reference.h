@@ -14,6 +14,8 @@ const char* NameOf(RefKind kind);
 struct ReferenceCell {
     std::atomic<void*> object { nullptr };
     std::atomic<RefKind> kind { RefKind::kNone };
+    // The object belongs to a plug-in, which ends it through a callback.
+    std::atomic<bool> given { false };
 };
 
 // Cells are never given back to the system, and one that has ended is reused only after

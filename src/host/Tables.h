@@ -35,6 +35,7 @@ public:
 // The process's front end, lent; null (the start) is none: notifications go nowhere and Call gives
 // 1. Set on the user-interface thread while no dialog is open.
 void SetFrontEnd(FrontEnd* frontEnd);
+FrontEnd* TheFrontEnd();
 
 // A zeroed record with the tables in it. The tables of notifications are null without a front end.
 _EPIRECORD MakeRecord(LateEntries late = LateEntries::kPresent);

@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "host/Archive.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "host/Ledger.h"
+#include "host/WholeFile.h"
+
+namespace host {
+
+namespace {
+
+// Lengths and counts of bytes are signed 32-bit at the boundary.
+constexpr std::size_t kMaxArchive = std::numeric_limits<std::int32_t>::max();
+
+void RecordMisuse(const char* what) {
+    Ledger::Get().RecordMisuse(what);
+}
+
+} // namespace
+
+Archive::Archive() : m_cell(MakeReference(RefKind::kArchive, this)) {
+    Ledger::Get().Lend(Lent::kArchive);
+}
+
+Archive::~Archive() {
+    if (IsOpen())
+        Close();
+    auto& ledger = Ledger::Get();
+    if (IsGiven())
+        ledger.Return(Lent::kObject);
+    EndReference(m_cell);
+    ledger.Return(Lent::kArchive);
+}
+
+void Archive::Reset(Mode mode) {
+    m_mode = mode;
+    m_bytes.clear();
+    m_position = 0;
+    m_file.clear();
+    m_fileType = 0;
+    m_unflushed = false;
+    m_broken = false;
+    m_error.clear();
+}
+
+void Archive::OpenForReading(std::span<const std::uint8_t> bytes) {
+    Reset(Mode::kRead);
+    m_bytes.assign(bytes.begin(), bytes.end());
+}
+
+void Archive::OpenForWriting() {
+    Reset(Mode::kWrite);
+}
+
+bool Archive::Open(const std::filesystem::path& file, std::uint32_t fileType, std::int32_t mode,
+                   std::string& why) {
+    Reset(Mode::kClosed);
+    if (mode == epiArchiveRead) {
+        auto bytes = ReadWholeFile(file, kMaxArchive, m_error);
+        if (bytes) {
+            m_bytes = std::move(*bytes);
+            m_mode = Mode::kRead;
+        }
+    } else if (mode == epiArchiveWrite) {
+        // An empty file is a whole one, so this much may be flushed.
+        m_mode = Mode::kWrite;
+    } else {
+        m_error = file.string() + ": cannot be opened in mode " + std::to_string(mode);
+    }
+    m_file = file;
+    m_fileType = fileType;
+    why = m_error;
+    return IsOpen();
+}
+
+void Archive::Close() {
+    if (!IsOpen())
+        RecordMisuse("an archive was closed that is not open");
+    else if (m_unflushed)
+        RecordMisuse("an archive of a file was closed after a write without a flush");
+    m_mode = Mode::kClosed;
+}
+
+std::int32_t Archive::Length() const {
+    return static_cast<std::int32_t>(m_bytes.size());
+}
+
+std::int32_t Archive::Read(void* buffer, std::int32_t length) {
+    if (m_mode != Mode::kRead || length < 0 || (!buffer && length > 0)) {
+        RecordMisuse(m_mode != Mode::kRead ? "an archive was read that is not open for reading"
+                                           : "an archive was read into no buffer");
+        return 0;
+    }
+    auto const count = std::min(static_cast<std::size_t>(length), m_bytes.size() - m_position);
+    std::copy_n(m_bytes.begin() + static_cast<std::ptrdiff_t>(m_position), count,
+                static_cast<std::uint8_t*>(buffer));
+    m_position += count;
+    return static_cast<std::int32_t>(count);
+}
+
+std::int32_t Archive::Write(const void* buffer, std::int32_t length) {
+    if (m_mode != Mode::kWrite) {
+        RecordMisuse("an archive was written that is not open for writing");
+        return 0;
+    }
+    m_unflushed = !m_file.empty();
+    if (length < 0 || (!buffer && length > 0)) {
+        RecordMisuse("an archive was written from no buffer");
+        m_broken = true;
+        return 0;
+    }
+    if (static_cast<std::size_t>(length) > kMaxArchive - m_bytes.size()) {
+        m_broken = true;
+        return 0;
+    }
+    auto const* bytes = static_cast<const std::uint8_t*>(buffer);
+    m_bytes.insert(m_bytes.end(), bytes, bytes + length);
+    return length;
+}
+
+bool Archive::Flush() {
+    if (m_mode != Mode::kWrite) {
+        RecordMisuse("an archive was flushed that is not open for writing");
+        return false;
+    }
+    m_unflushed = false;
+    if (m_broken)
+        m_error = m_file.string() + ": stays as it was, since a write before failed";
+    else if (m_file.empty() || WriteWholeFile(m_file, m_bytes, m_error))
+        m_error.clear();
+    return m_error.empty();
+}
+
+Archive* Archive::FromRef(EPIArchiveRef ref, const char* call) {
+    return static_cast<Archive*>(ResolveReference(ref, RefKind::kArchive, call));
+}
+
+EPIArchiveRef Archive::Give(std::unique_ptr<Archive> archive) {
+    archive->m_cell->given = true;
+    Ledger::Get().Lend(Lent::kObject);
+    return archive.release()->Ref();
+}
+
+} // namespace host

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "host/Reference.h"
+
+#include <deque>
+#include <mutex>
+#include <string>
+
+#include "host/Ledger.h"
+
+namespace host {
+
+namespace {
+
+struct Cells {
+    std::mutex mutex;
+    std::deque<ReferenceCell> all; // grows at its end only, so that cells stay where they are
+    std::deque<ReferenceCell*> ended;
+};
+
+// Never destroyed: a reference that is used while the process ends is noticed as well.
+Cells& TheCells() {
+    static auto* const cells = new Cells;
+    return *cells;
+}
+
+} // namespace
+
+const char* NameOf(RefKind kind) {
+    switch (kind) {
+    case RefKind::kImage:
+        return "image";
+    case RefKind::kArchive:
+        return "archive";
+    case RefKind::kHandle:
+        return "handle";
+    case RefKind::kNone:
+        break;
+    }
+    return "nothing";
+}
+
+ReferenceCell* MakeReference(RefKind kind, void* object) {
+    auto& cells = TheCells();
+    std::lock_guard lock(cells.mutex);
+    ReferenceCell* cell;
+    if (cells.ended.size() > kCellsInQuarantine) {
+        cell = cells.ended.front();
+        cells.ended.pop_front();
+    } else {
+        cell = &cells.all.emplace_back();
+    }
+    cell->object.store(object, std::memory_order_relaxed);
+    cell->given.store(false, std::memory_order_relaxed);
+    cell->kind.store(kind, std::memory_order_release);
+    return cell;
+}
+
+void EndReference(ReferenceCell* cell) {
+    auto& cells = TheCells();
+    std::lock_guard lock(cells.mutex);
+    cell->kind.store(RefKind::kNone, std::memory_order_release);
+    cell->object.store(nullptr, std::memory_order_relaxed);
+    cells.ended.push_back(cell);
+}
+
+void* ResolveReference(const void* reference, RefKind kind, const char* call) {
+    auto const* cell = static_cast<const ReferenceCell*>(reference);
+    auto const found = cell ? cell->kind.load(std::memory_order_acquire) : RefKind::kNone;
+    if (cell && found == kind)
+        return cell->object.load(std::memory_order_relaxed);
+
+    std::string const asked = std::string(call) + " was given ";
+    if (!cell)
+        Ledger::Get().RecordMisuse(asked + "a null reference");
+    else if (found == RefKind::kNone)
+        Ledger::Get().RecordMisuse(asked + "a reference whose object has ended");
+    else
+        Ledger::Get().RecordMisuse(asked + "a reference of kind " + NameOf(found) + ", not " +
+                                   NameOf(kind));
+    return nullptr;
+}
+
+} // namespace host
