@@ -1,0 +1,191 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include <atomic>
+#include <memory>
+#include <thread>
+
+#include <gmock/gmock.h>
+
+#include "platform/CoreFoundation.h"
+#include "platform/Languages.h"
+#include "platform/Report.h"
+#include "platform/TextEncoding.h"
+#include "support/ScopedEnvironment.h"
+#include "support/TemporaryFolder.h"
+
+namespace platform {
+namespace {
+
+struct Locale {
+    const char* language;
+    const char* all;
+    const char* messages;
+    const char* lang;
+};
+
+class WithLocale {
+public:
+    explicit WithLocale(const Locale& locale)
+        : m_language("LANGUAGE", locale.language), m_all("LC_ALL", locale.all),
+          m_messages("LC_MESSAGES", locale.messages), m_lang("LANG", locale.lang) {}
+
+private:
+    ScopedEnvironment m_language, m_all, m_messages, m_lang;
+};
+
+TEST(Languages, FollowTheEnvironmentInItsOrder) {
+    struct Row {
+        Locale locale;
+        std::vector<std::string> languages;
+    };
+    for (const Row& row : {
+             Row { { nullptr, nullptr, nullptr, nullptr }, { "en" } },
+             Row { { nullptr, nullptr, nullptr, "ja_JP.UTF-8" }, { "ja_JP", "ja", "en" } },
+             Row { { nullptr, nullptr, "fr", "ja_JP" }, { "fr", "en" } },
+             Row { { nullptr, "C", "fr", "ja_JP" }, { "en" } },
+             Row { { "", "", "", "de_AT@euro" }, { "de_AT", "de", "en" } },
+             Row { { "ja:fr_CA:", nullptr, nullptr, "en_GB.UTF-8" },
+                   { "ja", "fr_CA", "fr", "en_GB", "en" } },
+             Row { { ":../x:ja", nullptr, nullptr, "POSIX" }, { "ja", "en" } },
+         }) {
+        const WithLocale locale(row.locale);
+        EXPECT_EQ(UserLanguages(), row.languages) << testing::PrintToString(row.languages);
+    }
+}
+
+struct ReleaseObject {
+    void operator()(const CFString* string) const { CFRelease(string); }
+    void operator()(CFBundle* bundle) const { CFRelease(bundle); }
+};
+using StringHolder = std::unique_ptr<const CFString, ReleaseObject>;
+using BundleHolder = std::unique_ptr<CFBundle, ReleaseObject>;
+
+TEST(CFString, FillsABufferWithWholeCharacters) {
+    const StringHolder string(CFStringCreateWithUTF8("aあb"));
+    struct Row {
+        const char* encoding;
+        std::size_t size;
+        bool fits;
+        std::string bytes;
+    };
+    for (const Row& row : { Row { "UTF-8", 6, true, "aあb" }, Row { "UTF-8", 5, false, "aあ" },
+                            Row { "UTF-8", 4, false, "a" }, Row { "UTF-8", 1, false, "" },
+                            Row { "CP932", 5, true,
+                                  "a\x82\xA0"
+                                  "b" },
+                            Row { "CP932", 3, false, "a" } }) {
+        ASSERT_TRUE(SetApplicationTextEncoding(row.encoding));
+        std::string buffer(row.size + 2, '#');
+        EXPECT_EQ(CFStringGetCString(string.get(), buffer.data(), row.size), row.fits)
+            << row.encoding << " " << row.size;
+        EXPECT_EQ(std::string(buffer.c_str()), row.bytes) << row.encoding << " " << row.size;
+        EXPECT_EQ(buffer.substr(row.size), "##") << row.encoding << " " << row.size;
+    }
+    ASSERT_TRUE(SetApplicationTextEncoding("UTF-8"));
+    char untouched = '#';
+    EXPECT_FALSE(CFStringGetCString(string.get(), &untouched, 0));
+    EXPECT_EQ(untouched, '#');
+}
+
+constexpr char kInfo[] = R"({ "identifier": "org.example.x", "name": "X", "version": "1.2" })";
+
+class BundleTest : public testing::Test {
+protected:
+    BundleTest() {
+        ForgetReports();
+        m_folder.Write("X.bundle/Contents/Info.json", kInfo);
+        m_folder.Write("X.bundle/Contents/Resources/en.lproj/Localizable.strings",
+                       "a = \"A in English\"; b = \"B in English\";");
+        m_folder.Write("X.bundle/Contents/Resources/ja.lproj/Localizable.strings",
+                       "a = \"A in Japanese\"\nb = \"B in Japanese\";");
+        m_folder.Write("X.bundle/Contents/Resources/all.txt", "");
+        m_folder.Write("X.bundle/Contents/Resources/ja.lproj/page.txt", "");
+        m_folder.Write("X.bundle/Contents/Resources/Forms/en.lproj/page.txt", "");
+    }
+    ~BundleTest() override { ForgetReports(); }
+
+    std::filesystem::path Path() const { return m_folder.Path() / "X.bundle"; }
+
+    TemporaryFolder m_folder;
+};
+
+std::string Localized(CFBundleRef bundle, const char* key, const char* value) {
+    const StringHolder string(CFBundleCopyLocalizedString(bundle, key, value, nullptr));
+    return string ? std::string(CFStringGetUTF8(string.get())) : "(null)";
+}
+
+TEST_F(BundleTest, TextsFallBackFromLanguageToEnglishToValue) {
+    const BundleHolder bundle(CFBundleCreate(Path()));
+    ASSERT_TRUE(bundle);
+    EXPECT_EQ(CFBundleGetIdentifier(bundle.get()), "org.example.x");
+    EXPECT_EQ(CFBundleGetVersion(bundle.get()), "1.2");
+    const WithLocale locale({ nullptr, "ja_JP.UTF-8", nullptr, nullptr });
+    EXPECT_EQ(Localized(bundle.get(), "b", "b"), "B in Japanese");
+    EXPECT_EQ(Localized(bundle.get(), "a", "a"), "A in English"); // its Japanese line is broken
+    EXPECT_EQ(Localized(bundle.get(), "c", "c"), "c");
+    EXPECT_EQ(Localized(bundle.get(), "c", nullptr), "(null)");
+    const auto reports = ReportsSoFar();
+    ASSERT_EQ(reports.size(), 1u);
+    EXPECT_THAT(Describe(reports[0]), testing::EndsWith("Localizable.strings:1': ';' is missing"));
+}
+
+TEST_F(BundleTest, ResourcesAreFoundByLanguageAndFolder) {
+    const BundleHolder bundle(CFBundleCreate(Path()));
+    const WithLocale locale({ nullptr, nullptr, nullptr, "ja_JP" });
+    const auto find = [&](const char* name, const char* folder) {
+        return CFBundleCopyResourceURL(bundle.get(), name, "txt", folder)
+            .lexically_relative(Path() / "Contents/Resources")
+            .string();
+    };
+    EXPECT_EQ(find("all", ""), "all.txt");
+    EXPECT_EQ(find("page", ""), "ja.lproj/page.txt");
+    EXPECT_EQ(find("page", "Forms"), "Forms/en.lproj/page.txt");
+    EXPECT_EQ(CFBundleCopyResourceURL(bundle.get(), "none", "txt", ""), "");
+}
+
+TEST_F(BundleTest, WhatIsNoBundleIsRefusedWithTheReason) {
+    struct Row {
+        const char* info;
+        const char* reason;
+    };
+    for (const Row& row :
+         { Row { nullptr, "No such file" }, Row { "{", "it is no JSON" },
+           Row { "[]", "no JSON object" },
+           Row { R"({ "identifier": 3 })", "\"identifier\" is no string" },
+           Row { R"({ "identifier": "i", "name": "n" })", "\"version\" is no" } }) {
+        ForgetReports();
+        if (row.info)
+            m_folder.Write("X.bundle/Contents/Info.json", row.info);
+        else
+            std::filesystem::remove(Path() / "Contents/Info.json");
+        EXPECT_EQ(CFBundleCreate(Path()), nullptr) << row.reason;
+        ASSERT_EQ(ReportsSoFar().size(), 1u) << row.reason;
+        EXPECT_THAT(Describe(ReportsSoFar()[0]), testing::AllOf(testing::HasSubstr("Info.json"),
+                                                                testing::HasSubstr(row.reason)));
+    }
+}
+
+TEST_F(BundleTest, CodeOutsideABundleIsNotRegistered) {
+    const auto* code = reinterpret_cast<const void*>(&Localized);
+    EXPECT_FALSE(CFBundleRegister(code));
+    EXPECT_EQ(ReportsSoFar().size(), 1u);
+    EXPECT_EQ(CFBundleGetBundleWithIdentifier(""), nullptr);
+    EXPECT_EQ(Localized(CFBundleGetMainBundle(), "key", "key"), "key");
+}
+
+TEST_F(BundleTest, ThreadsReadTheSameTexts) {
+    const BundleHolder bundle(CFBundleCreate(Path()));
+    std::atomic<int> wrong = 0;
+    std::vector<std::thread> threads;
+    for (int i = 0; i < 4; ++i) {
+        threads.emplace_back([&] {
+            for (int round = 0; round < 100; ++round)
+                wrong += Localized(bundle.get(), "b", "b") == "b" ? 1 : 0;
+        });
+    }
+    for (std::thread& thread : threads)
+        thread.join();
+    EXPECT_EQ(wrong, 0);
+}
+
+} // namespace
+} // namespace platform

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "platform/StringTable.h"
+
+#include <gmock/gmock.h>
+
+namespace platform {
+namespace {
+
+using testing::ElementsAre;
+using testing::Pair;
+
+struct Row {
+    const char* text;
+    const char* value; // of the key "k"
+};
+
+TEST(StringTable, ReadsValues) {
+    for (const Row& row : {
+             Row { R"("k" = "v";)", "v" },
+             Row { R"("k"="v";"l"="w";)", "v" },
+             Row { "\xEF\xBB\xBF k = v-1.0_x ;", "v-1.0_x" },
+             Row { "/* \"k\" = \"no\"; */ // more\n\"k\" /* here */ = // there\n\"v\" ;", "v" },
+             Row { R"("k" = "a // b /* c */";)", "a // b /* c */" },
+             Row { R"("k" = "\"\\\n\r\t\'";)", "\"\\\n\r\t'" },
+             Row { R"("k" = "\U00e9\u3042\UD83D\UDE00";)", "é\u3042\U0001F600" },
+             Row { "\"k\" = \"two\nlines\";", "two\nlines" },
+             Row { R"("k" = "（OFF）";)", "（OFF）" },
+             Row { R"("k" = "first"; "k" = "last";)", "last" },
+             Row { R"("k" = "";)", "" },
+         }) {
+        std::string faults;
+        const StringTable table = ParseStringTable(
+            row.text, [&](std::size_t, std::string_view reason) { faults += reason; });
+        EXPECT_EQ(faults, "") << row.text;
+        ASSERT_TRUE(table.contains("k")) << row.text;
+        EXPECT_EQ(table.at("k"), row.value) << row.text;
+    }
+}
+
+struct FaultRow {
+    const char* text; // "good" = "1"; follows on a line of its own
+    std::size_t line;
+    const char* reason;
+};
+
+TEST(StringTable, NamesWhatItCannotReadAndGoesOn) {
+    for (const FaultRow& row : {
+             FaultRow { "\"k\" = \"v\"", 1, "';' is missing" },
+             FaultRow { "\n\n\"k\" \"v\";", 3, "'=' is missing" },
+             FaultRow { "= \"v\";", 1, "a key is missing" },
+             FaultRow { "k = ;", 1, "a value is missing" },
+             FaultRow { "// fine\nk = \"\\q\";", 2,
+                        "the backslash stands before no known character" },
+             FaultRow { "k = \"\\U12g4\";", 1, "\\U takes four hexadecimal digits" },
+             FaultRow { "k = \"\\UD83D\";", 1, "half a surrogate pair" },
+             FaultRow { "k = \"\xE3\x81\";", 1, "the text is not UTF-8" },
+             FaultRow { "/* \xE3", 1, "the comment has no end" },
+         }) {
+        std::vector<std::pair<std::size_t, std::string>> faults;
+        const StringTable table = ParseStringTable(
+            std::string(row.text) + "\n\"good\" = \"1\";",
+            [&](std::size_t line, std::string_view why) { faults.emplace_back(line, why); });
+        EXPECT_THAT(faults, ElementsAre(Pair(row.line, row.reason))) << row.text;
+        EXPECT_THAT(table, ElementsAre(Pair("good", "1"))) << row.text;
+    }
+}
+
+TEST(StringTable, EndsAtTheEndWhereverItIsCut) {
+    const std::string whole = "/* c */ \"k\" = \"\\UD83D\\UDE00あ\"; // end\nword = w;\n";
+    for (std::size_t size = 0; size <= whole.size(); ++size) {
+        std::size_t faults = 0;
+        const StringTable table =
+            ParseStringTable(std::string_view(whole).substr(0, size),
+                             [&](std::size_t, std::string_view) { ++faults; });
+        EXPECT_LE(table.size() + faults, 3u) << size;
+        EXPECT_EQ(table.size() == 2, size >= whole.size() - 1) << size;
+    }
+}
+
+} // namespace
+} // namespace platform
