@@ -2,6 +2,7 @@
 // An open dialog of an effect: made, notified and destroyed in the order that plug-ins rely on.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -33,12 +34,14 @@ public:
     ~Dialog(); // destroys the dialog
 
     EPIWindowRef Window() const { return m_record.hDialogWindow; }
-    // code is epiNotifyOK or epiNotifyUpdate. The result is what the dialog made of it.
-    std::int32_t Notify(std::int32_t code);
-    void NotifyComposite(Image* composite);
+    // code is epiNotifyOK or epiNotifyUpdate. False with the reason when the plug-in gives an error.
+    bool Notify(std::int32_t code, std::string& why);
+    bool NotifyComposite(Image* composite, std::string& why);
+    // What the text edit dialog made of the last epiNotifyOK.
+    std::int32_t NotifyResult() const { return m_record.nNotifyResult; }
 
 private:
-    Dialog(Effect& effect) : m_effect(&effect), m_record(effect.Record()) {}
+    explicit Dialog(Effect& effect) : m_effect(&effect), m_record(effect.Record()) {}
 
     Effect* m_effect;
     _EPIRECORD m_record; // one and the same from creation to destruction

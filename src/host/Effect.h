@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -60,7 +61,7 @@ public:
     // The settings archive: exactly kArchiveSize bytes, integers big-endian. A failing Load leaves
     // the parameters as they were; the reason names the size or the file.
     static constexpr std::size_t kArchiveSize = sizeof(_TEXTPARAM);
-    std::vector<std::uint8_t> Save() const;
+    std::optional<std::vector<std::uint8_t>> Save(std::string& why) const;
     bool Load(std::span<const std::uint8_t> archive, std::string& why);
     bool SaveFile(const std::filesystem::path& file, std::string& why) const;
     bool LoadFile(const std::filesystem::path& file, std::string& why);

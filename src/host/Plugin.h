@@ -43,7 +43,10 @@ public:
     const std::filesystem::path& Module() const { return m_module; }
     const PluginDescription& Description() const { return m_description; }
 
+    // The entry function as it is; exceptions of callbacks pass through.
     long Call(long selector, _EPIRECORD* record) const { return m_entry(selector, record); }
+    // The same for callers that want a reason: false when the status is not 0 or an exception came.
+    bool Run(long selector, _EPIRECORD& record, std::string& why) const;
 
 private:
     Plugin() = default;

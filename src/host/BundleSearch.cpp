@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "host/BundleSearch.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <system_error>
+#include <utility>
+
+namespace host {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string Environment(const char* name) {
+    auto const* value = std::getenv(name);
+    return value ? value : "";
+}
+
+fs::path ProgramFolder() {
+    std::error_code error;
+    return fs::read_symlink("/proc/self/exe", error).parent_path();
+}
+
+// The first folder above the program that was configured for a build; empty when there is none.
+fs::path BuildTree(fs::path folder) {
+    std::error_code error;
+    for (; !folder.empty() && folder != folder.root_path(); folder = folder.parent_path())
+        if (fs::exists(folder / "CMakeCache.txt", error))
+            return folder;
+    return {};
+}
+
+// $XDG_DATA_HOME counts only when it is absolute.
+fs::path UserDataFolder() {
+    fs::path const data = Environment("XDG_DATA_HOME");
+    if (data.is_absolute())
+        return data;
+    auto const home = Environment("HOME");
+    return home.empty() ? fs::path() : fs::path(home) / ".local/share";
+}
+
+void AddPluginPath(std::vector<BundleSearch::Place>& places, const std::string& bundle) {
+    auto const list = Environment("TELOP_PLUGIN_PATH");
+    for (std::size_t start = 0; start < list.size();) {
+        auto const end = std::min(list.find(':', start), list.size());
+        fs::path entry = list.substr(start, end - start);
+        if (!entry.empty() && !entry.has_filename())
+            entry = entry.parent_path(); // "x.bundle/" means the bundle as well
+        if (!entry.empty())
+            places.push_back(
+                { entry.filename() == bundle ? entry : entry / bundle, "TELOP_PLUGIN_PATH" });
+        start = end + 1;
+    }
+}
+
+std::vector<BundleSearch::Place> Places(const std::string& bundle) {
+    std::vector<BundleSearch::Place> places;
+    AddPluginPath(places, bundle);
+    if (auto const data = UserDataFolder(); !data.empty())
+        places.push_back({ data / "telop" / bundle, "the user's data directory" });
+    auto const program = ProgramFolder();
+    if (!program.empty())
+        places.push_back({ (program / TELOP_BINDIR_TO_LIBDIR / "telop" / bundle).lexically_normal(),
+                           "beside the program's installation" });
+    places.push_back({ fs::path(TELOP_LIBDIR) / "telop" / bundle, "the library directory" });
+    if (auto const tree = BuildTree(program); !tree.empty())
+        places.push_back({ tree / bundle, "the build tree" });
+    return places;
+}
+
+} // namespace
+
+std::string ModuleFolder() {
+    return "Linux-" TELOP_MACHINE;
+}
+
+std::string BundleSearch::Describe() const {
+    std::string text;
+    for (auto const& place : looked)
+        text += "  " + place.path.string() + " (" + place.origin + ")\n";
+    return text;
+}
+
+BundleSearch FindBundle(std::string_view name) {
+    BundleSearch search;
+    for (auto& place : Places(std::string(name) + ".bundle")) {
+        std::error_code error;
+        search.looked.push_back(std::move(place));
+        if (!fs::is_directory(search.looked.back().path, error))
+            continue;
+        search.found = search.looked.back().path;
+        break;
+    }
+    return search;
+}
+
+} // namespace host

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "host/Dialog.h"
+
+#include <array>
+
+namespace host {
+
+namespace {
+
+void SetInfoString(char (&field)[64], const std::string& text) {
+    text.copy(field, sizeof field - 1);
+}
+
+void SetFrame(_EPIRECORD& record, const Dialog::Frame& frame) {
+    record.nFrameWidth = frame.width;
+    record.nFrameHeight = frame.height;
+    record.hComposite = frame.composite ? frame.composite->Ref() : nullptr;
+    record.pPreviewSwitch = frame.previewSwitch;
+    if (!frame.strings)
+        return;
+    record.bInfoPresent = 1;
+    SetInfoString(record.szInfo1, (*frame.strings)[0]);
+    SetInfoString(record.szInfo2, (*frame.strings)[1]);
+    SetInfoString(record.szInfo3, (*frame.strings)[2]);
+    SetInfoString(record.szInfo4, (*frame.strings)[3]);
+}
+
+} // namespace
+
+std::unique_ptr<Dialog> Dialog::Open(Effect& effect, DialogKind kind, const Frame& frame,
+                                     std::string& why) {
+    std::unique_ptr<Dialog> dialog(new Dialog(effect));
+    auto& record = dialog->m_record;
+    SetFrame(record, frame);
+    if (kind == DialogKind::kTextEdit)
+        record.dwDialogFlags = EPI_DIALOG_TEXT_EDIT;
+    if (!effect.ThePlugin().Run(epiCreateSettingDialog, record, why))
+        return nullptr;
+    if (record.hDialogWindow)
+        return dialog;
+    why = effect.ThePlugin().Bundle().string() +
+          ": made no window: its user interface is not installed or cannot run here";
+    return nullptr;
+}
+
+Dialog::~Dialog() {
+    // Without a holder there is nothing to destroy, and the selector must not come.
+    std::string why;
+    if (m_record.pDialogHolder)
+        m_effect->ThePlugin().Run(epiDestroySettingDialog, m_record, why);
+}
+
+bool Dialog::Notify(std::int32_t code, std::string& why) {
+    m_record.nNotifyCode = code;
+    return m_effect->ThePlugin().Run(epiDialogNotify, m_record, why);
+}
+
+bool Dialog::NotifyComposite(Image* composite, std::string& why) {
+    m_record.hComposite = composite ? composite->Ref() : nullptr;
+    return Notify(epiNotifyCompositeImage, why);
+}
+
+} // namespace host
