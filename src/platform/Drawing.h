@@ -9,13 +9,9 @@
 #include <cstdint>
 
 #include "platform/Fonts.h"
+#include "platform/Status.h"
 
 namespace platform {
-
-using OSStatus = std::int32_t;
-inline constexpr OSStatus kNoErr = 0;
-inline constexpr OSStatus kParamErr = -50;
-inline constexpr OSStatus kMemFullErr = -108;
 
 // left and top lie inside, right and bottom outside.
 struct Rect {
