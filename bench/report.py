@@ -1,0 +1,288 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: BSD-3-Clause
+"""Turns the times of telop-bench and of render_programs.py into tables of ratios beside their
+limits, prints them, and writes them into README.md between its two markers."""
+
+import argparse
+import json
+import os
+import platform
+import statistics
+import subprocess
+from collections import defaultdict
+from pathlib import Path
+
+BEGIN = "<!-- results -->"
+END = "<!-- end of results -->"
+
+CASES = {
+    "score-100": "Score box, 10 characters, 100 %",
+    "score-50": "Score box, 10 characters, 50 %",
+    "latin": "4 lines of 40 Latin characters, 50 %",
+    "japanese": "4 lines of 31 Japanese characters, 50 %",
+    "japanese-utf8": "4 lines of 21 Japanese characters, 50 %",
+}
+RENDERERS = {
+    "effect": "DoFilter",
+    "blend": "bare blend",
+    "cairo": "Cairo + Pango",
+    "cairo-kept": "Cairo, layout kept",
+    "qt": "Qt painter",
+    "drawtext": "drawtext",
+}
+AREA_CASES = ["score-100", "score-50", "latin"]
+
+UNCHANGED_TO_BLEND = 1.8
+UNCHANGED_TO_CAIRO = 0.6
+CHANGING_TO_CAIRO = 0.8
+TO_DRAWTEXT = 0.1
+TO_FFMPEG = 1.0
+TO_MOGRIFY = 0.25
+TWO_THREADS = 1.8
+SPREAD_OF_FRAME_SIZES = 1.2
+GROWTH_OF_PIXEL_COST = 1.2
+START_SECONDS = 0.020
+LOAD_SECONDS = 0.010
+
+
+class Bench:
+    """The medians of telop-bench by name: nanoseconds of the processor for one iteration, and the
+    counters."""
+
+    def __init__(self, path):
+        self.context = json.loads(path.read_text())
+        runs = defaultdict(list)
+        for run in self.context["benchmarks"]:
+            if run.get("error_occurred"):
+                raise SystemExit(f"report: {run['name']}: {run['error_message']}")
+            if run["run_type"] == "iteration":
+                runs[run["run_name"]].append(run)
+        self.runs = runs
+
+    def median(self, name, field="cpu_time"):
+        if name not in self.runs:
+            raise SystemExit(f"report: there is no measurement {name}")
+        return statistics.median(run[field] for run in self.runs[name])
+
+    def text(self, case, bits, renderer, content="unchanged"):
+        """Of drawtext, what the filter adds to a graph that does nothing."""
+        name = f"text/{case}/{bits}/{renderer}/{content}"
+        if name not in self.runs:
+            return None
+        idle = self.median(f"text/{case}/{bits}/null-graph/unchanged") if renderer == "drawtext" else 0
+        return self.median(name) - idle
+
+
+class Check:
+    """One ratio, or one figure, beside its limit."""
+
+    def __init__(self, what, value, limit, at_least=False, form="{:.2f}"):
+        self.what = what
+        self.value = value
+        self.limit = limit
+        self.at_least = at_least
+        self.form = form
+
+    def met(self):
+        return self.value >= self.limit if self.at_least else self.value <= self.limit
+
+    def row(self):
+        bound = "at least " if self.at_least else "at most "
+        verdict = "met" if self.met() else "**not met**"
+        return [self.what, self.form.format(self.value), bound + self.form.format(self.limit), verdict]
+
+
+def text_checks(bench, case):
+    def ratio(bits, content, other):
+        return bench.text(case, bits, "effect", content) / bench.text(
+            case, bits, other, "unchanged" if other == "blend" else content)
+
+    name = CASES[case]
+    return [
+        Check(f"{name}: unchanged / bare blend", ratio(8, "unchanged", "blend"), UNCHANGED_TO_BLEND),
+        Check(f"{name}: unchanged / Cairo + Pango", ratio(8, "unchanged", "cairo"),
+              UNCHANGED_TO_CAIRO),
+        Check(f"{name}: changing / Cairo + Pango", ratio(8, "changing", "cairo"), CHANGING_TO_CAIRO),
+        Check(f"{name}: unchanged / drawtext", ratio(8, "unchanged", "drawtext"), TO_DRAWTEXT),
+        Check(f"{name}: changing / drawtext", ratio(8, "changing", "drawtext"), TO_DRAWTEXT),
+        Check(f"{name}: 16 bits, unchanged / bare blend", ratio(16, "unchanged", "blend"),
+              UNCHANGED_TO_BLEND),
+    ]
+
+
+def frame_sizes(bench, case):
+    return {name.split("/")[2]: bench.median(name) for name in bench.runs
+            if name.startswith(f"frame/{case}/")}
+
+
+def pixel_costs(bench, case):
+    """Nanoseconds for each pixel of the text's rectangle, by font size."""
+    return {int(name.split("/")[2]): bench.median(name) / bench.median(name, "pixels")
+            for name in bench.runs if name.startswith(f"area/{case}/")}
+
+
+def thread_gain(bench, case, content):
+    def rate(threads):
+        return bench.median(f"threads/{case}/{content}/real_time/threads:{threads}",
+                            "items_per_second")
+
+    return rate(2) / rate(1)
+
+
+def scaling_checks(bench):
+    checks = []
+    for case, name in CASES.items():
+        times = frame_sizes(bench, case).values()
+        checks.append(Check(f"{name}: slowest / fastest of 720, 1080 and 2160 rows",
+                            max(times) / min(times), SPREAD_OF_FRAME_SIZES))
+    for case in AREA_CASES:
+        costs = pixel_costs(bench, case)
+        checks.append(Check(f"{CASES[case]}: cost of a pixel at 144 / at 36 points",
+                            costs[144] / costs[36], GROWTH_OF_PIXEL_COST))
+    for case, name in CASES.items():
+        checks.append(Check(f"{name}: frames on two threads / on one",
+                            thread_gain(bench, case, "unchanged"), TWO_THREADS, at_least=True))
+    return checks
+
+
+def program_checks(programs):
+    def seconds(name):
+        return statistics.median(programs["programs"][name]["seconds"])
+
+    def milliseconds(what, values, limit):
+        return Check(what, statistics.median(values) * 1e3, limit * 1e3, form="{:.1f} ms")
+
+    count = programs["frames"]["count"]
+    return [
+        Check(f"telop render / ffmpeg with drawtext, {count} frames", seconds("telop") / seconds("ffmpeg"),
+              TO_FFMPEG),
+        Check(f"telop render / mogrify, {count} frames", seconds("telop") / seconds("mogrify"),
+              TO_MOGRIFY),
+        milliseconds("telop render, one picture of 16 x 16", programs["starts"]["render"],
+                     START_SECONDS),
+        milliseconds("telop --help", programs["starts"]["help"], START_SECONDS),
+        milliseconds("loading the plug-in and Init", programs["loads"], LOAD_SECONDS),
+    ]
+
+
+def table(head, rows):
+    line = "|" + "|".join(" --- " if i == 0 else " ---: " for i in range(len(head))) + "|"
+    return ["| " + " | ".join(head) + " |", line] + ["| " + " | ".join(row) + " |" for row in rows]
+
+
+def microseconds(value):
+    if value is None:
+        return "-"
+    value /= 1e3
+    return f"{value:.2f}" if value < 10 else f"{value:.1f}" if value < 100 else f"{value:.0f}"
+
+
+def text_times(bench, bits):
+    shown = [r for r in RENDERERS if any(bench.text(case, bits, r) for case in CASES)]
+    rows = []
+    for case, name in CASES.items():
+        for content in ["unchanged", "changing"]:
+            times = [bench.text(case, bits, renderer, content) for renderer in shown]
+            rows.append([name + ("" if content == "unchanged" else ", changing")]
+                        + [microseconds(time) for time in times])
+    return table(["Microseconds a frame"] + [RENDERERS[r] for r in shown], rows)
+
+
+def scaling_times(bench):
+    rows = []
+    for case, name in CASES.items():
+        sizes = frame_sizes(bench, case)
+        rows.append([name] + [microseconds(sizes[s]) for s in ["1280x720", "1920x1080", "3840x2160"]]
+                    + [f"{thread_gain(bench, case, c):.2f}" for c in ["unchanged", "changing"]])
+    head = ["DoFilter", "1280x720, µs", "1920x1080, µs", "3840x2160, µs", "two threads / one",
+            "the same, changing"]
+    return table(head, rows)
+
+
+def area_times(bench):
+    rows = []
+    for case in AREA_CASES:
+        costs = pixel_costs(bench, case)
+        rows.append([CASES[case]] + [f"{costs[size]:.3f}" for size in sorted(costs)])
+    sizes = sorted(pixel_costs(bench, AREA_CASES[0]))
+    return table(["Nanoseconds a pixel of the rectangle"] + [f"{size} points" for size in sizes], rows)
+
+
+def program_times(programs):
+    rows = []
+    for name, entry in programs["programs"].items():
+        rows.append([name, f"{statistics.median(entry['seconds']):.2f}",
+                     f"{statistics.median(entry['processor']):.2f}",
+                     f"{max(entry['memory']) / 2**20:.0f}", f"{entry['bytes'] / 1e6:.1f}"])
+    given = programs["frames"]
+    head = [f"{given['count']} frames of {given['bytes'] / 1e6:.1f} MB", "seconds",
+            "processor seconds", "memory, MiB", "written, MB"]
+    return table(head, rows)
+
+
+def output_of(*command):
+    try:
+        return subprocess.run(command, capture_output=True, text=True, check=True).stdout.strip()
+    except (OSError, subprocess.CalledProcessError):
+        return "unknown"
+
+
+def processor_name():
+    for line in Path("/proc/cpuinfo").read_text().splitlines():
+        if line.startswith("model name"):
+            return line.split(":", 1)[1].strip()
+    return platform.machine()
+
+
+def machine(bench, programs):
+    versions = ", ".join(f"{name} {output_of('pkg-config', '--modversion', module)}" for name, module in [
+        ("FreeType", "freetype2"), ("HarfBuzz", "harfbuzz"), ("Cairo", "cairo"), ("Pango", "pango"),
+        ("Qt", "Qt6Gui"), ("libavfilter", "libavfilter")])
+    repetitions = max(len(runs) for runs in bench.runs.values())
+    load = bench.context["context"]["load_avg"]
+    return [
+        f"- {processor_name()}, {os.cpu_count()} cores; load before the run {load[0]:.1f}",
+        f"- {platform.freedesktop_os_release()['PRETTY_NAME']}, Linux {platform.release()}, "
+        + output_of("g++", "--version").splitlines()[0],
+        f"- {versions}",
+        f"- {programs['versions']['ffmpeg']}, {programs['versions']['mogrify']}",
+        f"- medians of {repetitions} repetitions in random order, on one core each",
+    ]
+
+
+def report(bench, programs):
+    checks = [check for case in CASES for check in text_checks(bench, case)]
+    checks += scaling_checks(bench) + program_checks(programs)
+    missed = sum(not check.met() for check in checks)
+    lines = [f"{len(checks) - missed} of {len(checks)} limits met.", ""]
+    lines += table(["Ratio", "measured", "limit", ""], [check.row() for check in checks])
+    for title, part in [("8 bits a channel", text_times(bench, 8)),
+                        ("16 bits a channel", text_times(bench, 16)),
+                        ("Frame size and threads", scaling_times(bench)),
+                        ("Area", area_times(bench)),
+                        ("Programs", program_times(programs)),
+                        ("Machine", machine(bench, programs))]:
+        lines += ["", f"### {title}", ""] + part
+    return "\n".join(lines)
+
+
+def update(readme, text):
+    before, rest = readme.read_text().split(BEGIN)
+    _, after = rest.split(END)
+    readme.write_text(f"{before}{BEGIN}\n\n{text}\n\n{END}{after}")
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("bench", type=Path, help="JSON of telop-bench")
+    parser.add_argument("programs", type=Path, help="JSON of render_programs.py")
+    parser.add_argument("--readme", type=Path, help="the file to write the tables into")
+    args = parser.parse_args()
+    text = report(Bench(args.bench), json.loads(args.programs.read_text()))
+    print(text)
+    if args.readme:
+        update(args.readme, text)
+
+
+if __name__ == "__main__":
+    main()
