@@ -35,7 +35,7 @@ def telop(args, out):
 
 
 def ffmpeg(args, out):
-    text = r"C-005-%{eif\:n+1\:d\:4}"
+    text = r"'C-005-%{eif\:n+1\:d\:4}'"  # quoted against the filter's own colons
     draw = (f"drawtext=font={FONT}:fontsize={SIZE}:fontcolor=white:box=1:boxcolor=black"
             f":x={LEFT}:y={TOP}:text={text}")
     return ["ffmpeg", "-v", "error", "-i", f"{args.frames}/shot.%04d.png", "-vf", draw,
