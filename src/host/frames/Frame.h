@@ -4,9 +4,9 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -33,6 +33,8 @@ enum class ColorKind : std::uint8_t {
 
 // "grey", "RGB", "palette", "grey with alpha", "RGB with alpha".
 std::string_view ColorKindName(ColorKind kind);
+// How many values a pixel has in the file: 1 to 4.
+std::size_t ChannelsOf(ColorKind kind);
 
 // One ancillary part of a PNG file, kept as it was.
 struct FrameChunk {
@@ -52,6 +54,9 @@ struct FrameHeader {
     // image has it as alpha 0. In the picture's own depth; grey uses the first value.
     bool hasTransparentColor = false;
     std::array<std::uint16_t, 3> transparentColor {};
+    // Red, green and blue of each colour of a palette picture; in an RGB picture, colours that it
+    // suggests to displays that cannot show all.
+    std::vector<std::uint8_t> palette;
     std::vector<FrameChunk> metadata; // in the file's order
 };
 
@@ -62,6 +67,10 @@ struct Frame {
     std::unique_ptr<Image> image;
     FrameHeader header;
 };
+
+// Gives the frame an image of this size and format, the one it has if that fits; its pixels are
+// unspecified. False: there is no memory.
+bool PrepareImage(Frame& frame, std::int32_t width, std::int32_t height, const PixelFormat& format);
 
 // The kind of picture that holds the image's pixels now: the header's kind while the pixels in
 // `touched`, the only ones that may differ from what was read, still fit in it. Grey that was

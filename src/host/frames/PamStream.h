@@ -6,8 +6,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "host/frames/Bytes.h"
 #include "host/frames/Frame.h"
 
 namespace host {
@@ -28,20 +30,22 @@ public:
 private:
     struct Header;
     bool Refill();
+    int PeekByte();
     int GetByte();
     bool GetBytes(std::uint8_t* to, std::size_t count);
-    bool GetToken(std::string& token);
-    bool GetLine(std::string& line);
+    std::string GetLine();
+    std::string GetWord();
     bool ReadPamHeader(Header& header, std::string& reason);
     bool ReadPlainHeader(Header& header, std::string& reason);
     bool ReadHeader(Header& header, std::string& reason);
     bool ReadPixels(const Header& header, Frame& frame, std::string& reason);
+    std::string CutOff(std::string_view where) const;
 
     int m_descriptor;
     std::string m_name;
     std::int64_t m_framesRead = 0;
-    int m_error = 0; // errno of the read that failed
-    std::vector<std::uint8_t> m_buffer;
+    int m_error = 0;                    // errno of the read that failed
+    std::vector<std::uint8_t> m_buffer; // read ahead: from m_begin to m_end
     std::size_t m_begin = 0;
     std::size_t m_end = 0;
     std::vector<std::uint8_t> m_row;
@@ -58,12 +62,10 @@ public:
     bool Write(const Frame& frame, const PixelRect& touched, std::string& why);
 
 private:
-    bool Send(const std::uint8_t* from, std::size_t count, std::string& why);
-
     int m_descriptor;
     std::string m_name;
     bool m_colored = false;
-    std::vector<std::uint8_t> m_buffer;
+    Bytes m_buffer;
 };
 
 } // namespace host

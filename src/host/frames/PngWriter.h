@@ -13,7 +13,7 @@
 
 namespace host {
 
-inline constexpr int kPngLevelDefault = 2; // fast, and small for drawn frames
+inline constexpr int kPngLevelDefault = 1; // a row of a drawn frame gains little from more search
 inline constexpr int kPngLevelMax = 9;
 
 // Keeps its buffers from frame to frame: one for each thread, used by one thread at a time.
