@@ -1,1 +1,250 @@
 // SPDX-License-Identifier: BSD-3-Clause
+// Measures and draws the chosen text into a picture of its own and has it blended into the image.
+#include "render/CTextRenderer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <string_view>
+
+#include "platform/Drawing.h"
+#include "render/BoundedText.h"
+#include "render/ColorRef.h"
+#include "render/LineWalk.h"
+#include "render/PIOffscreen.h"
+#include "render/PascalString.h"
+#include "render/Rounding.h"
+#include "render/StateSavers.h"
+#include "render/TextChoice.h"
+
+namespace {
+
+constexpr std::int16_t kWorldDepth = 32;
+
+// What blending takes for empty. Every other shade of grey is the coverage of glyphs.
+constexpr COLORREF kKeyColor = 0xFEFEFE;
+constexpr COLORREF kGlyphColor = 0;
+
+// A text cut into lines; the text outlives it.
+class Lines {
+public:
+    Lines(std::string_view text, bool several) {
+        m_starts[0] = text.data();
+        m_lengths[0] = static_cast<std::uint16_t>(text.size());
+        m_count = 1;
+        if (several)
+            Split(text);
+    }
+
+    int Count() const { return m_count; }
+    std::string_view operator[](int i) const { return { m_starts[i], m_lengths[i] }; }
+
+private:
+    // Every byte may be a break, and a line follows the last one.
+    static constexpr std::size_t kMaxLines = sizeof(_TEXTPARAM::szDialogue) + 1;
+
+    void Split(std::string_view text) {
+        LineWalk walk(text);
+        m_count = 0;
+        for (std::string_view line; walk.Next(&line); ++m_count) {
+            m_starts[m_count] = line.data();
+            m_lengths[m_count] = static_cast<std::uint16_t>(line.size());
+        }
+    }
+
+    // Only the first m_count are ever written: most texts have one line.
+    const char* m_starts[kMaxLines];
+    std::uint16_t m_lengths[kMaxLines];
+    int m_count;
+};
+
+struct TextStyle {
+    platform::FontNumber font;
+    std::int16_t size;
+};
+
+TextStyle StyleOf(const _TEXTPARAM& param) {
+    unsigned char name[256];
+    CtoPascalString(name, FieldText(param.szFontName));
+    // The low 16 bits of the size are the platform's text size, sign and all.
+    TextStyle style { 0, static_cast<std::int16_t>(param.nFontSize) };
+    platform::GetFNum(name, &style.font);
+    return style;
+}
+
+void SetTextStyle(const TextStyle& style) {
+    platform::TextFont(style.font);
+    platform::TextSize(style.size);
+    platform::TextFace(0);
+    platform::TextMode(platform::kSrcCopy);
+}
+
+// A world of its own is current, with the text style set, until the scope ends.
+class TextWorld {
+public:
+    // Null when no world of this size can be made.
+    static platform::GWorldPtr Make(std::int32_t width, std::int32_t height) {
+        if (width > platform::kMaxWorldSide || height > platform::kMaxWorldSide)
+            return nullptr;
+        platform::Rect bounds;
+        platform::SetRect(&bounds, 0, 0, static_cast<std::int16_t>(width),
+                          static_cast<std::int16_t>(height));
+        platform::GWorldPtr world = nullptr;
+        return platform::NewGWorld(&world, kWorldDepth, bounds) == platform::kNoErr ? world
+                                                                                    : nullptr;
+    }
+
+    TextWorld(platform::GWorldPtr world, const TextStyle& style)
+        : m_release(world), m_current(world) {
+        SetTextStyle(style);
+    }
+
+private:
+    struct Current {
+        explicit Current(platform::GWorldPtr world) { platform::SetGWorld(world, nullptr); }
+        XSaveGWorld saved;
+    };
+    XReleaseGWorld m_release;
+    Current m_current;
+    XSaveText m_text;
+};
+
+struct TextBox {
+    std::int32_t width;
+    std::int32_t height;
+    std::int16_t ascent;
+    std::int32_t lineHeight;
+};
+
+std::int32_t WidthOf(const Lines& lines) {
+    if (lines.Count() == 1) {
+        unsigned char string[256];
+        CtoPascalString(string, lines[0]);
+        return platform::StringWidth(string);
+    }
+    std::int32_t width = 0;
+    for (int i = 0; i < lines.Count(); ++i) {
+        const std::string_view line = lines[i];
+        width = std::max(
+            width, platform::TextWidth(line.data(), 0, static_cast<std::int32_t>(line.size())));
+    }
+    return width;
+}
+
+std::optional<TextBox> Measure(const Lines& lines, const TextStyle& style) {
+    const platform::GWorldPtr world = TextWorld::Make(256, 256);
+    if (!world)
+        return std::nullopt;
+    const TextWorld current(world, style);
+    platform::FontInfo font;
+    platform::GetFontInfo(&font);
+    // Lines follow each other without the leading.
+    const std::int32_t lineHeight = font.ascent + font.descent;
+    return TextBox { WidthOf(lines), lineHeight * lines.Count(), font.ascent, lineHeight };
+}
+
+void SetDrawingColors(const _TEXTPARAM& param) {
+    const bool box = (param.dwFlags & TEXT_BOX) != 0;
+    platform::RGBColor fore;
+    platform::RGBColor back;
+    COLORREFtoRGB(fore, box ? param.crText : kGlyphColor);
+    COLORREFtoRGB(back, box ? param.crBack : kKeyColor);
+    platform::RGBForeColor(fore);
+    platform::RGBBackColor(back);
+}
+
+// Into the current world, which has the size of box.
+void DrawLines(const Lines& lines, const TextBox& box, const _TEXTPARAM& param) {
+    const XSaveColor colors;
+    SetDrawingColors(param);
+    platform::Rect whole;
+    platform::SetRect(&whole, 0, 0, static_cast<std::int16_t>(box.width),
+                      static_cast<std::int16_t>(box.height));
+    platform::EraseRect(whole);
+    for (int i = 0; i < lines.Count(); ++i) {
+        unsigned char string[256];
+        CtoPascalString(string, lines[i]);
+        platform::MoveTo(0, static_cast<std::int16_t>(box.ascent + box.lineHeight * i));
+        platform::DrawString(string);
+    }
+}
+
+// False when there was no memory for the picture.
+bool DrawAndBlend(PIOffscreen* image, const Lines& lines, const TextBox& box,
+                  const TextStyle& style, _TEXTPARAM* param, const tagPOINT& position) {
+    const platform::GWorldPtr world = TextWorld::Make(box.width, box.height);
+    if (!world)
+        return false;
+    const TextWorld current(world, style);
+    DrawLines(lines, box, *param);
+    const platform::PixMapHandle pixels = platform::GetGWorldPixMap(world);
+    const XPixMapLocker locker(pixels);
+    if (!locker.IsLocked())
+        return false;
+    _RTEXTIMAGE_INFO info { box.width, box.height, platform::GetPixRowBytes(pixels),
+                            platform::GetPixBaseAddr(pixels),
+                            kTextImageXrgb32 | kTextImageTopDown };
+    CTextRenderer::CopyTextStringImage(image, &info, param, position.x, position.y);
+    return true;
+}
+
+std::int32_t ScaledPosition(std::int32_t value, double scale, std::int32_t origin) {
+    // Scaling 0 by infinity gives no number, and counts as 0.
+    const double scaled = value * scale;
+    // 2^52 is far outside every image and leaves room for the origin.
+    constexpr double kFar = 4503599627370496.0;
+    const auto whole =
+        std::isnan(scaled) ? 0 : static_cast<std::int64_t>(std::clamp(scaled, -kFar, kFar));
+    return SaturateToInt32(whole - origin);
+}
+
+// Top left of the text in image coordinates. Without a scale the frame's own position stands, and
+// the origin, which belongs to the scaled frame, is not subtracted either.
+tagPOINT PositionOf(const _TEXTPARAM& param, double scale, const tagPOINT& origin) {
+    if (!(scale > 0.0))
+        return param.ptPos;
+    return { ScaledPosition(param.ptPos.x, scale, origin.x),
+             ScaledPosition(param.ptPos.y, scale, origin.y) };
+}
+
+tagRECT CoveredBy(const TextBox& box, const tagPOINT& position) {
+    const std::int64_t x = position.x;
+    const std::int64_t y = position.y;
+    return { position.x, position.y, SaturateToInt32(x + box.width),
+             SaturateToInt32(y + box.height) };
+}
+
+} // namespace
+
+long CTextRenderer::DoText(PIOffscreen* image, _TEXTPARAM* param, tagRECT* covered,
+                           const char* info1, const char* info2, const char* info3,
+                           const char* info4, double scale, tagPOINT* origin) {
+    if (covered)
+        *covered = {};
+    if (FilledText(*param) == TextKind::kNone)
+        return 0;
+    const tagPOINT position = PositionOf(*param, scale, *origin);
+    const TextStyle style = StyleOf(*param);
+    // By its flag alone, although the question above was for a filled one: an empty text of higher
+    // priority hides a filled one, as it always did in frames.
+    const TextKind kind = FlaggedText(*param);
+    char buffer[kTextBufferSize];
+    const Lines lines(ComposeText(kind, *param, { info1, info2, info3, info4 }, buffer),
+                      kind == TextKind::kDialogue);
+    const std::optional<TextBox> box = Measure(lines, style);
+    if (box && DrawAndBlend(image, lines, *box, style, param, position) && covered)
+        *covered = CoveredBy(*box, position);
+    return 0;
+}
+
+void CTextRenderer::GetTextInfoText(_TEXTPARAM* param, char* out, long size, const char* info1,
+                                    const char* info2, const char* info3, const char* info4) {
+    if (size > 0)
+        std::fill_n(out, size, '\0');
+    const TextKind kind = FilledText(*param);
+    if (kind == TextKind::kNone)
+        return;
+    char buffer[kTextBufferSize];
+    const std::string_view text = ComposeText(kind, *param, { info1, info2, info3, info4 }, buffer);
+    BoundedText(out, kTextBufferSize).Append(text);
+}

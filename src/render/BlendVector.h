@@ -1,0 +1,398 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The vector version of the blend, written once over the operations of a vector unit V. Each unit's
+// own source file includes this, compiled for that unit; V lives in an unnamed namespace there, and
+// nothing here is anything but a template over it, so that no code for one unit can end up in
+// another's place. For the same reason there is no standard library in here.
+//
+// V::Vec holds V::kPixels source pixels and consists of groups of 16 bytes, in which shuffles,
+// unpacking and packing work on their own:
+//
+//   source  X R G B | X R G B | X R G B | X R G B      one group
+//   d, low half     c0 c1 c2 c3 of pixel 0 and 1       as 16-bit numbers
+//   d, high half    c0 c1 c2 c3 of pixel 2 and 3
+#pragma once
+
+#include "render/BlendKernels.h"
+
+namespace render {
+
+enum class BlendMode { kPlain, kBox, kReplace };
+
+// Which byte of a group goes to each place of a group; kZeroByte puts a 0 there.
+inline constexpr std::uint8_t kZeroByte = 0x80;
+template <class V>
+struct BytePattern {
+    std::uint8_t bytes[16];
+    typename V::Vec Load() const { return V::LoadGroup(bytes); }
+};
+
+// The order of a pixel's channels: what is asked of the place of each.
+template <class V>
+class Places {
+public:
+    explicit Places(const BlendJob& job) {
+        for (int& source : m_source)
+            source = kAbsent;
+        m_source[job.order.red] = kSourceXrgb32.red;
+        m_source[job.order.green] = kSourceXrgb32.green;
+        m_source[job.order.blue] = kSourceXrgb32.blue;
+        if (job.order.alpha >= 0)
+            m_source[job.order.alpha] = kAlpha;
+    }
+
+    bool IsAlpha(int place) const { return m_source[place] == kAlpha; }
+    bool IsAbsent(int place) const { return m_source[place] == kAbsent; }
+    // The byte of source pixel number pixel that is drawn here.
+    std::uint8_t SourceByte(int pixel, int place) const {
+        return m_source[place] > 0 ? static_cast<std::uint8_t>(4 * pixel + m_source[place])
+                                   : kZeroByte;
+    }
+    std::uint8_t TextByte(const BlendJob& job, int place) const {
+        const std::uint8_t colors[4] = { 0, job.red, job.green, job.blue };
+        return m_source[place] > 0 ? colors[m_source[place]] : std::uint8_t { 0 };
+    }
+
+private:
+    static constexpr int kAbsent = -1;
+    static constexpr int kAlpha = 0;
+
+    int m_source[4];
+};
+
+// Pixels of four 8-bit channels.
+template <class V, BlendMode kMode>
+class Mixer8 {
+    using Vec = typename V::Vec;
+
+public:
+    explicit Mixer8(const BlendJob& job)
+        : m_opacity(V::Fill16(job.opacity)),
+          m_weights(V::Fill16(static_cast<std::uint16_t>(job.opacity << 8 | (256 - job.opacity)))) {
+        const Places<V> places(job);
+        BytePattern<V> opaque, absent, pick, text, low, high;
+        for (int i = 0; i < 16; ++i) {
+            const int place = i % 4;
+            opaque.bytes[i] = places.IsAlpha(place) ? 0xFF : 0;
+            absent.bytes[i] = places.IsAbsent(place) ? 0xFF : 0;
+            pick.bytes[i] = places.SourceByte(i / 4, place);
+            const int lane = i / 2; // of 16 bits
+            text.bytes[i] = i % 2 == 0 ? places.TextByte(job, lane % 4) : 0;
+            low.bytes[i] = CoverageByte(i, lane / 4);
+            high.bytes[i] = CoverageByte(i, lane / 4 + 2);
+        }
+        m_opaque = opaque.Load();
+        m_absent = absent.Load();
+        m_pick = pick.Load();
+        m_text = text.Load();
+        m_low = low.Load();
+        m_high = high.Load();
+    }
+
+    // d with the source drawn over it; key has all bits of the source pixels that draw nothing.
+    Vec operator()(Vec source, Vec key, Vec d) const {
+        return V::Select(V::Or(Colors(source, d), m_opaque), d, V::Or(key, m_absent));
+    }
+
+private:
+    // Byte 1 of the pixel in the high byte of each lane.
+    static std::uint8_t CoverageByte(int byte, int pixel) {
+        return byte % 2 == 1 ? static_cast<std::uint8_t>(4 * pixel + 1) : kZeroByte;
+    }
+
+    Vec Colors(Vec source, Vec d) const {
+        if constexpr (kMode == BlendMode::kPlain) {
+            const Vec zero = V::Zero();
+            return V::Pack(Covered(source, m_low, V::UnpackLow(d, zero), V::UnpackLow(zero, d)),
+                           Covered(source, m_high, V::UnpackHigh(d, zero), V::UnpackHigh(zero, d)));
+        }
+        const Vec own = V::Shuffle(source, m_pick);
+        return kMode == BlendMode::kReplace ? own : Weighted(own, d);
+    }
+
+    // (256 d + weight (text - d)) / 256: the sum fits 16 bits unsigned though its second term alone
+    // does not.
+    Vec Covered(Vec source, Vec coverage, Vec d, Vec d256) const {
+        const Vec weight = V::MulHigh(V::Shuffle(V::Not(source), coverage), m_opacity);
+        return V::ShiftRight8(V::Add(d256, V::MulLow(weight, V::Sub(m_text, d))));
+    }
+
+    // ((256 - weight) d + weight s) / 256 with both colours less 128, as the multiplication wants one
+    // side signed. Opacity 0, whose first factor needs 9 bits, never comes here.
+    Vec Weighted(Vec s, Vec d) const {
+        const Vec bias = V::Fill16(0x8080);
+        const Vec d128 = V::Xor(d, bias);
+        const Vec s128 = V::Xor(s, bias);
+        const Vec low = V::MulAddPairs(m_weights, V::UnpackLow(d128, s128));
+        const Vec high = V::MulAddPairs(m_weights, V::UnpackHigh(d128, s128));
+        return V::Xor(V::PackSigned(V::ShiftRight8Signed(low), V::ShiftRight8Signed(high)), bias);
+    }
+
+    Vec m_opacity, m_weights, m_opaque, m_absent, m_pick, m_text, m_low, m_high;
+};
+
+// Pixels of four 16-bit channels, two to a group. The source comes with the pixels of each group in
+// that group's low half.
+template <class V, BlendMode kMode>
+class Mixer16 {
+    using Vec = typename V::Vec;
+
+public:
+    explicit Mixer16(const BlendJob& job)
+        : m_opacity(V::Fill16(static_cast<std::uint16_t>(
+              kMode == BlendMode::kPlain ? job.opacity : job.opacity * 257))) {
+        const Places<V> places(job);
+        BytePattern<V> opaque, absent, text, widen, double32;
+        for (int i = 0; i < 16; ++i) {
+            const int place = i / 2 % 4;
+            const int pixel = i / 8;
+            opaque.bytes[i] = places.IsAlpha(place) ? 0xFF : 0;
+            absent.bytes[i] = places.IsAbsent(place) ? 0xFF : 0;
+            text.bytes[i] = places.TextByte(job, place);
+            // The same byte twice is the number times 257.
+            widen.bytes[i] = places.SourceByte(pixel, place);
+            if (kMode == BlendMode::kPlain)
+                widen.bytes[i] = i % 2 == 1 ? static_cast<std::uint8_t>(4 * pixel + 1) : kZeroByte;
+            double32.bytes[i] = static_cast<std::uint8_t>(4 * pixel);
+        }
+        m_opaque = opaque.Load();
+        m_absent = absent.Load();
+        m_text = text.Load();
+        m_widen = widen.Load();
+        m_double = double32.Load();
+    }
+
+    Vec operator()(Vec source, Vec key, Vec d) const {
+        return V::Select(V::Or(Colors(source, d), m_opaque), d,
+                         V::Or(V::Shuffle(key, m_double), m_absent));
+    }
+
+private:
+    Vec Colors(Vec source, Vec d) const {
+        if constexpr (kMode == BlendMode::kPlain) {
+            const Vec weight = V::MulHigh(V::Shuffle(V::Not(source), m_widen), m_opacity);
+            return Mix(d, m_text, V::Or(weight, V::ShiftLeft8(weight)));
+        }
+        const Vec s = V::Shuffle(source, m_widen);
+        return kMode == BlendMode::kReplace ? s : Mix(d, s, m_opacity);
+    }
+
+    // d + floor(weight (s - d) / 65536). Of the two differences one is 0; what is taken away rounds
+    // up, so it is one more wherever the product's low half is not 0.
+    static Vec Mix(Vec d, Vec s, Vec weight) {
+        const Vec more = V::SubSaturated(s, d);
+        const Vec less = V::SubSaturated(d, s);
+        const Vec whole = V::Equal16(V::MulLow(less, weight), V::Zero());
+        const Vec sum = V::Sub(V::Add(d, V::MulHigh(more, weight)), V::MulHigh(less, weight));
+        return V::Sub(V::Add(sum, V::Ones()), whole);
+    }
+
+    Vec m_opacity, m_opaque, m_absent, m_text, m_widen, m_double;
+};
+
+// Tells the source pixels that draw nothing.
+template <class V>
+class KeyTest {
+    using Vec = typename V::Vec;
+
+public:
+    KeyTest() {
+        BytePattern<V> unused, key;
+        for (int i = 0; i < 16; ++i) {
+            unused.bytes[i] = i % 4 == 0 ? 0xFF : 0;
+            key.bytes[i] = i % 4 == 0 ? 0xFF : 0xFE;
+        }
+        m_unused = unused.Load();
+        m_key = key.Load();
+    }
+    Vec operator()(Vec source) const { return V::Equal32(V::Or(source, m_unused), m_key); }
+
+private:
+    Vec m_unused, m_key;
+};
+
+// As many source pixels as are skipped at once when none of them draws: fewer, and the processor
+// guesses the branch wrong too often along the edges of glyphs.
+inline constexpr int kBlockPixels = 8;
+
+template <class V>
+struct Block {
+    using Vec = typename V::Vec;
+    static constexpr int kVecs = kBlockPixels / V::kPixels;
+
+    Block(const std::uint8_t* src, const KeyTest<V>& isKey) {
+        Vec all = V::Ones();
+        for (int i = 0; i < kVecs; ++i) {
+            source[i] = V::Load(src + 4 * V::kPixels * i);
+            key[i] = isKey(source[i]);
+            all = V::And(all, key[i]);
+        }
+        draws = !V::AllOnes(all);
+    }
+
+    Vec source[kVecs];
+    Vec key[kVecs];
+    bool draws;
+};
+
+// Each row blend draws whole blocks, then what is left of the row.
+template <class V, BlendMode kMode>
+class RowBlend32 {
+    using Vec = typename V::Vec;
+    static constexpr int kVecBytes = 4 * V::kPixels;
+
+public:
+    explicit RowBlend32(const BlendJob& job) : m_mix(job) {}
+
+    void operator()(std::uint8_t* dst, const std::uint8_t* src, int width) const {
+        for (; width >= kBlockPixels; width -= kBlockPixels) {
+            const Block<V> block(src, m_isKey);
+            for (int i = 0; block.draws && i < Block<V>::kVecs; ++i) {
+                std::uint8_t* to = dst + kVecBytes * i;
+                V::Store(to, m_mix(block.source[i], block.key[i], V::Load(to)));
+            }
+            dst += 4 * kBlockPixels;
+            src += 4 * kBlockPixels;
+        }
+        for (; width > 0; width -= V::kPixels) {
+            const Vec source = V::LoadFew(src, width);
+            V::StoreFew(dst, width, m_mix(source, m_isKey(source), V::LoadFew(dst, width)));
+            dst += kVecBytes;
+            src += kVecBytes;
+        }
+    }
+
+private:
+    KeyTest<V> m_isKey;
+    Mixer8<V, kMode> m_mix;
+};
+
+template <class V, BlendMode kMode>
+class RowBlend64 {
+    using Vec = typename V::Vec;
+    static constexpr int kVecBytes = 4 * V::kPixels;
+
+public:
+    explicit RowBlend64(const BlendJob& job) : m_mix(job) {}
+
+    void operator()(std::uint8_t* dst, const std::uint8_t* src, int width) const {
+        for (; width >= kBlockPixels; width -= kBlockPixels) {
+            const Block<V> block(src, m_isKey);
+            for (int i = 0; block.draws && i < Block<V>::kVecs; ++i) {
+                std::uint8_t* low = dst + 2 * kVecBytes * i;
+                std::uint8_t* high = low + kVecBytes;
+                V::Store(low, Low(block.source[i], block.key[i], V::Load(low)));
+                V::Store(high, High(block.source[i], block.key[i], V::Load(high)));
+            }
+            dst += 8 * kBlockPixels;
+            src += 4 * kBlockPixels;
+        }
+        for (; width > 0; width -= V::kPixels) {
+            Rest(dst, V::LoadFew(src, width), 2 * width);
+            dst += 2 * kVecBytes;
+            src += kVecBytes;
+        }
+    }
+
+private:
+    // words is the number of 32-bit halves of pixels from dst on.
+    void Rest(std::uint8_t* dst, Vec source, int words) const {
+        const Vec key = m_isKey(source);
+        V::StoreFew(dst, words, Low(source, key, V::LoadFew(dst, words)));
+        words -= V::kPixels;
+        if (words <= 0)
+            return;
+        dst += kVecBytes;
+        V::StoreFew(dst, words, High(source, key, V::LoadFew(dst, words)));
+    }
+    Vec Low(Vec source, Vec key, Vec d) const {
+        return m_mix(V::LowPixels(source), V::LowPixels(key), d);
+    }
+    Vec High(Vec source, Vec key, Vec d) const {
+        return m_mix(V::HighPixels(source), V::HighPixels(key), d);
+    }
+
+    KeyTest<V> m_isKey;
+    Mixer16<V, kMode> m_mix;
+};
+
+// Spreads three bytes to four, mixes and closes the gaps again.
+template <class V, BlendMode kMode>
+class RowBlend24 {
+    using Vec = typename V::Vec;
+    static constexpr int kVecBytes = 3 * V::kPixels;
+    // Loading reaches 4 bytes over the pixels that are meant.
+    static constexpr int kReachPixels = kBlockPixels + 2;
+
+public:
+    explicit RowBlend24(const BlendJob& job) : m_mix(job) {
+        BytePattern<V> spread, close;
+        for (int i = 0; i < 16; ++i) {
+            spread.bytes[i] = i % 4 < 3 ? static_cast<std::uint8_t>(i / 4 * 3 + i % 4) : kZeroByte;
+            close.bytes[i] = i < 12 ? static_cast<std::uint8_t>(i / 3 * 4 + i % 3) : kZeroByte;
+        }
+        m_spread = spread.Load();
+        m_close = close.Load();
+    }
+
+    void operator()(std::uint8_t* dst, const std::uint8_t* src, int width) const {
+        for (; width >= kReachPixels; width -= kBlockPixels) {
+            const Block<V> block(src, m_isKey);
+            for (int i = 0; block.draws && i < Block<V>::kVecs; ++i) {
+                std::uint8_t* to = dst + kVecBytes * i;
+                V::Store12(to, Mix(block.source[i], block.key[i], V::Load12(to)));
+            }
+            dst += 3 * kBlockPixels;
+            src += 4 * kBlockPixels;
+        }
+        for (; width > 0; width -= V::kPixels) {
+            Rest(dst, V::LoadFew(src, width), width < V::kPixels ? width : V::kPixels);
+            dst += kVecBytes;
+            src += 4 * V::kPixels;
+        }
+    }
+
+private:
+    Vec Mix(Vec source, Vec key, Vec d) const {
+        return V::Shuffle(m_mix(source, key, V::Shuffle(d, m_spread)), m_close);
+    }
+    void Rest(std::uint8_t* dst, Vec source, int count) const {
+        std::uint8_t room[kVecBytes + 4] = {};
+        __builtin_memcpy(room, dst, static_cast<std::size_t>(3 * count));
+        V::Store12(room, Mix(source, m_isKey(source), V::Load12(room)));
+        __builtin_memcpy(dst, room, static_cast<std::size_t>(3 * count));
+    }
+
+    KeyTest<V> m_isKey;
+    Mixer8<V, kMode> m_mix;
+    Vec m_spread, m_close;
+};
+
+template <class V, template <class, BlendMode> class RowBlend, BlendMode kMode>
+void BlendRowsWith(const BlendJob& job) {
+    const RowBlend<V, kMode> blend(job);
+    for (std::int32_t j = 0; j < job.height; ++j)
+        blend(job.dst + j * job.dstRowBytes, job.src + j * job.srcRowBytes, job.width);
+}
+
+template <class V, template <class, BlendMode> class RowBlend>
+void BlendInMode(const BlendJob& job) {
+    // At opacity 0 both modes only make pixels opaque.
+    if (!job.box || job.opacity == 0)
+        BlendRowsWith<V, RowBlend, BlendMode::kPlain>(job);
+    else if (job.opacity < 255)
+        BlendRowsWith<V, RowBlend, BlendMode::kBox>(job);
+    else
+        BlendRowsWith<V, RowBlend, BlendMode::kReplace>(job);
+}
+
+template <class V>
+void BlendTextWith(const BlendJob& job) {
+    if (job.depth == 64)
+        BlendInMode<V, RowBlend64>(job);
+    else if (job.depth == 32)
+        BlendInMode<V, RowBlend32>(job);
+    else
+        BlendInMode<V, RowBlend24>(job);
+}
+
+} // namespace render
