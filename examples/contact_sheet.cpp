@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <exception>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -205,7 +206,7 @@ bool MakeSheet(const Options& options, std::string& why) {
 
 } // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     Options options;
     CLI::App app("Lays pictures on one sheet, each with its caption, and writes it as a PNG file.");
     app.add_option("OUTPUT", options.output, "The sheet")->required();
@@ -226,4 +227,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     return 0;
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "contact-sheet: %s\n", error.what());
+    return 1;
 }

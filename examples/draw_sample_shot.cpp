@@ -3,9 +3,11 @@
 // while the camera pans. The same arguments give the same files on every machine.
 #include <algorithm>
 #include <atomic>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <exception>
 #include <filesystem>
 #include <mutex>
 #include <optional>
@@ -26,8 +28,8 @@
 namespace {
 
 constexpr float kPanPerFrame = 9;
-constexpr float kAdvancePerFrame = 6; // of the car, within the picture
-constexpr float kCarStart = 300;
+constexpr float kCarMiddle = 300;
+constexpr float kCarReach = 170; // how far the camera lets the car get ahead or behind
 
 struct Options {
     std::int32_t frames = 24;
@@ -40,9 +42,9 @@ struct Options {
 shot::Canvas DrawFrame(std::int32_t width, std::int32_t index) {
     shot::Canvas canvas(width, width * 9 / 16);
     const float pan = kPanPerFrame * static_cast<float>(index);
-    const float across = kAdvancePerFrame * static_cast<float>(index);
+    const float across = kCarReach * std::sin(static_cast<float>(index) / 28);
     shot::PaintBackground(canvas, pan);
-    shot::PaintCar(canvas, { kCarStart + across, shot::kRoadLine }, pan + across);
+    shot::PaintCar(canvas, { kCarMiddle + across, shot::kRoadLine }, pan + across);
     shot::PaintForeground(canvas, pan);
     shot::PaintGrain(canvas);
     shot::PaintToneRamp(canvas);
@@ -52,7 +54,8 @@ shot::Canvas DrawFrame(std::int32_t width, std::int32_t index) {
 // A value of 0 to 1 as an integer channel, rounded to the nearest.
 template <typename Channel>
 Channel Quantized(float value, Channel full) {
-    return static_cast<Channel>(std::clamp(value, 0.0F, 1.0F) * static_cast<float>(full) + 0.5F);
+    return static_cast<Channel>(
+        std::lround(std::clamp(value, 0.0F, 1.0F) * static_cast<float>(full)));
 }
 
 // The channels go in by copying bytes, for a row is bytes whatever the depth.
@@ -147,7 +150,7 @@ bool MakeFolders(const Options& options, std::string& why) {
 
 } // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     Options options;
     CLI::App app("Draws a short shot as FOLDER/shot.0001.png and so on, to try the effect on.");
     app.add_option("FOLDER", options.folder, "Where the frames go, 8 bits per channel")->required();
@@ -171,4 +174,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     return 0;
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "draw-sample-shot: %s\n", error.what());
+    return 1;
 }

@@ -47,7 +47,8 @@ std::vector<Tap> Taps(std::int32_t from, std::int32_t to) {
         const auto high = static_cast<std::int32_t>(std::floor(center + 2 * stretch));
         Tap& tap = taps[i];
         tap.first = std::clamp(low, 0, from - 1);
-        tap.weights.resize(static_cast<std::size_t>(std::clamp(high, 0, from - 1) - tap.first + 1));
+        const std::int32_t count = std::clamp(high, 0, from - 1) - tap.first + 1;
+        tap.weights.resize(static_cast<std::size_t>(count));
         float sum = 0;
         for (std::int32_t x = low; x <= high; ++x)
             sum += Cubic((static_cast<float>(x) - center) / stretch);

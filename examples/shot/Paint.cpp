@@ -103,7 +103,8 @@ std::pair<float, float> Distance(Point point, Point from, Point to) {
 }
 
 // The running mean over 2 * radius + 1 values.
-void BlurLine(float* values, int count, int stride, int radius, std::vector<float>& line) {
+void BlurLine(float* values, int count, std::ptrdiff_t stride, int radius,
+              std::vector<float>& line) {
     line.resize(static_cast<std::size_t>(count));
     float sum = 0;
     const auto at = [&](int i) { return i >= 0 && i < count ? values[i * stride] : 0.0F; };

@@ -3,7 +3,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
+#include <cstdint>
+#include <utility>
 #include <vector>
 
 #include "Puff.h"
@@ -22,6 +23,17 @@ constexpr float kMountainPace = 0.08F;
 constexpr float kHillPace = 0.2F;
 constexpr float kVillagePace = 0.5F;
 constexpr float kFieldPace = 0.75F;
+
+// Calls draw(i, x) for each i whose place, i * apart on a layer that has moved to the left by `shift`,
+// comes into view; `margin` is how far a thing reaches beyond its place.
+template <typename Draw>
+void Along(const Canvas& canvas, float shift, float apart, float margin, Draw draw) {
+    const auto first = static_cast<std::int32_t>(std::floor((shift - margin) / apart));
+    const auto last =
+        static_cast<std::int32_t>(std::ceil((shift + canvas.FieldWidth() + margin) / apart));
+    for (std::int32_t i = first; i <= last; ++i)
+        draw(i, static_cast<float>(i) * apart - shift);
+}
 
 // Paint that was laid on by hand is never one colour.
 Color Uneven(Color color, Point point, float size, float amount) {
@@ -63,8 +75,10 @@ void PaintClouds(Canvas& canvas, float pan) {
 template <typename Ridge>
 Mask Below(const Canvas& canvas, float pan, Ridge ridge) {
     std::vector<Point> points { { -20, kVerge + 20 } };
-    for (float x = -20; x <= canvas.FieldWidth() + 24; x += 4)
+    for (int step = -5; step <= static_cast<int>(canvas.FieldWidth() / 4) + 6; ++step) {
+        const float x = 4 * static_cast<float>(step);
         points.push_back({ x, ridge(x + pan) });
+    }
     points.push_back({ canvas.FieldWidth() + 24, kVerge + 20 });
     return canvas.Fill(Outline::Polygon(std::move(points)));
 }
@@ -93,14 +107,14 @@ float HillRidge(float x) {
 void PaintWoods(Canvas& canvas, float pan) {
     const float shift = pan * kHillPace;
     const PuffStyle style { Rgb(0x8FB564), Rgb(0x5F914F), Rgb(0x3C6E4E), 1.2F, 5, 9, 0.12F };
-    for (int tree = -2; tree < 46; ++tree) {
-        const float x = static_cast<float>(tree) * 26 + 12 * Speckle(tree, 5);
+    Along(canvas, shift, 26, 40, [&](std::int32_t tree, float place) {
+        const float x = place + 12 * Speckle(tree, 5);
         const float size = 11 + 4 * Speckle(tree, 6);
         const std::vector<Ball> crown { { { -size, 2 }, size },
                                         { { 0, -size * 0.7F }, size * 1.15F },
                                         { { size, 1 }, size * 0.9F } };
-        PaintPuff(canvas, crown, { x - shift, HillRidge(x) + 3 }, 1, style);
-    }
+        PaintPuff(canvas, crown, { x, HillRidge(x + shift) + 3 }, 1, style);
+    });
     const auto hill = [](float x) { return HillRidge(x) + 6; };
     canvas.Paint(Below(canvas, shift, hill), [&](Point point) {
         const Color grass =
@@ -127,8 +141,8 @@ void PaintHouse(Canvas& canvas, Point foot) {
     flat({ { -72, -42 }, { -50, -84 }, { 58, -84 }, { 38, -42 } }, 0xB8523A); // roof
     flat({ { 38, -42 }, { 58, -84 }, { 90, -40 }, { 84, -39 }, { 58, -74 }, { 43, -41 } },
          0x74382F);
-    for (float row = 0; row < 6; ++row) {
-        const float y = -80 + row * 6.6F;
+    for (int row = 0; row < 6; ++row) {
+        const float y = -80 + static_cast<float>(row) * 6.6F;
         const float slant = (y + 84) / 42;
         canvas.Paint(canvas.Stroke(Outline::SmoothOpen({ Point { -50 - 22 * slant, y },
                                                          Point { 58 - 20 * slant, y } })
@@ -170,13 +184,14 @@ void PaintTree(Canvas& canvas, Point foot, float scale) {
 }
 
 void PaintVillage(Canvas& canvas, float pan) {
-    const float shift = pan * kVillagePace;
-    PaintTree(canvas, { 118 - shift, 398 }, 1.1F);
-    PaintHouse(canvas, { 650 - shift, 398 });
-    PaintTree(canvas, { 410 - shift, 404 }, 1.35F);
-    PaintTree(canvas, { 800 - shift, 396 }, 0.85F);
-    PaintTree(canvas, { 872 - shift, 399 }, 1.05F);
-    PaintTree(canvas, { 1075 - shift, 400 }, 1.2F);
+    Along(canvas, pan * kVillagePace, 1250, 200, [&canvas](std::int32_t, float x) {
+        PaintTree(canvas, { x + 118, 398 }, 1.1F);
+        PaintTree(canvas, { x + 410, 404 }, 1.35F);
+        PaintHouse(canvas, { x + 650, 398 });
+        PaintTree(canvas, { x + 800, 396 }, 0.85F);
+        PaintTree(canvas, { x + 872, 399 }, 1.05F);
+        PaintTree(canvas, { x + 1075, 400 }, 1.2F);
+    });
 }
 
 void PaintField(Canvas& canvas, float pan) {
@@ -208,48 +223,44 @@ void PaintRoad(Canvas& canvas, float pan) {
                                               { x + lean, top + height } }));
     };
     canvas.Paint(band(-10, width + 20, kVerge + 12, 3, 0), Rgb(0xECE9E0), 0.9F);
-    constexpr float kDash = 150;
-    for (float x = -std::fmod(pan, kDash) - kDash; x < width; x += kDash)
+    Along(canvas, pan, 150, 100, [&](std::int32_t, float x) {
         canvas.Paint(band(x, 78, 488, 5.5F, -5), Rgb(0xF2EEDF), 0.9F);
+    });
 }
 
 // A ragged seam of grass hides where two layers meet.
 void PaintVerge(Canvas& canvas, float pan, float foot, float height, Color light, Color dark) {
-    for (int blade = -4; blade < static_cast<int>(canvas.FieldWidth() / 5) + 200; ++blade) {
-        const float x = static_cast<float>(blade) * 5 + 3 * Speckle(blade, 21) - pan;
-        if (x < -20 || x > canvas.FieldWidth() + 20)
-            continue;
+    Along(canvas, pan, 5, 20, [&](std::int32_t blade, float place) {
+        const float x = place + 3 * Speckle(blade, 21);
         const float tall = height * (1 + 0.5F * Speckle(blade, 22));
         const float lean = 5 * Speckle(blade, 23);
         const Outline leaf = Outline::Polygon(
             { { x - 3, foot + 3 }, { x + lean, foot - tall }, { x + 3.4F, foot + 3 } });
         canvas.Paint(canvas.Fill(leaf), Mix(light, dark, 0.5F + 0.5F * Speckle(blade, 24)));
-    }
+    });
 }
 
-void PaintPoles(Canvas& canvas, float pan) {
-    constexpr float kApart = 520;
-    const float first = -std::fmod(pan, kApart) - kApart + 240;
-    for (float x = first; x < canvas.FieldWidth() + kApart; x += kApart) {
-        for (const float y : { 62.0F, 80.0F, 110.0F }) {
-            const Outline wire = Outline::SmoothOpen({ { x, y },
-                                                       { x + kApart * 0.25F, y + 17 },
-                                                       { x + kApart * 0.5F, y + 23 },
-                                                       { x + kApart * 0.75F, y + 17 },
-                                                       { x + kApart, y } });
-            canvas.Paint(canvas.Stroke(wire, 1.5F), Rgb(0x3B4050), 0.75F);
-        }
-        const Outline pole = Outline::Polygon(
-            { { x - 4, 40 }, { x + 4, 40 }, { x + 6, kVerge + 14 }, { x - 6, kVerge + 14 } });
-        canvas.Paint(canvas.Fill(pole), [x](Point point) {
-            return Mix(Rgb(0xA3978C), Rgb(0x5B545C), SmoothStep(-2.5F, 3.5F, point.x - x));
-        });
-        for (const float y : { 60.0F, 78.0F })
-            canvas.Paint(
-                canvas.Fill(Outline::Polygon(
-                    { { x - 30, y }, { x + 30, y }, { x + 30, y + 5 }, { x - 30, y + 5 } })),
-                Rgb(0x574F50));
+constexpr float kPolesApart = 520;
+
+// With the wires to the next one.
+void PaintPole(Canvas& canvas, float x) {
+    for (const float y : { 62.0F, 80.0F, 110.0F }) {
+        const Outline wire = Outline::SmoothOpen({ { x, y },
+                                                   { x + kPolesApart * 0.25F, y + 17 },
+                                                   { x + kPolesApart * 0.5F, y + 23 },
+                                                   { x + kPolesApart * 0.75F, y + 17 },
+                                                   { x + kPolesApart, y } });
+        canvas.Paint(canvas.Stroke(wire, 1.5F), Rgb(0x3B4050), 0.75F);
     }
+    const Outline pole = Outline::Polygon(
+        { { x - 4, 40 }, { x + 4, 40 }, { x + 6, kVerge + 14 }, { x - 6, kVerge + 14 } });
+    canvas.Paint(canvas.Fill(pole), [x](Point point) {
+        return Mix(Rgb(0xA3978C), Rgb(0x5B545C), SmoothStep(-2.5F, 3.5F, point.x - x));
+    });
+    for (const float y : { 60.0F, 78.0F })
+        canvas.Paint(canvas.Fill(Outline::Polygon(
+                         { { x - 30, y }, { x + 30, y }, { x + 30, y + 5 }, { x - 30, y + 5 } })),
+                     Rgb(0x574F50));
 }
 
 } // namespace
@@ -263,7 +274,8 @@ void PaintBackground(Canvas& canvas, float pan) {
     PaintField(canvas, pan);
     PaintRoad(canvas, pan);
     PaintVerge(canvas, pan, kVerge + 8, 9, Rgb(0x9CC857), Rgb(0x4F8A45));
-    PaintPoles(canvas, pan);
+    Along(canvas, pan - 240, kPolesApart, kPolesApart,
+          [&canvas](std::int32_t, float x) { PaintPole(canvas, x); });
 }
 
 void PaintForeground(Canvas& canvas, float pan) {

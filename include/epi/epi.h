@@ -300,6 +300,7 @@ typedef struct _EPIRECORD {
     EPI_STATIC_ASSERT(offsetof(_EPIRECORD, field) ==                                               \
                           (sizeof(void*) == 4 ? (size_t)(offset32) : (size_t)(offset64)),          \
                       #field " lies elsewhere")
+/* NOLINTNEXTLINE(bugprone-branch-clone): this one lies at the same place in both layouts. */
 EPI_ASSERT_OFFSET(pObjectProcs, 16, 16);
 EPI_ASSERT_OFFSET(pOffscreenProcs, 20, 24);
 EPI_ASSERT_OFFSET(pArchiveProcs, 28, 36);
