@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "effect/UIModule.h"
+
+#include <filesystem>
+#include <string>
+#include <system_error>
+
+#include <dlfcn.h>
+
+#include "platform/Report.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+fs::path FolderOfThisModule() {
+    Dl_info module {};
+    if (!dladdr(reinterpret_cast<const void*>(&OpenUIModule), &module) || !module.dli_fname)
+        return {};
+    return fs::path(module.dli_fname).parent_path();
+}
+
+const UIModuleTable* Refuse(const fs::path& path, const char* reason) {
+    platform::ReportOnce({ platform::ReportKind::kBundleBroken, path.string(), "no dialogs",
+                           reason ? reason : "it cannot be opened" });
+    return nullptr;
+}
+
+const UIModuleTable* Open(const fs::path& path) {
+    void* module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (!module)
+        return Refuse(path, dlerror());
+    const auto* table = static_cast<const UIModuleTable*>(dlsym(module, kUIModuleTableName));
+    if (!table)
+        return Refuse(path, "it has no table of dialog functions");
+    if (table->nSize < sizeof *table)
+        return Refuse(path, "its table of dialog functions is from an older version");
+    return table;
+}
+
+const UIModuleTable* FindAndOpen() {
+    const fs::path path = FolderOfThisModule() / kUIModuleFileName;
+    std::error_code error;
+    return fs::exists(path, error) ? Open(path) : nullptr;
+}
+
+} // namespace
+
+const UIModuleTable* OpenUIModule() {
+    static const UIModuleTable* const table = FindAndOpen();
+    return table;
+}
