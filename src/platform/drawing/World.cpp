@@ -1,1 +1,226 @@
 // SPDX-License-Identifier: BSD-3-Clause
+// Making, locking and disposing of worlds, and the thread's current one.
+#include "platform/drawing/World.h"
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+#include "platform/drawing/PictureCache.h"
+#include "platform/drawing/Recycler.h"
+
+namespace platform {
+
+struct GDevice {};
+
+namespace {
+
+constexpr std::size_t kMaxRecycledWorlds = 8;
+// A world that is drawn into without end turns its recording into pixels now and then.
+constexpr std::size_t kMaxCommands = 512;
+
+thread_local CGrafPtr t_port = nullptr;
+thread_local GDHandle t_device = nullptr;
+
+GDHandle TheDevice() {
+    static GDevice device;
+    return &device;
+}
+
+Recycler<GWorld>& Recycled() {
+    thread_local Recycler<GWorld> recycler(kMaxRecycledWorlds);
+    return recycler;
+}
+
+} // namespace
+
+void SetRect(Rect* rect, std::int16_t left, std::int16_t top, std::int16_t right,
+             std::int16_t bottom) {
+    *rect = { top, left, bottom, right };
+}
+
+// Pixel maps
+// ----------------------------------------------------------------------------------------
+
+void PixMap::Fill(const Rect& rect, Pixel color) {
+    const text::PixelBox box { std::max<std::int32_t>(rect.left, 0),
+                               std::max<std::int32_t>(rect.top, 0),
+                               std::min<std::int32_t>(rect.right, width),
+                               std::min<std::int32_t>(rect.bottom, height) };
+    if (box.left >= box.right || box.top >= box.bottom) {
+        return;
+    }
+    const bool whole = box.right - box.left == width && box.bottom - box.top == height;
+    if (own && !whole) {
+        DrawFill(OwnCanvas(), box, color);
+        return;
+    }
+    own = nullptr;
+    shared = nullptr;
+    recording.Fill(box, color, width, height);
+    BoundRecording();
+}
+
+void PixMap::Text(std::int32_t x, std::int32_t y, const text::LinePtr& line, Pixel color) {
+    if (own) {
+        DrawLine(OwnCanvas(), *line, x, y, color);
+        return;
+    }
+    shared = nullptr;
+    recording.Text(x, y, line, color);
+    BoundRecording();
+}
+
+void PixMap::BoundRecording() {
+    if (recording.Count() >= kMaxCommands) {
+        WritablePixels();
+    }
+}
+
+Canvas PixMap::OwnCanvas() {
+    return { own->Data(), RowBytesFor(width), width, height };
+}
+
+const std::uint8_t* PixMap::Pixels() {
+    if (own) {
+        return own->Data();
+    }
+    if (!shared) {
+        shared = PictureOf(recording, width, height);
+    }
+    return shared->Data();
+}
+
+std::uint8_t* PixMap::WritablePixels() {
+    if (!own) {
+        own = DrawPicture(recording, width, height);
+        shared = nullptr;
+        recording.Clear();
+    }
+    return own->Data();
+}
+
+void PixMap::Reset() {
+    locks = 0;
+    recording.Clear();
+    shared = nullptr;
+    own = nullptr;
+}
+
+// Worlds
+// --------------------------------------------------------------------------------------------
+
+OSStatus NewGWorld(GWorldPtr* world, std::int16_t depth, const Rect& bounds) {
+    *world = nullptr;
+    const std::int32_t width = bounds.right - bounds.left;
+    const std::int32_t height = bounds.bottom - bounds.top;
+    if (depth != 32 || width <= 0 || height <= 0 || width > kMaxWorldSide ||
+        height > kMaxWorldSide) {
+        return kParamErr;
+    }
+    if (RowBytesFor(width) * height > kMaxWorldBytes) {
+        return kMemFullErr;
+    }
+    const auto any = [](const GWorld&) { return true; };
+    std::unique_ptr<GWorld> made = Recycler<GWorld>::Alive() ? Recycled().Take(any) : nullptr;
+    if (!made) {
+        made.reset(new (std::nothrow) GWorld);
+    }
+    if (!made) {
+        return kMemFullErr;
+    }
+    made->pixels.width = width;
+    made->pixels.height = height;
+    made->state = {};
+    *world = made.release();
+    return kNoErr;
+}
+
+void DisposeGWorld(GWorldPtr world) {
+    std::unique_ptr<GWorld> owned(world);
+    if (!owned) {
+        return;
+    }
+    if (t_port == world) {
+        t_port = nullptr; // a caller's mistake that must not become a dangling port
+    }
+    owned->pixels.Reset();
+    if (Recycler<GWorld>::Alive()) {
+        Recycled().Give(std::move(owned));
+    }
+}
+
+void GetGWorld(CGrafPtr* port, GDHandle* device) {
+    *port = t_port;
+    *device = t_device ? t_device : TheDevice();
+}
+
+void SetGWorld(CGrafPtr port, GDHandle device) {
+    t_port = port;
+    t_device = device;
+}
+
+CGrafPtr GetPort() {
+    return t_port;
+}
+
+void SetPort(CGrafPtr port) {
+    t_port = port;
+}
+
+PixMapHandle GetGWorldPixMap(GWorldPtr world) {
+    return world ? &world->pixels : nullptr;
+}
+
+bool LockPixels(PixMapHandle pixels) {
+    if (!pixels) {
+        return false;
+    }
+    try {
+        pixels->Pixels();
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+    ++pixels->locks;
+    return true;
+}
+
+void UnlockPixels(PixMapHandle pixels) {
+    if (pixels && pixels->locks > 0) {
+        --pixels->locks;
+    }
+}
+
+const std::uint8_t* GetPixBaseAddr(PixMapHandle pixels) {
+    if (!pixels || pixels->locks == 0) {
+        return nullptr;
+    }
+    try {
+        return pixels->Pixels(); // drawn anew when something was drawn since the lock
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+std::uint8_t* GetWritablePixBaseAddr(PixMapHandle pixels) {
+    if (!pixels || pixels->locks == 0) {
+        return nullptr;
+    }
+    try {
+        return pixels->WritablePixels();
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
+std::int32_t GetPixRowBytes(PixMapHandle pixels) {
+    return pixels ? static_cast<std::int32_t>(RowBytesFor(pixels->width)) : 0;
+}
+
+std::uint16_t GetPixMapRowBytes(PixMapHandle pixels) {
+    constexpr std::uint16_t kIsPixMap = 0x8000; // tells the record from a one-bit map's
+    constexpr std::int32_t kStrideBits = 0x3FFF;
+    return static_cast<std::uint16_t>(kIsPixMap | (GetPixRowBytes(pixels) & kStrideBits));
+}
+
+} // namespace platform

@@ -1,0 +1,69 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Pixel memory of worlds and the arithmetic of single pixels. Knows nothing of text.
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <memory>
+
+#include "platform/Drawing.h"
+
+namespace platform {
+
+// A pixel's four bytes in the order of memory: unused, red, green, blue.
+using Pixel = std::array<std::uint8_t, 4>;
+static_assert(sizeof(Pixel) == 4);
+
+// The channels' high bytes; what was widened by 257 comes back exactly.
+inline Pixel ToPixel(const RGBColor& color) {
+    const auto high = [](std::uint16_t channel) { return static_cast<std::uint8_t>(channel >> 8); };
+    return { 0, high(color.red), high(color.green), high(color.blue) };
+}
+
+// x / 255 to the nearest, for x in 0..65025; never ambiguous, since 255 is odd.
+constexpr std::uint32_t Div255(std::uint32_t x) {
+    return (x + 128 + ((x + 128) >> 8)) >> 8;
+}
+
+// What coverage of color leaves of under: exactly under at 0 and exactly color at 255.
+constexpr std::uint8_t Mix(std::uint8_t under, std::uint8_t color, std::uint8_t coverage) {
+    return static_cast<std::uint8_t>(Div255(under * (255u - coverage) + color * coverage));
+}
+
+// count pixels of color, and color over count pixels by the coverage of each.
+void FillPixels(std::uint8_t* pixels, std::int64_t count, Pixel color);
+void BlendPixels(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t count,
+                 Pixel color);
+// What BlendPixels does, one pixel at a time.
+void BlendPixelsPlain(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t count,
+                      Pixel color);
+
+inline constexpr std::int64_t kPixelAlignment = 32; // of buffers and of row bytes
+
+constexpr std::int64_t RowBytesFor(std::int64_t width) {
+    return (width * 4 + kPixelAlignment - 1) / kPixelAlignment * kPixelAlignment;
+}
+
+// Memory for pixels, aligned for vector loads. A thread keeps a few that were given back, so that
+// a text that changes with each frame finds warm memory.
+class PixelBuffer {
+public:
+    // Not cleared. Throws std::bad_alloc.
+    static std::shared_ptr<PixelBuffer> Make(std::int64_t bytes);
+
+    std::uint8_t* Data() { return m_data.get(); }
+    const std::uint8_t* Data() const { return m_data.get(); }
+    std::int64_t Capacity() const { return m_capacity; }
+
+    explicit PixelBuffer(std::int64_t bytes);
+
+private:
+    struct Free {
+        void operator()(std::uint8_t* data) const;
+    };
+    std::unique_ptr<std::uint8_t, Free> m_data;
+    std::int64_t m_capacity;
+};
+
+} // namespace platform

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// A world: its size, the state of its port, what was drawn, and its pixels once they are locked.
+#pragma once
+
+#include "platform/drawing/Recording.h"
+
+namespace platform {
+
+// What LockPixels and its companions see of a world. Drawing is recorded until somebody wants to
+// write pixels; from then on it goes straight into pixels of the world's own, until the next erase
+// of the whole world.
+struct PixMap {
+    std::int32_t width = 0, height = 0;
+    std::int32_t locks = 0;
+    Recording recording;                       // not used once own is there
+    std::shared_ptr<const PixelBuffer> shared; // a picture of the recording as it stands
+    std::shared_ptr<PixelBuffer> own;
+
+    void Fill(const Rect& rect, Pixel color);
+    void Text(std::int32_t x, std::int32_t y, const text::LinePtr& line, Pixel color);
+    // The pixels as they stand. Throws std::bad_alloc.
+    const std::uint8_t* Pixels();
+    std::uint8_t* WritablePixels();
+    void Reset();
+
+private:
+    void BoundRecording();
+    Canvas OwnCanvas();
+};
+
+struct PortState {
+    RGBColor fore { 0, 0, 0 };
+    RGBColor back { 65535, 65535, 65535 };
+    FontNumber font = 0;
+    std::int16_t size = 0, face = 0, mode = kSrcOr;
+    std::int32_t penX = 0, penY = 0;
+};
+
+struct GWorld {
+    PixMap pixels;
+    PortState state;
+};
+
+} // namespace platform

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Opens faces through HarfBuzz, which reads outlines without a lock and bounds-checks every table.
+#include "platform/text/Face.h"
+
+#include <algorithm>
+#include <hb-ot.h>
+
+namespace platform::text {
+namespace {
+
+// What a line holds in the scripts that people overlay: accents on capitals, descenders, brackets
+// and the fullest kana and kanji. A family's own metrics do not always reach around them.
+constexpr char32_t kOrdinaryCharacters[] =
+    U"AHQgjpqyfl|()[]{}@$,;_/ÀÂÃÄÅÇÉÊÑÖÜÝŮŻŞŢĢçşąįğ日本語鬱鷹龍驚書あがぽゃをアガポリ。、「」ー｜"
+    U"ЙЁЩДуфщΆΏξψφאלקךףעجغحيّ";
+
+constexpr std::uint32_t kAsked = 0x80000000;
+
+// left and right clamped to 15 and 16 bits, with the top bit as the mark of an answer.
+std::uint32_t PackInk(InkRange ink) {
+    const std::int32_t left = std::clamp(ink.left, -16384, 16383);
+    const std::int32_t right = std::clamp(ink.right, -32768, 32767);
+    return kAsked | (static_cast<std::uint32_t>(left + 16384) << 16) |
+           static_cast<std::uint32_t>(right + 32768);
+}
+
+InkRange UnpackInk(std::uint32_t packed) {
+    return { static_cast<std::int32_t>((packed >> 16) & 0x7FFF) - 16384,
+             static_cast<std::int32_t>(packed & 0xFFFF) - 32768 };
+}
+
+constexpr InkRange kNoInk { 16383, -32768 };
+
+std::int32_t MetricOf(hb_font_t* font, hb_ot_metrics_tag_t tag) {
+    hb_position_t value = 0;
+    return hb_ot_metrics_get_position(font, tag, &value) ? value : 0;
+}
+
+bool HasOutlines(hb_face_t* face) {
+    for (const hb_tag_t tag :
+         { HB_TAG('g', 'l', 'y', 'f'), HB_TAG('C', 'F', 'F', ' '), HB_TAG('C', 'F', 'F', '2') }) {
+        hb_blob_t* const table = hb_face_reference_table(face, tag);
+        const bool found = hb_blob_get_length(table) > 0;
+        hb_blob_destroy(table);
+        if (found) {
+            return true;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+std::unique_ptr<Face> Face::Open(const FaceLocation& location, std::string& why) {
+    static std::atomic<std::uint32_t> lastId { 0 };
+    hb_blob_t* const blob = hb_blob_create_from_file_or_fail(location.file.c_str());
+    if (!blob) {
+        why = "the file cannot be read";
+        return nullptr;
+    }
+    hb_face_t* const face = hb_face_create(blob, static_cast<unsigned>(location.index) & 0xFFFF);
+    hb_blob_destroy(blob);
+    std::unique_ptr<Face> opened(new Face);
+    opened->m_font.reset(hb_font_create(face));
+    const unsigned glyphs = hb_face_get_glyph_count(face);
+    opened->m_unitsPerEm = static_cast<std::int32_t>(hb_face_get_upem(face));
+    const bool outlines = HasOutlines(face);
+    hb_face_destroy(face);
+    if (glyphs == 0 || !outlines) {
+        why = "the file holds no outlines";
+        return nullptr;
+    }
+    const unsigned instance = static_cast<unsigned>(location.index) >> 16;
+    if (instance > 0) {
+        hb_font_set_var_named_instance(opened->Font(), instance - 1);
+    }
+    opened->m_ink = std::vector<std::atomic<std::uint32_t>>(glyphs);
+    opened->ReadMetrics();
+    hb_font_make_immutable(opened->Font());
+    opened->m_id = ++lastId;
+    return opened;
+}
+
+bool Face::Has(char32_t character) const {
+    hb_codepoint_t glyph = 0;
+    return hb_font_get_nominal_glyph(Font(), character, &glyph) && glyph != 0;
+}
+
+// The larger of the two pairs of line metrics, of the ink itself and of the ideographic em box,
+// which characters of a Japanese fallback fill whatever the family is.
+void Face::ReadMetrics() {
+    hb_font_extents_t line {};
+    hb_font_get_h_extents(Font(), &line);
+    const std::int32_t typoAscent = MetricOf(Font(), HB_OT_METRICS_TAG_HORIZONTAL_ASCENDER);
+    const std::int32_t typoDescent = -MetricOf(Font(), HB_OT_METRICS_TAG_HORIZONTAL_DESCENDER);
+    // A family whose metrics are far off is measured by its ink alone.
+    const auto sane = [this](std::int32_t units) { return units < 2 * m_unitsPerEm ? units : 0; };
+    m_ascent = std::max({ sane(line.ascender), sane(typoAscent), m_unitsPerEm * 88 / 100 });
+    m_descent = std::max({ sane(-line.descender), sane(typoDescent), m_unitsPerEm * 12 / 100 });
+    m_lineGap = std::clamp(line.line_gap, 0, m_unitsPerEm);
+    m_maxAdvance = m_unitsPerEm;
+    for (const char32_t character : kOrdinaryCharacters) {
+        IncludeInk(character);
+    }
+}
+
+void Face::IncludeInk(char32_t character) {
+    hb_codepoint_t glyph = 0;
+    hb_glyph_extents_t extents {};
+    if (!hb_font_get_nominal_glyph(Font(), character, &glyph)) {
+        return;
+    }
+    m_maxAdvance = std::max(m_maxAdvance, hb_font_get_glyph_h_advance(Font(), glyph));
+    if (hb_font_get_glyph_extents(Font(), glyph, &extents)) {
+        m_ascent = std::max(m_ascent, extents.y_bearing);
+        m_descent = std::max(m_descent, -(extents.y_bearing + extents.height));
+    }
+}
+
+InkRange Face::InkOf(hb_codepoint_t glyph) const {
+    if (glyph >= m_ink.size()) {
+        return kNoInk;
+    }
+    if (const std::uint32_t packed = m_ink[glyph].load(std::memory_order_relaxed)) {
+        return UnpackInk(packed);
+    }
+    hb_glyph_extents_t extents {};
+    InkRange ink = kNoInk;
+    if (hb_font_get_glyph_extents(Font(), glyph, &extents) && extents.width != 0) {
+        ink = { extents.x_bearing, extents.x_bearing + extents.width };
+    }
+    m_ink[glyph].store(PackInk(ink), std::memory_order_relaxed);
+    return ink;
+}
+
+} // namespace platform::text

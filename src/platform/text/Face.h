@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// One opened font face: its characters, metrics and outlines in font units. Immutable once opened
+// but for what it remembers of its glyphs, so that any number of threads may read it at once.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <hb.h>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace platform::text {
+
+// Where a face lies. index counts faces within a collection in its low 16 bits and, above them,
+// named instances of a variable font from 1.
+struct FaceLocation {
+    std::string file;
+    int index = 0;
+
+    auto operator<=>(const FaceLocation&) const = default;
+};
+
+// What a glyph covers from its origin, in font units; left > right for one without ink.
+struct InkRange {
+    std::int32_t left, right;
+};
+
+class Face {
+public:
+    // Null, with the reason in why, for a file that holds no usable outlines.
+    static std::unique_ptr<Face> Open(const FaceLocation& location, std::string& why);
+
+    std::uint32_t Id() const { return m_id; }
+    hb_font_t* Font() const { return m_font.get(); } // its scale is UnitsPerEm
+    std::int32_t UnitsPerEm() const { return m_unitsPerEm; }
+    bool Has(char32_t character) const;
+
+    // Font units; both grow away from the baseline. Hold the ink of ordinary glyphs.
+    std::int32_t Ascent() const { return m_ascent; }
+    std::int32_t Descent() const { return m_descent; }
+    std::int32_t LineGap() const { return m_lineGap; }
+    std::int32_t MaxAdvance() const { return m_maxAdvance; }
+
+    InkRange InkOf(hb_codepoint_t glyph) const;
+
+private:
+    Face() = default;
+    void ReadMetrics();
+    void IncludeInk(char32_t character);
+
+    struct FreeFont {
+        void operator()(hb_font_t* font) const { hb_font_destroy(font); }
+    };
+
+    std::uint32_t m_id = 0;
+    std::unique_ptr<hb_font_t, FreeFont> m_font;
+    std::int32_t m_unitsPerEm = 0;
+    std::int32_t m_ascent = 0, m_descent = 0, m_lineGap = 0, m_maxAdvance = 0;
+    // Per glyph: left and right as signed 16 bits, or 0 while it was not asked for.
+    mutable std::vector<std::atomic<std::uint32_t>> m_ink;
+};
+
+// Font units to 26.6 pixels at size pixels an em, down and up.
+inline std::int64_t ToPixels26_6Down(std::int64_t units, std::int32_t size, std::int32_t perEm) {
+    const std::int64_t product = units * size * 64;
+    return product / perEm - (product % perEm < 0);
+}
+inline std::int64_t ToPixels26_6Up(std::int64_t units, std::int32_t size, std::int32_t perEm) {
+    return -ToPixels26_6Down(-units, size, perEm);
+}
+inline std::int64_t ToPixels26_6(std::int64_t units, std::int32_t size, std::int32_t perEm) {
+    const std::int64_t doubled = units * size * 128 + perEm;
+    return doubled / (2 * perEm) - (doubled % (2 * perEm) < 0);
+}
+inline std::int64_t WholePixelsUp(std::int64_t pixels26_6) {
+    return (pixels26_6 + 63) >> 6;
+}
+
+} // namespace platform::text

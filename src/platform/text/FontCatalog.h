@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The installed families and the faces that stand in for missing characters. Fontconfig is spoken
+// to here only, and only from the first question on.
+#pragma once
+
+#include <atomic>
+#include <deque>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include <fontconfig/fontconfig.h>
+
+#include "platform/Fonts.h"
+#include "platform/text/Face.h"
+
+namespace platform::text {
+
+// A family with its regular face, and the faces to ask for characters that it lacks.
+struct Family {
+    std::string name;                 // English
+    std::vector<std::string> aliases; // its names in other languages
+    FaceLocation regular;
+    int distance = 0; // of that face from an upright one of normal weight and width
+    std::atomic<FontNumber> number { 0 };
+    std::atomic<const Face*> face { nullptr };
+
+    std::once_flag sorted;
+    FcFontSet* fallbacks = nullptr; // best first; stays for the life of the process
+    std::mutex mutex;               // guards known
+    std::unordered_map<char32_t, const Face*> known; // characters asked for, null for none
+};
+
+class FontCatalog {
+public:
+    // Read on the first call.
+    static FontCatalog& Get();
+
+    // Null for an unknown name; UTF-8, without regard to case.
+    Family* Find(std::string_view name) const;
+    // By the table of aliases, null when nothing of it is installed or it lacks the name.
+    Family* FindAlias(std::string_view name) const;
+    // Null only when there is no drawable font at all.
+    Family* Default() const { return m_default; }
+
+    // The number of a family, given now when it had none; 0 when there are no numbers left.
+    FontNumber NumberOf(Family& family);
+    // The default family for a number that was not given.
+    Family* ByNumber(FontNumber number) const;
+    bool IsGiven(FontNumber number) const;
+
+    // The family's face, or the default family's when its file is broken. Null without any font.
+    const Face* FaceOf(Family& family);
+    // The first fallback of family that has all of the characters; null when there is none.
+    const Face* FallbackFor(Family& family, std::u32string_view characters);
+
+    std::vector<const Family*> Sorted() const;
+
+private:
+    FontCatalog();
+    void AddFont(FcPattern* font);
+    Family& FamilyNamed(const std::string& name);
+    void ChooseDefault();
+    const Face* Open(const FaceLocation& location);
+    const Face* OpenAnyFace();
+    const Face* SearchFallbacks(Family& family, std::u32string_view characters);
+
+    FcConfig* m_config = nullptr;
+    std::deque<Family> m_families;
+    std::unordered_map<std::string, Family*> m_byName; // folded names
+    Family* m_default = nullptr;
+
+    std::vector<std::atomic<Family*>> m_byNumber;
+    std::mutex m_mutex; // guards what follows
+    int m_lastNumber = 0;
+    std::map<FaceLocation, std::unique_ptr<Face>> m_faces; // null for broken ones
+};
+
+} // namespace platform::text

@@ -1,0 +1,362 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Lays out one line: FriBidi orders it, the catalogue finds faces, HarfBuzz shapes it.
+#include "platform/text/Layout.h"
+
+#include <algorithm>
+#include <fribidi.h>
+#include <optional>
+
+#include "platform/Report.h"
+#include "platform/Utf8.h"
+
+namespace platform::text {
+namespace {
+
+// Characters of one direction, face and script, shaped together.
+struct Run {
+    std::size_t start, length;
+    const Face* face;
+    hb_script_t script;
+    FriBidiLevel level;
+};
+
+// What a thread lays out with; kept, so that lines allocate nothing but their result.
+struct Workspace {
+    std::u32string text;
+    std::vector<const Face*> faces;
+    std::vector<hb_script_t> scripts;
+    std::vector<FriBidiLevel> levels;
+    std::vector<Run> runs;
+    hb_buffer_t* buffer = hb_buffer_create();
+
+    Workspace() = default;
+    ~Workspace() { hb_buffer_destroy(buffer); }
+    Workspace(const Workspace&) = delete;
+    Workspace& operator=(const Workspace&) = delete;
+};
+
+hb_unicode_funcs_t* Unicode() {
+    static hb_unicode_funcs_t* const functions = hb_unicode_funcs_get_default();
+    return functions;
+}
+
+// Controls and line breaks draw nothing.
+bool IsControl(char32_t c) {
+    return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
+}
+
+bool MayRunRightToLeft(char32_t c) {
+    return (c >= 0x0590 && c < 0x0900) || c == 0x200F || c == 0x202B || c == 0x202E ||
+           c == 0x2067 || (c >= 0xFB1D && c < 0xFE00) || (c >= 0xFE70 && c < 0xFF00) ||
+           (c >= 0x10800 && c < 0x11000) || (c >= 0x1E800 && c < 0x1F000);
+}
+
+// Characters that belong to the one before them and take its face: marks, joiners, selectors.
+bool ContinuesCluster(char32_t c) {
+    if (c < 0x0300) {
+        return c == 0x00AD;
+    }
+    if ((c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) ||
+        (c >= 0x2060 && c <= 0x206F) || c == 0xFEFF || (c >= 0xFE00 && c <= 0xFE0F) ||
+        (c >= 0xE0000 && c <= 0xE01EF)) {
+        return true;
+    }
+    switch (hb_unicode_general_category(Unicode(), c)) {
+    case HB_UNICODE_GENERAL_CATEGORY_NON_SPACING_MARK:
+    case HB_UNICODE_GENERAL_CATEGORY_ENCLOSING_MARK:
+    case HB_UNICODE_GENERAL_CATEGORY_SPACING_MARK:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// What shaping hides in any face.
+bool NeedsNoGlyph(char32_t c) {
+    return c == 0x00AD || (c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) ||
+           (c >= 0x2060 && c <= 0x206F) || c == 0xFEFF || (c >= 0xFE00 && c <= 0xFE0F) ||
+           (c >= 0xE0000 && c <= 0xE01EF);
+}
+
+void ReadCharacters(std::u32string& text, std::string_view utf8) {
+    text.clear();
+    while (!utf8.empty()) {
+        const std::size_t length = std::max<std::size_t>(Utf8SequenceLength(utf8), 1);
+        const char32_t c = Utf8Value(utf8.substr(0, length));
+        if (!IsControl(c)) {
+            text += c;
+        }
+        utf8.remove_prefix(length);
+    }
+}
+
+// Faces
+// ---------------------------------------------------------------------------------------------
+
+class FaceChooser {
+public:
+    explicit FaceChooser(Family& family)
+        : m_family(family), m_main(FontCatalog::Get().FaceOf(family)) {}
+
+    const Face* Main() const { return m_main; }
+
+    // Writes the face of each character of the cluster, which may be changed to hold a replacement.
+    void Choose(char32_t* cluster, std::size_t length, const Face** faces) {
+        const Face* const whole = ForCluster({ cluster, length });
+        const Face* base = whole ? whole : ForCharacter(cluster[0]);
+        if (!base) {
+            base = Replace(cluster[0]);
+        }
+        for (std::size_t i = 0; i < length; ++i) {
+            faces[i] = base;
+            if (i > 0 && !whole && !NeedsNoGlyph(cluster[i]) && !base->Has(cluster[i])) {
+                const Face* const own = ForCharacter(cluster[i]);
+                faces[i] = own ? own : Replace(cluster[i]);
+            }
+        }
+    }
+
+private:
+    static bool HasAll(const Face& face, std::u32string_view cluster) {
+        if (!face.Has(cluster[0]) && !NeedsNoGlyph(cluster[0])) {
+            return false;
+        }
+        char32_t base = cluster[0];
+        for (const char32_t c : cluster.substr(1)) {
+            hb_codepoint_t composed = 0;
+            if (hb_unicode_compose(Unicode(), base, c, &composed) && face.Has(composed)) {
+                base = composed;
+            } else if (!NeedsNoGlyph(c) && !face.Has(c)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    // The main face, then the one that served the characters before, so that words keep to one.
+    const Face* ForCluster(std::u32string_view cluster) {
+        if (HasAll(*m_main, cluster)) {
+            return m_main;
+        }
+        if (m_last && HasAll(*m_last, cluster)) {
+            return m_last;
+        }
+        return Remember(FontCatalog::Get().FallbackFor(m_family, cluster));
+    }
+
+    const Face* ForCharacter(char32_t c) { return ForCluster({ &c, 1 }); }
+
+    const Face* Remember(const Face* face) {
+        m_last = face ? face : m_last;
+        return face;
+    }
+
+    // Nothing has the character: the replacement character stands in, or the main face's own glyph
+    // for what it lacks.
+    const Face* Replace(char32_t& c) {
+        constexpr char kDigits[] = "0123456789ABCDEF";
+        std::string asked = "U+";
+        for (int shift = c > 0xFFFF ? 20 : 12; shift >= 0; shift -= 4) {
+            asked += kDigits[(c >> shift) & 15];
+        }
+        ReportOnce({ ReportKind::kGlyphMissing, asked, "a replacement glyph",
+                     "no installed font has this character" });
+        c = kReplacementCharacter;
+        const Face* const face = ForCharacter(c);
+        return face ? face : m_main;
+    }
+
+    Family& m_family;
+    const Face* m_main;
+    const Face* m_last = nullptr;
+};
+
+void ChooseFaces(Workspace& work, FaceChooser& chooser) {
+    work.faces.resize(work.text.size());
+    for (std::size_t start = 0; start < work.text.size();) {
+        std::size_t end = start + 1;
+        while (end < work.text.size() && ContinuesCluster(work.text[end])) {
+            ++end;
+        }
+        chooser.Choose(&work.text[start], end - start, &work.faces[start]);
+        start = end;
+    }
+}
+
+// Runs
+// ----------------------------------------------------------------------------------------------
+
+bool IsReal(hb_script_t script) {
+    return script != HB_SCRIPT_COMMON && script != HB_SCRIPT_INHERITED;
+}
+
+// Kana and ideographs are mixed in every Japanese word; one run takes both.
+hb_script_t ScriptOf(char32_t c) {
+    if (c < 0x80) {
+        const bool letter = (c | 0x20) >= 'a' && (c | 0x20) <= 'z';
+        return letter ? HB_SCRIPT_LATIN : HB_SCRIPT_COMMON;
+    }
+    const hb_script_t script = hb_unicode_script(Unicode(), c);
+    const bool kana = script == HB_SCRIPT_HIRAGANA || script == HB_SCRIPT_KATAKANA;
+    return kana ? HB_SCRIPT_HAN : script;
+}
+
+// What has no script of its own takes the one before it, at the start the one after it.
+void FindScripts(Workspace& work) {
+    work.scripts.resize(work.text.size());
+    std::size_t firstReal = work.text.size();
+    for (std::size_t i = 0; i < work.text.size(); ++i) {
+        work.scripts[i] = ScriptOf(work.text[i]);
+        if (IsReal(work.scripts[i])) {
+            firstReal = std::min(firstReal, i);
+        } else if (i > 0) {
+            work.scripts[i] = work.scripts[i - 1];
+        }
+    }
+    const hb_script_t first =
+        firstReal < work.text.size() ? work.scripts[firstReal] : HB_SCRIPT_COMMON;
+    std::fill_n(work.scripts.begin(), firstReal, first);
+}
+
+// Embedding levels; all 0 for text without right-to-left characters.
+void FindLevels(Workspace& work) {
+    const std::size_t length = work.text.size();
+    work.levels.assign(length, 0);
+    if (std::none_of(work.text.begin(), work.text.end(), MayRunRightToLeft)) {
+        return;
+    }
+    const std::vector<FriBidiChar> text(work.text.begin(), work.text.end());
+    std::vector<FriBidiCharType> types(length);
+    std::vector<FriBidiBracketType> brackets(length);
+    const auto count = static_cast<FriBidiStrIndex>(length);
+    fribidi_get_bidi_types(text.data(), count, types.data());
+    fribidi_get_bracket_types(text.data(), count, types.data(), brackets.data());
+    FriBidiParType base = FRIBIDI_PAR_ON; // the first strong character decides
+    if (fribidi_get_par_embedding_levels_ex(types.data(), brackets.data(), count, &base,
+                                            work.levels.data()) == 0) {
+        work.levels.assign(length, 0); // without memory: in the order of the text
+    }
+}
+
+void FindRuns(Workspace& work) {
+    work.runs.clear();
+    for (std::size_t i = 0; i < work.text.size(); ++i) {
+        const bool same = !work.runs.empty() && work.runs.back().face == work.faces[i] &&
+                          work.runs.back().script == work.scripts[i] &&
+                          work.runs.back().level == work.levels[i];
+        if (same) {
+            ++work.runs.back().length;
+        } else {
+            work.runs.push_back({ i, 1, work.faces[i], work.scripts[i], work.levels[i] });
+        }
+    }
+}
+
+// Rule L2 of the Unicode Bidirectional Algorithm (UAX #9), on whole runs: from the highest level
+// down to 1, each row of runs of that level or above turns round.
+void OrderRuns(std::vector<Run>& runs) {
+    FriBidiLevel highest = 0;
+    for (const Run& run : runs) {
+        highest = std::max(highest, run.level);
+    }
+    for (FriBidiLevel level = highest; level > 0; --level) {
+        const auto reaches = [level](const Run& run) { return run.level >= level; };
+        for (auto first = runs.begin(); first != runs.end();) {
+            first = std::find_if(first, runs.end(), reaches);
+            const auto last = std::find_if_not(first, runs.end(), reaches);
+            std::reverse(first, last);
+            first = last;
+        }
+    }
+}
+
+// Shaping
+// -------------------------------------------------------------------------------------------
+
+std::int32_t ToQuarter(std::int64_t pixels26_6) {
+    constexpr std::int64_t kLimit = std::int64_t { 1 } << 30;
+    const std::int64_t clamped = std::clamp(pixels26_6, -kLimit, kLimit);
+    return static_cast<std::int32_t>((clamped + kQuarterPixel / 2) & ~(kQuarterPixel - 1));
+}
+
+// Places glyphs from run to run and knows how far the ink reaches.
+class LineBuilder {
+public:
+    explicit LineBuilder(std::int32_t size) : m_size(size) {}
+
+    void Add(const Run& run, const std::u32string& text, hb_buffer_t* buffer) {
+        Shape(run, text, buffer);
+        unsigned count = 0;
+        const hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(buffer, &count);
+        const hb_glyph_position_t* const places = hb_buffer_get_glyph_positions(buffer, &count);
+        const std::int32_t perEm = run.face->UnitsPerEm();
+        for (unsigned i = 0; i < count; ++i) {
+            const std::int64_t x = m_pen + ToPixels26_6(places[i].x_offset, m_size, perEm);
+            const std::int64_t y = ToPixels26_6(places[i].y_offset, m_size, perEm);
+            Place({ run.face, infos[i].codepoint, ToQuarter(x), ToQuarter(y) });
+            m_pen += ToPixels26_6(places[i].x_advance, m_size, perEm);
+        }
+    }
+
+    GlyphLine Finish() {
+        const std::int32_t shift = ToQuarter(std::max<std::int64_t>(-m_inkLeft, 0) + 7);
+        for (PlacedGlyph& glyph : m_line.glyphs) {
+            glyph.x += shift;
+        }
+        m_line.widthPx = WholePixelsUp(std::max({ m_pen, m_inkRight, std::int64_t { 0 } }) + shift);
+        return std::move(m_line);
+    }
+
+private:
+    // The language stays unset: a face made for one language keeps its own forms, and the pixels
+    // do not hang on the locale.
+    static void Shape(const Run& run, const std::u32string& text, hb_buffer_t* buffer) {
+        hb_buffer_clear_contents(buffer);
+        static_assert(sizeof(char32_t) == sizeof(std::uint32_t));
+        hb_buffer_add_utf32(buffer, reinterpret_cast<const std::uint32_t*>(text.data()),
+                            static_cast<int>(text.size()), static_cast<unsigned>(run.start),
+                            static_cast<int>(run.length));
+        hb_buffer_set_direction(buffer, run.level & 1 ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
+        hb_buffer_set_script(buffer, run.script);
+        hb_shape(run.face->Font(), buffer, nullptr, 0);
+    }
+
+    void Place(const PlacedGlyph& glyph) {
+        const InkRange ink = glyph.face->InkOf(glyph.glyph);
+        if (ink.left > ink.right) {
+            return; // blank
+        }
+        const std::int32_t perEm = glyph.face->UnitsPerEm();
+        m_inkLeft = std::min(m_inkLeft, glyph.x + ToPixels26_6Down(ink.left, m_size, perEm));
+        m_inkRight = std::max(m_inkRight, glyph.x + ToPixels26_6Up(ink.right, m_size, perEm));
+        m_line.glyphs.push_back(glyph);
+    }
+
+    std::int32_t m_size;
+    GlyphLine m_line;
+    std::int64_t m_pen = 0; // 26.6
+    std::int64_t m_inkLeft = 0, m_inkRight = 0;
+};
+
+} // namespace
+
+GlyphLine LayOutGlyphs(Family& family, std::int32_t size, std::string_view utf8) {
+    thread_local Workspace work;
+    FaceChooser chooser(family);
+    ReadCharacters(work.text, utf8);
+    if (!chooser.Main() || work.text.empty()) {
+        return {};
+    }
+    ChooseFaces(work, chooser);
+    FindScripts(work);
+    FindLevels(work);
+    FindRuns(work);
+    OrderRuns(work.runs);
+    LineBuilder builder(size);
+    for (const Run& run : work.runs) {
+        builder.Add(run, work.text, work.buffer);
+    }
+    return builder.Finish();
+}
+
+} // namespace platform::text

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Turns the characters of one line into placed glyphs: order, faces, shaping, width.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/text/FontCatalog.h"
+#include "platform/text/TextService.h"
+
+namespace platform::text {
+
+// Glyph origins fall on quarters of a pixel, so that a few bitmaps serve every position.
+inline constexpr std::int32_t kQuarterPixel = 16;
+
+struct PlacedGlyph {
+    const Face* face;
+    hb_codepoint_t glyph;
+    std::int32_t x, y; // 26.6 pixels from the left end of the baseline, y up; quarters
+};
+
+struct GlyphLine {
+    std::vector<PlacedGlyph> glyphs; // left to right
+    std::int64_t widthPx = 0;
+};
+
+// A line's width holds its ink as well as its advance: what would stick out on the left moves the
+// line right, what would stick out on the right makes it wider.
+//
+//     |<-- shift -->|<------------- advance ------------->|<- overhang ->|
+//     |  ink left of the first origin                     ink right of the last one
+GlyphLine LayOutGlyphs(Family& family, std::int32_t size, std::string_view utf8);
+
+} // namespace platform::text

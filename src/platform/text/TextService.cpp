@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The text service over the font libraries: lines are cached by font, size, encoding and bytes.
+#include "platform/text/TextService.h"
+
+#include <atomic>
+
+#include "platform/EncodingSerial.h"
+#include "platform/TextEncoding.h"
+#include "platform/text/Glyphs.h"
+#include "platform/text/Layout.h"
+
+namespace platform::text {
+namespace {
+
+constexpr std::int64_t kMaxLineBytes = 8 << 20;
+constexpr std::size_t kLineShards = 8;
+
+struct LineKey {
+    FontNumber font;
+    std::int32_t size;
+    std::uint32_t encoding;
+    std::string_view bytes;
+
+    std::uint64_t Hash() const {
+        const std::uint64_t style = (static_cast<std::uint64_t>(encoding) << 32) |
+                                    (static_cast<std::uint64_t>(size) << 16) |
+                                    static_cast<std::uint16_t>(font);
+        return HashBytes(style, bytes);
+    }
+};
+
+class CachedLine final : public Line {
+public:
+    CachedLine(const LineKey& key, GlyphLine line)
+        : Line(line.widthPx), m_font(key.font), m_size(key.size), m_encoding(key.encoding),
+          m_bytes(key.bytes), m_glyphs(std::move(line.glyphs)) {}
+
+    bool Matches(const LineKey& key) const {
+        return m_font == key.font && m_size == key.size && m_encoding == key.encoding &&
+               m_bytes == key.bytes;
+    }
+    std::int64_t Bytes() const {
+        return static_cast<std::int64_t>(sizeof *this + m_bytes.capacity() +
+                                         m_glyphs.capacity() * sizeof(PlacedGlyph));
+    }
+    std::int32_t Size() const { return m_size; }
+    const std::vector<PlacedGlyph>& Glyphs() const { return m_glyphs; }
+
+private:
+    FontNumber m_font;
+    std::int32_t m_size;
+    std::uint32_t m_encoding;
+    std::string m_bytes;
+    std::vector<PlacedGlyph> m_glyphs;
+};
+
+LruCache<CachedLine>& Lines() {
+    static auto* const lines = new LruCache<CachedLine>(kMaxLineBytes, kLineShards);
+    return *lines;
+}
+
+GlyphLine LayOut(FontNumber font, std::int32_t size, std::string_view bytes) {
+    Family* const family = FontCatalog::Get().ByNumber(font);
+    return family ? LayOutGlyphs(*family, size, DecodeText(bytes)) : GlyphLine {};
+}
+
+// A number that was not given counts as 0 before it becomes part of a key: it may be given later.
+FontNumber Given(FontNumber font) {
+    return FontCatalog::Get().IsGiven(font) ? font : 0;
+}
+
+FontMetrics ReadMetrics(FontNumber font, std::int32_t size) {
+    FontCatalog& catalog = FontCatalog::Get();
+    Family* const family = catalog.ByNumber(font);
+    const Face* const face = family ? catalog.FaceOf(*family) : nullptr;
+    if (!face) {
+        return {};
+    }
+    const auto pixels = [&](std::int32_t units) {
+        return static_cast<std::int32_t>(
+            WholePixelsUp(ToPixels26_6Up(units, size, face->UnitsPerEm())));
+    };
+    return { pixels(face->Ascent()), pixels(face->Descent()), pixels(face->MaxAdvance()),
+             pixels(face->LineGap()) };
+}
+
+} // namespace
+
+std::uint64_t Line::NextId() {
+    static std::atomic<std::uint64_t> last { 0 };
+    return last.fetch_add(1, std::memory_order_relaxed) + 1;
+}
+
+// Metrics of a number never change, so each thread remembers the last ones that it asked for.
+FontMetrics MetricsOf(FontNumber font, std::int32_t size) {
+    struct Remembered {
+        FontNumber font;
+        std::int32_t size = 0; // none has this size
+        FontMetrics metrics;
+    };
+    constexpr unsigned kSlots = 16;
+    thread_local Remembered remembered[kSlots];
+    font = Given(font);
+    const auto spread = static_cast<unsigned>(font) * 5 + static_cast<unsigned>(size);
+    Remembered& slot = remembered[spread % kSlots];
+    if (slot.font != font || slot.size != size) {
+        slot = { font, size, ReadMetrics(font, size) };
+    }
+    return slot.metrics;
+}
+
+LinePtr LayOutLine(FontNumber font, std::int32_t size, std::string_view bytes) {
+    const LineKey key { Given(font), size, ApplicationEncodingSerial(), bytes };
+    const std::uint64_t hash = key.Hash();
+    if (LinePtr cached = Lines().Find(hash, key)) {
+        return cached;
+    }
+    auto line = std::make_shared<CachedLine>(key, LayOut(key.font, size, bytes));
+    Lines().Insert(hash, line);
+    return line;
+}
+
+void PaintLine(const Line& line, std::int64_t x, std::int64_t y, CoverageTarget& target) {
+    const auto& cached = static_cast<const CachedLine&>(line);
+    for (const PlacedGlyph& glyph : cached.Glyphs()) {
+        PaintGlyph(*glyph.face, glyph.glyph, cached.Size(), x * 64 + glyph.x, y * 64 - glyph.y,
+                   target);
+    }
+}
+
+ServiceCacheCounts CountServiceCaches() {
+    return { Lines().Count(), CountGlyphs(), Lines().MaxBytes() + MaxGlyphBytes() };
+}
+
+void PurgeServiceCaches() {
+    Lines().Clear();
+    PurgeGlyphs();
+}
+
+} // namespace platform::text

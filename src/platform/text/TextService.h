@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// What drawing asks of fonts: metrics, laid-out lines and their coverage. The one seam between
+// worlds of pixels and the font libraries; a build without those has its own implementation.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "platform/Fonts.h"
+#include "platform/LruCache.h"
+
+namespace platform::text {
+
+inline constexpr std::int32_t kMaxTextSize = 32767;
+
+// Whole pixels, rounded up, so that every ordinary glyph of the family lies between ascent above
+// the baseline and descent below it.
+struct FontMetrics {
+    std::int32_t ascent, descent, maxAdvance, leading;
+};
+// size is in pixels an em, 1..kMaxTextSize. Any thread.
+FontMetrics MetricsOf(FontNumber font, std::int32_t size);
+
+// One laid-out line: immutable, shared by measuring and drawing.
+class Line {
+public:
+    explicit Line(std::int64_t widthPx) : m_widthPx(widthPx) {}
+    virtual ~Line() = default;
+    Line(const Line&) = delete;
+    Line& operator=(const Line&) = delete;
+
+    // A number that no other line of the process ever has.
+    std::uint64_t Id() const { return m_id; }
+    // What the pen moves by, whole pixels, rounded up. All ink of the line lies in 0..WidthPx.
+    std::int64_t WidthPx() const { return m_widthPx; }
+
+private:
+    std::uint64_t m_id = NextId();
+    std::int64_t m_widthPx;
+
+    static std::uint64_t NextId();
+};
+using LinePtr = std::shared_ptr<const Line>;
+
+// bytes are in the application's text encoding; control characters among them draw nothing. Never
+// null. Any thread.
+LinePtr LayOutLine(FontNumber font, std::int32_t size, std::string_view bytes);
+
+// Pixels left <= x < right, top <= y < bottom.
+struct PixelBox {
+    std::int64_t left, top, right, bottom;
+};
+
+// How much of each pixel a glyph covers, 0..255; top row first.
+struct CoverageBitmap {
+    const std::uint8_t* pixels;
+    std::int64_t stride; // bytes from row to row
+    std::int64_t width, height;
+};
+
+// What takes the coverage of a line. Everything outside Clip() may be left out, and is skipped by
+// the target where it comes.
+class CoverageTarget {
+public:
+    virtual ~CoverageTarget() = default;
+    virtual PixelBox Clip() const = 0;
+    // (x, y) is the bitmap's top left pixel.
+    virtual void PaintBitmap(std::int64_t x, std::int64_t y, const CoverageBitmap& bitmap) = 0;
+    virtual void PaintSpan(std::int64_t x, std::int64_t y, std::int64_t length,
+                           std::uint8_t coverage) = 0;
+};
+
+// Hands the line's glyphs to target, with the left end of the baseline at the top left corner of
+// pixel (x, y). No lock is held while the target paints. Any thread.
+void PaintLine(const Line& line, std::int64_t x, std::int64_t y, CoverageTarget& target);
+
+struct ServiceCacheCounts {
+    CacheCount lines, glyphs;
+    std::int64_t maxBytes; // of both
+};
+ServiceCacheCounts CountServiceCaches();
+void PurgeServiceCaches();
+
+} // namespace platform::text
