@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <stdexcept>
 
+#include "platform/Utf8.h"
+
 namespace platform {
 namespace {
 
@@ -17,41 +19,6 @@ struct Malformed : std::runtime_error {
 bool IsWordByte(char c) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' ||
            c == '.' || c == '-';
-}
-
-// Bytes of the UTF-8 character at the start of text; 0 when there is no such character.
-std::size_t Utf8Length(std::string_view text) {
-    const auto byte = [&](std::size_t i) { return static_cast<std::uint8_t>(text[i]); };
-    const std::uint8_t lead = byte(0);
-    if (lead < 0x80)
-        return 1;
-    const std::size_t length = lead < 0xC2   ? 0
-                               : lead < 0xE0 ? 2
-                               : lead < 0xF0 ? 3
-                               : lead < 0xF5 ? 4
-                                             : 0;
-    if (length == 0 || text.size() < length)
-        return 0;
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xC0) != 0x80)
-            return 0;
-    }
-    // Overlong forms, surrogates and what lies past the last code point.
-    const bool wrong = (lead == 0xE0 && byte(1) < 0xA0) || (lead == 0xED && byte(1) > 0x9F) ||
-                       (lead == 0xF0 && byte(1) < 0x90) || (lead == 0xF4 && byte(1) > 0x8F);
-    return wrong ? 0 : length;
-}
-
-void AppendUtf8(std::string& out, std::uint32_t c) {
-    if (c < 0x80) {
-        out += static_cast<char>(c);
-        return;
-    }
-    const int tailBytes = c < 0x800 ? 1 : c < 0x10000 ? 2 : 3;
-    const std::uint32_t leadMark = tailBytes == 1 ? 0xC0 : tailBytes == 2 ? 0xE0 : 0xF0;
-    out += static_cast<char>(leadMark | (c >> (6 * tailBytes)));
-    for (int i = tailBytes - 1; i >= 0; --i)
-        out += static_cast<char>(0x80 | ((c >> (6 * i)) & 0x3F));
 }
 
 class Reader {
@@ -144,7 +111,7 @@ private:
                 ReadEscape(out);
                 continue;
             }
-            const std::size_t length = Utf8Length(m_text.substr(m_at));
+            const std::size_t length = Utf8SequenceLength(m_text.substr(m_at));
             if (length == 0)
                 throw Malformed("the text is not UTF-8");
             out += m_text.substr(m_at, length);
