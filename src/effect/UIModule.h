@@ -20,6 +20,7 @@ struct UIModuleTable {
 
 inline constexpr char kUIModuleFileName[] = "TextOverlayUI.so";
 inline constexpr char kUIModuleTableName[] = "TextOverlayUI";
+extern "C" const UIModuleTable TextOverlayUI; // defined in that module alone
 
 // Opens the module at the first call and keeps it open until the process ends: a widget library
 // cannot be unloaded safely. Null when there is none; one that is there and cannot be opened is
