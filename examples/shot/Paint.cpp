@@ -28,16 +28,34 @@ std::uint32_t Scramble(std::uint32_t value) {
     return value ^ value >> 16;
 }
 
+// The values at the corners of the noise's lattice, which repeats after kLattice of them.
+constexpr std::int32_t kLattice = 256;
+
+const std::vector<float>& LatticeValues() {
+    static const std::vector<float> kValues = [] {
+        std::vector<float> values;
+        for (std::int32_t y = 0; y < kLattice; ++y)
+            for (std::int32_t x = 0; x < kLattice; ++x)
+                values.push_back(Speckle(x, y));
+        return values;
+    }();
+    return kValues;
+}
+
 // Between the four corners of the unit square that the point lies in.
-float LatticeNoise(Point point) {
-    const float left = std::floor(point.x);
-    const float top = std::floor(point.y);
-    const auto x = static_cast<std::int32_t>(left);
-    const auto y = static_cast<std::int32_t>(top);
-    const float across = SmoothStep(0, 1, point.x - left);
-    const float down = SmoothStep(0, 1, point.y - top);
-    return std::lerp(std::lerp(Speckle(x, y), Speckle(x + 1, y), across),
-                     std::lerp(Speckle(x, y + 1), Speckle(x + 1, y + 1), across), down);
+float LatticeNoise(const float* values, Point point) {
+    // Truncation and a step are several times faster than std::floor without SSE4.1.
+    const auto x = static_cast<std::int32_t>(point.x) - (point.x < 0);
+    const auto y = static_cast<std::int32_t>(point.y) - (point.y < 0);
+    const auto smooth = [](float t) { return t * t * (3 - 2 * t); };
+    const float across = smooth(point.x - static_cast<float>(x));
+    const float down = smooth(point.y - static_cast<float>(y));
+    const auto at = [values](std::int32_t column, std::int32_t row) {
+        return values[(row & (kLattice - 1)) * kLattice + (column & (kLattice - 1))];
+    };
+    const float top = at(x, y) + (at(x + 1, y) - at(x, y)) * across;
+    const float bottom = at(x, y + 1) + (at(x + 1, y + 1) - at(x, y + 1)) * across;
+    return top + (bottom - top) * down;
 }
 
 // Adds the signed area right of an edge to one row. Summed from left to right, the row then holds
@@ -149,10 +167,11 @@ float Speckle(std::int32_t x, std::int32_t y) {
 }
 
 float Noise(Point point, int octaves) {
+    const float* values = LatticeValues().data();
     float sum = 0;
     float weight = 0.5F;
     for (int octave = 0; octave < octaves; ++octave, weight /= 2) {
-        sum += weight * LatticeNoise(point);
+        sum += weight * LatticeNoise(values, point);
         // The shift keeps the lattices of the octaves from meeting.
         point = { point.x * 2 + 17.3F, point.y * 2 + 5.9F };
     }
