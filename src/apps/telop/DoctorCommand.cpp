@@ -1,0 +1,206 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/telop/DoctorCommand.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <memory>
+#include <string_view>
+
+#include <CLI/CLI.hpp>
+
+#include "apps/telop/LoadEffect.h"
+#include "host/BundleSearch.h"
+#include "host/Ledger.h"
+#include "host/text/TextField.h"
+#include "platform/Fonts.h"
+#include "platform/Report.h"
+#include "platform/TextEncoding.h"
+
+namespace telop {
+
+namespace {
+
+// Lines under headings; those of what is wrong are counted.
+class Sheet {
+public:
+    void Heading(std::string_view text) { std::printf("\n%s\n", std::string(text).c_str()); }
+    void Say(const std::string& label, const std::string& value) { Line("  ", label, value); }
+    void Wrong(const std::string& label, const std::string& value) {
+        ++m_wrong;
+        Line("! ", label, value);
+    }
+    int CountWrong() const { return m_wrong; }
+
+private:
+    static void Line(const char* mark, const std::string& label, const std::string& value) {
+        std::printf("%s%-20s %s\n", mark, label.c_str(), value.c_str());
+    }
+    int m_wrong = 0;
+};
+
+std::string Environment(const char* name) {
+    auto const* value = std::getenv(name);
+    return value ? value : "";
+}
+
+// ------------------------------------------------------------------------------------- plug-in
+
+void CheckSearchPath(Sheet& sheet) {
+    auto const list = Environment("TELOP_PLUGIN_PATH");
+    for (std::size_t start = 0; start < list.size();) {
+        auto const end = std::min(list.find(':', start), list.size());
+        auto const folder = list.substr(start, end - start);
+        std::error_code ignored;
+        if (!folder.empty() && !std::filesystem::is_directory(folder, ignored))
+            sheet.Wrong("TELOP_PLUGIN_PATH", folder + " is no folder");
+        start = end + 1;
+    }
+}
+
+std::shared_ptr<host::Plugin> CheckPlugin(Sheet& sheet, const DoctorOptions& options) {
+    sheet.Heading("Plug-in");
+    CheckSearchPath(sheet);
+    if (!options.plugin) {
+        auto const search = host::FindBundle(kBundleName);
+        for (auto const& place : search.looked)
+            sheet.Say(place.path == search.found ? "found" : "not in",
+                      place.path.string() + " (" + place.origin + ")");
+    }
+    std::string why;
+    auto plugin = options.plugin ? host::Plugin::Load(*options.plugin, why)
+                                 : host::Plugin::LoadByName(kBundleName, why);
+    if (!plugin) {
+        sheet.Wrong("plug-in", why);
+        return nullptr;
+    }
+    sheet.Say("module", plugin->Module().string());
+    sheet.Say("name", platform::DecodeText(plugin->Description().name) + ", in " +
+                          platform::DecodeText(plugin->Description().category));
+    return plugin;
+}
+
+std::int64_t InkedPixels(const host::Image& image) {
+    std::int64_t inked = 0;
+    for (std::int32_t y = 0; y < image.Height(); ++y) {
+        auto const row = image.Row(y);
+        for (std::size_t x = 0; x + 2 < row.size(); x += 3)
+            inked += row[x] + row[x + 1] + row[x + 2] > 0 ? 1 : 0;
+    }
+    return inked;
+}
+
+// Draws for real, into a black picture, since only that shows whether everything plays together.
+void CheckDrawing(Sheet& sheet, const host::Effect& effect, const std::string& label,
+                  const std::string& text) {
+    auto params = effect.CopyParams();
+    params.dwFlags = TEXT_INFO;
+    params.crText = 0xFFFFFF;
+    params.nOpacity = 100;
+    params.ptPos = { 4, 4 };
+    std::string why;
+    auto const image = host::Image::Make(640, 120, host::kRgb24);
+    auto const reportsBefore = platform::ReportsSoFar().size();
+    if (!host::SetField(params.szInfoText, label, text, why)) {
+        sheet.Say(label, "not in " + platform::ApplicationTextEncoding());
+    } else if (!image || !effect.RenderWith(params, *image, {}, why)) {
+        sheet.Wrong(label, why);
+    } else if (auto const inked = InkedPixels(*image); inked == 0) {
+        sheet.Wrong(label, "'" + text + "' leaves no pixel");
+    } else {
+        auto const reports = platform::ReportsSoFar();
+        for (auto i = reportsBefore; i < reports.size(); ++i)
+            sheet.Wrong(label, platform::Describe(reports[i]));
+        if (reports.size() == reportsBefore)
+            sheet.Say(label, "'" + text + "' is drawn");
+    }
+}
+
+void CheckEffect(Sheet& sheet, const std::shared_ptr<host::Plugin>& plugin) {
+    if (!plugin)
+        return;
+    std::string why;
+    auto const effect = host::Effect::Make(plugin, why);
+    if (!effect) {
+        sheet.Wrong("effect", why);
+        return;
+    }
+    sheet.Say("default font",
+              platform::DecodeText(host::FieldBytes(effect->CopyParams().szFontName)));
+    CheckDrawing(sheet, *effect, "Latin", "Cut 12");
+    CheckDrawing(sheet, *effect, "Japanese", "カット日本語");
+    if (auto const& ledger = host::Ledger::Get(); !ledger.IsBalanced())
+        sheet.Wrong("memory", ledger.Describe());
+}
+
+// --------------------------------------------------------------------------------------- fonts
+
+void CheckFonts(Sheet& sheet) {
+    sheet.Heading("Fonts");
+    auto const families = platform::InstalledFontFamilies();
+    if (families.empty())
+        sheet.Wrong("families", "no font is installed");
+    else
+        sheet.Say("families", std::to_string(families.size()) + " ('telop fonts' lists them)");
+    auto const standard = platform::ResolveFontFamily("");
+    sheet.Say("without a name", standard.family + "  " + standard.file);
+    sheet.Heading("Stand-ins for families of other systems");
+    for (auto const& alias : platform::FontAliases())
+        sheet.Say(alias.asked,
+                  alias.family.empty() ? "(nothing of its kind is installed)" : alias.family);
+}
+
+// ------------------------------------------------------------------------- encoding, language
+
+void CheckEncoding(Sheet& sheet) {
+    sheet.Heading("Encoding and language");
+    auto const asked = Environment("TELOP_TEXT_ENCODING");
+    auto const used = platform::ApplicationTextEncoding();
+    sheet.Say("encoding", used);
+    if (!asked.empty() && !platform::SetApplicationTextEncoding(asked))
+        sheet.Wrong("TELOP_TEXT_ENCODING", "'" + asked + "' is no known encoding");
+    platform::SetApplicationTextEncoding(used);
+    for (auto const* name : { "LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG" }) {
+        auto const value = Environment(name);
+        sheet.Say(name, value.empty() ? "(not set)" : value);
+    }
+}
+
+void CheckProgram(Sheet& sheet) {
+    std::error_code error;
+    auto const program = std::filesystem::read_symlink("/proc/self/exe", error);
+    std::printf("telop %s, %s\n", TELOP_VERSION, error ? "?" : program.c_str());
+    if (Environment("HOME").empty())
+        sheet.Say("HOME", "(not set)");
+}
+
+} // namespace
+
+void AddDoctorOptions(CLI::App& command, DoctorOptions& options) {
+    command.description(
+        "Shows the bundle, the fonts, the encoding and the paths that a run uses, and "
+        "what is wrong\nwith them, in lines that start with '!'.");
+    command.add_option("--encoding", options.encoding, "As for render")->type_name("NAME");
+    command.add_option("--plugin", options.plugin, "As for render")->type_name("BUNDLE");
+    command.footer("The exit code is 0 when nothing is wrong and 1 when something is.");
+}
+
+ExitCode RunDoctor(const DoctorOptions& options) {
+    SetEncoding(options.encoding);
+    Sheet sheet;
+    CheckProgram(sheet);
+    CheckEffect(sheet, CheckPlugin(sheet, options));
+    CheckFonts(sheet);
+    CheckEncoding(sheet);
+    auto const wrong = sheet.CountWrong();
+    std::printf("\n%s\n",
+                wrong == 0 ? "Nothing is wrong."
+                : wrong == 1
+                    ? "One thing is wrong, marked with '!'."
+                    : (std::to_string(wrong) + " things are wrong, marked with '!'.").c_str());
+    return wrong == 0 ? ExitCode::kSuccess : ExitCode::kFramesFailed;
+}
+
+} // namespace telop

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/telop/LoadEffect.h"
+
+#include <filesystem>
+
+#include "apps/telop/CommandError.h"
+#include "platform/TextEncoding.h"
+
+namespace telop {
+
+std::shared_ptr<host::Plugin> LoadPlugin(const std::optional<std::string>& bundle) {
+    std::string why;
+    auto plugin =
+        bundle ? host::Plugin::Load(*bundle, why) : host::Plugin::LoadByName(kBundleName, why);
+    if (!plugin)
+        throw CommandError(ExitCode::kBadInput, why);
+    return plugin;
+}
+
+std::unique_ptr<host::Effect> LoadEffect(const std::optional<std::string>& bundle,
+                                         const std::optional<std::string>& settings) {
+    std::string why;
+    auto effect = host::Effect::Make(LoadPlugin(bundle), why);
+    if (!effect || (settings && !effect->LoadFile(*settings, why)))
+        throw CommandError(ExitCode::kBadInput, why);
+    return effect;
+}
+
+void SaveSettings(const host::Effect& effect, const std::string& file, bool overwrite) {
+    std::error_code ignored;
+    if (!overwrite && std::filesystem::exists(file, ignored))
+        throw CommandError(ExitCode::kCannotWrite,
+                           file + " exists already; --overwrite replaces it");
+    std::string why;
+    if (!effect.SaveFile(file, why))
+        throw CommandError(ExitCode::kCannotWrite, why);
+}
+
+void SetEncoding(const std::optional<std::string>& name) {
+    if (name && !platform::SetApplicationTextEncoding(*name))
+        FailUsage("--encoding: '" + *name +
+                  "' is no known encoding; UTF-8, CP932, EUC-JP, EUC-KR, GBK, Big5 and others that "
+                  "iconv lists are");
+}
+
+} // namespace telop

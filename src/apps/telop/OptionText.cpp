@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/telop/OptionText.h"
+
+#include <charconv>
+#include <cstdint>
+
+#include "apps/telop/CommandError.h"
+#include "host/WholeFile.h"
+#include "host/text/ColorText.h"
+#include "host/text/TextField.h"
+#include "platform/Utf8.h"
+
+namespace telop {
+
+namespace {
+
+constexpr std::size_t kMaxDialogueFile = std::size_t { 1 } << 20;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+bool ReadInt(std::string_view text, std::int32_t& value) {
+    auto const end = text.data() + text.size();
+    if (text.starts_with('+'))
+        text.remove_prefix(1);
+    auto const [stop, error] = std::from_chars(text.data(), end, value);
+    return error == std::errc() && stop == end;
+}
+
+std::string ReadDialogueFile(std::string_view option, const std::string& file) {
+    std::string why;
+    auto const bytes = host::ReadWholeFile(file, kMaxDialogueFile, why);
+    if (!bytes)
+        throw CommandError(ExitCode::kBadInput, std::string(option) + ": " + why);
+    std::string_view text(reinterpret_cast<const char*>(bytes->data()), bytes->size());
+    if (text.starts_with(kByteOrderMark))
+        text.remove_prefix(kByteOrderMark.size());
+    CheckUtf8(std::string(option) + ": " + file, text);
+    auto lines = host::WithCarriageReturns(text);
+    // Editors end the last line too, which would draw an empty line below it.
+    if (lines.ends_with('\r'))
+        lines.pop_back();
+    return lines;
+}
+
+std::string Unescaped(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        char const next = i + 1 < text.size() ? text[i + 1] : '\0';
+        bool const escape = text[i] == '\\' && (next == 'n' || next == '\\');
+        result += !escape ? text[i] : next == 'n' ? '\r' : '\\';
+        i += escape ? 1 : 0;
+    }
+    return host::WithCarriageReturns(result);
+}
+
+} // namespace
+
+tagPOINT ParsePoint(std::string_view option, std::string_view text) {
+    auto const comma = text.find(',');
+    tagPOINT point {};
+    if (comma == std::string_view::npos || !ReadInt(text.substr(0, comma), point.x) ||
+        !ReadInt(text.substr(comma + 1), point.y))
+        FailUsage(std::string(option) + ": '" + std::string(text) +
+                  "' is not X,Y, two whole numbers such as 54,41");
+    return point;
+}
+
+COLORREF ParseColorOption(std::string_view option, std::string_view text) {
+    std::string why;
+    auto const color = host::ParseColor(text, why);
+    if (!color)
+        FailUsage(std::string(option) + ": " + why);
+    return *color;
+}
+
+std::array<std::string, 4> SplitStrings(std::string_view option, std::string_view text) {
+    std::array<std::string, 4> strings;
+    std::size_t index = 0;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == ',') {
+            ++index;
+            continue;
+        }
+        if (text[i] == '\\' && i + 1 < text.size() && text[i + 1] == ',')
+            ++i;
+        if (index < strings.size())
+            strings[index] += text[i];
+    }
+    if (index + 1 != strings.size())
+        FailUsage(
+            std::string(option) + ": '" + std::string(text) + "' has " + std::to_string(index + 1) +
+            " of the four strings; write A,B,C,D, where each may be empty and \\, is a comma");
+    return strings;
+}
+
+std::string DialogueText(std::string_view option, const std::string& text) {
+    if (text.starts_with("@@"))
+        return Unescaped(text.substr(1));
+    return text.starts_with('@') ? ReadDialogueFile(option, text.substr(1)) : Unescaped(text);
+}
+
+void CheckUtf8(std::string_view option, std::string_view text) {
+    for (std::size_t i = 0; i < text.size();) {
+        auto const length = platform::Utf8SequenceLength(text.substr(i));
+        if (length == 0)
+            throw CommandError(ExitCode::kBadInput, std::string(option) +
+                                                        ": the text is not UTF-8 at byte " +
+                                                        std::to_string(i + 1));
+        i += length;
+    }
+}
+
+} // namespace telop

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The options of "telop render", as they were typed.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "apps/telop/FrameText.h"
+
+namespace CLI {
+class App;
+} // namespace CLI
+
+namespace telop {
+
+struct RenderOptions {
+    std::string input, output; // both empty: only settings are saved
+
+    TextOptions text;
+    double scale = 1;
+    std::optional<std::string> origin;
+
+    std::optional<std::string> frames, apply;
+    std::optional<std::int64_t> start; // number of a stream's first frame
+
+    std::optional<std::string> settings, saveSettings;
+    std::optional<std::string> encoding, plugin;
+    bool strictFonts = false;
+
+    int jobs = 0; // 0: one for each core
+    int compression;
+    bool overwrite = false;
+    bool skipExisting = false;
+    std::optional<std::string> progress;
+    bool quiet = false;
+
+    RenderOptions();
+};
+
+// Declares them on the command, with the help that they have.
+void AddRenderOptions(CLI::App& command, RenderOptions& options);
+
+} // namespace telop

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The command line: finds the command, runs it, and turns what it throws into a message and an exit
+// code.
+
+#include <cstdio>
+#include <exception>
+#include <functional>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "apps/telop/CommandError.h"
+#include "apps/telop/Console.h"
+#include "apps/telop/DescribeCommand.h"
+#include "apps/telop/DoctorCommand.h"
+#include "apps/telop/FontsCommand.h"
+#include "apps/telop/RenderCommand.h"
+#include "apps/telop/SettingsCommand.h"
+
+namespace telop {
+
+namespace {
+
+constexpr const char* kDescription =
+    "Burns text into animation frames: directions, cut numbers, names, dialogue.";
+const std::string kFooter =
+    std::string("Examples:\n"
+                "  telop render --info PAN shot.####.png out/shot.####.png\n"
+                "  telop render --help\n\n") +
+    kExitCodeHelp;
+
+constexpr std::size_t kHelpColumn = 32;
+
+// The commands with their options. Declared once, run by the one that was asked for.
+class CommandLine {
+public:
+    CommandLine() : m_app(kDescription, "telop") {
+        m_app.set_version_flag("--version", "telop " TELOP_VERSION, "Show the version");
+        m_app.set_help_flag("-h,--help", "Show this help");
+        m_app.require_subcommand(1);
+        m_app.footer(kFooter);
+        m_app.get_formatter()->column_width(kHelpColumn);
+        AddRenderOptions(*Add("render", [this] { return RunRender(m_render); }), m_render);
+        AddSettingsOptions(*Add("settings", [this] { return RunSettings(m_settings); }),
+                           m_settings);
+        AddFontsOptions(*Add("fonts", [this] { return RunFonts(m_fonts); }), m_fonts);
+        AddDescribeOptions(*Add("describe", [this] { return RunDescribe(m_describe); }),
+                           m_describe);
+        AddDoctorOptions(*Add("doctor", [this] { return RunDoctor(m_doctor); }), m_doctor);
+    }
+
+    ExitCode Run(int argc, char** argv) {
+        try {
+            m_app.parse(argc, argv);
+            return m_result;
+        } catch (const CLI::ParseError& error) {
+            return Explain(error);
+        }
+    }
+
+private:
+    CLI::App* Add(const char* name, std::function<ExitCode()> run) {
+        auto* command = m_app.add_subcommand(name);
+        command->callback([this, run = std::move(run)] { m_result = run(); });
+        return command;
+    }
+
+    // Help and version are requests that come as errors too.
+    ExitCode Explain(const CLI::ParseError& error) {
+        if (error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success)) {
+            m_app.exit(error);
+            return ExitCode::kSuccess;
+        }
+        Console::Get().Error(error.what() + std::string("\nSee ") + HelpCommand());
+        return ExitCode::kUsage;
+    }
+
+    std::string HelpCommand() const {
+        auto const commands = m_app.get_subcommands();
+        return "telop " + (commands.empty() ? "" : commands.front()->get_name() + " ") + "--help";
+    }
+
+    CLI::App m_app;
+    ExitCode m_result = ExitCode::kSuccess;
+    RenderOptions m_render;
+    SettingsOptions m_settings;
+    FontsOptions m_fonts;
+    DescribeOptions m_describe;
+    DoctorOptions m_doctor;
+};
+
+ExitCode Main(int argc, char** argv) {
+    try {
+        CommandLine line;
+        return line.Run(argc, argv);
+    } catch (const CommandError& error) {
+        Console::Get().Error(error.what());
+        return error.Code();
+    } catch (const std::exception& error) {
+        Console::Get().Error(error.what());
+        return ExitCode::kBadInput;
+    }
+}
+
+} // namespace
+
+} // namespace telop
+
+int main(int argc, char** argv) {
+    return static_cast<int>(telop::Main(argc, argv));
+}
