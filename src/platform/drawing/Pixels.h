@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Pixel memory of worlds and the arithmetic of single pixels. Knows nothing of text.
+// Pixel memory of worlds, and filling it. Knows nothing of text.
 #pragma once
 
 #include <array>
@@ -21,23 +21,8 @@ inline Pixel ToPixel(const RGBColor& color) {
     return { 0, high(color.red), high(color.green), high(color.blue) };
 }
 
-// x / 255 to the nearest, for x in 0..65025; never ambiguous, since 255 is odd.
-constexpr std::uint32_t Div255(std::uint32_t x) {
-    return (x + 128 + ((x + 128) >> 8)) >> 8;
-}
-
-// What coverage of color leaves of under: exactly under at 0 and exactly color at 255.
-constexpr std::uint8_t Mix(std::uint8_t under, std::uint8_t color, std::uint8_t coverage) {
-    return static_cast<std::uint8_t>(Div255(under * (255u - coverage) + color * coverage));
-}
-
-// count pixels of color, and color over count pixels by the coverage of each.
+// count pixels of color.
 void FillPixels(std::uint8_t* pixels, std::int64_t count, Pixel color);
-void BlendPixels(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t count,
-                 Pixel color);
-// What BlendPixels does, one pixel at a time.
-void BlendPixelsPlain(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t count,
-                      Pixel color);
 
 inline constexpr std::int64_t kPixelAlignment = 32; // of buffers and of row bytes
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include "platform/drawing/Blend.h"
+
 namespace platform {
 namespace {
 
@@ -16,16 +18,17 @@ public:
     text::PixelBox Clip() const override { return { 0, 0, m_canvas.width, m_canvas.height }; }
 
     void PaintBitmap(std::int64_t x, std::int64_t y, const text::CoverageBitmap& bitmap) override {
+        // The empty columns that fill up the stride may fall into the padding of the rows: whole
+        // vectors are faster than the glyph's own width.
         const std::int64_t left = std::max<std::int64_t>(x, 0);
-        const std::int64_t right = std::min<std::int64_t>(x + bitmap.width, m_canvas.width);
+        const std::int64_t right = std::min(x + bitmap.stride, m_canvas.rowBytes / 4);
         const std::int64_t top = std::max<std::int64_t>(y, 0);
         const std::int64_t bottom = std::min<std::int64_t>(y + bitmap.height, m_canvas.height);
-        if (left >= right) {
-            return;
-        }
-        for (std::int64_t row = top; row < bottom; ++row) {
-            BlendPixels(At(left, row), bitmap.pixels + (row - y) * bitmap.stride + (left - x),
-                        right - left, m_color);
+        if (left < right && top < bottom) {
+            Blend({ At(left, top), m_canvas.rowBytes,
+                    bitmap.pixels + (top - y) * bitmap.stride + (left - x), bitmap.stride,
+                    right - left, bottom - top },
+                  m_color);
         }
     }
 
@@ -40,11 +43,11 @@ public:
             FillPixels(At(left, y), right - left, m_color);
             return;
         }
-        std::uint8_t row[256];
-        std::memset(row, coverage, sizeof row);
-        for (; left < right; left += sizeof row) {
-            BlendPixels(At(left, y), row, std::min<std::int64_t>(right - left, sizeof row),
-                        m_color);
+        std::array<std::uint8_t, 256> row;
+        row.fill(coverage);
+        for (; left < right; left += row.size()) {
+            const std::int64_t count = std::min<std::int64_t>(right - left, row.size());
+            Blend({ At(left, y), 0, row.data(), 0, count, 1 }, m_color);
         }
     }
 
@@ -118,6 +121,11 @@ void Recording::Draw(const Canvas& canvas) const {
 }
 
 void DrawFill(const Canvas& canvas, const text::PixelBox& box, Pixel color) {
+    if (box.left == 0 && box.right == canvas.width) {
+        FillPixels(canvas.pixels + box.top * canvas.rowBytes,
+                   (box.bottom - box.top) * (canvas.rowBytes / 4), color);
+        return;
+    }
     for (std::int64_t row = box.top; row < box.bottom; ++row) {
         FillPixels(canvas.pixels + row * canvas.rowBytes + box.left * 4, box.right - box.left,
                    color);

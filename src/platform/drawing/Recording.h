@@ -10,7 +10,7 @@
 
 namespace platform {
 
-// Rows of pixels to draw into.
+// Rows of pixels to draw into. What lies in a row after its last pixel may be written too.
 struct Canvas {
     std::uint8_t* pixels;
     std::int64_t rowBytes;

@@ -18,6 +18,8 @@ constexpr std::int64_t kMaxCacheBytes = 32 << 20;
 constexpr std::size_t kShards = 16;
 // A larger bitmap is not made at all; the glyph comes as spans, clipped to what is seen.
 constexpr std::int64_t kMaxBitmapBytes = 256 << 10;
+// Rows are whole vectors of eight, so that blending needs no odd ends.
+constexpr std::int64_t kStrideUnit = 8;
 
 struct GlyphKey {
     std::uint32_t face;
@@ -36,7 +38,7 @@ struct GlyphKey {
 struct GlyphBitmap {
     GlyphKey key;
     std::int64_t left = 0, top = 0;
-    std::int64_t width = 0, height = 0;
+    std::int64_t stride = 0, width = 0, height = 0;
     std::vector<std::uint8_t> pixels;
 
     bool Matches(const GlyphKey& other) const { return key == other; }
@@ -175,12 +177,13 @@ std::shared_ptr<const GlyphBitmap> Rasterise(const GlyphKey& key, FT_Outline& ou
     bitmap->top = box.top;
     bitmap->width = box.right - box.left;
     bitmap->height = box.bottom - box.top;
-    bitmap->pixels.resize(static_cast<std::size_t>(bitmap->width * bitmap->height));
+    bitmap->stride = (bitmap->width + kStrideUnit - 1) / kStrideUnit * kStrideUnit;
+    bitmap->pixels.resize(static_cast<std::size_t>(bitmap->stride * bitmap->height));
     FT_Outline_Translate(&outline, -box.left * 64, box.bottom * 64);
     FT_Bitmap target {};
     target.rows = static_cast<unsigned>(bitmap->height);
     target.width = static_cast<unsigned>(bitmap->width);
-    target.pitch = static_cast<int>(bitmap->width);
+    target.pitch = static_cast<int>(bitmap->stride);
     target.buffer = bitmap->pixels.data();
     target.num_grays = 256;
     target.pixel_mode = FT_PIXEL_MODE_GRAY;
@@ -255,8 +258,9 @@ void PaintGlyph(const Face& face, hb_codepoint_t glyph, std::int32_t size, std::
     const std::int64_t pixelX = x >> 6;
     const std::int64_t pixelY = y >> 6;
     if (const auto bitmap = BitmapOf(face, key, pixelX, pixelY, target)) {
-        target.PaintBitmap(pixelX + bitmap->left, pixelY + bitmap->top,
-                           { bitmap->pixels.data(), bitmap->width, bitmap->width, bitmap->height });
+        target.PaintBitmap(
+            pixelX + bitmap->left, pixelY + bitmap->top,
+            { bitmap->pixels.data(), bitmap->stride, bitmap->width, bitmap->height });
     }
 }
 

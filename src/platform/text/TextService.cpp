@@ -12,7 +12,9 @@
 namespace platform::text {
 namespace {
 
-constexpr std::int64_t kMaxLineBytes = 8 << 20;
+// A line is read again within its frame or in the next one; more than the processor's own cache holds
+// would make a text that changes all the time slower, not faster.
+constexpr std::int64_t kMaxLineBytes = 1 << 20;
 constexpr std::size_t kLineShards = 8;
 
 struct LineKey {

@@ -52,7 +52,8 @@ struct PixelBox {
     std::int64_t left, top, right, bottom;
 };
 
-// How much of each pixel a glyph covers, 0..255; top row first.
+// How much of each pixel a glyph covers, 0..255; top row first. The bytes of a row from width to
+// stride are there and 0.
 struct CoverageBitmap {
     const std::uint8_t* pixels;
     std::int64_t stride; // bytes from row to row
