@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "host/Archive.h"
+
+#include <cstring>
+#include <filesystem>
+
+#include "LedgerTest.h"
+#include "host/Tables.h"
+#include "host/WholeFile.h"
+#include "support/TemporaryFolder.h"
+
+namespace host {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr std::uint32_t kText = EPI_FOUR_CC('T', 'E', 'X', 'T');
+
+// An archive that a plug-in makes and opens through the tables.
+class ArchiveTest : public LedgerTest {
+protected:
+    std::int32_t Open(const std::filesystem::path& path, std::int32_t mode) {
+        FSSpec file {};
+        std::strcpy(file.path, path.c_str());
+        return procs.Open(archive, &file, kText, mode);
+    }
+    std::int32_t Write(std::string text) {
+        return procs.Write(archive, text.data(), static_cast<std::int32_t>(text.size()));
+    }
+    std::string Contents(const std::filesystem::path& path) {
+        std::string why;
+        auto const bytes = ReadWholeFile(path, 1000, why);
+        return bytes ? std::string(bytes->begin(), bytes->end()) : why;
+    }
+    void Release() { ObjectTable().Release(archive, epiObjectArchive); }
+    // Everything in the folder, so that left-over temporaries show.
+    std::ptrdiff_t FilesInFolder() const {
+        return std::distance(std::filesystem::directory_iterator(folder.Path()), {});
+    }
+
+    TemporaryFolder folder;
+    const EPIArchiveProcs& procs = ArchiveTable();
+    EPIArchiveRef archive = static_cast<EPIArchiveRef>(ObjectTable().Create(epiObjectArchive));
+};
+
+TEST_F(ArchiveTest, AFileIsReplacedByFlushAndNotBefore) {
+    auto const path = folder.Write("list.txt", "old");
+    ASSERT_NE(Open(path, epiArchiveWrite), 0);
+    EXPECT_EQ(procs.IsLoading(archive), 0);
+    EXPECT_EQ(Write("new "), 4);
+    EXPECT_EQ(Write("text"), 4);
+    EXPECT_EQ(procs.Length(archive), 8);
+    EXPECT_EQ(Contents(path), "old");
+    EXPECT_EQ(procs.Flush(archive), 0);
+    EXPECT_EQ(Contents(path), "new text");
+    procs.Close(archive);
+    Release();
+    EXPECT_EQ(FilesInFolder(), 1);
+}
+
+TEST_F(ArchiveTest, AFileStaysWhenItsWriterStopsHalfway) {
+    auto const path = folder.Write("list.txt", "old");
+    ASSERT_NE(Open(path, epiArchiveWrite), 0);
+    Write("half");
+    procs.Close(archive);
+    ASSERT_NE(Open(path, epiArchiveWrite), 0);
+    EXPECT_EQ(procs.Write(archive, nullptr, 4), 0);
+    EXPECT_NE(procs.Flush(archive), 0);
+    procs.Close(archive);
+    Release();
+    EXPECT_EQ(Contents(path), "old");
+    EXPECT_THAT(TakeMisuse(), ElementsAre(HasSubstr("without a flush"), HasSubstr("no buffer")));
+}
+
+TEST_F(ArchiveTest, ReadsToTheEndAndNoFurther) {
+    ASSERT_NE(Open(folder.Write("list.txt", "abcde"), epiArchiveRead), 0);
+    EXPECT_NE(procs.IsLoading(archive), 0);
+    EXPECT_EQ(procs.Length(archive), 5);
+    char buffer[8] = "-------";
+    EXPECT_EQ(procs.Read(archive, buffer, 3), 3);
+    EXPECT_EQ(procs.Read(archive, buffer, 7), 2);
+    EXPECT_STREQ(buffer, "dec----");
+    EXPECT_EQ(procs.Read(archive, buffer, 7), 0);
+    procs.Close(archive);
+    Release();
+}
+
+TEST_F(ArchiveTest, OpensNothingThatCannotBeOpened) {
+    auto const path = folder.Write("list.txt", "abc");
+    for (auto const& row : { std::pair { folder.Path() / "none", epiArchiveRead },
+                             std::pair { folder.Path(), epiArchiveRead },
+                             std::pair { path, static_cast<decltype(epiArchiveRead)>(3) } }) {
+        EXPECT_EQ(Open(row.first, row.second), 0) << row.first << " in mode " << row.second;
+        EXPECT_THAT(Archive::FromRef(archive)->Error(), HasSubstr(row.first.string()));
+    }
+    ASSERT_NE(Open(folder.Path() / "none" / "list.txt", epiArchiveWrite), 0);
+    EXPECT_NE(procs.Flush(archive), 0);
+    EXPECT_THAT(Archive::FromRef(archive)->Error(), HasSubstr("No such file"));
+    procs.Close(archive);
+
+    FSSpec endless;
+    std::memset(endless.path, 'x', sizeof endless.path);
+    EXPECT_EQ(procs.Open(archive, &endless, kText, epiArchiveRead), 0);
+    EXPECT_THAT(TakeMisuse(), ElementsAre(HasSubstr("without a path")));
+    Release();
+}
+
+TEST_F(ArchiveTest, NotesEveryCallOutOfTurn) {
+    ASSERT_NE(Open(folder.Write("list.txt", "abc"), epiArchiveRead), 0);
+    EXPECT_EQ(Write("x"), 0);
+    EXPECT_NE(procs.Flush(archive), 0);
+    EXPECT_EQ(Open(folder.Path() / "list.txt", epiArchiveRead), 0);
+    procs.Close(archive);
+    procs.Close(archive);
+    Release();
+    Release();
+    EXPECT_EQ(procs.Length(archive), 0);
+    EXPECT_THAT(TakeMisuse(),
+                ElementsAre(HasSubstr("not open for writing"), HasSubstr("not open for writing"),
+                            HasSubstr("is open"), HasSubstr("not open"), HasSubstr("has ended"),
+                            HasSubstr("has ended")));
+}
+
+TEST_F(ArchiveTest, LeavesAnArchiveOfTheHostOpen) {
+    Release();
+    Archive own;
+    own.OpenForWriting();
+    procs.Close(own.Ref());
+    EXPECT_TRUE(own.IsOpen());
+    ObjectTable().Release(own.Ref(), epiObjectArchive);
+    ObjectTable().Release(own.Ref(), epiObjectImage);
+    EXPECT_THAT(TakeMisuse(), ElementsAre(HasSubstr("host owns"), HasSubstr("host owns"),
+                                          HasSubstr("of kind archive, not image")));
+}
+
+TEST(WholeFile, KeepsLinksPermissionsAndDevices) {
+    TemporaryFolder const folder;
+    auto const file = folder.Write("real", "old");
+    std::filesystem::permissions(file, std::filesystem::perms::owner_all);
+    auto const link = folder.Path() / "link";
+    std::filesystem::create_symlink("real", link);
+    std::string why;
+    std::vector<std::uint8_t> const bytes { 'n', 'e', 'w' };
+    ASSERT_TRUE(WriteWholeFile(link, bytes, why)) << why;
+    EXPECT_TRUE(std::filesystem::is_symlink(link));
+    EXPECT_EQ(ReadWholeFile(file, 3, why), bytes);
+    EXPECT_EQ(std::filesystem::status(file).permissions(), std::filesystem::perms::owner_all);
+
+    ASSERT_TRUE(WriteWholeFile("/dev/null", bytes, why)) << why;
+    EXPECT_TRUE(std::filesystem::is_character_file("/dev/null"));
+    EXPECT_EQ(ReadWholeFile(file, 2, why), std::nullopt);
+    EXPECT_THAT(why, HasSubstr("more than 2 bytes"));
+    // A device that is always full fails as a disk does.
+    EXPECT_FALSE(WriteWholeFile("/dev/full", bytes, why));
+    EXPECT_THAT(why, HasSubstr("/dev/full: cannot be written: No space left"));
+}
+
+} // namespace
+} // namespace host

@@ -1,0 +1,334 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "host/Image.h"
+
+#include <algorithm>
+#include <limits>
+#include <numeric>
+#include <random>
+
+#include "LedgerTest.h"
+#include "host/Tables.h"
+
+namespace host {
+namespace {
+
+using testing::Each;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+constexpr std::uint8_t kPad = 0xEE;
+
+// Every order of the channels in every depth, with an unused channel in place of the alpha as well.
+std::vector<PixelFormat> AllFormats() {
+    std::vector<PixelFormat> formats;
+    for (std::int32_t depth : { 24, 32, 64 }) {
+        std::vector<std::int32_t> places(depth == 24 ? 3 : 4);
+        std::iota(places.begin(), places.end(), 0);
+        do {
+            if (depth == 24) {
+                formats.push_back({ depth, -1, places[0], places[1], places[2] });
+                continue;
+            }
+            formats.push_back({ depth, places[3], places[0], places[1], places[2] });
+            formats.push_back({ depth, -1, places[0], places[1], places[2] });
+        } while (std::next_permutation(places.begin(), places.end()));
+    }
+    return formats;
+}
+
+std::string Print(const PixelFormat& f) {
+    return std::to_string(f.depth) + " bits, a" + std::to_string(f.alpha) + " r" +
+           std::to_string(f.red) + " g" + std::to_string(f.green) + " b" + std::to_string(f.blue);
+}
+
+// Random pixels, kPad behind each row.
+std::unique_ptr<Image> RandomImage(std::int32_t width, std::int32_t height, PixelFormat format,
+                                   unsigned seed) {
+    auto image = Image::Make(width, height, format, 5);
+    std::mt19937 random(seed);
+    std::ranges::fill(image->Bytes(), kPad);
+    for (std::int32_t y = 0; y < height; ++y)
+        std::ranges::generate(image->Row(y), [&] { return static_cast<std::uint8_t>(random()); });
+    return image;
+}
+
+void ExpectPaddingUntouched(const Image& image, const std::string& what) {
+    for (std::int32_t y = 0; y < image.Height(); ++y) {
+        auto const* end = image.Row(y).data() + image.Row(y).size();
+        EXPECT_THAT(std::vector(end, end + 5), Each(kPad)) << what << ", row " << y;
+    }
+}
+
+// The pixel at (x, y) through the cursor; 0 outside.
+std::uint32_t PixelAt(Image& image, std::int32_t x, std::int32_t y) {
+    if (x < 0 || x >= image.Width() || y < 0 || y >= image.Height())
+        return 0;
+    image.MoveTo(x, y);
+    return image.GetPixel();
+}
+
+class ImageTest : public LedgerTest {};
+
+TEST_F(ImageTest, IsNotMadeOfWhatCannotBe) {
+    constexpr auto kMax = std::numeric_limits<std::int32_t>::max();
+    EXPECT_FALSE(Image::Make(0, 1, kRgb24));
+    EXPECT_FALSE(Image::Make(1, -1, kRgb24));
+    EXPECT_FALSE(Image::Make(1, 1, kRgb24, -1));
+    EXPECT_FALSE(Image::Make(kMax / 4, 1, kArgb64));
+    EXPECT_FALSE(Image::Make(1, 1, { 16, -1, 0, 1, 2 }));
+    EXPECT_FALSE(Image::Make(1, 1, { 32, 0, 1, 2, 2 }));
+    EXPECT_FALSE(Image::Make(1, 1, { 32, 0, 1, 2, 4 }));
+    EXPECT_FALSE(Image::Make(1, 1, { 24, 0, 1, 2, 3 }));
+}
+
+TEST_F(ImageTest, TheCursorWritesEveryChannelWhereTheFormatHasIt) {
+    for (auto const& format : AllFormats()) {
+        auto image = RandomImage(2, 2, format, 1);
+        image->Lock(true);
+        image->MoveTo(1, 0);
+        image->Next();
+        image->SetPixel(0x44332211);
+        EXPECT_EQ(image->GetPixel(), format.alpha >= 0 ? 0x44332211U : 0x00332211U)
+            << Print(format);
+        auto const row = image->Row(1);
+        auto const size = static_cast<std::size_t>(format.BytesPerChannel());
+        for (auto const& [index, value] :
+             { std::pair { format.red, 0x11 }, { format.green, 0x22 }, { format.blue, 0x33 } })
+            for (std::size_t i = 0; i < size; ++i)
+                EXPECT_EQ(row[static_cast<std::size_t>(index) * size + i], value) << Print(format);
+
+        auto const raw = image->GetRawPixel();
+        image->Next();
+        image->SetRawPixel(raw);
+        EXPECT_EQ(image->GetRawPixel(), raw) << Print(format);
+        image->Unlock();
+        ExpectPaddingUntouched(*image, Print(format));
+    }
+}
+
+TEST_F(ImageTest, PixelsOutsideOrNotLockedForWritingStay) {
+    auto image = RandomImage(2, 2, kRgba32, 2);
+    std::vector<std::uint8_t> const before(image->Bytes().begin(), image->Bytes().end());
+    image->MoveTo(0, 0);
+    image->SetPixel(1);
+    image->Lock(true);
+    for (auto const& [x, y] : { std::pair { -1, 0 }, { 2, 0 }, { 0, 2 }, { 0, -1 } }) {
+        image->MoveTo(x, y);
+        image->SetPixel(1);
+        image->SetRawPixel(1);
+    }
+    image->MoveTo(1, 1);
+    image->Next();
+    EXPECT_EQ(image->GetPixel(), 0U);
+    image->Unlock();
+    EXPECT_TRUE(std::ranges::equal(image->Bytes(), before));
+    EXPECT_EQ(TakeMisuse().size(), 10U);
+}
+
+TEST_F(ImageTest, LocksCountAndAddressesNeedThem) {
+    auto image = Image::Make(2, 1, kRgba64);
+    auto const& procs = OffscreenTable(LateEntries::kPresent);
+    EXPECT_EQ(procs.BaseAddress(image->Ref()), nullptr);
+    EXPECT_EQ(procs.RowBytes(image->Ref()), 0);
+    EXPECT_NE(procs.Lock(image->Ref(), 0), 0);
+    EXPECT_NE(procs.Lock(image->Ref(), 1), 0);
+    procs.Unlock(image->Ref());
+    EXPECT_EQ(procs.BaseAddress(image->Ref()), image->Row(0).data());
+    EXPECT_EQ(procs.RowBytes(image->Ref()), 16);
+    procs.Unlock(image->Ref());
+    procs.Unlock(image->Ref());
+    EXPECT_NE(procs.Lock(image->Ref(), 0), 0);
+    procs.Copy(image->Ref(), 0, 0, 1, 1, image->Ref(), 1, 0);
+    auto const ref = image->Ref();
+    image.reset();
+    EXPECT_EQ(procs.Width(ref), 0);
+    EXPECT_THAT(TakeMisuse(), ElementsAre(HasSubstr("base address"), HasSubstr("row bytes"),
+                                          HasSubstr("not locked"), HasSubstr("reading only"),
+                                          HasSubstr("1 locks"), HasSubstr("width was given")));
+}
+
+TEST_F(ImageTest, ChannelIndicesLeaveAMissingAlphaAlone) {
+    for (auto const& format : AllFormats()) {
+        auto const image = Image::Make(1, 1, format);
+        std::int32_t alpha = -7, red = -7, green = -7, blue = -7;
+        OffscreenTable(LateEntries::kPresent)
+            .ChannelIndices(image->Ref(), &alpha, &red, &green, &blue);
+        EXPECT_EQ(alpha, format.alpha < 0 ? -7 : format.alpha) << Print(format);
+        EXPECT_THAT((std::vector { red, green, blue }),
+                    ElementsAre(format.red, format.green, format.blue));
+    }
+}
+
+TEST_F(ImageTest, TheLateEntriesAreThereOnlyInTheLongerTable) {
+    auto const& early = OffscreenTable(LateEntries::kAbsent);
+    EXPECT_LT(early.nSize, EPI_OFFSCREEN_FULL_SIZE);
+    EXPECT_EQ(early.Stretch, nullptr);
+    EXPECT_GE(OffscreenTable(LateEntries::kPresent).nSize, EPI_OFFSCREEN_FULL_SIZE);
+}
+
+TEST_F(ImageTest, AnImageThatAPluginMakesHasNoPixels) {
+    auto const ref = static_cast<EPIImageRef>(ObjectTable().Create(epiObjectImage));
+    auto const& procs = OffscreenTable(LateEntries::kPresent);
+    auto const other = Image::Make(2, 2, kArgb32);
+    EXPECT_EQ(procs.Lock(ref, 1), 0);
+    procs.Copy(ref, 0, 0, 2, 2, other->Ref(), 0, 0);
+    procs.Stretch(other->Ref(), 0, 0, 2, 2, ref, 0, 0, 1, 1);
+    EXPECT_FALSE(Ledger::Get().IsBalanced());
+    ObjectTable().Release(ref, epiObjectImage);
+    EXPECT_EQ(ObjectTable().Create(7), nullptr);
+    EXPECT_THAT(TakeMisuse(), ElementsAre(HasSubstr("kind 7")));
+}
+
+class CopyTest : public ImageTest {};
+
+TEST_F(CopyTest, MatchesAPixelByPixelCopyWhereverItIsClipped) {
+    constexpr auto kMax = std::numeric_limits<std::int32_t>::max();
+    constexpr auto kMin = std::numeric_limits<std::int32_t>::min();
+    struct Row {
+        std::int32_t x, y;
+        Area from;
+    };
+    for (auto const& row :
+         { Row { 0, 0, { 0, 0, 6, 5 } }, Row { 2, 1, { 0, 0, 6, 5 } },
+           Row { -2, -1, { 0, 0, 6, 5 } }, Row { 0, 0, { -3, -2, 6, 5 } },
+           Row { 4, 4, { 5, 4, 9, 9 } }, Row { 7, 0, { 0, 0, 6, 5 } },
+           Row { 0, 0, { 0, 0, kMax, kMax } }, Row { kMax, kMin, { kMin, kMax, kMax, kMax } },
+           Row { 0, 0, { 0, 0, -1, 5 } }, Row { kMin, 0, { kMin, 0, kMax, 5 } } }) {
+        auto const src = RandomImage(6, 5, kRgba32, 3);
+        auto dst = RandomImage(7, 5, kRgba32, 4);
+        auto const old = RandomImage(7, 5, kRgba32, 4);
+        CopyPixels(*dst, row.x, row.y, *src, row.from);
+        for (std::int32_t y = 0; y < 5; ++y)
+            for (std::int32_t x = 0; x < 7; ++x) {
+                auto const dx = std::int64_t { x } - row.x, dy = std::int64_t { y } - row.y;
+                auto const sx = dx + row.from.x, sy = dy + row.from.y;
+                auto const isCopied = dx >= 0 && dx < row.from.width && dy >= 0 &&
+                                      dy < row.from.height && sx >= 0 && sx < 6 && sy >= 0 &&
+                                      sy < 5;
+                EXPECT_EQ(PixelAt(*dst, x, y), isCopied
+                                                   ? PixelAt(*src, static_cast<std::int32_t>(sx),
+                                                             static_cast<std::int32_t>(sy))
+                                                   : PixelAt(*old, x, y))
+                    << row.x << ", " << row.y << " from " << row.from.x << ", " << row.from.y
+                    << " at " << x << ", " << y;
+            }
+        ExpectPaddingUntouched(*dst, "copy");
+    }
+}
+
+TEST_F(CopyTest, OverlappingAreasArriveWhole) {
+    for (std::int32_t dy = -2; dy <= 2; ++dy)
+        for (std::int32_t dx = -2; dx <= 2; ++dx) {
+            auto image = RandomImage(8, 8, kRgb24, 5);
+            auto const before = RandomImage(8, 8, kRgb24, 5);
+            CopyPixels(*image, 2 + dx, 2 + dy, *image, { 2, 2, 4, 4 });
+            for (std::int32_t y = 0; y < 4; ++y)
+                for (std::int32_t x = 0; x < 4; ++x)
+                    EXPECT_EQ(PixelAt(*image, 2 + dx + x, 2 + dy + y),
+                              PixelAt(*before, 2 + x, 2 + y))
+                        << dx << ", " << dy;
+        }
+}
+
+TEST_F(CopyTest, ColoursSurviveEveryChangeOfOrder) {
+    for (auto const& from : AllFormats())
+        for (auto const& to : AllFormats()) {
+            if (from.depth != to.depth)
+                continue;
+            auto const src = RandomImage(3, 1, from, 6);
+            auto dst = RandomImage(3, 1, to, 7);
+            CopyPixels(*dst, 0, 0, *src, { 0, 0, 3, 1 });
+            auto const hasAlpha = from.alpha >= 0;
+            auto const expected =
+                to.alpha < 0 ? PixelAt(*src, 2, 0) & 0xFFFFFF
+                             : (hasAlpha ? PixelAt(*src, 2, 0) : PixelAt(*src, 2, 0) | 0xFF000000);
+            ASSERT_EQ(PixelAt(*dst, 2, 0), expected) << Print(from) << " to " << Print(to);
+        }
+}
+
+TEST_F(CopyTest, DepthsDoNotMix) {
+    auto const src = RandomImage(2, 2, kRgb24, 8);
+    auto dst = RandomImage(2, 2, kRgba32, 9);
+    std::vector<std::uint8_t> const before(dst->Bytes().begin(), dst->Bytes().end());
+    CopyPixels(*dst, 0, 0, *src, { 0, 0, 2, 2 });
+    StretchPixels(*dst, { 0, 0, 2, 2 }, *src, { 0, 0, 2, 2 });
+    EXPECT_TRUE(std::ranges::equal(dst->Bytes(), before));
+    EXPECT_THAT(TakeMisuse(), ElementsAre("copy from 24 to 32 bits", "stretch from 24 to 32 bits"));
+}
+
+class StretchTest : public ImageTest {};
+
+TEST_F(StretchTest, OneToOneIsACopyInEveryFormat) {
+    for (auto const& format : AllFormats()) {
+        auto src = RandomImage(5, 4, format, 10);
+        // A colour that nobody sees need not survive.
+        for (std::int32_t y = 0; y < 4 && format.alpha >= 0; ++y)
+            for (std::int32_t x = 0; x < 5; ++x) {
+                src->Lock(true);
+                src->MoveTo(x, y);
+                src->SetPixel(src->GetPixel() | 0x01000000);
+                src->Unlock();
+            }
+        auto dst = RandomImage(5, 4, format, 11);
+        StretchPixels(*dst, { 0, 0, 5, 4 }, *src, { 0, 0, 5, 4 });
+        for (std::int32_t y = 0; y < 4; ++y)
+            for (std::int32_t x = 0; x < 5; ++x)
+                ASSERT_EQ(PixelAt(*dst, x, y), PixelAt(*src, x, y)) << Print(format);
+        ExpectPaddingUntouched(*dst, Print(format));
+    }
+}
+
+TEST_F(StretchTest, ShrinkingAveragesByCoverageAndAlpha) {
+    auto src = Image::Make(3, 1, kRgba32);
+    std::ranges::copy(std::vector<std::uint8_t> { 200, 0, 0, 255, 0, 100, 0, 255, 9, 9, 9, 0 },
+                      src->Row(0).begin());
+    auto dst = Image::Make(2, 1, kRgba32);
+    StretchPixels(*dst, { 0, 0, 2, 1 }, *src, { 0, 0, 3, 1 });
+    // The first pixel covers source pixel 0 and half of 1: red 200 * 2/3, green 100 * 1/3. The
+    // second covers the other half of 1 and all of 2, which is transparent and has no colour.
+    EXPECT_THAT(dst->Row(0), ElementsAre(133, 33, 0, 255, 0, 100, 0, 85));
+}
+
+TEST_F(StretchTest, EnlargingBlendsBetweenCentres) {
+    auto src = Image::Make(2, 1, kRgb24);
+    std::ranges::copy(std::vector<std::uint8_t> { 0, 0, 0, 200, 100, 40 }, src->Row(0).begin());
+    auto dst = Image::Make(4, 1, kRgb24);
+    StretchPixels(*dst, { 0, 0, 4, 1 }, *src, { 0, 0, 2, 1 });
+    EXPECT_THAT(dst->Row(0), ElementsAre(0, 0, 0, 50, 25, 10, 150, 75, 30, 200, 100, 40));
+}
+
+TEST_F(StretchTest, ClippingDrawsTheSamePixelsAsTheWhole) {
+    auto const src = RandomImage(6, 6, kRgb24, 12);
+    auto whole = Image::Make(9, 9, kRgb24);
+    StretchPixels(*whole, { 0, 0, 9, 9 }, *src, { 0, 0, 6, 6 });
+    for (auto const& [x, y] : { std::pair { -4, -3 }, { 2, 1 }, { 5, -8 }, { 9, 9 }, { -9, 0 } }) {
+        auto part = RandomImage(5, 5, kRgb24, 13);
+        auto const old = RandomImage(5, 5, kRgb24, 13);
+        StretchPixels(*part, { x, y, 9, 9 }, *src, { 0, 0, 6, 6 });
+        for (std::int32_t j = 0; j < 5; ++j)
+            for (std::int32_t i = 0; i < 5; ++i) {
+                auto const isDrawn = i >= x && i < x + 9 && j >= y && j < y + 9;
+                EXPECT_EQ(PixelAt(*part, i, j),
+                          isDrawn ? PixelAt(*whole, i - x, j - y) : PixelAt(*old, i, j))
+                    << x << ", " << y << " at " << i << ", " << j;
+            }
+        ExpectPaddingUntouched(*part, "stretch");
+    }
+}
+
+TEST_F(StretchTest, WildAreasStayInsideBothImages) {
+    constexpr auto kMax = std::numeric_limits<std::int32_t>::max();
+    constexpr auto kMin = std::numeric_limits<std::int32_t>::min();
+    auto image = RandomImage(4, 4, kRgba64, 14);
+    for (auto const& area :
+         { Area { kMin, kMin, kMax, kMax }, Area { -1, -1, kMax, kMax }, Area { kMax, kMax, 1, 1 },
+           Area { 0, 0, 0, -5 }, Area { -2, 3, kMax, 1 } })
+        for (auto const& other : { Area { 0, 0, 4, 4 }, area }) {
+            StretchPixels(*image, area, *image, other);
+            StretchPixels(*image, other, *image, area);
+        }
+    ExpectPaddingUntouched(*image, "wild");
+}
+
+} // namespace
+} // namespace host

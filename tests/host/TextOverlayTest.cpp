@@ -1,0 +1,163 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The effect of the bundle that the tree builds, driven as programs drive it.
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cstring>
+#include <thread>
+
+#include "LedgerTest.h"
+#include "host/Effect.h"
+#include "support/TemporaryFolder.h"
+
+namespace host {
+namespace {
+
+using testing::ElementsAre;
+
+class TextOverlayTest : public LedgerTest {
+protected:
+    void SetUp() override {
+        effect = Make(LateEntries::kPresent);
+        ASSERT_TRUE(effect) << why;
+        auto params = effect->Params();
+        std::snprintf(params->szInfoText, sizeof params->szInfoText, "PAN");
+        params->dwFlags = TEXT_INFO;
+        params->ptPos = { 5, 6 };
+    }
+    std::unique_ptr<Effect> Make(LateEntries late) {
+        auto plugin = Plugin::Load(TELOP_BUNDLE, why);
+        return plugin ? Effect::Make(std::move(plugin), why, late) : nullptr;
+    }
+    // A grey frame with the text in it, in kArgb32 or kArgb64 order whatever the format was.
+    std::unique_ptr<Image> Draw(const Effect& with, PixelFormat format, FrameInfo frame = {}) {
+        auto image = Image::Make(150, 80, format, 9);
+        std::ranges::fill(image->Bytes(), kGrey);
+        EXPECT_TRUE(with.Render(*image, frame, why)) << why;
+        EXPECT_EQ(Ledger::Get().Describe(), "");
+        for (std::int32_t y = 0; y < 80; ++y)
+            for (std::int32_t i = 0; i < 9; ++i)
+                EXPECT_EQ(image->Row(y).data()[image->Row(y).size() + static_cast<std::size_t>(i)],
+                          kGrey);
+        auto ordered = Image::Make(150, 80,
+                                   format.depth == 64   ? kArgb64
+                                   : format.depth == 24 ? kRgb24
+                                                        : kArgb32);
+        CopyPixels(*ordered, 0, 0, *image, { 0, 0, 150, 80 });
+        return ordered;
+    }
+    static bool Same(const Image& a, const Image& b) {
+        return std::ranges::equal(a.Bytes(), b.Bytes());
+    }
+    // The first row that is not all grey.
+    static std::int32_t FirstDrawnRow(const Image& image) {
+        for (std::int32_t y = 0; y < image.Height(); ++y)
+            if (std::ranges::any_of(image.Row(y), [](auto byte) { return byte != kGrey; }))
+                return y;
+        return -1;
+    }
+
+    static constexpr std::uint8_t kGrey = 0x60;
+    std::string why;
+    std::unique_ptr<Effect> effect;
+};
+
+TEST_F(TextOverlayTest, StartsWithItsDefaults) {
+    auto const fresh = Make(LateEntries::kPresent);
+    auto const params = fresh->CopyParams();
+    EXPECT_EQ(params.ptPos.x, 54);
+    EXPECT_EQ(params.nFontSize, 36);
+    EXPECT_EQ(params.dwFlags, TEXT_BOX | TEXT_SCORE);
+    ASSERT_EQ(fresh->Settings().size(), sizeof(_TEXT_DIALOG_PARAM));
+    EXPECT_STREQ(reinterpret_cast<const char*>(fresh->Settings().data()), "F.I.");
+}
+
+TEST_F(TextOverlayTest, DrawsTheSameTextInEveryChannelOrder) {
+    for (std::int32_t depth : { 24, 32, 64 }) {
+        std::array<std::int32_t, 4> places { 0, 1, 2, 3 };
+        std::unique_ptr<Image> first;
+        do {
+            auto const format =
+                depth == 24 ? PixelFormat { 24, -1, places[0], places[1], places[2] }
+                            : PixelFormat { depth, places[3], places[0], places[1], places[2] };
+            if (!format.IsValid())
+                continue;
+            auto drawn = Draw(*effect, format);
+            ASSERT_GT(FirstDrawnRow(*drawn), 5);
+            if (first)
+                EXPECT_TRUE(Same(*drawn, *first)) << depth << " bits, red " << places[0];
+            else
+                first = std::move(drawn);
+        } while (std::ranges::next_permutation(places).found);
+    }
+}
+
+TEST_F(TextOverlayTest, AHostWithoutTheLateEntriesGetsTheSameText) {
+    auto const early = Make(LateEntries::kAbsent);
+    early->SetParams(effect->CopyParams());
+    for (auto const& format : { kRgb24, kArgb32 })
+        EXPECT_TRUE(Same(*Draw(*early, format), *Draw(*effect, format))) << format.depth;
+}
+
+TEST_F(TextOverlayTest, TheFrameDecidesWhetherWhereAndWith) {
+    auto const plain = Draw(*effect, kArgb32);
+    FrameInfo frame;
+    frame.apply = 0.9;
+    EXPECT_EQ(FirstDrawnRow(*Draw(*effect, kArgb32, frame)), -1);
+    frame.apply = 1;
+    frame.origin = { 0, -20 };
+    EXPECT_EQ(FirstDrawnRow(*Draw(*effect, kArgb32, frame)), FirstDrawnRow(*plain) + 20);
+
+    effect->Params()->dwFlags = TEXT_SCORE;
+    frame.strings = { "A", "1", "2", "3" };
+    auto const score = Draw(*effect, kArgb32, frame);
+    frame.strings[2] = "9";
+    EXPECT_FALSE(Same(*Draw(*effect, kArgb32, frame), *score));
+}
+
+TEST_F(TextOverlayTest, ArchivesAreBigEndianAndComeBackWhole) {
+    TemporaryFolder const folder;
+    auto const file = folder.Path() / "settings.telop";
+    auto params = effect->CopyParams();
+    params.nFontSize = 0x01020304;
+    params.szDialogue[255] = 'z';
+    effect->SetParams(params);
+    ASSERT_TRUE(effect->SaveFile(file, why)) << why;
+    auto const archive = effect->Save(why);
+    ASSERT_TRUE(archive) << why;
+    EXPECT_THAT(std::vector(archive->begin() + 72, archive->begin() + 76), ElementsAre(1, 2, 3, 4));
+    auto const other = Make(LateEntries::kPresent);
+    ASSERT_TRUE(other->LoadFile(file, why)) << why;
+    auto const loaded = other->CopyParams();
+    EXPECT_EQ(std::memcmp(&loaded, &params, sizeof params), 0);
+}
+
+TEST_F(TextOverlayTest, ConcurrentFramesEqualThoseOneAfterTheOther) {
+    std::vector<std::unique_ptr<Image>> expected;
+    auto const text = [&](int i) {
+        auto params = effect->CopyParams();
+        std::snprintf(params.szInfoText, sizeof params.szInfoText, "T.U. %d", i % 10);
+        return params;
+    };
+    auto const render = [&](int i) {
+        std::string reason;
+        auto image = Image::Make(120, 60, i % 2 ? kRgba32 : kRgba64);
+        EXPECT_TRUE(effect->RenderWith(text(i), *image, {}, reason)) << reason;
+        return image;
+    };
+    for (int i = 0; i < 10; ++i)
+        expected.push_back(render(i));
+    std::atomic<int> wrong { 0 };
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t)
+        threads.emplace_back([&, t] {
+            for (int i = 0; i < 30; ++i)
+                wrong += !Same(*render(t + i), *expected[static_cast<std::size_t>((t + i) % 10)]);
+        });
+    for (auto& thread : threads)
+        thread.join();
+    EXPECT_EQ(wrong, 0);
+}
+
+} // namespace
+} // namespace host
