@@ -71,7 +71,8 @@ public:
           m_locked(image.Lock(access)) {}
     PIOffscreenLock(const PIOffscreenLock&) = delete;
     PIOffscreenLock& operator=(const PIOffscreenLock&) = delete;
-    ~PIOffscreenLock() {
+    // What the host throws from its unlocking passes on, as from its other callbacks.
+    ~PIOffscreenLock() noexcept(false) {
         if (m_unlock)
             m_image.Unlock();
     }

@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The texts of the real bundle: complete in each language, found by the module, short enough.
+#include <gmock/gmock.h>
+
+#include "platform/Report.h"
+#include "platform/StringTable.h"
+#include "platform/TextEncoding.h"
+#include "support/LoadedBundle.h"
+#include "support/ScopedEnvironment.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+platform::StringTable Texts(const char* language) {
+    const fs::path path = fs::path(TELOP_BUNDLE) / "Contents/Resources" /
+                          (std::string(language) + ".lproj") / "Localizable.strings";
+    std::ifstream file(path, std::ios::binary);
+    const std::string text(std::istreambuf_iterator<char>(file), {});
+    return platform::ParseStringTable(text, [&](std::size_t line, std::string_view reason) {
+        ADD_FAILURE() << path << ":" << line << ": " << reason;
+    });
+}
+
+std::vector<std::string> Keys(const platform::StringTable& texts) {
+    std::vector<std::string> keys;
+    for (const auto& [key, text] : texts) {
+        EXPECT_NE(text, "") << key;
+        keys.push_back(key);
+    }
+    return keys;
+}
+
+TEST(Bundle, HasEveryTextInEachLanguage) {
+    const auto english = Keys(Texts("en"));
+    EXPECT_THAT(english,
+                testing::IsSupersetOf({ "IDS_ATTENSION_ADDITEM", "IDS_CATEGORY", "IDS_DEFAULTFONT",
+                                        "IDS_FILTER", "IDS_FILTER_TEXT", "IDS_INFOCLEAR",
+                                        "IDS_INFOEDIT", "IDS_INFOLOCK", "IDS_MONOLOGUE",
+                                        "IDS_NEWITEM", "IDS_OFFCHARACTER", "IDS_PARAM_APPLY",
+                                        "IDS_QUESTION_HISTORY_CLEAR", "IDS_QUESTION_RESET" }));
+    EXPECT_EQ(Keys(Texts("ja")), english);
+}
+
+TEST(Bundle, ShortTextsFitTheirBuffersInEveryEncoding) {
+    const std::pair<const char*, std::size_t> limits[] = {
+        { "IDS_CATEGORY", 63 },    { "IDS_FILTER", 63 },       { "IDS_PARAM_APPLY", 63 },
+        { "IDS_DEFAULTFONT", 63 }, { "IDS_OFFCHARACTER", 31 }, { "IDS_MONOLOGUE", 31 },
+        { "IDS_NEWITEM", 63 },
+    };
+    for (const char* language : { "en", "ja" }) {
+        const platform::StringTable texts = Texts(language);
+        for (const char* encoding : { "UTF-8", "CP932", "EUC-JP" }) {
+            ASSERT_TRUE(platform::SetApplicationTextEncoding(encoding));
+            for (const auto& [key, limit] : limits) {
+                const platform::EncodedText text = platform::EncodeText(texts.at(key));
+                EXPECT_TRUE(text.complete) << language << " " << encoding << " " << key;
+                EXPECT_LE(text.bytes.size(), limit) << language << " " << encoding << " " << key;
+            }
+        }
+    }
+    platform::SetApplicationTextEncoding("UTF-8");
+}
+
+TEST(Bundle, SpeaksTheUsersLanguageWhereverItLies) {
+    platform::ForgetReports();
+    LoadedBundle bundle(TELOP_BUNDLE, TELOP_MODULE);
+    const ScopedEnvironment noList("LANGUAGE", nullptr);
+    for (const auto& [locale, name] :
+         { std::pair { "ja_JP.UTF-8", "テキストオーバーレイ" }, std::pair { "C", "Text Overlay" },
+           std::pair { "fr_FR.UTF-8", "Text Overlay" } }) {
+        const ScopedEnvironment all("LC_ALL", locale);
+        EPIPluginInfo info {};
+        _EPIRECORD record {};
+        record.pPluginInfo = &info;
+        EXPECT_EQ(bundle.Call(epiInit, &record), 0);
+        EXPECT_STREQ(info.szName, name) << locale;
+    }
+    EXPECT_THAT(platform::ReportsSoFar(), testing::IsEmpty());
+}
+
+} // namespace

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// What the effect tells the host and the defaults that it writes, byte for byte: memory that it is
+// not meant to write keeps its pattern. The test program lies in no bundle, so each text is its key.
+#include <algorithm>
+#include <cstring>
+
+#include <gmock/gmock.h>
+
+#include "effect/CText.h"
+#include "effect/VamRect.h"
+#include "support/CountingHost.h"
+
+namespace {
+
+constexpr int kPattern = 0xA7;
+
+template <typename Block>
+Block Patterned() {
+    Block block;
+    std::memset(&block, kPattern, sizeof block);
+    return block;
+}
+
+template <typename Block>
+std::vector<std::uint8_t> Bytes(const Block& block) {
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(&block);
+    return { bytes, bytes + sizeof block };
+}
+
+TEST(CTextParam, InitDescribesTheEffect) {
+    CountingHost host(8, 8, 32);
+    host.pluginInfo = Patterned<EPIPluginInfo>();
+    auto expected = Patterned<EPIPluginInfo>();
+    expected.nSignature = 0x54455854;
+    expected.nInfo1 = 2;
+    expected.nInfo2 = 1;
+    std::strcpy(expected.szCategory, "IDS_CATEGORY");
+    std::strcpy(expected.szName, "IDS_FILTER");
+    expected.nFixedParamSize = 480;
+    expected.nSettingsSize = 5140;
+    EXPECT_EQ(host.Call(epiInit), 0);
+    EXPECT_EQ(Bytes(host.pluginInfo), Bytes(expected));
+    EXPECT_EQ(host.Call(epiTerm), 0);
+}
+
+TEST(CTextParam, OnlyParameterZeroIsDescribed) {
+    CountingHost host(8, 8, 32);
+    const auto untouched = Patterned<EPIParamDesc>();
+    host.paramDesc = untouched;
+    for (const std::int32_t index : { 1, -1, 0x10000 }) {
+        host.record.nParamIndex = index;
+        EXPECT_EQ(host.Call(epiParamInfo), 0);
+        EXPECT_EQ(Bytes(host.paramDesc), Bytes(untouched)) << index;
+    }
+    auto expected = untouched;
+    expected.nKind = 4;
+    std::strcpy(expected.szName, "IDS_PARAM_APPLY");
+    expected.dMinimum = 0.0;
+    expected.dMaximum = 1.0;
+    expected.dDefault = 0.0;
+    host.record.nParamIndex = 0;
+    EXPECT_EQ(host.Call(epiParamInfo), 0);
+    EXPECT_EQ(Bytes(host.paramDesc), Bytes(expected));
+}
+
+TEST(CTextParam, DefaultsLeaveTheRestOfTheMemory) {
+    CountingHost host(8, 8, 32);
+    host.Param() = Patterned<_TEXTPARAM>();
+    std::strcpy(host.Param().szDialogue, "typed before");
+    auto expected = host.Param();
+    expected.ptPos = { 54, 41 };
+    std::strcpy(expected.szFontName, "IDS_DEFAULTFONT");
+    expected.nFontSize = 36;
+    expected.crText = 0x00FFFFFF;
+    expected.crBack = 0;
+    expected.nOpacity = 50;
+    expected.nScoreFormat = 0;
+    expected.szInfoText[0] = 0;
+    expected.szCharacter[0] = 0;
+    expected.dwFlags = 0x00010008;
+    EXPECT_EQ(host.Call(epiInitFixedParam), 0);
+    EXPECT_EQ(Bytes(host.Param()), Bytes(expected));
+}
+
+std::vector<std::string> Entries(const char (&list)[20][64]) {
+    std::vector<std::string> entries;
+    for (const auto& entry : list) {
+        if (entry[0])
+            entries.emplace_back(entry);
+    }
+    return entries;
+}
+
+TEST(CTextParam, DialogSettingsStartWithSevenDirections) {
+    CountingHost host(8, 8, 32);
+    host.settings = Patterned<_TEXT_DIALOG_PARAM>();
+    EXPECT_EQ(host.Call(epiInitSettings), 0);
+    EXPECT_THAT(Entries(host.settings.infoPopup.szPreset),
+                testing::ElementsAre("F.I.", "F.O.", "T.U.", "T.B.", "WIPE", "PAN", "FOLLOW"));
+    auto bytes = Bytes(host.settings);
+    std::fill_n(bytes.begin(), 7 * 64, std::uint8_t { 0 });
+    EXPECT_THAT(bytes, testing::Each(0));
+}
+
+TEST(VamRect, TakesTheLowBitsOfEachSide) {
+    const platform::Rect rect = vamRECTToRect({ -3, 70000, 32768, 65535 });
+    EXPECT_EQ(rect.left, -3);
+    EXPECT_EQ(rect.top, 70000 - 65536);
+    EXPECT_EQ(rect.right, -32768);
+    EXPECT_EQ(rect.bottom, -1);
+}
+
+} // namespace

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The dialog selectors of the real module, with and without a module of dialogs beside it.
+#include "effect/UIModule.h"
+
+#include <cstring>
+
+#include <gmock/gmock.h>
+
+#include "platform/Report.h"
+#include "support/LoadedBundle.h"
+
+namespace {
+
+class UIModuleTest : public testing::Test {
+protected:
+    UIModuleTest() : m_bundle(TELOP_BUNDLE, TELOP_MODULE) { platform::ForgetReports(); }
+    ~UIModuleTest() override { platform::ForgetReports(); }
+
+    void PutBeside(const char* module) {
+        std::filesystem::copy_file(module, m_bundle.ModuleFolder() / kUIModuleFileName);
+    }
+
+    // Each selector twice, as a host does that opens its dialog again.
+    void ExpectNoDialogs() {
+        for (int round = 0; round < 2; ++round) {
+            _EPIRECORD record {};
+            record.hDialogWindow = reinterpret_cast<EPIWindowRef>(&record);
+            record.pDialogHolder = &record;
+            _EPIRECORD expected = record;
+            EXPECT_EQ(m_bundle.Call(epiDialogNotify, &record), 0);
+            EXPECT_EQ(m_bundle.Call(epiDestroySettingDialog, &record), 0);
+            EXPECT_EQ(std::memcmp(&record, &expected, sizeof record), 0);
+            expected.hDialogWindow = nullptr;
+            expected.pDialogHolder = nullptr;
+            EXPECT_EQ(m_bundle.Call(epiCreateSettingDialog, &record), 0);
+            EXPECT_EQ(std::memcmp(&record, &expected, sizeof record), 0);
+        }
+    }
+
+    LoadedBundle m_bundle;
+};
+
+TEST_F(UIModuleTest, GetsTheDialogSelectors) {
+    PutBeside(TELOP_FAKE_UI);
+    _EPIRECORD record {};
+    EXPECT_EQ(m_bundle.Call(epiCreateSettingDialog, &record), 0);
+    EXPECT_EQ(static_cast<void*>(record.hDialogWindow), &record);
+    record.nNotifyCode = 2;
+    EXPECT_EQ(m_bundle.Call(epiDialogNotify, &record), 0);
+    EXPECT_EQ(record.nNotifyResult, 42);
+    EXPECT_EQ(m_bundle.Call(epiDestroySettingDialog, &record), 0);
+    EXPECT_EQ(record.hDialogWindow, nullptr);
+    EXPECT_EQ(record.pDialogHolder, nullptr);
+    EXPECT_THAT(platform::ReportsSoFar(), testing::IsEmpty());
+}
+
+TEST_F(UIModuleTest, ItsAbsenceIsNoError) {
+    ExpectNoDialogs();
+    EXPECT_THAT(platform::ReportsSoFar(), testing::IsEmpty());
+}
+
+TEST_F(UIModuleTest, OneThatDoesNotOpenIsReportedOnce) {
+    std::ofstream(m_bundle.ModuleFolder() / kUIModuleFileName) << "no module";
+    ExpectNoDialogs();
+    const auto reports = platform::ReportsSoFar();
+    ASSERT_EQ(reports.size(), 1u);
+    EXPECT_THAT(Describe(reports[0]), testing::HasSubstr(kUIModuleFileName));
+}
+
+TEST_F(UIModuleTest, OneWithoutATableIsRefused) {
+    PutBeside(TELOP_PLATFORM);
+    ExpectNoDialogs();
+    const auto reports = platform::ReportsSoFar();
+    ASSERT_EQ(reports.size(), 1u);
+    EXPECT_THAT(reports[0].reason, testing::HasSubstr("no table"));
+}
+
+} // namespace
