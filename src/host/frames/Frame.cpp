@@ -116,7 +116,7 @@ bool TranslateBackground(std::vector<std::uint8_t>& data, const FrameHeader& was
                          const FrameHeader& now) {
     std::array<std::uint32_t, 3> color {};
     if (was.color == ColorKind::kPalette) {
-        if (data.size() != 1 || (data[0] + 1U) * 3 > was.palette.size())
+        if (data.size() != 1 || (data[0] + std::size_t { 1 }) * 3 > was.palette.size())
             return false;
         std::copy_n(&was.palette[data[0] * std::size_t { 3 }], 3, color.begin());
     } else if (IsGrey(was.color)) {

@@ -138,7 +138,7 @@ public:
     // False: see Message.
     bool Rows(std::uint8_t** rows, std::size_t rowBytes, std::int32_t side) {
         if (!m_info) {
-            std::strcpy(m_message.data(), "there is no memory for it");
+            Say("libpng found no memory");
             return false;
         }
         if (setjmp(png_jmpbuf(m_png)))
@@ -158,9 +158,11 @@ public:
 private:
     static void OnError(png_structp png, png_const_charp message) {
         auto* self = static_cast<RowReader*>(png_get_error_ptr(png));
-        std::strncpy(self->m_message.data(), message, self->m_message.size() - 1);
+        self->Say(message);
         png_longjmp(png, 1);
     }
+
+    void Say(const char* message) { std::strncpy(m_message.data(), message, m_message.size() - 1); }
 
     static void OnWarning(png_structp, png_const_charp) {}
 
@@ -224,7 +226,8 @@ struct PngReader::Buffers {
 
 std::optional<ByteSpan> PngReader::Buffers::ReadFile(const std::filesystem::path& path,
                                                      std::int64_t most, int& error) {
-    const Descriptor in(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    // Opening a pipe that nobody writes to would wait without O_NONBLOCK; files do not mind it.
+    const Descriptor in(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     struct stat status {};
     error = 0;
     if (in.Get() < 0 || ::fstat(in.Get(), &status) != 0)
