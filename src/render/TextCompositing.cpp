@@ -91,7 +91,7 @@ void CTextRenderer::CopyTextStringImage(PIOffscreen* image, _RTEXTIMAGE_INFO* in
     const auto pixels = LockedPixels::Of(*image);
     if (!pixels || !IsKnownDepth(pixels->depth))
         return;
-    if (auto job = PlaceText(*pixels, *info, *layout, x, y)) {
+    if (auto job = PlaceText(*pixels, *info, *layout, SaturateToInt32(x), SaturateToInt32(y))) {
         SetColors(*job, *param);
         render::BlendText(*job);
     }

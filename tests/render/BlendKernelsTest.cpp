@@ -1,0 +1,230 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The plain blend against the formulas with signed numbers and floor division, and the vector
+// versions against the plain one, byte for byte over the whole memory.
+#include "render/BlendKernels.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <numeric>
+#include <random>
+#include <sstream>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace render;
+
+std::int64_t FloorDiv(std::int64_t a, std::int64_t b) {
+    return a >= 0 ? a / b : -((-a + b - 1) / b);
+}
+
+std::int64_t Blended(std::int64_t d, std::int64_t s, std::int64_t weight, int depth) {
+    return depth == 64 ? (d + FloorDiv(weight * 257 * (s * 257 - d), 65536)) & 0xFFFF
+                       : d + FloorDiv(weight * (s - d), 256);
+}
+
+// One pixel blended by the version under test: channels alpha, red, green, blue.
+std::array<std::uint16_t, 4> BlendOne(int depth, std::array<std::uint16_t, 4> d,
+                                      std::array<std::uint8_t, 4> source, BlendJob job) {
+    std::array<std::uint8_t, 4> narrow;
+    std::copy(d.begin(), d.end(), narrow.begin());
+    std::uint8_t* const bytes =
+        depth == 64 ? reinterpret_cast<std::uint8_t*>(d.data()) : narrow.data();
+    job.dst = bytes;
+    job.dstReach = job.dstRowBytes = depth / 8;
+    job.depth = depth;
+    job.order = { 0, 1, 2, 3 };
+    job.src = source.data();
+    job.srcRowBytes = 4;
+    job.width = job.height = 1;
+    BlendTextPlain(job);
+    if (depth != 64)
+        std::copy(narrow.begin(), narrow.end(), d.begin());
+    return d;
+}
+
+BlendJob Style(std::uint8_t text, int opacity, bool box) {
+    BlendJob job;
+    job.red = job.green = job.blue = text;
+    job.opacity = static_cast<std::uint8_t>(opacity);
+    job.box = box;
+    return job;
+}
+
+TEST(BlendPlainTest, FollowsTheFormulasOverAllCoveragesAndOpacities) {
+    std::mt19937 random(1);
+    for (int i = 0; i < 65536; ++i) {
+        const int opacity = i >> 8;
+        const auto s1 = static_cast<std::uint8_t>(i);
+        const auto text = static_cast<std::uint8_t>(random());
+        for (const int depth : { 32, 64 }) {
+            const auto d = static_cast<std::uint16_t>(random() & (depth == 64 ? 0xFFFF : 0xFF));
+            const std::array<std::uint16_t, 4> before { 7, d, d, d };
+            const std::uint16_t full = depth == 64 ? 65535 : 255;
+            const auto plain =
+                BlendOne(depth, before, { 0, s1, 3, 9 }, Style(text, opacity, false));
+            const auto box = BlendOne(depth, before, { 0, s1, s1, 9 }, Style(text, opacity, true));
+            const auto covered = Blended(d, text, opacity * (255 - s1) >> 8, depth);
+            const auto mixed =
+                opacity < 255 ? Blended(d, s1, opacity, depth) : s1 * (depth == 64 ? 257 : 1);
+            ASSERT_EQ(plain[1], covered) << depth << ' ' << opacity << ' ' << +s1 << ' ' << d;
+            ASSERT_EQ(plain[3], covered);
+            ASSERT_EQ(plain[0], full);
+            ASSERT_EQ(box[2], mixed) << depth << ' ' << opacity << ' ' << +s1 << ' ' << d;
+            ASSERT_EQ(box[0], full);
+        }
+    }
+}
+
+TEST(BlendPlainTest, LeavesTheKeyColorAloneAndOnlyThat) {
+    const std::array<std::uint16_t, 4> before { 1, 2, 3, 4 };
+    EXPECT_EQ(BlendOne(32, before, { 0, 0xFE, 0xFE, 0xFE }, Style(9, 255, true)), before);
+    EXPECT_EQ(BlendOne(64, before, { 9, 0xFE, 0xFE, 0xFE }, Style(9, 255, false)), before);
+    for (const std::array<std::uint8_t, 4> source :
+         { std::array<std::uint8_t, 4> { 0, 0xFF, 0xFE, 0xFE },
+           { 0, 0xFE, 0xFD, 0xFE },
+           { 0xFE, 0xFE, 0xFE, 0xFF } })
+        EXPECT_EQ(BlendOne(32, before, source, Style(9, 255, false))[0], 255);
+    // White over black at full coverage stops at 253.
+    EXPECT_EQ(BlendOne(32, { 0, 0, 0, 0 }, { 0, 0, 0, 0 }, Style(255, 255, false))[1], 253);
+}
+
+TEST(BlendPlainTest, LeavesOutChannelsBehindTheRow) {
+    std::vector<std::uint16_t> row(12, 1000);
+    const std::array<std::uint8_t, 8> source {};
+    BlendJob job = Style(255, 255, true);
+    job.dst = reinterpret_cast<std::uint8_t*>(row.data());
+    job.dstReach = 16;
+    job.depth = 64;
+    job.order = { 0, 2, 4, 6 };
+    job.src = source.data();
+    job.width = 2;
+    job.height = 1;
+    BlendText(job);
+    const std::vector<std::uint16_t> expected { 65535, 1000, 0,    1000, 65535, 1000,
+                                                0,     1000, 1000, 1000, 1000,  1000 };
+    EXPECT_EQ(row, expected);
+}
+
+// A job over memory of its own, at random but for what is given.
+class RandomJob {
+public:
+    RandomJob(int depth, int width, std::mt19937& random) : m_random(random) {
+        const int rows = 1 + Below(3);
+        m_offset = static_cast<std::size_t>(Below(33));
+        job.depth = depth;
+        job.width = width;
+        job.height = rows;
+        job.dstRowBytes = width * depth / 8 + Below(20);
+        job.dstReach = width * depth / 8;
+        job.order = Order();
+        job.box = Below(2) == 0;
+        const std::array<int, 8> opacities {
+            255, 0, 1, 127, 254, Below(256), Below(256), Below(256)
+        };
+        job.opacity = static_cast<std::uint8_t>(opacities[static_cast<std::size_t>(Below(8))]);
+        job.red = Byte();
+        job.green = Byte();
+        job.blue = Byte();
+        m_dst.resize(m_offset + static_cast<std::size_t>(rows * job.dstRowBytes) + 64);
+        std::generate(m_dst.begin(), m_dst.end(), [this] { return Byte(); });
+        MakeSource(rows);
+    }
+
+    std::vector<std::uint8_t> Blend(BlendVersion version) const {
+        std::vector<std::uint8_t> memory = m_dst;
+        BlendJob copy = job;
+        copy.dst = memory.data() + m_offset;
+        BlendText(copy, version);
+        return memory;
+    }
+    std::string Describe() const {
+        std::ostringstream out;
+        out << "depth " << job.depth << " width " << job.width << " offset " << m_offset
+            << " opacity " << +job.opacity << " box " << job.box << " order " << job.order.alpha
+            << job.order.red << job.order.green << job.order.blue;
+        return out.str();
+    }
+
+    BlendJob job;
+
+private:
+    int Below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
+    std::uint8_t Byte() { return static_cast<std::uint8_t>(m_random()); }
+
+    ChannelOrder Order() {
+        std::array<int, 4> places;
+        std::iota(places.begin(), places.end(), 0);
+        std::shuffle(places.begin(), places.end() - (job.depth == 24 ? 1 : 0), m_random);
+        const bool alpha = job.depth != 24 && Below(4) != 0;
+        return { alpha ? places[3] : -1, places[0], places[1], places[2] };
+    }
+
+    // Noise, glyphs on the key colour, or all but the key colour; exactly the bytes that may be
+    // read.
+    void MakeSource(int rows) {
+        m_src.resize(static_cast<std::size_t>(4 * job.width * rows));
+        const int kind = Below(3);
+        for (std::size_t i = 0; i < m_src.size(); i += 4) {
+            const bool key = kind > 0 && Below(kind == 1 ? 2 : 30) != 0;
+            for (std::size_t byte = 0; byte < 4; ++byte)
+                m_src[i + byte] = byte > 0 && (key || Below(8) == 0) ? 0xFE : Byte();
+        }
+        const bool bottomUp = Below(2) == 0;
+        job.srcRowBytes = bottomUp ? -4 * job.width : 4 * job.width;
+        job.src = m_src.data() + (bottomUp ? 4 * job.width * (rows - 1) : 0);
+    }
+
+    std::mt19937& m_random;
+    std::size_t m_offset;
+    std::vector<std::uint8_t> m_dst, m_src;
+};
+
+std::vector<BlendVersion> VectorVersions() {
+    std::vector<BlendVersion> versions;
+    for (const BlendVersion version : { BlendVersion::kSse41, BlendVersion::kAvx2 }) {
+        if (HasBlendVersion(version))
+            versions.push_back(version);
+    }
+    return versions;
+}
+
+TEST(BlendVersionsTest, GiveTheSameBytes) {
+    EXPECT_TRUE(HasBlendVersion(BlendVersion::kPlain));
+    std::mt19937 random(2);
+    for (const int depth : { 24, 32, 64 }) {
+        for (int width = 1; width <= 70; ++width) {
+            for (int repeat = 0; repeat < 40; ++repeat) {
+                const RandomJob job(depth, width, random);
+                const std::vector<std::uint8_t> plain = job.Blend(BlendVersion::kPlain);
+                for (const BlendVersion version : VectorVersions())
+                    ASSERT_EQ(job.Blend(version), plain)
+                        << job.Describe() << " version " << static_cast<int>(version);
+            }
+        }
+    }
+}
+
+// Each weight meets each pair of colours at least at the ends of their ranges.
+TEST(BlendVersionsTest, AgreeOnEveryWeightAndColor) {
+    std::mt19937 random(3);
+    for (const int depth : { 24, 32, 64 }) {
+        for (int opacity = 0; opacity < 256; ++opacity) {
+            for (const bool box : { false, true }) {
+                RandomJob random256(depth, 256, random);
+                random256.job.opacity = static_cast<std::uint8_t>(opacity);
+                random256.job.box = box;
+                random256.job.red = opacity % 3 == 0 ? 255 : random256.job.red;
+                random256.job.green = opacity % 3 == 1 ? 0 : random256.job.green;
+                const std::vector<std::uint8_t> plain = random256.Blend(BlendVersion::kPlain);
+                for (const BlendVersion version : VectorVersions())
+                    ASSERT_EQ(random256.Blend(version), plain) << random256.Describe();
+            }
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,269 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The wrapper over one image, and the operations on whole images, on images in memory.
+#include "render/ImageOperations.h"
+
+#include <random>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "render/FakeImage.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+PIOffscreen Wrap(FakeImage& image) {
+    return { nullptr, image.Procs(), image.Ref() };
+}
+
+// Without the two entries that came later.
+void MakeOld(FakeImage& image) {
+    image.procs.nSize = static_cast<std::uint32_t>(EPI_OFFSCREEN_FULL_SIZE - sizeof(void*));
+}
+
+std::vector<long> ChannelsOf(FakeImage& image) {
+    const PIOffscreen wrapper = Wrap(image);
+    std::vector<long> index { 77, 77, 77, 77 };
+    wrapper.GetChannelIndex(&index[0], &index[1], &index[2], &index[3]);
+    return index;
+}
+
+TEST(PIOffscreenTest, AsksTheHostForChannelsElseGoesByDepth) {
+    FakeImage deep(1, 1, 64), middle(1, 1, 32), small(1, 1, 24);
+    deep.order = { 3, 2, 1, 0 };
+    middle.order.alpha = -1;
+    EXPECT_THAT(ChannelsOf(deep), ElementsAre(3, 2, 1, 0));
+    EXPECT_THAT(ChannelsOf(middle), ElementsAre(77, 1, 2, 3)); // told none
+    for (FakeImage* image : { &deep, &middle, &small })
+        MakeOld(*image);
+    EXPECT_THAT(ChannelsOf(deep), ElementsAre(0, 2, 4, 6));
+    EXPECT_THAT(ChannelsOf(middle), ElementsAre(0, 1, 2, 3));
+    EXPECT_THAT(ChannelsOf(small), ElementsAre(77, 0, 1, 2));
+    deep.procs.nSize = sizeof deep.procs;
+    deep.procs.ChannelIndices = nullptr;
+    EXPECT_THAT(ChannelsOf(deep), ElementsAre(0, 2, 4, 6));
+}
+
+TEST(PIOffscreenTest, LocksOnceAndUnlocksInTheEnd) {
+    FakeImage image(1, 1, 32);
+    {
+        PIOffscreen wrapper = Wrap(image);
+        EXPECT_TRUE(wrapper.Lock(PIOffscreen::Access::kWrite));
+        EXPECT_TRUE(wrapper.Lock(PIOffscreen::Access::kWrite));
+        EXPECT_EQ(image.locks, 1);
+        EXPECT_EQ(image.writableLocks, 1);
+    }
+    EXPECT_EQ(image.locks, 0);
+    image.refusesLock = true;
+    {
+        PIOffscreen wrapper = Wrap(image);
+        EXPECT_FALSE(wrapper.Lock(PIOffscreen::Access::kRead));
+    }
+    EXPECT_EQ(image.locks, 0);
+}
+
+TEST(PIOffscreenTest, DoesNothingWhereTheHostHasNothing) {
+    FakeImage image(2, 2, 32);
+    EPIOffscreenProcs none {};
+    none.nSize = sizeof none;
+    EPIOffscreenProcs tooShort = image.procs;
+    tooShort.nSize = 0;
+    const EPIOffscreenProcs* const tables[] = { nullptr, &none, &tooShort };
+    for (const EPIOffscreenProcs* procs : tables) {
+        PIOffscreen wrapper(nullptr, procs, image.Ref());
+        PIOffscreen good = Wrap(image);
+        EXPECT_FALSE(wrapper.Lock(PIOffscreen::Access::kWrite));
+        EXPECT_EQ(wrapper.Width() + wrapper.Height() + wrapper.Depth() + wrapper.RowBytes(), 0);
+        EXPECT_EQ(wrapper.BaseAddress(), nullptr);
+        EXPECT_FALSE(wrapper.Stretch(good));
+        wrapper.MoveTo(1, 1);
+        wrapper.SetPixel(0xFFFFFF);
+        ChangeResolution(wrapper, good);
+        CopyAllOffscreen(wrapper, good);
+        SetWhiteMat(wrapper, { 0, 0, 2, 2 });
+    }
+    EXPECT_EQ(image.Pixel(1, 1), (std::vector<std::uint32_t> { 0, 0, 0, 0 }));
+    EXPECT_EQ(image.locks, 0);
+}
+
+TEST(PIOffscreenTest, ReleasesOnlyWhatItsUserMade) {
+    static int s_released = 0;
+    s_released = 0;
+    EPIObjectProcs objects { sizeof objects, nullptr,
+                             [](EPIObjectRef, std::int32_t kind) { s_released += kind; } };
+    FakeImage image(1, 1, 32);
+    { PIOffscreen borrowed(&objects, image.Procs(), image.Ref()); }
+    EXPECT_EQ(s_released, 0);
+    { PIOffscreen made(&objects, image.Procs(), image.Ref(), epiObjectImage); }
+    EXPECT_EQ(s_released, epiObjectImage);
+}
+
+long Resize(FakeImage& dst, FakeImage& src) {
+    PIOffscreen to = Wrap(dst);
+    PIOffscreen from = Wrap(src);
+    return ChangeResolution(to, from);
+}
+
+void FillAtRandom(FakeImage& image, unsigned seed) {
+    std::mt19937 random(seed);
+    for (int y = 0; y < image.height; ++y) {
+        for (int x = 0; x < image.width; ++x) {
+            for (int place = 0; place < (image.depth == 24 ? 3 : 4); ++place)
+                image.SetChannel(x, y, place, random() & 0xFFFF);
+        }
+    }
+}
+
+TEST(ChangeResolutionTest, WeighsTheFirstPixelDoubleAndRepeatsWhenEnlarging) {
+    FakeImage two(2, 1, 32), one(1, 1, 32), wide(2, 1, 32);
+    two.SetPixel(0, 0, { 9, 10, 20, 30 });
+    two.SetPixel(1, 0, { 9, 40, 80, 255 });
+    Resize(one, two);
+    EXPECT_THAT(one.Pixel(0, 0),
+                ElementsAre(0, (10 + 10 + 40) / 3, (20 + 20 + 80) / 3, (30 + 30 + 255) / 3));
+    Resize(wide, one);
+    EXPECT_EQ(wide.Pixel(0, 0), wide.Pixel(1, 0));
+    EXPECT_EQ(wide.Pixel(0, 0), one.Pixel(0, 0));
+    EXPECT_EQ(one.locks + two.locks + wide.locks, 0);
+}
+
+// The sums written out for one channel, with each pixel's weight instead of an order of sampling.
+std::uint32_t ExpectedAverage(const FakeImage& src, int x, int y, int dw, int dh, int place) {
+    const int x0 = x * src.width / dw, x1 = (x + 1) * src.width / dw;
+    const int y0 = y * src.height / dh, y1 = (y + 1) * src.height / dh;
+    std::uint32_t sum = src.Channel(x0, y0, place), count = 1;
+    for (int sy = y0; sy < std::max(y1, y0 + 1); ++sy) {
+        for (int sx = x0; sx < x1; ++sx) {
+            const std::uint32_t weight =
+                (sy == y0 && src.width > dw ? 1 : 0) + (src.height > dh && sy < y1 ? 1 : 0);
+            sum += weight * src.Channel(sx, sy, place);
+            count += weight;
+        }
+    }
+    return sum / count;
+}
+
+TEST(ChangeResolutionTest, AveragesBlocksInEveryMixtureOfDirections) {
+    FakeImage src(7, 5, 32);
+    FillAtRandom(src, 3);
+    for (int dw = 1; dw <= 9; ++dw) {
+        for (int dh = 1; dh <= 7; ++dh) {
+            FakeImage dst(dw, dh, 32);
+            Resize(dst, src);
+            if (dw == src.width && dh == src.height) {
+                EXPECT_EQ(dst.copies, 1);
+                continue;
+            }
+            for (int i = 0; i < dw * dh; ++i) {
+                const int x = i % dw, y = i / dw;
+                for (int place = 1; place < 4; ++place)
+                    ASSERT_EQ(dst.Channel(x, y, place), ExpectedAverage(src, x, y, dw, dh, place))
+                        << dw << 'x' << dh << " at " << x << ',' << y;
+            }
+        }
+    }
+}
+
+TEST(StretchCopyTest, UsesTheHostsOperationElseTheNearestPixel) {
+    FakeImage src(3, 2, 32), dst(5, 4, 32);
+    FillAtRandom(src, 4);
+    PIOffscreen to = Wrap(dst);
+    PIOffscreen from = Wrap(src);
+    StretchCopy(to, from);
+    EXPECT_EQ(dst.stretches, 1);
+    EXPECT_EQ(dst.Pixel(0, 0), (std::vector<std::uint32_t> { 0, 0, 0, 0 }));
+    MakeOld(dst);
+    StretchCopy(to, from);
+    EXPECT_EQ(dst.stretches, 1);
+    for (int y = 0; y < 4; ++y) {
+        for (int x = 0; x < 5; ++x)
+            EXPECT_EQ(dst.Pixel(x, y), src.Pixel(x * 3 / 5, y * 2 / 4)) << x << ',' << y;
+    }
+    EXPECT_EQ(dst.locks + src.locks, 0);
+    EXPECT_EQ(src.writableLocks, 0);
+}
+
+TEST(CopyAllOffscreenTest, CopiesRowsOfDifferentPaddingAndNothingElse) {
+    for (const int depth : { 24, 32, 64 }) {
+        FakeImage src(5, 3, depth, 2), dst(5, 3, depth, 11), other(4, 3, depth);
+        FillAtRandom(src, 5);
+        PIOffscreen from = Wrap(src), to = Wrap(dst), wrong = Wrap(other);
+        to.Lock(PIOffscreen::Access::kWrite);
+        CopyAllOffscreen(to, from);
+        for (int i = 0; i < 15; ++i)
+            EXPECT_EQ(dst.Pixel(i % 5, i / 5), src.Pixel(i % 5, i / 5)) << depth;
+        EXPECT_TRUE(dst.MarksAreWhole());
+        EXPECT_EQ(dst.locks + src.locks, 0); // the lock from before has ended as well
+        CopyAllOffscreen(wrong, from);
+        EXPECT_EQ(other.writableLocks, 0);
+    }
+}
+
+void Flatten(FakeImage& image, const tagRECT& rect) {
+    PIOffscreen wrapper = Wrap(image);
+    SetWhiteMat(wrapper, rect);
+}
+
+TEST(SetWhiteMatTest, FlattensEveryAlphaOfEightBits) {
+    FakeImage image(256, 3, 32);
+    image.order = { 2, 0, 3, 1 };
+    for (int x = 0; x < 256; ++x)
+        image.SetPixel(x, 1, { 13, 200, static_cast<std::uint32_t>(x), 77 });
+    Flatten(image, { -5, 1, 1000, 2 });
+    for (std::uint32_t x = 0; x < 256; ++x)
+        EXPECT_THAT(image.Pixel(static_cast<int>(x), 1),
+                    ElementsAre(255 - 242 * x / 255, 255 - 55 * x / 255, 255, 255 - 178 * x / 255));
+    EXPECT_THAT(image.Pixel(0, 0), ElementsAre(0, 0, 0, 0));
+    EXPECT_THAT(image.Pixel(255, 2), ElementsAre(0, 0, 0, 0));
+    EXPECT_TRUE(image.MarksAreWhole());
+}
+
+TEST(SetWhiteMatTest, TurnsPartlyTransparentSixteenBitPixelsGrey) {
+    FakeImage image(4, 1, 64);
+    image.SetPixel(0, 0, { 0, 1, 2, 3 });
+    image.SetPixel(1, 0, { 65535, 1, 2, 3 });
+    image.SetPixel(2, 0, { 40000, 10000, 2, 3 });
+    image.SetPixel(3, 0, { 65534, 0, 2, 3 });
+    Flatten(image, { -10, -10, 100, 100 });
+    const auto over = [](std::uint64_t c, std::uint64_t a) {
+        return 65535 - (65535 - c) * a / 65535;
+    };
+    const auto red = over(10000, 40000);
+    const auto darkRed = over(0, 65534);
+    EXPECT_THAT(image.Pixel(0, 0), ElementsAre(65535, 65535, 65535, 65535));
+    EXPECT_THAT(image.Pixel(1, 0), ElementsAre(65535, 1, 2, 3));
+    EXPECT_THAT(image.Pixel(2, 0), ElementsAre(65535, red, over(red, 40000), over(red, 40000)));
+    EXPECT_THAT(image.Pixel(3, 0),
+                ElementsAre(65535, darkRed, over(darkRed, 65534), over(darkRed, 65534)));
+}
+
+TEST(SetWhiteMatTest, StaysInsideTheRowsWhateverTheHostTells) {
+    for (const int depth : { 24, 32, 64 }) {
+        for (const int places : { 0, 1, 2 }) {
+            FakeImage image(3, 2, depth);
+            const std::vector<std::uint8_t> before = image.memory;
+            if (places == 0)
+                MakeOld(image);
+            else
+                image.order = places == 1 ? render::ChannelOrder { 900, -7, 1 << 30, 6 }
+                                          : render::ChannelOrder { 3, 6, 6, 6 };
+            Flatten(image, { -2147483647 - 1, 0, 2147483647, 2147483647 });
+            EXPECT_TRUE(image.MarksAreWhole()) << depth;
+            if (depth == 24 || places == 1) {
+                EXPECT_EQ(image.memory, before) << depth;
+            }
+        }
+    }
+    for (int fault = 0; fault < 3; ++fault) {
+        FakeImage image(3, 2, 32);
+        image.hasNoMemory = fault == 0;
+        image.toldRowBytes = fault == 1 ? 0 : fault == 2 ? 11 : image.rowBytes;
+        const std::vector<std::uint8_t> before = image.memory;
+        Flatten(image, { 0, 0, 3, 2 });
+        EXPECT_EQ(image.memory, before);
+        EXPECT_EQ(image.locks, 0);
+    }
+}
+
+} // namespace

@@ -1,0 +1,190 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Where a drawn text ends up in an image, and what stays as it was.
+#include <climits>
+#include <stdexcept>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "render/CTextRenderer.h"
+#include "render/FakeImage.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+// A picture of 3 x 2 pixels whose colours tell their column and row.
+class Picture {
+public:
+    explicit Picture(std::uint16_t format) : m_stride(format & kTextImageXrgb32 ? 4 : 3) {
+        // Three bytes beyond each row that must not be read.
+        info = { 3, 2, 3 * m_stride + 3, nullptr, format };
+        m_bytes.assign(static_cast<std::size_t>(2 * info.rowBytes - 3), 0xFE);
+        info.pixels = m_bytes.data();
+        for (int row = 0; row < 2; ++row) {
+            for (int column = 0; column < 3; ++column)
+                Fill(column, row);
+        }
+    }
+
+    _RTEXTIMAGE_INFO info;
+
+private:
+    // Red tells the column, green the row, counted from the top.
+    void Fill(int column, int row) {
+        const int stored = info.format & kTextImageTopDown ? row : 1 - row;
+        std::uint8_t* pixel = m_bytes.data() + stored * info.rowBytes + column * m_stride;
+        const std::uint8_t color[3] = { static_cast<std::uint8_t>(10 + column),
+                                        static_cast<std::uint8_t>(20 + row), 30 };
+        for (int i = 0; i < 3; ++i) {
+            const bool blueFirst =
+                !(info.format & kTextImageRgb24) && info.format & kTextImageBgr24;
+            pixel[m_stride == 4 ? 1 + i : blueFirst ? 2 - i : i] = color[i];
+        }
+    }
+
+    int m_stride;
+    std::vector<std::uint8_t> m_bytes;
+};
+
+_TEXTPARAM Param(std::uint32_t flags, int opacity = 100, COLORREF color = 0) {
+    _TEXTPARAM param {};
+    param.dwFlags = flags;
+    param.nOpacity = opacity;
+    param.crText = color;
+    return param;
+}
+
+void Blend(FakeImage& image, Picture& picture, _TEXTPARAM param, long x, long y) {
+    PIOffscreen wrapper(nullptr, image.Procs(), image.Ref());
+    CTextRenderer::CopyTextStringImage(&wrapper, &picture.info, &param, x, y);
+}
+
+TEST(CopyTextStringImageTest, PutsEveryLayoutTheRightWayUp) {
+    for (const std::uint16_t layout : { 0x1, 0x2, 0x4, 0x3 }) {
+        for (const std::uint16_t topDown : { 0, 0x100 }) {
+            Picture picture(static_cast<std::uint16_t>(layout | topDown));
+            for (const int depth : { 24, 32, 64 }) {
+                FakeImage image(5, 4, depth);
+                Blend(image, picture, Param(TEXT_BOX), 1, 2);
+                const std::uint32_t scale = depth == 64 ? 257 : 1;
+                const int red = depth == 24 ? 0 : 1;
+                for (int i = 0; i < 20; ++i) {
+                    const int x = i % 5 - 1, y = i / 5 - 2;
+                    const bool inside = x >= 0 && x < 3 && y >= 0;
+                    const auto pixel = image.Pixel(i % 5, i / 5);
+                    EXPECT_EQ(pixel[red], inside ? (10 + x) * scale : 0) << layout << ' ' << i;
+                    EXPECT_EQ(pixel[red + 1], inside ? (20 + y) * scale : 0);
+                    EXPECT_EQ(pixel[red + 2], inside ? 30 * scale : 0);
+                    if (depth != 24) {
+                        EXPECT_EQ(pixel[0], inside ? 255 * scale : 0);
+                    }
+                }
+                EXPECT_TRUE(image.MarksAreWhole());
+                EXPECT_EQ(image.locks, 0);
+            }
+        }
+    }
+}
+
+TEST(CopyTextStringImageTest, ClipsOnAllSidesAndFarOutside) {
+    Picture picture(kTextImageXrgb32 | kTextImageTopDown);
+    for (const int depth : { 24, 32, 64 }) {
+        for (long x = -4; x <= 4; ++x) {
+            for (long y = -3; y <= 3; ++y) {
+                FakeImage image(2, 2, depth);
+                Blend(image, picture, Param(TEXT_BOX), x, y);
+                const int red = depth == 24 ? 0 : 1;
+                for (long i = 0; i < 4; ++i) {
+                    const long column = i % 2 - x, row = i / 2 - y;
+                    const bool inside = column >= 0 && column < 3 && row >= 0 && row < 2;
+                    const auto expected = (10 + column) * (depth == 64 ? 257 : 1);
+                    EXPECT_EQ(image.Channel(i % 2, i / 2, red), inside ? expected : 0)
+                        << x << ',' << y;
+                }
+                EXPECT_TRUE(image.MarksAreWhole()) << x << ',' << y;
+            }
+        }
+    }
+    for (const long far :
+         { static_cast<long>(INT_MIN), static_cast<long>(INT_MAX), LONG_MIN, LONG_MAX }) {
+        FakeImage image(2, 2, 32);
+        const std::vector<std::uint8_t> before = image.memory;
+        Blend(image, picture, Param(TEXT_BOX), far, 0);
+        Blend(image, picture, Param(TEXT_BOX), 0, far);
+        EXPECT_EQ(image.memory, before) << far;
+    }
+}
+
+TEST(CopyTextStringImageTest, TakesColorsAndOpacityFromTheParameters) {
+    // Coverage 100 * (255 - 30) / 100 by red, which is byte 1 also where byte 1 is green.
+    Picture picture(kTextImageXrgb32 | kTextImageTopDown);
+    struct Row {
+        int opacity;
+        int weight; // floor(opacity * 255 / 100 * (255 - 10) / 256)
+    };
+    for (const Row& row : { Row { 100, 244 }, Row { 50, 121 }, Row { 0, 0 }, Row { 400, 244 },
+                            Row { -1, 0 }, Row { INT_MIN, 0 } }) {
+        FakeImage image(1, 1, 32);
+        image.SetPixel(0, 0, { 0, 100, 100, 100 });
+        Blend(image, picture, Param(0, row.opacity, 0xFFC80005), 0, 0);
+        const auto down = [&](int text) { // towards a darker colour the floor goes down
+            return 100 - (row.weight * (100 - text) + 255) / 256;
+        };
+        EXPECT_THAT(image.Pixel(0, 0),
+                    ElementsAre(255, down(5), down(0), 100 + row.weight * 100 / 256))
+            << row.opacity;
+    }
+}
+
+TEST(CopyTextStringImageTest, TakesCoverageFromByteOneInEveryLayout) {
+    Picture rgb(kTextImageRgb24 | kTextImageTopDown);
+    FakeImage image(1, 1, 32);
+    Blend(image, rgb, Param(0, 100, 0xFFFFFF), 0, 0); // byte 1 is green, 20
+    EXPECT_EQ(image.Channel(0, 0, 1), (255u * (255 - 20) / 256) * 255 / 256);
+}
+
+TEST(CopyTextStringImageTest, DrawsNothingWhereItCannotAndUnlocks) {
+    Picture picture(kTextImageXrgb32 | kTextImageTopDown), unknown(kTextImageTopDown);
+    for (int fault = 0; fault < 8; ++fault) {
+        FakeImage image(4, 4, fault == 7 ? 16 : 32);
+        image.refusesLock = fault == 0;
+        image.hasNoMemory = fault == 1;
+        image.toldRowBytes = fault == 2 ? 0 : fault == 3 ? -16 : fault == 4 ? 15 : image.rowBytes;
+        Picture empty(kTextImageXrgb32 | kTextImageTopDown);
+        empty.info.width = -3;
+        const std::vector<std::uint8_t> before = image.memory;
+        Blend(image, fault == 5 ? unknown : fault == 6 ? empty : picture, Param(TEXT_BOX), 0, 0);
+        EXPECT_EQ(image.memory, before) << fault;
+        EXPECT_EQ(image.locks, 0) << fault;
+    }
+    FakeImage image(4, 4, 32);
+    image.throwsOnDepth = true;
+    EXPECT_THROW(Blend(image, picture, Param(TEXT_BOX), 0, 0), std::runtime_error);
+    EXPECT_EQ(image.locks, 0);
+}
+
+TEST(CopyTextStringImageTest, LeavesALockFromBeforeAlone) {
+    Picture picture(kTextImageXrgb32 | kTextImageTopDown);
+    FakeImage image(4, 4, 32);
+    PIOffscreen wrapper(nullptr, image.Procs(), image.Ref());
+    wrapper.Lock(PIOffscreen::Access::kWrite);
+    _TEXTPARAM param = Param(TEXT_BOX);
+    CTextRenderer::CopyTextStringImage(&wrapper, &picture.info, &param, 0, 0);
+    EXPECT_EQ(image.locks, 1);
+    EXPECT_EQ(image.Channel(0, 0, 1), 10u);
+}
+
+// Without the host's word on channels, 64-bit ones are found at 0, 2, 4 and 6 all the same.
+TEST(CopyTextStringImageTest, KeepsToTheRowsWithTheDefaultPlacesOfDeepImages) {
+    Picture picture(kTextImageXrgb32 | kTextImageTopDown);
+    FakeImage image(3, 2, 64);
+    image.procs.nSize = static_cast<std::uint32_t>(EPI_OFFSCREEN_FULL_SIZE - sizeof(void*));
+    Blend(image, picture, Param(TEXT_BOX), 0, 0);
+    EXPECT_THAT(image.Pixel(0, 1), ElementsAre(65535, 0, 10 * 257, 0));
+    EXPECT_THAT(image.Pixel(2, 1), ElementsAre(65535, 0, 12 * 257, 0));
+    EXPECT_TRUE(image.MarksAreWhole());
+}
+
+} // namespace
