@@ -252,9 +252,9 @@ std::string_view Window(const char* text) {
     return { text, strnlen(text, 4) };
 }
 
-constexpr std::size_t kMaxLookBack = 64 * 1024;
+constexpr std::size_t kLookBackBlock = 64 * 1024;
 
-// Where the character that holds the byte at offset may start, with at most kMaxLookBack steps.
+// Where the character that holds the byte at offset may start, with at most two blocks of steps.
 std::size_t CharacterStart(const Encoding& encoding, const char* text, std::size_t offset) {
     if (encoding.IsUtf8()) {
         for (std::size_t back = 1; back <= 3 && back <= offset; ++back) {
@@ -264,11 +264,14 @@ std::size_t CharacterStart(const Encoding& encoding, const char* text, std::size
         }
         return offset;
     }
-    // Only the run of lead bytes before offset leaves it open where a character starts. Beyond the
-    // bound one is taken to start there: a run that long, 32 thousand characters without a
-    // break, a blank or a digit, is no text that anybody wrote.
+    // Only the run of lead bytes before offset leaves it open where a character starts. Where the run
+    // goes on beyond the bound, which steps with the text so that neighbours agree, a character is
+    // taken to start there: a run of 32 thousand characters without a break, a blank or a digit is no
+    // text that anybody wrote.
+    const std::size_t block = offset / kLookBackBlock * kLookBackBlock;
+    const std::size_t bound = block > kLookBackBlock ? block - kLookBackBlock : 0;
     std::size_t start = offset;
-    while (start > 0 && offset - start < kMaxLookBack && encoding.IsLead(text[start - 1])) {
+    while (start > bound && encoding.IsLead(text[start - 1])) {
         --start;
     }
     if (!encoding.threeByteLead) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <hb-ot.h>
+#include <hb.h>
 
 namespace platform::text {
 namespace {
@@ -50,6 +51,10 @@ bool HasOutlines(hb_face_t* face) {
 }
 
 } // namespace
+
+void Face::FreeFont::operator()(hb_font_t* font) const {
+    hb_font_destroy(font);
+}
 
 std::unique_ptr<Face> Face::Open(const FaceLocation& location, std::string& why) {
     static std::atomic<std::uint32_t> lastId { 0 };
@@ -117,7 +122,7 @@ void Face::IncludeInk(char32_t character) {
     }
 }
 
-InkRange Face::InkOf(hb_codepoint_t glyph) const {
+InkRange Face::InkOf(std::uint32_t glyph) const {
     if (glyph >= m_ink.size()) {
         return kNoInk;
     }

@@ -5,10 +5,11 @@
 
 #include <atomic>
 #include <cstdint>
-#include <hb.h>
 #include <memory>
 #include <string>
 #include <vector>
+
+struct hb_font_t; // HarfBuzz's
 
 namespace platform::text {
 
@@ -42,7 +43,7 @@ public:
     std::int32_t LineGap() const { return m_lineGap; }
     std::int32_t MaxAdvance() const { return m_maxAdvance; }
 
-    InkRange InkOf(hb_codepoint_t glyph) const;
+    InkRange InkOf(std::uint32_t glyph) const;
 
 private:
     Face() = default;
@@ -50,7 +51,7 @@ private:
     void IncludeInk(char32_t character);
 
     struct FreeFont {
-        void operator()(hb_font_t* font) const { hb_font_destroy(font); }
+        void operator()(hb_font_t* font) const;
     };
 
     std::uint32_t m_id = 0;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <ft2build.h>
+#include <hb.h>
 #include <optional>
 
 #include FT_FREETYPE_H
@@ -23,7 +24,7 @@ constexpr std::int64_t kStrideUnit = 8;
 
 struct GlyphKey {
     std::uint32_t face;
-    hb_codepoint_t glyph;
+    std::uint32_t glyph;
     std::int32_t size;
     std::uint32_t phase; // quarters of x in the low two bits, of y above
 
@@ -149,7 +150,7 @@ hb_draw_funcs_t* MakeDrawFunctions() {
     return functions;
 }
 
-Outline OutlineOf(const Face& face, hb_codepoint_t glyph, std::int32_t size, std::uint32_t phase) {
+Outline OutlineOf(const Face& face, std::uint32_t glyph, std::int32_t size, std::uint32_t phase) {
     static hb_draw_funcs_t* const functions = MakeDrawFunctions();
     Outline outline(size * 64.0 / face.UnitsPerEm(), static_cast<std::int32_t>(phase & 3) * 16,
                     -static_cast<std::int32_t>(phase >> 2) * 16);
@@ -249,7 +250,7 @@ std::shared_ptr<const GlyphBitmap> BitmapOf(const Face& face, const GlyphKey& ke
 
 } // namespace
 
-void PaintGlyph(const Face& face, hb_codepoint_t glyph, std::int32_t size, std::int64_t x,
+void PaintGlyph(const Face& face, std::uint32_t glyph, std::int32_t size, std::int64_t x,
                 std::int64_t y, CoverageTarget& target) {
     const auto quarters = [](std::int64_t position) {
         return static_cast<std::uint32_t>((position >> 4) & 3);

@@ -12,7 +12,7 @@ namespace platform::text {
 // Paints one glyph at size pixels an em with its origin at the 26.6 position (x, y), y down, whose
 // fractions are quarters. Any thread; without hinting, so that a file's pixels are the same
 // everywhere.
-void PaintGlyph(const Face& face, hb_codepoint_t glyph, std::int32_t size, std::int64_t x,
+void PaintGlyph(const Face& face, std::uint32_t glyph, std::int32_t size, std::int64_t x,
                 std::int64_t y, CoverageTarget& target);
 
 CacheCount CountGlyphs();

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <fribidi.h>
+#include <hb.h>
 #include <optional>
 
 #include "platform/Report.h"

@@ -16,7 +16,7 @@ inline constexpr std::int32_t kQuarterPixel = 16;
 
 struct PlacedGlyph {
     const Face* face;
-    hb_codepoint_t glyph;
+    std::uint32_t glyph;
     std::int32_t x, y; // 26.6 pixels from the left end of the baseline, y up; quarters
 };
 

@@ -1,0 +1,248 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Worlds, ports and what lands in their pixels; runs with any font.
+#include <gtest/gtest.h>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "support/TestWorld.h"
+
+namespace {
+
+using namespace platform;
+using test::Draw;
+using test::TestWorld;
+
+constexpr RGBColor kRed { 65535, 0, 0 };
+constexpr RGBColor kKey { 0xFEFE, 0xFEFE, 0xFEFE };
+
+TEST(WorldTest, SidesAndSizesHaveLimits) {
+    struct Row {
+        std::int16_t depth;
+        Rect bounds;
+        OSStatus status;
+    };
+    for (const Row& row :
+         { Row { 32, { 0, 0, 1, 1 }, kNoErr }, Row { 32, { 5, 5, 5, 9 }, kParamErr },
+           Row { 32, { 0, 9, 5, 5 }, kParamErr }, Row { 16, { 0, 0, 5, 5 }, kParamErr },
+           Row { 32, { 0, -1, 5, 32767 }, kParamErr }, Row { 32, { 0, 0, 1, 32767 }, kNoErr },
+           Row { 32, { 0, 0, 32767, 32767 }, kMemFullErr } }) {
+        GWorldPtr world = reinterpret_cast<GWorldPtr>(1);
+        EXPECT_EQ(NewGWorld(&world, row.depth, row.bounds), row.status);
+        EXPECT_EQ(world != nullptr, row.status == kNoErr);
+        DisposeGWorld(world);
+    }
+}
+
+TEST(WorldTest, RowBytesSitBelowTheFlags) {
+    for (const std::int16_t width : { 1, 7, 8, 100, 4000 }) {
+        const TestWorld world(width, 1);
+        EXPECT_EQ(GetPixMapRowBytes(world.Map()) & 0x3FFF, GetPixRowBytes(world.Map()));
+        EXPECT_EQ(GetPixRowBytes(world.Map()) % 16, 0);
+        EXPECT_GE(GetPixRowBytes(world.Map()), width * 4);
+    }
+}
+
+TEST(WorldTest, PixelsHaveAnAddressOnlyWhileLocked) {
+    const TestWorld world(3, 3);
+    EXPECT_EQ(GetPixBaseAddr(world.Map()), nullptr);
+    EXPECT_EQ(GetWritablePixBaseAddr(world.Map()), nullptr);
+    LockPixels(world.Map());
+    LockPixels(world.Map());
+    UnlockPixels(world.Map());
+    EXPECT_NE(GetPixBaseAddr(world.Map()), nullptr);
+    UnlockPixels(world.Map());
+    UnlockPixels(world.Map());
+    EXPECT_EQ(GetPixBaseAddr(world.Map()), nullptr);
+}
+
+TEST(WorldTest, RectanglesAreClippedToTheWorld) {
+    struct Row {
+        Rect rect;
+        std::vector<std::uint32_t> painted, framed;
+    };
+    constexpr std::uint32_t o = 0xFFFFFF, x = 0xFF0000;
+    const Row rows[] = {
+        { { 1, 1, 9, 3 },
+          { o, o, o, o, o, x, x, o, o, x, x, o },
+          { o, o, o, o, o, x, x, o, o, x, x, o } },
+        { { -9, -9, 2, 2 },
+          { x, x, o, o, x, x, o, o, o, o, o, o },
+          { o, x, o, o, x, x, o, o, o, o, o, o } },
+        { { -32768, -32768, 32767, 32767 },
+          { x, x, x, x, x, x, x, x, x, x, x, x },
+          { o, o, o, o, o, o, o, o, o, o, o, o } },
+        { { 2, 2, 1, 9 },
+          { o, o, o, o, o, o, o, o, o, o, o, o },
+          { o, o, o, o, o, o, o, o, o, o, o, o } },
+    };
+    for (const Row& row : rows) {
+        const TestWorld world(4, 3);
+        EraseRect({ 0, 0, 3, 4 });
+        RGBForeColor(kRed);
+        PaintRect(row.rect);
+        EXPECT_EQ(world.Pixels(), row.painted);
+        EraseRect({ 0, 0, 3, 4 });
+        FrameRect(row.rect);
+        EXPECT_EQ(world.Pixels(), row.framed);
+    }
+}
+
+TEST(WorldTest, PortStateBelongsToTheWorldAndTheThread) {
+    const TestWorld first(2, 2);
+    RGBForeColor(kRed);
+    TextSize(30);
+    TextFace(3);
+    TextMode(kSrcCopy);
+    {
+        const TestWorld second(2, 2);
+        RGBColor color;
+        GetForeColor(&color);
+        EXPECT_EQ(color.red, 0);
+        EXPECT_EQ(GetPortTextSize(second.World()), 0);
+    }
+    EXPECT_EQ(GetPort(), first.World());
+    EXPECT_EQ(GetPortTextSize(GetPort()), 30);
+    EXPECT_EQ(GetPortTextFace(GetPort()), 3);
+    EXPECT_EQ(GetPortTextMode(GetPort()), kSrcCopy);
+    std::thread([] {
+        EXPECT_EQ(GetPort(), nullptr);
+        RGBForeColor(kRed);
+        RGBColor color { 1, 1, 1 };
+        GetForeColor(&color);
+        EXPECT_EQ(color.red, 0);
+        FontInfo info { 1, 1, 1, 1 };
+        GetFontInfo(&info);
+        EXPECT_EQ(info.ascent, 0);
+        EXPECT_EQ(TextWidth("abc", 0, 3), 0);
+    }).join();
+}
+
+TEST(WorldTest, TextReachesBothEndsOfTheRange) {
+    const TestWorld world(40, 20);
+    RGBBackColor(kKey);
+    EraseRect({ 0, 0, 20, 40 });
+    TextSize(400); // so large that strokes fill the world
+    Draw(-60, 170, "HHH");
+    int background = 0, full = 0;
+    for (const std::uint32_t pixel : world.Pixels()) {
+        background += pixel == 0xFEFEFE;
+        full += pixel == 0;
+    }
+    EXPECT_GT(full, 0);
+    EraseRect({ 0, 0, 20, 40 });
+    EXPECT_EQ(world.Pixels(), std::vector<std::uint32_t>(800, 0xFEFEFE));
+}
+
+TEST(WorldTest, NegativeSizesDrawNothingAndNoTextIsNoWide) {
+    const TestWorld world(40, 20);
+    EraseRect({ 0, 0, 20, 40 });
+    const std::vector<std::uint32_t> blank = world.Pixels();
+    for (const std::int16_t size : { -1, -32768 }) {
+        TextSize(size);
+        Draw(0, 15, "abc");
+        FontInfo info;
+        GetFontInfo(&info);
+        EXPECT_EQ(info.ascent + info.descent, 0);
+        EXPECT_EQ(TextWidth("abc", 0, 3), 0);
+    }
+    EXPECT_EQ(world.Pixels(), blank);
+    TextSize(0);
+    const std::int32_t standard = TextWidth("abc", 0, 3);
+    TextSize(12);
+    EXPECT_EQ(TextWidth("abc", 0, 3), standard);
+    EXPECT_GT(standard, 0);
+    EXPECT_EQ(TextWidth("abc", 0, 0), 0);
+    EXPECT_EQ(TextWidth("abc", -1, 2), 0);
+    EXPECT_EQ(TextWidth("xabc", 1, 3), standard);
+}
+
+TEST(WorldTest, ExtremePensAndSizesStayInside) {
+    const TestWorld world(33, 17);
+    EraseRect({ 0, 0, 17, 33 });
+    for (const std::int16_t size : { 1, 12, 500, 32767 }) {
+        TextSize(size);
+        EXPECT_GE(TextWidth("Wg", 0, 2), 1);
+        for (const std::int16_t x : { -32768, -100, -1, 0, 32, 32767 }) {
+            for (const std::int16_t y : { -32768, -1, 0, 16, 400, 32767 }) {
+                Draw(x, y, "W\xE6\x97\xA5g");
+                DrawText("again", 0, 5);
+            }
+        }
+        EXPECT_EQ(world.Pixels().size(), 33u * 17);
+    }
+}
+
+TEST(WorldTest, WritersGetPixelsOfTheirOwn) {
+    const auto draw = [] {
+        EraseRect({ 0, 0, 20, 40 });
+        TextSize(16);
+        Draw(2, 15, "Ag");
+    };
+    const TestWorld reader(40, 20);
+    draw();
+    const std::vector<std::uint32_t> before = reader.Pixels();
+    {
+        const TestWorld writer(40, 20);
+        draw();
+        EXPECT_EQ(writer.Pixels(), before);
+        LockPixels(writer.Map());
+        GetWritablePixBaseAddr(writer.Map())[1] = 99;
+        EXPECT_EQ(GetPixBaseAddr(writer.Map())[1], 99);
+        UnlockPixels(writer.Map());
+        std::vector<std::uint32_t> expected = before;
+        expected[0] = (99 << 16) | (expected[0] & 0xFFFF);
+        EXPECT_EQ(writer.Pixels(), expected);
+        Draw(20, 15, "Ag"); // goes on on top of what was written
+        EXPECT_EQ(writer.Pixels()[0], expected[0]);
+        EXPECT_NE(writer.Pixels(), expected);
+    }
+    EXPECT_EQ(reader.Pixels(), before);
+}
+
+TEST(WorldTest, DrawingWithoutEndGivesThePixelsOfFewSteps) {
+    const TestWorld world(8, 8);
+    EraseRect({ 0, 0, 8, 8 });
+    RGBForeColor(kRed);
+    for (int round = 0; round < 100; ++round) {
+        for (std::int16_t i = 0; i < 8; ++i) {
+            PaintRect({ i, i, static_cast<std::int16_t>(i + 1), static_cast<std::int16_t>(i + 1) });
+        }
+    }
+    const std::vector<std::uint32_t> pixels = world.Pixels();
+    for (int i = 0; i < 64; ++i) {
+        EXPECT_EQ(pixels[i], i % 9 == 0 ? 0xFF0000u : 0xFFFFFFu);
+    }
+}
+
+TEST(WorldTest, AKnownPictureEqualsAFreshOne) {
+    std::vector<std::uint32_t> first;
+    PurgeTextCaches();
+    const std::int64_t hits = GetTextCacheStats().pictureHits;
+    for (int round = 0; round < 6; ++round) {
+        if (round == 5) {
+            PurgeTextCaches();
+        }
+        const TestWorld world(90, 30);
+        RGBBackColor(kKey);
+        EraseRect({ 0, 0, 30, 90 });
+        TextSize(24);
+        Draw(1, 22, "CUT 12");
+        EXPECT_EQ(world.Pixels(), round == 0 ? world.Pixels() : first) << round;
+        first = world.Pixels();
+    }
+    EXPECT_GT(GetTextCacheStats().pictureHits, hits);
+}
+
+TEST(WorldTest, UndrawnPixelsAreTheSameInEveryWorld) {
+    {
+        const TestWorld dirty(64, 64);
+        RGBForeColor(kRed);
+        PaintRect({ 0, 0, 64, 64 });
+        EXPECT_EQ(dirty.Pixels()[0], 0xFF0000u);
+    }
+    const TestWorld world(64, 64);
+    EXPECT_EQ(world.Pixels(), std::vector<std::uint32_t>(64 * 64, 0));
+}
+
+} // namespace

@@ -1,0 +1,136 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// How names become families, and what is said about the ones that do not.
+#include "platform/Fonts.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <gmock/gmock.h>
+#include <iterator>
+
+#include "platform/Report.h"
+#include "platform/TextEncoding.h"
+#include "platform/text/Face.h"
+#include "support/TemporaryFolder.h"
+
+namespace {
+
+using namespace platform;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+FontNumber NumberOf(const std::string& name) {
+    std::string counted = static_cast<char>(name.size()) + name;
+    FontNumber number = -1;
+    GetFNum(reinterpret_cast<const std::uint8_t*>(counted.data()), &number);
+    return number;
+}
+
+std::string NameOf(FontNumber number) {
+    std::uint8_t name[256];
+    GetFontName(number, name);
+    return { reinterpret_cast<const char*>(name) + 1, name[0] };
+}
+
+class FontsTest : public testing::Test {
+protected:
+    void SetUp() override { ForgetReports(); }
+};
+
+TEST_F(FontsTest, NamesAreFoundWithoutRegardToCase) {
+    const FontNumber number = NumberOf("Liberation Sans");
+    EXPECT_GT(number, 0);
+    EXPECT_EQ(NumberOf("liberation SANS"), number);
+    EXPECT_EQ(NameOf(number), "Liberation Sans");
+    EXPECT_NE(NumberOf("Liberation Serif"), number);
+    EXPECT_EQ(NumberOf(""), 0);
+    EXPECT_THAT(ReportsSoFar(), IsEmpty());
+}
+
+TEST_F(FontsTest, AliasesFindADesignOfTheSameScript) {
+    const auto families = InstalledFontFamilies();
+    const auto installed = [&](const std::string& name) {
+        return std::any_of(families.begin(), families.end(),
+                           [&](const FontFamily& family) { return family.name == name; });
+    };
+    for (const char* name :
+         { "Arial", "ＭＳ ゴシック", "ヒラギノ明朝 Pro W3", "times new roman" }) {
+        const FontResolution resolution = ResolveFontFamily(name);
+        if (!installed(name)) {
+            EXPECT_EQ(resolution.match, FontMatch::kAlias) << name;
+            EXPECT_TRUE(installed(resolution.family)) << name;
+            EXPECT_NE(resolution.reason, "") << name;
+            EXPECT_EQ(NameOf(NumberOf(name)), resolution.family);
+        }
+    }
+    for (const FontAlias& alias : FontAliases()) {
+        EXPECT_TRUE(alias.family.empty() || installed(alias.family)) << alias.asked;
+    }
+    EXPECT_THAT(ReportsSoFar(), IsEmpty());
+}
+
+TEST_F(FontsTest, AnUnknownNameGivesTheDefaultAndOneReport) {
+    EXPECT_EQ(NumberOf("No Such Family"), 0);
+    EXPECT_EQ(NumberOf("No Such Family"), 0);
+    ASSERT_THAT(ReportsSoFar(), SizeIs(1));
+    EXPECT_EQ(ReportsSoFar()[0].kind, ReportKind::kFontSubstituted);
+    EXPECT_EQ(ReportsSoFar()[0].asked, "No Such Family");
+    EXPECT_EQ(ReportsSoFar()[0].used, NameOf(0));
+    EXPECT_EQ(ResolveFontFamily("No Such Family").match, FontMatch::kUnknown);
+    ForgetReports();
+    NumberOf("No Such Family");
+    EXPECT_THAT(ReportsSoFar(), SizeIs(1));
+}
+
+TEST_F(FontsTest, NumbersThatWereNotGivenHaveNoName) {
+    EXPECT_NE(NameOf(0), "");
+    for (const FontNumber number : { -1, 32000, 32767, -32768 }) {
+        EXPECT_EQ(NameOf(number), "") << number;
+    }
+}
+
+TEST_F(FontsTest, NamesAreReadInTheApplicationsEncoding) {
+    SetApplicationTextEncoding("CP932");
+    const FontNumber number = NumberOf("\x82\x6C\x82\x72 \x83\x53\x83\x56\x83\x62\x83\x4E");
+    SetApplicationTextEncoding("UTF-8");
+    EXPECT_EQ(number, NumberOf("ＭＳ ゴシック"));
+    EXPECT_GT(number, 0);
+}
+
+TEST_F(FontsTest, FamiliesAreSortedAndEachOneOpens) {
+    const auto families = InstalledFontFamilies();
+    ASSERT_THAT(families, testing::Not(IsEmpty()));
+    for (const FontFamily& family : families) {
+        EXPECT_EQ(ResolveFontFamily(family.name).match, FontMatch::kInstalled) << family.name;
+        EXPECT_EQ(ResolveFontFamily(family.name).file, family.file);
+        EXPECT_TRUE(std::filesystem::exists(family.file)) << family.file;
+        for (const std::string& alias : family.aliases) {
+            EXPECT_EQ(ResolveFontFamily(alias).match, FontMatch::kInstalled) << alias;
+        }
+    }
+}
+
+TEST_F(FontsTest, BrokenFilesSayWhyAndNeverCrash) {
+    const TemporaryFolder folder;
+    const std::string file = (folder.Path() / "broken.ttf").string();
+    std::ifstream source(ResolveFontFamily("Liberation Sans").file, std::ios::binary);
+    const std::string whole { std::istreambuf_iterator<char>(source), {} };
+    std::string why;
+    EXPECT_EQ(text::Face::Open({ (folder.Path() / "none.ttf").string() }, why), nullptr);
+    EXPECT_NE(why, "");
+    for (std::size_t size = 0; size < whole.size(); size = size * 3 + 7) {
+        std::ofstream(file, std::ios::binary)
+            .write(whole.data(), static_cast<std::streamsize>(size));
+        why.clear();
+        const auto face = text::Face::Open({ file }, why);
+        EXPECT_EQ(face == nullptr, !why.empty()) << size;
+        EXPECT_TRUE(face || size < whole.size()) << size;
+        if (face) { // cut short within its glyphs, whose loss must be survived
+            for (unsigned glyph = 0; glyph < 3000; ++glyph) {
+                face->InkOf(glyph);
+            }
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,239 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Lines as a reader expects them: order, shaping, fallback, widths, and nothing cut off.
+#include <atomic>
+#include <gmock/gmock.h>
+#include <thread>
+
+#include "platform/Report.h"
+#include "platform/TextEncoding.h"
+#include "support/TestWorld.h"
+
+namespace {
+
+using namespace platform;
+using test::Draw;
+using test::TestWorld;
+using test::WidthOf;
+
+using Picture = std::vector<std::uint32_t>;
+
+void UseFont(const std::string& name, std::int16_t size) {
+    const std::string counted = static_cast<char>(name.size()) + name;
+    FontNumber number = 0;
+    GetFNum(reinterpret_cast<const std::uint8_t*>(counted.data()), &number);
+    TextFont(number);
+    TextSize(size);
+}
+
+// The text in black on white with its baseline 100 pixels from the top.
+Picture PictureOf(const std::string& font, std::int16_t size, const std::string& text) {
+    const TestWorld world(400, 140);
+    world.Erase();
+    UseFont(font, size);
+    Draw(40, 100, text);
+    return world.Pixels();
+}
+
+std::int32_t WidthIn(const std::string& font, std::int16_t size, const std::string& text) {
+    const TestWorld world(1, 1);
+    UseFont(font, size);
+    return WidthOf(text);
+}
+
+bool IsBlank(const Picture& picture) {
+    return std::all_of(picture.begin(), picture.end(),
+                       [](std::uint32_t p) { return p == 0xFFFFFF; });
+}
+
+class LineTest : public testing::Test {
+protected:
+    void SetUp() override {
+        ForgetReports();
+        PurgeTextCaches();
+    }
+};
+
+// A world with room on every side shows what a box of the measured size would lose.
+void ExpectInkInsideTheBox(const std::string& font, std::int16_t size, const std::string& text) {
+    constexpr std::int16_t kLeft = 60, kBaseline = 160;
+    const TestWorld world(700, 260);
+    world.Erase();
+    UseFont(font, size);
+    FontInfo info;
+    GetFontInfo(&info);
+    const std::int32_t width = WidthOf(text);
+    Draw(kLeft, kBaseline, text);
+    const Picture pixels = world.Pixels();
+    bool inside = false, outside = false;
+    for (int y = 0; y < 260; ++y) {
+        for (int x = 0; x < 700; ++x) {
+            const bool box = x >= kLeft && x < kLeft + width && y >= kBaseline - info.ascent &&
+                             y < kBaseline + info.descent;
+            (box ? inside : outside) |= pixels[y * 700 + x] != 0xFFFFFF;
+        }
+    }
+    EXPECT_TRUE(inside) << font << " " << size << " " << text;
+    EXPECT_FALSE(outside) << font << " " << size << " " << text;
+}
+
+TEST_F(LineTest, NoFamilyLosesInkOutsideItsBox) {
+    for (const FontFamily& family : InstalledFontFamilies()) {
+        for (const std::int16_t size : { 13, 36 }) {
+            for (const char* text : { "ÅÉgjpqyç|日本語", "jÇ(Wj", "f", "e\u0301y" }) {
+                ExpectInkInsideTheBox(family.name, size, text);
+            }
+        }
+    }
+}
+
+TEST_F(LineTest, LatinIsKerned) {
+    EXPECT_LT(WidthIn("Liberation Sans", 200, "AV"),
+              WidthIn("Liberation Sans", 200, "A") + WidthIn("Liberation Sans", 200, "V") - 5);
+}
+
+TEST_F(LineTest, CombiningMarksSitOnTheirBase) {
+    EXPECT_EQ(PictureOf("DejaVu Sans", 40, "e\u0301x"), PictureOf("DejaVu Sans", 40, "\u00E9x"));
+    EXPECT_EQ(WidthIn("DejaVu Sans", 40, "x\u0302\u0323"), WidthIn("DejaVu Sans", 40, "x"));
+}
+
+TEST_F(LineTest, RightToLeftTextIsOrderedAndJoined) {
+    // The override forces the letters into the order in which a reader sees them.
+    EXPECT_EQ(PictureOf("DejaVu Sans", 40, "אבג"), PictureOf("DejaVu Sans", 40, "\u202Dגבא"));
+    EXPECT_EQ(PictureOf("DejaVu Sans", 40, "a אב 12"),
+              PictureOf("DejaVu Sans", 40, "\u202Da 12 בא"));
+    std::int32_t apart = 0;
+    for (const char* letter : { "س", "ل", "م" }) {
+        apart += WidthIn("DejaVu Sans", 100, letter);
+    }
+    EXPECT_LT(WidthIn("DejaVu Sans", 100, "سلم"), apart - 20);
+}
+
+TEST_F(LineTest, MissingCharactersComeFromAnotherFamily) {
+    const Picture japanese = PictureOf("Liberation Sans", 40, "日本語かな");
+    EXPECT_EQ(japanese, PictureOf("Noto Sans CJK JP", 40, "日本語かな"));
+    EXPECT_EQ(WidthIn("Liberation Sans", 40, "日本語"), 120);
+    EXPECT_THAT(ReportsSoFar(), testing::IsEmpty());
+}
+
+TEST_F(LineTest, AMarkThatTheFamilyLacksTakesItsBaseAlong) {
+    // The dot above is in DejaVu Sans and not in the family; a base of another face would lose it.
+    const std::string marked = "日a\u0337";
+    EXPECT_FALSE(IsBlank(PictureOf("Noto Sans CJK JP", 40, marked)));
+    EXPECT_EQ(WidthIn("Noto Sans CJK JP", 40, "a\u0337"), WidthIn("DejaVu Sans", 40, "a\u0337"));
+}
+
+TEST_F(LineTest, ACharacterThatNoFontHasIsReplacedAndReportedOnce) {
+    const Picture missing = PictureOf("DejaVu Sans", 40, "\U0010FFFD");
+    PurgeTextCaches();
+    EXPECT_EQ(missing, PictureOf("DejaVu Sans", 40, "\U0010FFFD"));
+    EXPECT_EQ(missing, PictureOf("DejaVu Sans", 40, "\uFFFD"));
+    EXPECT_FALSE(IsBlank(missing));
+    ASSERT_THAT(ReportsSoFar(), testing::SizeIs(1));
+    EXPECT_EQ(ReportsSoFar()[0].kind, ReportKind::kGlyphMissing);
+    EXPECT_NE(ReportsSoFar()[0].asked.find("10FFFD"), std::string::npos);
+}
+
+TEST_F(LineTest, ControlCharactersDrawNothing) {
+    EXPECT_EQ(PictureOf("DejaVu Sans", 30, "a\x01\t\r\n\x7F\u0085\u2028z"),
+              PictureOf("DejaVu Sans", 30, "az"));
+    EXPECT_EQ(WidthIn("DejaVu Sans", 30, "\x01\n"), 0);
+    EXPECT_THAT(ReportsSoFar(), testing::IsEmpty());
+}
+
+TEST_F(LineTest, TheSameBytesInAnotherEncodingAreAnotherLine) {
+    const std::string bytes = "\x83\x65\x83\x58\x83\x67";
+    const Picture utf8 = PictureOf("Noto Sans CJK JP", 30, bytes);
+    SetApplicationTextEncoding("CP932");
+    const Picture cp932 = PictureOf("Noto Sans CJK JP", 30, bytes);
+    SetApplicationTextEncoding("UTF-8");
+    EXPECT_NE(cp932, utf8);
+    EXPECT_EQ(cp932, PictureOf("Noto Sans CJK JP", 30, "テスト"));
+}
+
+TEST_F(LineTest, ThePenMovesByTheWidth) {
+    const TestWorld together(300, 60);
+    together.Erase();
+    UseFont("DejaVu Sans", 30);
+    Draw(10, 40, "CUT");
+    DrawText("12", 0, 2);
+    const Picture run = together.Pixels();
+    together.Erase();
+    Draw(10, 40, "CUT");
+    Draw(static_cast<std::int16_t>(10 + WidthOf("CUT")), 40, "12");
+    EXPECT_EQ(together.Pixels(), run);
+}
+
+// The part of a large drawing equals the drawing of the part, on both sides of the size from which
+// glyphs are no longer cached.
+TEST_F(LineTest, ClippingChangesNoPixelInside) {
+    for (const std::int16_t size : { 60, 1500 }) {
+        const TestWorld large(600, 400);
+        large.Erase();
+        UseFont("DejaVu Serif", size);
+        Draw(-200, 300, "RSÄ日");
+        const Picture all = large.Pixels();
+        const TestWorld small(90, 70);
+        small.Erase();
+        UseFont("DejaVu Serif", size);
+        Draw(-200 - 110, 300 - 230, "RSÄ日");
+        const Picture part = small.Pixels();
+        for (int y = 0; y < 70; ++y) {
+            for (int x = 0; x < 90; ++x) {
+                ASSERT_EQ(part[y * 90 + x], all[(y + 230) * 600 + x + 110]) << size;
+            }
+        }
+    }
+}
+
+TEST_F(LineTest, CachesStayWithinTheirBound) {
+    const TextCacheStats before = GetTextCacheStats();
+    for (int i = 0; i < 4000; ++i) {
+        const TestWorld world(300, 60);
+        for (int round = 0; round < 2; ++round) { // the second one makes the picture worth keeping
+            world.Erase();
+            UseFont("DejaVu Sans", static_cast<std::int16_t>(10 + i % 90));
+            Draw(0, 50, "text " + std::to_string(i));
+            LockPixels(world.Map());
+            UnlockPixels(world.Map());
+        }
+    }
+    const TextCacheStats after = GetTextCacheStats();
+    EXPECT_LE(after.bytes, after.maxBytes);
+    EXPECT_GT(after.bytes, before.bytes);
+    EXPECT_GE(after.lineMisses, before.lineMisses + 4000);
+    PurgeTextCaches();
+    EXPECT_EQ(GetTextCacheStats().bytes, 0);
+}
+
+TEST_F(LineTest, ThreadsDrawWhatOneThreadDraws) {
+    const char* const fonts[] = { "DejaVu Sans", "Noto Sans CJK JP", "Liberation Serif" };
+    const auto picture = [&](int i) {
+        return PictureOf(fonts[i % 3], static_cast<std::int16_t>(12 + i % 7 * 9),
+                         "Cut " + std::to_string(i % 11) + " 秋の夕暮れ אב");
+    };
+    constexpr int kPictures = 60;
+    std::vector<Picture> expected;
+    for (int i = 0; i < kPictures; ++i) {
+        expected.push_back(picture(i));
+    }
+    PurgeTextCaches();
+    std::atomic<int> wrong { 0 };
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t) {
+        threads.emplace_back([&, t] {
+            for (int i = 0; i < kPictures; ++i) {
+                const int index = (i * 7 + t * 13) % kPictures;
+                wrong += picture(index) != expected[index];
+                if (i % 20 == t) {
+                    PurgeTextCaches();
+                }
+            }
+        });
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(wrong, 0);
+}
+
+} // namespace

@@ -1,0 +1,151 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The text service and the font calls over one made-up font of solid blocks, so that everything above
+// them runs on machines that have no font libraries, with pixels that arithmetic foretells.
+#include "support/BlockFont.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstring>
+#include <mutex>
+#include <vector>
+
+#include "platform/EncodingSerial.h"
+#include "platform/Report.h"
+#include "platform/TextEncoding.h"
+#include "platform/text/TextService.h"
+
+namespace platform {
+namespace {
+
+constexpr FontNumber kBlockNumber = 1;
+
+bool IsBlock(std::string_view name) {
+    constexpr std::string_view kFolded = "block";
+    if (name.size() != kFolded.size()) {
+        return false;
+    }
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        if ((name[i] | 0x20) != kFolded[i]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
+
+void GetFNum(const std::uint8_t* name, FontNumber* number) {
+    const std::string asked = DecodeText({ reinterpret_cast<const char*>(name) + 1, name[0] });
+    *number = IsBlock(asked) ? kBlockNumber : FontNumber { 0 };
+    if (*number == 0 && !asked.empty()) {
+        ReportOnce({ ReportKind::kFontSubstituted, asked, block_font::kFamily,
+                     "no installed family has this name" });
+    }
+}
+
+void GetFontName(FontNumber number, std::uint8_t* name) {
+    const bool given = number == 0 || number == kBlockNumber;
+    const std::string_view family = given ? block_font::kFamily : "";
+    name[0] = static_cast<std::uint8_t>(family.size());
+    std::memcpy(name + 1, family.data(), family.size());
+}
+
+FontResolution ResolveFontFamily(std::string_view name) {
+    const bool installed = IsBlock(name);
+    return { installed ? FontMatch::kInstalled : FontMatch::kUnknown, block_font::kFamily, "",
+             installed ? "" : "no installed family has this name" };
+}
+
+std::vector<FontFamily> InstalledFontFamilies() {
+    return { { block_font::kFamily, {}, "" } };
+}
+
+std::vector<FontAlias> FontAliases() {
+    return {};
+}
+
+namespace text {
+namespace {
+
+struct Block {
+    std::int64_t x, width;
+};
+
+class BlockLine final : public Line {
+public:
+    BlockLine(std::vector<Block> blocks, std::int64_t width, std::int32_t height)
+        : Line(width), m_blocks(std::move(blocks)), m_height(height) {}
+
+    const std::vector<Block>& Blocks() const { return m_blocks; }
+    std::int32_t Height() const { return m_height; }
+
+private:
+    std::vector<Block> m_blocks;
+    std::int32_t m_height;
+};
+
+} // namespace
+
+std::uint64_t Line::NextId() {
+    static std::atomic<std::uint32_t> last { 0 };
+    return ++last;
+}
+
+FontMetrics MetricsOf(FontNumber /*font*/, std::int32_t size) {
+    return { block_font::Ascent(size), block_font::Descent(size), block_font::Wide(size), 0 };
+}
+
+LinePtr LayOutLine(FontNumber /*font*/, std::int32_t size, std::string_view bytes) {
+    std::vector<Block> blocks;
+    std::int64_t pen = 0;
+    while (!bytes.empty()) {
+        const std::size_t length = CharacterLength(bytes);
+        const auto first = static_cast<std::uint8_t>(bytes[0]);
+        const bool draws = length > 1 || first > ' ';
+        const std::int64_t advance = length > 1    ? block_font::Wide(size)
+                                     : first < ' ' ? 0
+                                                   : block_font::Narrow(size);
+        if (draws && advance > 1) {
+            blocks.push_back({ pen, advance - 1 });
+        }
+        pen += advance;
+        bytes.remove_prefix(length);
+    }
+    // Kept, so that the same text is the same line and pictures are found again.
+    static std::mutex mutex;
+    static std::vector<std::shared_ptr<const BlockLine>> lines;
+    const std::lock_guard lock(mutex);
+    for (const auto& line : lines) {
+        const auto same = [](const Block& a, const Block& b) {
+            return a.x == b.x && a.width == b.width;
+        };
+        if (line->Height() == block_font::Ascent(size) && line->WidthPx() == pen &&
+            std::equal(line->Blocks().begin(), line->Blocks().end(), blocks.begin(), blocks.end(),
+                       same)) {
+            return line;
+        }
+    }
+    if (lines.size() > 64) {
+        lines.clear();
+    }
+    return lines.emplace_back(
+        std::make_shared<BlockLine>(std::move(blocks), pen, block_font::Ascent(size)));
+}
+
+void PaintLine(const Line& line, std::int64_t x, std::int64_t y, CoverageTarget& target) {
+    const auto& blocks = static_cast<const BlockLine&>(line);
+    for (const Block& block : blocks.Blocks()) {
+        for (std::int64_t row = y - blocks.Height(); row < y; ++row) {
+            target.PaintSpan(x + block.x, row, block.width, 255);
+        }
+    }
+}
+
+ServiceCacheCounts CountServiceCaches() {
+    return {};
+}
+
+void PurgeServiceCaches() {}
+
+} // namespace text
+} // namespace platform
