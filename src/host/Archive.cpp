@@ -7,6 +7,7 @@
 
 #include "host/Ledger.h"
 #include "host/WholeFile.h"
+#include "host/frames/OutputFile.h"
 
 namespace host {
 
@@ -129,7 +130,8 @@ bool Archive::Flush() {
     m_unflushed = false;
     if (m_broken)
         m_error = m_file.string() + ": stays as it was, since a write before failed";
-    else if (m_file.empty() || WriteWholeFile(m_file, m_bytes, m_error))
+    else if (m_file.empty() ||
+             WriteWhole(m_file, m_bytes, Existing::kOverwrite, m_error) == OutputResult::kWritten)
         m_error.clear();
     return m_error.empty();
 }

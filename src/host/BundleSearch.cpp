@@ -33,14 +33,23 @@ fs::path BuildTree(fs::path folder) {
 
 // $XDG_DATA_HOME counts only when it is absolute.
 fs::path UserDataFolder() {
-    fs::path const data = Environment("XDG_DATA_HOME");
+    fs::path data = Environment("XDG_DATA_HOME");
     if (data.is_absolute())
         return data;
     auto const home = Environment("HOME");
     return home.empty() ? fs::path() : fs::path(home) / ".local/share";
 }
 
-void AddPluginPath(std::vector<BundleSearch::Place>& places, const std::string& bundle) {
+using Places = std::vector<BundleSearch::Place>;
+
+// An installed program finds its library directory in two ways, but it is looked at once.
+void Add(Places& places, const fs::path& path, const char* origin) {
+    auto const place = path.lexically_normal();
+    if (std::ranges::find(places, place, &BundleSearch::Place::path) == places.end())
+        places.push_back({ place, origin });
+}
+
+void AddPluginPath(Places& places, const std::string& bundle) {
     auto const list = Environment("TELOP_PLUGIN_PATH");
     for (std::size_t start = 0; start < list.size();) {
         auto const end = std::min(list.find(':', start), list.size());
@@ -48,24 +57,23 @@ void AddPluginPath(std::vector<BundleSearch::Place>& places, const std::string& 
         if (!entry.empty() && !entry.has_filename())
             entry = entry.parent_path(); // "x.bundle/" means the bundle as well
         if (!entry.empty())
-            places.push_back(
-                { entry.filename() == bundle ? entry : entry / bundle, "TELOP_PLUGIN_PATH" });
+            Add(places, entry.filename() == bundle ? entry : entry / bundle, "TELOP_PLUGIN_PATH");
         start = end + 1;
     }
 }
 
-std::vector<BundleSearch::Place> Places(const std::string& bundle) {
-    std::vector<BundleSearch::Place> places;
+Places PlacesOf(const std::string& bundle) {
+    Places places;
     AddPluginPath(places, bundle);
-    if (auto const data = UserDataFolder(); !data.empty())
-        places.push_back({ data / "telop" / bundle, "the user's data directory" });
+    auto const installed = fs::path("telop") / bundle;
     auto const program = ProgramFolder();
+    if (auto const data = UserDataFolder(); !data.empty())
+        Add(places, data / installed, "the user's data directory");
     if (!program.empty())
-        places.push_back({ (program / TELOP_BINDIR_TO_LIBDIR / "telop" / bundle).lexically_normal(),
-                           "beside the program's installation" });
-    places.push_back({ fs::path(TELOP_LIBDIR) / "telop" / bundle, "the library directory" });
+        Add(places, program / TELOP_BINDIR_TO_LIBDIR / installed, "the program's installation");
+    Add(places, TELOP_LIBDIR / installed, "the library directory");
     if (auto const tree = BuildTree(program); !tree.empty())
-        places.push_back({ tree / bundle, "the build tree" });
+        Add(places, tree / bundle, "the build tree");
     return places;
 }
 
@@ -84,7 +92,7 @@ std::string BundleSearch::Describe() const {
 
 BundleSearch FindBundle(std::string_view name) {
     BundleSearch search;
-    for (auto& place : Places(std::string(name) + ".bundle")) {
+    for (auto& place : PlacesOf(std::string(name) + ".bundle")) {
         std::error_code error;
         search.looked.push_back(std::move(place));
         if (!fs::is_directory(search.looked.back().path, error))

@@ -6,6 +6,7 @@
 
 #include "host/Archive.h"
 #include "host/WholeFile.h"
+#include "host/frames/OutputFile.h"
 
 namespace host {
 
@@ -69,12 +70,6 @@ bool Effect::FillWithDefaults(std::string& why) {
     auto record = m_record;
     return m_plugin->Run(epiInitFixedParam, record, why) &&
            m_plugin->Run(epiInitSettings, record, why);
-}
-
-Effect::~Effect() {
-    auto record = m_record;
-    std::string why; // nobody is left to tell
-    m_plugin->Run(epiTerm, record, why);
 }
 
 _TEXTPARAM Effect::CopyParams() const {
@@ -150,7 +145,8 @@ bool Effect::Load(std::span<const std::uint8_t> bytes, std::string& why) {
 
 bool Effect::SaveFile(const std::filesystem::path& file, std::string& why) const {
     auto const archive = Save(why);
-    return archive && WriteWholeFile(file, *archive, why);
+    return archive &&
+           WriteWhole(file, *archive, Existing::kOverwrite, why) == OutputResult::kWritten;
 }
 
 bool Effect::LoadFile(const std::filesystem::path& file, std::string& why) {

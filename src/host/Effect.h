@@ -38,7 +38,6 @@ public:
                                         LateEntries late = LateEntries::kPresent);
     Effect(const Effect&) = delete;
     Effect& operator=(const Effect&) = delete;
-    ~Effect(); // epiTerm
 
     const Plugin& ThePlugin() const { return *m_plugin; }
 

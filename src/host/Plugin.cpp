@@ -67,6 +67,10 @@ std::shared_ptr<Plugin> Plugin::LoadByName(const std::string& name, std::string&
 }
 
 Plugin::~Plugin() {
+    auto record = MakeRecord();
+    std::string why; // nobody is left to tell
+    if (m_isInitialized)
+        Run(epiTerm, record, why);
     if (m_library)
         dlclose(m_library);
 }
@@ -103,7 +107,8 @@ bool Plugin::Describe(std::string& why) {
     auto record = MakeRecord();
     record.pPluginInfo = &info;
     record.pParamDesc = &parameter;
-    if (!Run(epiInit, record, why))
+    m_isInitialized = Run(epiInit, record, why);
+    if (!m_isInitialized)
         return false;
     if (info.nFixedParamSize < 1 || info.nFixedParamSize > kMaxBlock || info.nSettingsSize < 0 ||
         info.nSettingsSize > kMaxBlock) {

@@ -37,7 +37,7 @@ public:
     static std::shared_ptr<Plugin> LoadByName(const std::string& name, std::string& why);
     Plugin(const Plugin&) = delete;
     Plugin& operator=(const Plugin&) = delete;
-    ~Plugin();
+    ~Plugin(); // epiTerm, when it was described
 
     const std::filesystem::path& Bundle() const { return m_bundle; }
     const std::filesystem::path& Module() const { return m_module; }
@@ -58,6 +58,7 @@ private:
     void* m_library = nullptr;
     EPIEntryPoint m_entry = nullptr;
     PluginDescription m_description {};
+    bool m_isInitialized = false; // epiInit went well, so epiTerm follows
 };
 
 } // namespace host

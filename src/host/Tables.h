@@ -33,7 +33,7 @@ public:
 };
 
 // The process's front end, lent; null (the start) is none: notifications go nowhere and Call gives
-// 1. Set on the user-interface thread while no dialog is open.
+// 1. Set on the user-interface thread before the effects whose dialogs it serves are made.
 void SetFrontEnd(FrontEnd* frontEnd);
 FrontEnd* TheFrontEnd();
 
