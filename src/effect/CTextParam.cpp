@@ -2,6 +2,7 @@
 // The effect's parameters: their defaults and their byte order in archives.
 #include <bit>
 #include <cstring>
+#include <string_view>
 
 #include "effect/CText.h"
 #include "effect/PIHandle.h"
@@ -43,13 +44,12 @@ void CText::InitTextParam(_TEXTPARAM& param) {
 }
 
 void CText::InitDialogParam(_TEXT_DIALOG_PARAM& param) {
-    constexpr const char* kDirections[] = {
-        "F.I.", "F.O.", "T.U.", "T.B.", "WIPE", "PAN", "FOLLOW"
-    };
+    constexpr std::string_view kDirections[] = { "F.I.", "F.O.", "T.U.",  "T.B.",
+                                                 "WIPE", "PAN",  "FOLLOW" };
     std::memset(&param, 0, sizeof param);
     auto* preset = param.infoPopup.szPreset;
-    for (const char* direction : kDirections)
-        std::strcpy(*preset++, direction);
+    for (const std::string_view direction : kDirections)
+        direction.copy(*preset++, sizeof *preset);
 }
 
 void CText::SwapTextParam(_TEXTPARAM& param) {
