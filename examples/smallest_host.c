@@ -29,6 +29,13 @@ static Frame* FrameOf(EPIImageRef image) {
     return (Frame*)image;
 }
 
+static size_t PixelCount(const Frame* frame) {
+    return (size_t)frame->width * (size_t)frame->height;
+}
+static uint8_t* PixelAt(const Frame* frame, size_t index) {
+    return frame->pixels + index * kBytesPerPixel;
+}
+
 /* Memory of this host stays where it is, so locking has nothing to do. */
 static int32_t LockFrame(EPIImageRef image, int32_t writable) {
     (void)image;
@@ -133,7 +140,7 @@ static void SetText(_TEXTPARAM* param) {
 static void PaintBackground(Frame* frame) {
     for (int32_t y = 0; y < frame->height; ++y) {
         for (int32_t x = 0; x < frame->width; ++x) {
-            uint8_t* pixel = frame->pixels + (y * frame->width + x) * kBytesPerPixel;
+            uint8_t* pixel = PixelAt(frame, (size_t)y * (size_t)frame->width + (size_t)x);
             pixel[0] = 255;
             pixel[1] = (uint8_t)(80 + x * 120 / frame->width);
             pixel[2] = (uint8_t)(100 + y * 120 / frame->height);
@@ -163,8 +170,8 @@ static int WritePicture(const Frame* frame, const char* path) {
         return 0;
     }
     fprintf(file, "P6\n%d %d\n255\n", (int)frame->width, (int)frame->height);
-    for (int32_t i = 0; i < frame->width * frame->height; ++i)
-        fwrite(frame->pixels + i * kBytesPerPixel + 1, 1, 3, file);
+    for (size_t i = 0; i < PixelCount(frame); ++i)
+        fwrite(PixelAt(frame, i) + 1, 1, 3, file);
     int failed = ferror(file);
     failed |= fclose(file);
     if (failed)
@@ -196,7 +203,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     Frame frame = { .width = 480, .height = 160 };
-    frame.pixels = malloc((size_t)(frame.width * frame.height * kBytesPerPixel));
+    frame.pixels = malloc(PixelCount(&frame) * kBytesPerPixel);
     EPIEntryPoint effect = LoadEffect(argv[1]);
     int done = effect && frame.pixels && Run(effect, &frame, argv[2]);
     free(frame.pixels);
