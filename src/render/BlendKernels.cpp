@@ -93,10 +93,24 @@ bool IsOrdinary(const ChannelOrder& order, int channels) {
     return std::popcount(taken) == (order.alpha < 0 ? 3 : 4);
 }
 
-bool SuitsVectors(const BlendJob& job) {
+[[maybe_unused]] bool SuitsVectors(const BlendJob& job) {
     return job.layout.stride == kSourceXrgb32.stride &&
            IsOrdinary(job.order, job.depth == 24 ? 3 : 4);
 }
+
+#if defined(__x86_64__) || defined(__i386__)
+constexpr bool kHasVectors = true;
+bool MachineHas(BlendVersion version) {
+    __builtin_cpu_init();
+    return version == BlendVersion::kAvx2 ? __builtin_cpu_supports("avx2") != 0
+                                          : __builtin_cpu_supports("sse4.1") != 0;
+}
+#else
+constexpr bool kHasVectors = false;
+bool MachineHas(BlendVersion) {
+    return false;
+}
+#endif
 
 BlendVersion FastestVersion() {
     if (HasBlendVersion(BlendVersion::kAvx2))
@@ -107,14 +121,7 @@ BlendVersion FastestVersion() {
 } // namespace
 
 bool HasBlendVersion(BlendVersion version) {
-#if defined(__x86_64__) || defined(__i386__)
-    __builtin_cpu_init();
-    if (version == BlendVersion::kSse41)
-        return __builtin_cpu_supports("sse4.1") != 0;
-    if (version == BlendVersion::kAvx2)
-        return __builtin_cpu_supports("avx2") != 0;
-#endif
-    return version == BlendVersion::kPlain;
+    return version == BlendVersion::kPlain || MachineHas(version);
 }
 
 void BlendTextPlain(const BlendJob& job) {
@@ -124,16 +131,12 @@ void BlendTextPlain(const BlendJob& job) {
         BlendRows<std::uint8_t>(job);
 }
 
-void BlendText(const BlendJob& job, BlendVersion version) {
-#if defined(__x86_64__) || defined(__i386__)
-    if (version != BlendVersion::kPlain && SuitsVectors(job)) {
-        if (version == BlendVersion::kAvx2)
-            BlendTextAvx2(job);
-        else
-            BlendTextSse41(job);
-        return;
+void BlendText(const BlendJob& job, [[maybe_unused]] BlendVersion version) {
+    // Only a machine with vectors has the functions that this would call.
+    if constexpr (kHasVectors) {
+        if (version != BlendVersion::kPlain && SuitsVectors(job))
+            return version == BlendVersion::kAvx2 ? BlendTextAvx2(job) : BlendTextSse41(job);
     }
-#endif
     BlendTextPlain(job);
 }
 
