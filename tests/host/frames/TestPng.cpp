@@ -106,6 +106,7 @@ std::vector<std::uint8_t> Write(const TestPng& picture) {
     WriteChunks(png, picture, false);
     std::vector<std::vector<std::uint8_t>> rows = picture.rows;
     std::vector<png_bytep> pointers;
+    pointers.reserve(rows.size());
     for (auto& row : rows)
         pointers.push_back(row.data());
     png_set_interlace_handling(png);
