@@ -66,7 +66,6 @@ void PaintClouds(Canvas& canvas, float pan) {
     const float shift = pan * kSkyPace;
     PaintPuff(canvas, kBank, { 96 - shift, 262 }, 0.9F, far);
     PaintPuff(canvas, kBank, { 505 - shift, 286 }, 0.75F, far);
-    PaintPuff(canvas, kBank, { 330 - shift, 92 }, 0.7F, far);
     PaintPuff(canvas, kTower, { 760 - shift * 1.5F, 258 }, 1.05F, near);
     PaintPuff(canvas, kBank, { 930 - shift * 1.5F, 300 }, 1.1F, near);
 }
