@@ -2,7 +2,7 @@
 // The dialog selectors of the real module, with and without a module of dialogs beside it.
 #include "effect/UIModule.h"
 
-#include <cstring>
+#include <string_view>
 
 #include <gmock/gmock.h>
 
@@ -10,6 +10,10 @@
 #include "support/LoadedBundle.h"
 
 namespace {
+
+std::string_view Bytes(const _EPIRECORD& record) {
+    return { reinterpret_cast<const char*>(&record), sizeof record };
+}
 
 class UIModuleTest : public testing::Test {
 protected:
@@ -29,11 +33,11 @@ protected:
             _EPIRECORD expected = record;
             EXPECT_EQ(m_bundle.Call(epiDialogNotify, &record), 0);
             EXPECT_EQ(m_bundle.Call(epiDestroySettingDialog, &record), 0);
-            EXPECT_EQ(std::memcmp(&record, &expected, sizeof record), 0);
+            EXPECT_TRUE(Bytes(record) == Bytes(expected));
             expected.hDialogWindow = nullptr;
             expected.pDialogHolder = nullptr;
             EXPECT_EQ(m_bundle.Call(epiCreateSettingDialog, &record), 0);
-            EXPECT_EQ(std::memcmp(&record, &expected, sizeof record), 0);
+            EXPECT_TRUE(Bytes(record) == Bytes(expected));
         }
     }
 
