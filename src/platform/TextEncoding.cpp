@@ -252,7 +252,7 @@ std::string_view Window(const char* text) {
     return { text, strnlen(text, 4) };
 }
 
-constexpr std::size_t kLookBackBlock = 64 * 1024;
+constexpr std::size_t kLookBackBlock = std::size_t { 64 } * 1024;
 
 // Where the character that holds the byte at offset may start, with at most two blocks of steps.
 std::size_t CharacterStart(const Encoding& encoding, const char* text, std::size_t offset) {
@@ -366,6 +366,15 @@ std::string DecodeWithIconv(const Encoding& encoding, std::string_view bytes) {
     return text;
 }
 
+// part is well-formed, so that iconv refuses a character only because the encoding lacks it.
+void EncodeWithIconv(Converter& encode, std::string_view part, EncodedText& result) {
+    while (!part.empty() && encode.Convert(part, result.bytes) != Converter::Result::kDone) {
+        result.bytes += '?';
+        result.complete = false;
+        part.remove_prefix(Utf8SequenceLength(part));
+    }
+}
+
 } // namespace
 
 bool SetApplicationTextEncoding(std::string_view name) {
@@ -413,21 +422,16 @@ EncodedText EncodeText(std::string_view utf8) {
     EncodedText result { "", true };
     Converter* const encode = encoding.IsUtf8() ? nullptr : ConvertersFor(encoding).encode.get();
     while (!utf8.empty()) {
-        // Malformed input is met here, so that iconv refuses a character only for lacking it.
         std::size_t good = 0;
         while (const std::size_t length = Utf8SequenceLength(utf8.substr(good))) {
             good += length;
         }
-        std::string_view part = utf8.substr(0, good);
+        const std::string_view part = utf8.substr(0, good);
         utf8.remove_prefix(good);
-        if (!encode) {
+        if (encode) {
+            EncodeWithIconv(*encode, part, result);
+        } else {
             result.bytes += part;
-            part = {};
-        }
-        while (!part.empty() && encode->Convert(part, result.bytes) != Converter::Result::kDone) {
-            result.bytes += '?';
-            result.complete = false;
-            part.remove_prefix(Utf8SequenceLength(part));
         }
         if (!utf8.empty()) {
             result.bytes += '?';

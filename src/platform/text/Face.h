@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <tuple>
 #include <vector>
 
 struct hb_font_t; // HarfBuzz's
@@ -19,7 +20,9 @@ struct FaceLocation {
     std::string file;
     int index = 0;
 
-    auto operator<=>(const FaceLocation&) const = default;
+    bool operator<(const FaceLocation& other) const {
+        return std::tie(file, index) < std::tie(other.file, other.index);
+    }
 };
 
 // What a glyph covers from its origin, in font units; left > right for one without ink.
@@ -71,8 +74,9 @@ inline std::int64_t ToPixels26_6Up(std::int64_t units, std::int32_t size, std::i
     return -ToPixels26_6Down(-units, size, perEm);
 }
 inline std::int64_t ToPixels26_6(std::int64_t units, std::int32_t size, std::int32_t perEm) {
+    const std::int64_t divisor = std::int64_t { perEm } * 2;
     const std::int64_t doubled = units * size * 128 + perEm;
-    return doubled / (2 * perEm) - (doubled % (2 * perEm) < 0);
+    return doubled / divisor - (doubled % divisor < 0);
 }
 inline std::int64_t WholePixelsUp(std::int64_t pixels26_6) {
     return (pixels26_6 + 63) >> 6;

@@ -320,11 +320,13 @@ const Face* FontCatalog::SearchFallbacks(Family& family, std::u32string_view cha
 
 std::vector<const Family*> FontCatalog::Sorted() const {
     std::vector<std::pair<std::string, const Family*>> keyed;
+    keyed.reserve(m_families.size());
     for (const Family& family : m_families) {
         keyed.emplace_back(Fold(family.name), &family);
     }
     std::sort(keyed.begin(), keyed.end());
     std::vector<const Family*> families;
+    families.reserve(keyed.size());
     for (const auto& [key, family] : keyed) {
         families.push_back(family);
     }
