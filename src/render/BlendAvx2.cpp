@@ -9,7 +9,7 @@ namespace {
 
 struct Avx2 {
     using Vec = __m256i;
-    static constexpr int kPixels = 8;
+    static constexpr std::ptrdiff_t kPixels = 8;
 
     static Vec Load(const void* from) { return _mm256_loadu_si256(static_cast<const Vec*>(from)); }
     static Vec LoadGroup(const void* from) {

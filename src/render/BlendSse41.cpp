@@ -9,7 +9,7 @@ namespace {
 
 struct Sse41 {
     using Vec = __m128i;
-    static constexpr int kPixels = 4;
+    static constexpr std::ptrdiff_t kPixels = 4;
 
     static Vec Load(const void* from) { return _mm_loadu_si128(static_cast<const Vec*>(from)); }
     static Vec LoadGroup(const void* from) { return Load(from); }
@@ -20,7 +20,7 @@ struct Sse41 {
         if (words >= kPixels)
             return Load(from);
         std::uint32_t room[kPixels] = {};
-        for (int i = 0; i < words; ++i)
+        for (std::ptrdiff_t i = 0; i < words; ++i)
             __builtin_memcpy(&room[i], from + 4 * i, 4);
         return Load(room);
     }
@@ -29,7 +29,7 @@ struct Sse41 {
             return Store(to, v);
         std::uint32_t room[kPixels];
         Store(room, v);
-        for (int i = 0; i < words; ++i)
+        for (std::ptrdiff_t i = 0; i < words; ++i)
             __builtin_memcpy(to + 4 * i, &room[i], 4);
     }
 

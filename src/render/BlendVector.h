@@ -212,12 +212,12 @@ private:
 
 // As many source pixels as are skipped at once when none of them draws: fewer, and the processor
 // guesses the branch wrong too often along the edges of glyphs.
-inline constexpr int kBlockPixels = 8;
+inline constexpr std::ptrdiff_t kBlockPixels = 8;
 
 template <class V>
 struct Block {
     using Vec = typename V::Vec;
-    static constexpr int kVecs = kBlockPixels / V::kPixels;
+    static constexpr std::ptrdiff_t kVecs = kBlockPixels / V::kPixels;
 
     Block(const std::uint8_t* src, const KeyTest<V>& isKey) {
         Vec all = V::Ones();
@@ -238,7 +238,7 @@ struct Block {
 template <class V, BlendMode kMode>
 class RowBlend32 {
     using Vec = typename V::Vec;
-    static constexpr int kVecBytes = 4 * V::kPixels;
+    static constexpr std::ptrdiff_t kVecBytes = 4 * V::kPixels;
 
 public:
     explicit RowBlend32(const BlendJob& job) : m_mix(job) {}
@@ -269,7 +269,7 @@ private:
 template <class V, BlendMode kMode>
 class RowBlend64 {
     using Vec = typename V::Vec;
-    static constexpr int kVecBytes = 4 * V::kPixels;
+    static constexpr std::ptrdiff_t kVecBytes = 4 * V::kPixels;
 
 public:
     explicit RowBlend64(const BlendJob& job) : m_mix(job) {}
@@ -319,9 +319,9 @@ private:
 template <class V, BlendMode kMode>
 class RowBlend24 {
     using Vec = typename V::Vec;
-    static constexpr int kVecBytes = 3 * V::kPixels;
+    static constexpr std::ptrdiff_t kVecBytes = 3 * V::kPixels;
     // Loading reaches 4 bytes over the pixels that are meant.
-    static constexpr int kReachPixels = kBlockPixels + 2;
+    static constexpr std::ptrdiff_t kReachPixels = kBlockPixels + 2;
 
 public:
     explicit RowBlend24(const BlendJob& job) : m_mix(job) {
@@ -357,9 +357,9 @@ private:
     }
     void Rest(std::uint8_t* dst, Vec source, int count) const {
         std::uint8_t room[kVecBytes + 4] = {};
-        __builtin_memcpy(room, dst, static_cast<std::size_t>(3 * count));
+        __builtin_memcpy(room, dst, std::size_t { 3 } * static_cast<std::size_t>(count));
         V::Store12(room, Mix(source, m_isKey(source), V::Load12(room)));
-        __builtin_memcpy(dst, room, static_cast<std::size_t>(3 * count));
+        __builtin_memcpy(dst, room, std::size_t { 3 } * static_cast<std::size_t>(count));
     }
 
     KeyTest<V> m_isKey;
