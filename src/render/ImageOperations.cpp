@@ -55,7 +55,8 @@ public:
     std::uint32_t Average() const {
         std::uint32_t packed = 0;
         for (std::size_t i = 0; i < m_sums.size(); ++i)
-            packed |= static_cast<std::uint32_t>(m_sums[i] / m_count) << (8 * i);
+            packed |= static_cast<std::uint32_t>(m_sums[i] / std::max<std::uint64_t>(m_count, 1))
+                      << (8 * i);
         return packed;
     }
 
