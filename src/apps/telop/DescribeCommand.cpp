@@ -60,11 +60,9 @@ void PrintParameter(std::size_t index, const host::ParameterDescription& paramet
 
 void AddDescribeOptions(CLI::App& command, DescribeOptions& options) {
     command.description("Shows what a plug-in says about itself.");
-    command
-        .add_option("BUNDLE", options.bundle,
-                    "A folder such as TextOverlay.bundle; without it, "
-                    "the one that render uses")
-        ->type_name("");
+    command.add_option("BUNDLE", options.bundle,
+                       "A folder such as TextOverlay.bundle; without it, "
+                       "the one that render uses");
     command.footer("Examples:\n"
                    "  telop describe\n"
                    "  telop describe /usr/lib/telop/TextOverlay.bundle\n");

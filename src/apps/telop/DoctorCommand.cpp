@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <string_view>
 
@@ -137,6 +138,18 @@ void CheckEffect(Sheet& sheet, const std::shared_ptr<host::Plugin>& plugin) {
 
 // --------------------------------------------------------------------------------------- fonts
 
+// By the family that stands in, since most of the names asked for share one.
+void ShowAliases(Sheet& sheet) {
+    std::map<std::string, std::string> namesByFamily;
+    for (auto const& alias : platform::FontAliases()) {
+        auto& names = namesByFamily[alias.family];
+        names += (names.empty() ? "" : ", ") + alias.asked;
+    }
+    for (auto const& [family, names] : namesByFamily)
+        sheet.Say(family.empty() ? "nothing like" : "stands in",
+                  family.empty() ? names : family + " for " + names);
+}
+
 void CheckFonts(Sheet& sheet) {
     sheet.Heading("Fonts");
     auto const families = platform::InstalledFontFamilies();
@@ -146,10 +159,7 @@ void CheckFonts(Sheet& sheet) {
         sheet.Say("families", std::to_string(families.size()) + " ('telop fonts' lists them)");
     auto const standard = platform::ResolveFontFamily("");
     sheet.Say("without a name", standard.family + "  " + standard.file);
-    sheet.Heading("Stand-ins for families of other systems");
-    for (auto const& alias : platform::FontAliases())
-        sheet.Say(alias.asked,
-                  alias.family.empty() ? "(nothing of its kind is installed)" : alias.family);
+    ShowAliases(sheet);
 }
 
 // ------------------------------------------------------------------------- encoding, language
@@ -182,8 +192,8 @@ void AddDoctorOptions(CLI::App& command, DoctorOptions& options) {
     command.description(
         "Shows the bundle, the fonts, the encoding and the paths that a run uses, and "
         "what is wrong\nwith them, in lines that start with '!'.");
-    command.add_option("--encoding", options.encoding, "As for render")->type_name("NAME");
-    command.add_option("--plugin", options.plugin, "As for render")->type_name("BUNDLE");
+    command.add_option("--encoding", options.encoding, "As for render")->option_text("NAME");
+    command.add_option("--plugin", options.plugin, "As for render")->option_text("BUNDLE");
     command.footer("The exit code is 0 when nothing is wrong and 1 when something is.");
 }
 

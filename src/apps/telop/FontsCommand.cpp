@@ -79,18 +79,18 @@ void WriteSample(const std::vector<platform::FontFamily>& families, const FontsO
 void AddFontsOptions(CLI::App& command, FontsOptions& options) {
     command.description(
         "Lists the font families that texts can be drawn in, with their other names.");
-    command.add_option("FILTER", options.filter, "Only families with this in one of their names")
-        ->type_name("");
+    command.add_option("FILTER", options.filter, "Only families with this in one of their names");
     command.add_flag("--files", options.files, "Show each family's file too");
     command.add_option("--sample", options.sample, "Draw a text in each family into a PNG file")
-        ->type_name("FILE.png");
-    command.add_option("--text", options.text, "The sample's text, one line")->type_name("TEXT");
-    command.add_option("--size", options.size, "The sample's size in points")
+        ->option_text("FILE.png");
+    command.add_option("--text", options.text, "The sample's text, one line")->option_text("TEXT");
+    command
+        .add_option("--size", options.size,
+                    "The sample's size in points (" + std::to_string(options.size) + ")")
         ->check(CLI::Range(4, 400))
-        ->capture_default_str()
-        ->type_name("POINTS");
+        ->option_text("POINTS");
     command.add_flag("--overwrite", options.overwrite, "Replace the sample if it exists");
-    command.add_option("--plugin", options.plugin, "The bundle to use")->type_name("BUNDLE");
+    command.add_option("--plugin", options.plugin, "The bundle to use")->option_text("BUNDLE");
     command.footer("Examples:\n"
                    "  telop fonts\n"
                    "  telop fonts cjk --files\n"

@@ -19,13 +19,14 @@ namespace telop {
 
 // The options as they were typed; what is not given keeps the settings' value.
 struct TextOptions {
-    std::optional<std::string> info, character, dialogue; // at most one of these and score
-    std::optional<int> score;
-    std::optional<std::string> strings;
+    // At most one of these four.
+    std::optional<std::string> info = {}, character = {}, dialogue = {};
+    std::optional<int> score = {};
+    std::optional<std::string> strings = {};
     bool off = false;
     bool monologue = false;
-    std::optional<std::string> font, color, box, position;
-    std::optional<int> size, opacity;
+    std::optional<std::string> font = {}, color = {}, box = {}, position = {};
+    std::optional<int> size = {}, opacity = {};
 };
 
 // What a frame is drawn with.

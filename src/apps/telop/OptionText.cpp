@@ -19,7 +19,7 @@ constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool ReadInt(std::string_view text, std::int32_t& value) {
     auto const end = text.data() + text.size();
-    if (text.starts_with('+'))
+    if (text.starts_with('+') && !text.starts_with("+-"))
         text.remove_prefix(1);
     auto const [stop, error] = std::from_chars(text.data(), end, value);
     return error == std::errc() && stop == end;

@@ -34,27 +34,27 @@ constexpr const char* kExamples =
 void AddTextOptions(CLI::App& command, TextOptions& text) {
     auto const group = "Text (one of the first four; without any, that of the settings)";
     auto* info = command.add_option("--info", text.info, "A direction, one line")
-                     ->type_name("TEXT")
+                     ->option_text("TEXT")
                      ->group(group);
     auto* character = command.add_option("--character", text.character, "A character's name")
-                          ->type_name("NAME")
+                          ->option_text("NAME")
                           ->group(group);
     auto* dialogue =
         command
             .add_option("--dialogue", text.dialogue,
                         "Lines of dialogue, \\n between them, or @FILE to read them from a file")
-            ->type_name("TEXT|@FILE")
+            ->option_text("TEXT|@FILE")
             ->group(group);
     auto* score = command
                       .add_option("--score", text.score,
                                   "The score line: 0 C-3-4, 1 3-4, 2 2-3-4, 3 1-2-3-4 of --strings")
                       ->check(CLI::Range(0, 3))
-                      ->type_name("0..3")
+                      ->option_text("0..3")
                       ->group(group);
     command
         .add_option("--strings", text.strings,
                     "The score line's four parts; without it the last one is the frame's number")
-        ->type_name("A,B,C,D")
+        ->option_text("A,B,C,D")
         ->group(group);
     auto* off =
         command.add_flag("--off", text.off, "The character speaks from off screen")->group(group);
@@ -71,72 +71,72 @@ void AddLookOptions(CLI::App& command, RenderOptions& options) {
     auto const group = "Look";
     auto& text = options.text;
     command.add_option("--font", text.font, "Font family; 'telop fonts' lists them")
-        ->type_name("FAMILY")
+        ->option_text("FAMILY")
         ->group(group);
     command.add_option("--size", text.size, "Size in points, which are pixels")
         ->check(CLI::Range(1, 32767))
-        ->type_name("POINTS")
+        ->option_text("POINTS")
         ->group(group);
     command.add_option("--color", text.color, "Of the text: #RRGGBB, #RGB, r,g,b or a name")
-        ->type_name("COLOR")
+        ->option_text("COLOR")
         ->group(group);
     command.add_option("--box", text.box, "Color of the box behind the text, or none")
-        ->type_name("COLOR|none")
+        ->option_text("COLOR|none")
         ->group(group);
     command
         .add_option("--opacity", text.opacity, "Of the text, or of the box with it, in per cent")
         ->check(CLI::Range(0, 100))
-        ->type_name("0..100")
+        ->option_text("0..100")
         ->group(group);
     command.add_option("--at", text.position, "Top left of the text in frame pixels")
-        ->type_name("X,Y")
+        ->option_text("X,Y")
         ->group(group);
     command.add_option("--scale", options.scale, "Picture pixels for a frame pixel; moves --at")
         ->check(CLI::PositiveNumber)
-        ->type_name("FACTOR")
+        ->option_text("FACTOR")
         ->group(group);
     command
         .add_option("--origin", options.origin,
                     "The picture's top left within the scaled frame, for a picture that is a part")
-        ->type_name("X,Y")
+        ->option_text("X,Y")
         ->group(group);
 }
 
 void AddFrameOptions(CLI::App& command, RenderOptions& options) {
     auto const group = "Frames";
     command.add_option("--frames", options.frames, "Frames to make, such as 1001-1100:2,1200")
-        ->type_name("RANGES")
+        ->option_text("RANGES")
         ->group(group);
     command
         .add_option("--apply", options.apply,
                     "Frames that get the text; the others are copied as they are")
-        ->type_name("RANGES")
+        ->option_text("RANGES")
         ->group(group);
     command.add_option("--start", options.start, "Number of a stream's first frame (1)")
         ->check(CLI::Range(std::int64_t { 0 }, host::kFrameMax))
-        ->type_name("NUMBER")
+        ->option_text("NUMBER")
         ->group(group);
 }
 
 void AddSettingsOptions(CLI::App& command, RenderOptions& options) {
     auto const group = "Settings";
     command.add_option("--settings", options.settings, "Settings to start from (480 bytes)")
-        ->type_name("FILE")
+        ->option_text("FILE")
         ->group(group);
     command
         .add_option("--save-settings", options.saveSettings,
                     "Write the settings with all options in them; needs no INPUT")
-        ->type_name("FILE")
+        ->option_text("FILE")
         ->group(group);
     command.add_option("--encoding", options.encoding, "Of texts in settings; UTF-8, CP932, ...")
-        ->type_name("NAME")
+        ->option_text("NAME")
         ->group(group);
     command
         .add_flag("--strict-fonts", options.strictFonts,
                   "Stop when a font is not installed or no font has a character")
         ->group(group);
     command.add_option("--plugin", options.plugin, "The bundle to use")
-        ->type_name("BUNDLE")
+        ->option_text("BUNDLE")
         ->group(group);
 }
 
@@ -144,12 +144,13 @@ void AddOutputOptions(CLI::App& command, RenderOptions& options) {
     auto const group = "Output";
     command.add_option("--jobs", options.jobs, "Frames made at once (as many as cores)")
         ->check(CLI::Range(1, kMaxJobs))
-        ->type_name("N")
+        ->option_text("N")
         ->group(group);
-    command.add_option("--compression", options.compression, "Of PNG, 0 none to 9 smallest")
+    command
+        .add_option("--compression", options.compression,
+                    "Of PNG, 0 none to 9 smallest (" + std::to_string(options.compression) + ")")
         ->check(CLI::Range(0, host::kPngLevelMax))
-        ->type_name("0..9")
-        ->capture_default_str()
+        ->option_text("0..9")
         ->group(group);
     auto* overwrite =
         command.add_flag("--overwrite", options.overwrite, "Replace outputs that exist")
@@ -163,7 +164,7 @@ void AddOutputOptions(CLI::App& command, RenderOptions& options) {
         .add_option("--progress", options.progress,
                     "A bar, a line for each frame, or nothing (bar on a terminal, else none)")
         ->check(CLI::IsMember({ "bar", "lines", "none" }))
-        ->type_name("bar|lines|none")
+        ->option_text("bar|lines|none")
         ->group(group);
     command.add_flag("-q,--quiet", options.quiet, "Only errors")->group(group);
 }
@@ -174,8 +175,8 @@ RenderOptions::RenderOptions() : compression(host::kPngLevelDefault) {}
 
 void AddRenderOptions(CLI::App& command, RenderOptions& options) {
     command.description(kDescription);
-    command.add_option("INPUT", options.input, "Picture, sequence, folder or -")->type_name("");
-    command.add_option("OUTPUT", options.output, "Picture, sequence, folder or -")->type_name("");
+    command.add_option("INPUT", options.input, "Picture, sequence, folder or -");
+    command.add_option("OUTPUT", options.output, "Picture, sequence, folder or -");
     AddTextOptions(command, options.text);
     AddLookOptions(command, options);
     AddFrameOptions(command, options);

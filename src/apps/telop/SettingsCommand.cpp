@@ -69,18 +69,17 @@ void WarnOfUnterminated(std::span<const char> field, const char* key) {
 
 void AddSettingsOptions(CLI::App& command, SettingsOptions& options) {
     command.description(kDescription);
-    command.add_option("ARCHIVE", options.archive, "Settings to start from, 480 bytes")
-        ->type_name("");
+    command.add_option("ARCHIVE", options.archive, "Settings to start from, 480 bytes");
     command.add_option("--from", options.from, "JSON to take settings from; - is standard input")
-        ->type_name("JSON|-");
+        ->option_text("JSON|-");
     command
         .add_option("-o,--output", options.output,
                     "Archive to write; without it JSON goes to standard output")
-        ->type_name("ARCHIVE");
+        ->option_text("ARCHIVE");
     command.add_flag("--overwrite", options.overwrite, "Replace the output if it exists");
     command.add_option("--encoding", options.encoding, "Of the archive's texts; UTF-8, CP932, ...")
-        ->type_name("NAME");
-    command.add_option("--plugin", options.plugin, "The bundle to use")->type_name("BUNDLE");
+        ->option_text("NAME");
+    command.add_option("--plugin", options.plugin, "The bundle to use")->option_text("BUNDLE");
     command.footer(std::string(kExamples) + "\n" + kExitCodeHelp);
 }
 

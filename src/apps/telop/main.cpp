@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <string>
 
 #include <CLI/CLI.hpp>
@@ -14,6 +15,7 @@
 #include "apps/telop/DescribeCommand.h"
 #include "apps/telop/DoctorCommand.h"
 #include "apps/telop/FontsCommand.h"
+#include "apps/telop/HelpFormatter.h"
 #include "apps/telop/RenderCommand.h"
 #include "apps/telop/SettingsCommand.h"
 
@@ -29,8 +31,6 @@ const std::string kFooter =
                 "  telop render --help\n\n") +
     kExitCodeHelp;
 
-constexpr std::size_t kHelpColumn = 32;
-
 // The commands with their options. Declared once, run by the one that was asked for.
 class CommandLine {
 public:
@@ -39,7 +39,7 @@ public:
         m_app.set_help_flag("-h,--help", "Show this help");
         m_app.require_subcommand(1);
         m_app.footer(kFooter);
-        m_app.get_formatter()->column_width(kHelpColumn);
+        m_app.formatter(std::make_shared<HelpFormatter>());
         AddRenderOptions(*Add("render", [this] { return RunRender(m_render); }), m_render);
         AddSettingsOptions(*Add("settings", [this] { return RunSettings(m_settings); }),
                            m_settings);
@@ -71,8 +71,19 @@ private:
             m_app.exit(error);
             return ExitCode::kSuccess;
         }
-        Console::Get().Error(error.what() + std::string("\nSee ") + HelpCommand());
+        bool const noCommand = m_app.get_subcommands().empty();
+        Console::Get().Error((noCommand ? CommandHelp() : error.what()) + "\nSee " + HelpCommand());
         return ExitCode::kUsage;
+    }
+
+    std::string CommandHelp() const {
+        auto const typed = m_app.remaining();
+        auto text =
+            typed.empty() ? "a command is missing" : "'" + typed.front() + "' is no command";
+        text += "; the commands are";
+        for (auto const* command : m_app.get_subcommands({}))
+            text += " " + command->get_name();
+        return text;
     }
 
     std::string HelpCommand() const {

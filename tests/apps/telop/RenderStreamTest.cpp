@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Streams of pictures through the real program.
+#include <csignal>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "TelopProgram.h"
+
+namespace telop {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class RenderStream : public TelopProgram {
+protected:
+    static constexpr int kWidth = 160, kHeight = 48;
+
+    static std::string Header() {
+        return "P7\nWIDTH 160\nHEIGHT 48\nDEPTH 3\nMAXVAL 255\nTUPLTYPE RGB\nENDHDR\n";
+    }
+    static host::Frame SmallFrame(int seed) {
+        return MakeFrame(seed, host::kRgb24, kWidth, kHeight);
+    }
+    static std::string Pam(const host::Frame& frame) {
+        auto pam = Header();
+        for (int y = 0; y < kHeight; ++y) {
+            auto const row = frame.image->Row(y);
+            pam.append(row.begin(), row.end());
+        }
+        return pam;
+    }
+    static std::string Stream(int frames) {
+        std::string stream;
+        for (int i = 1; i <= frames; ++i)
+            stream += Pam(SmallFrame(i));
+        return stream;
+    }
+    static std::size_t PamSize() { return Header().size() + std::size_t { kWidth } * kHeight * 3; }
+};
+
+TEST_F(RenderStream, FramesComeOutInOrderAndOnlyTheTextDiffers) {
+    Arguments const options {
+        "--info", "{frame}", "--at", "4,4", "--size", "20", "--start", "1001"
+    };
+    auto parallel = options;
+    parallel.insert(parallel.end(), { "--jobs", "4" });
+    auto const outcome = Render(parallel, "-", "-", Stream(30));
+    ASSERT_EQ(outcome.code, 0) << outcome.err;
+    ASSERT_EQ(outcome.out.size(), 30 * PamSize());
+    for (int i = 1; i <= 30; ++i) {
+        WritePicture("in.png", SmallFrame(i));
+        ASSERT_EQ(Render({ "--info", std::to_string(1000 + i), "--at", "4,4", "--size", "20",
+                           "--overwrite" },
+                         "in.png", "out.png")
+                      .code,
+                  0);
+        ASSERT_EQ(outcome.out.substr((i - 1) * PamSize(), PamSize()), Pam(ReadPicture("out.png")))
+            << i;
+        std::filesystem::remove(Path("in.png"));
+    }
+}
+
+TEST_F(RenderStream, FramesWithoutTheSwitchPassThrough) {
+    auto const outcome = Render({ "--info", "x", "--apply", "2" }, "-", "-", Stream(3));
+    ASSERT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_EQ(outcome.out.substr(0, PamSize()), Pam(SmallFrame(1)));
+    EXPECT_NE(outcome.out.substr(PamSize(), PamSize()), Pam(SmallFrame(2)));
+    EXPECT_EQ(outcome.out.substr(2 * PamSize()), Pam(SmallFrame(3)));
+}
+
+TEST_F(RenderStream, MeetsFilesOnEitherSide) {
+    auto outcome = Render({ "--info", "x", "--apply", "9", "--frames", "2-3" }, "-",
+                          "shot.%02d.png", Stream(4));
+    ASSERT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_EQ(Compare(ReadPicture("shot.02.png"), SmallFrame(2)).pixels, 0);
+    EXPECT_FALSE(std::filesystem::exists(Path("shot.01.png")));
+
+    outcome = Render({ "--info", "x", "--apply", "9" }, "shot.%02d.png", "-");
+    ASSERT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_EQ(outcome.out, Pam(SmallFrame(2)) + Pam(SmallFrame(3)));
+
+    outcome = Render({ "--info", "x" }, "-", "shot.%02d.png", Stream(1));
+    EXPECT_EQ(outcome.code, 5) << "frame 2 of a longer stream would be there";
+    EXPECT_THAT(outcome.err, HasSubstr("shot.02.png"));
+}
+
+TEST_F(RenderStream, ATextThatFailsCostsNoFrame) {
+    auto const outcome =
+        Render({ "--info", std::string(62, 'x') + "{frame}" }, "-", "-", Stream(11));
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("frame 10 of the input stream: --info"));
+    ASSERT_EQ(outcome.out.size(), 11 * PamSize());
+    EXPECT_EQ(outcome.out.substr(9 * PamSize(), PamSize()), Pam(SmallFrame(10)));
+}
+
+TEST_F(RenderStream, ABrokenStreamIsNamedAndItsWholeFramesAreKept) {
+    auto cut = Stream(3);
+    cut.resize(cut.size() - 100);
+    auto outcome = Render({ "--info", "x" }, "-", "-", cut);
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("frame 3"));
+    EXPECT_EQ(outcome.out.size(), 2 * PamSize());
+
+    outcome = Render({ "--info", "x" }, "-", "-", "this is no picture");
+    EXPECT_EQ(outcome.code, 3) << outcome.err;
+    EXPECT_EQ(outcome.out, "");
+}
+
+TEST_F(RenderStream, RefusesWhatAStreamCannotDo) {
+    EXPECT_THAT(Render({ "--info", "{file}" }, "-", "-", Stream(1)).err, HasSubstr("{file}"));
+    EXPECT_EQ(Render({ "--info", "{file}" }, "-", "-", Stream(1)).code, 2);
+    EXPECT_THAT(Render({ "--info", "x" }, "-", "one.png", Stream(1)).err, HasSubstr("%04d"));
+    WritePicture("in.png", SmallFrame(1));
+    EXPECT_EQ(Render({ "--info", "x", "--start", "5" }, "in.png", "-").code, 2);
+}
+
+TEST_F(RenderStream, AReaderThatWentAwayIsAnError) {
+    Write("stream", Stream(60));
+    int ends[2];
+    ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+    close(ends[0]);
+    auto run = Start({ "render", "--info", "x", "-", "-" }, Path("stream"), ends[1]);
+    close(ends[1]);
+    auto const outcome = run.Wait();
+    EXPECT_EQ(outcome.code, 5) << outcome.err;
+    EXPECT_THAT(outcome.err, HasSubstr("output stream"));
+}
+
+TEST_F(RenderStream, AnInterruptionEndsTheWaitForASilentStream) {
+    ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
+    int const keeper = open(Path("pipe").c_str(), O_RDWR);
+    auto const stream = Stream(1);
+    ASSERT_EQ(write(keeper, stream.data(), stream.size()), static_cast<ssize_t>(stream.size()));
+    auto run =
+        Start({ "render", "--info", "x", "--progress", "lines", "-", "out.#.png" }, Path("pipe"));
+    while (!std::filesystem::exists(Path("out.1.png")))
+        usleep(1000);
+    run.Send(SIGTERM);
+    auto const outcome = run.Wait();
+    close(keeper);
+    EXPECT_EQ(outcome.code, 143) << outcome.err;
+    EXPECT_THAT(Files("."), testing::Not(testing::Contains(HasSubstr(".part"))));
+}
+
+} // namespace
+} // namespace telop

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Wrong command lines, settings, inputs, fonts and outputs: each ends with its own code, says what is
+// wrong, and loses nothing.
+#include "TelopProgram.h"
+
+namespace telop {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+class RenderTrouble : public TelopProgram {};
+
+TEST_F(RenderTrouble, EveryClassOfErrorHasItsCodeAndSaysWhatIsWrong) {
+    WritePicture("in.png", MakeFrame(1));
+    WriteSequence("a", 1, 2);
+    Write("short.telop", "not 480 bytes");
+    Write("bad.txt", "\xFF\xFE");
+    Write("there.png", "x");
+    Write("no.png", "this is no PNG");
+    struct Row {
+        Arguments arguments;
+        int code;
+        const char* message;
+    };
+    for (auto const& row : {
+             Row { {}, 2, "render" },
+             Row { { "rendr" }, 2, "'rendr' is no command" },
+             Row { { "render" }, 2, "INPUT and OUTPUT" },
+             Row { { "render", "in.png" }, 2, "OUTPUT" },
+             Row { { "render", "in.png", "o.png", "more" }, 2, "more" },
+             Row { { "render", "--inof", "x", "in.png", "o.png" }, 2, "--inof" },
+             Row { { "render", "--info", "a", "--score", "1", "in.png", "o.png" }, 2, "--score" },
+             Row { { "render", "--score", "4", "in.png", "o.png" }, 2, "--score" },
+             Row { { "render", "--size", "big", "in.png", "o.png" }, 2, "--size" },
+             Row { { "render", "--opacity", "101", "in.png", "o.png" }, 2, "--opacity" },
+             Row { { "render", "--jobs", "0", "in.png", "o.png" }, 2, "--jobs" },
+             Row { { "render", "--scale", "0", "in.png", "o.png" }, 2, "--scale" },
+             Row { { "render", "--scale", "inf", "in.png", "o.png" }, 2, "--scale" },
+             Row { { "render", "--scale", "nan", "in.png", "o.png" }, 2, "--scale" },
+             Row { { "render", "--progress", "loud", "in.png", "o.png" }, 2, "--progress" },
+             Row { { "render", "--encoding", "EBCDIC-XX", "in.png", "o.png" }, 2, "--encoding" },
+             Row { { "render", "--frames", "10-5", "in.png", "o.png" }, 2, "--frames: " },
+             Row { { "render", "--apply", "x", "in.png", "o.png" }, 2, "--apply: " },
+             Row { { "render", "--overwrite", "--skip-existing", "in.png", "o.png" },
+                   2,
+                   "--skip-existing" },
+             Row { { "render", "--info", "x", "a", "o.png" }, 2, "o.png" },
+             Row { { "render", "--info", "x", "in.png", "in.png" }, 2, "in.png" },
+             Row { { "render", "--info", "{frame}", "--save-settings", "s", "in.png", "o.png" },
+                   2,
+                   "--info has tokens" },
+             Row { { "render", "--info", "x", "not.png", "o.png" }, 3, "not.png" },
+             Row { { "render", "--info", "x", "no.png", "o.png" }, 3, "no.png" },
+             Row { { "render", "--info", "x", "b/shot.####.png", "o/" }, 3, "b/" },
+             Row { { "render", "--frames", "7-9", "a", "o/" }, 3, "1 to 2" },
+             Row { { "render", "--settings", "short.telop", "in.png", "o.png" }, 3, "short.telop" },
+             Row { { "render", "--settings", "not.telop", "in.png", "o.png" }, 3, "not.telop" },
+             Row { { "render", "--dialogue", "@not.txt", "in.png", "o.png" }, 3, "not.txt" },
+             Row { { "render", "--dialogue", "@bad.txt", "in.png", "o.png" }, 3, "bad.txt" },
+             Row { { "render", "--info", "\xFF", "in.png", "o.png" }, 3, "--info" },
+             Row { { "render", "--plugin", "No.bundle", "in.png", "o.png" }, 3, "No.bundle" },
+             Row { { "render", "--info", "x", "in.png", "there.png" }, 5, "there.png" },
+             Row { { "render", "--info", "x", "in.png", "/proc/o.png" }, 5, "/proc/o.png" },
+             Row { { "render", "--info", "x", "--save-settings", "there.png" }, 5, "there.png" },
+         }) {
+        auto const outcome = Run(row.arguments);
+        EXPECT_EQ(outcome.code, row.code) << testing::PrintToString(row.arguments) << outcome.err;
+        EXPECT_THAT(outcome.err, HasSubstr(row.message)) << testing::PrintToString(row.arguments);
+        EXPECT_FALSE(std::filesystem::exists(Path("o.png"))) << "after " << row.message;
+    }
+    EXPECT_EQ(Contents("there.png"), "x");
+}
+
+TEST_F(RenderTrouble, AFrameThatFailsIsNamedAndTheOthersAreFinished) {
+    WriteSequence("a", 1, 4);
+    auto const whole = Contents("a/shot.2.png");
+    Write("a/shot.2.png", std::string_view(whole).substr(0, whole.size() / 2));
+    auto const outcome = Render({ "--info", "x" }, "a", "b/");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("a/shot.2.png"));
+    EXPECT_THAT(outcome.err, HasSubstr("3 frames written, 1 failed"));
+    EXPECT_THAT(Files("b"), ElementsAre("shot.1.png", "shot.3.png", "shot.4.png"));
+}
+
+TEST_F(RenderTrouble, FramesThatAreAskedForAndNotThereCountAsFailed) {
+    WriteSequence("a", 1, 3);
+    auto const outcome = Render({ "--info", "x", "--frames", "2-5" }, "a", "b/");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("4, 5"));
+    EXPECT_THAT(Files("b"), ElementsAre("shot.2.png", "shot.3.png"));
+}
+
+TEST_F(RenderTrouble, AFontThatIsNotThereIsSaidOrStopsTheRun) {
+    WriteSequence("a", 1, 6);
+    auto outcome = Render({ "--info", "x", "--font", "Nirgendwo Sans" }, "a", "b/");
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_THAT(outcome.err, HasSubstr("warning: "));
+    EXPECT_THAT(outcome.err, HasSubstr("Nirgendwo Sans"));
+    EXPECT_EQ(outcome.err.find("Nirgendwo"), outcome.err.rfind("Nirgendwo")) << "said once";
+
+    outcome = Render({ "--info", "x", "--font", "Nirgendwo Sans", "--strict-fonts" }, "a", "c/");
+    EXPECT_EQ(outcome.code, 4);
+    EXPECT_THAT(outcome.err, HasSubstr("'Nirgendwo Sans' is not installed"));
+    EXPECT_FALSE(std::filesystem::exists(Path("c")));
+}
+
+TEST_F(RenderTrouble, ACharacterThatNoFontHasStopsAStrictRunBeforeItsFrame) {
+    WriteSequence("a", 1, 6);
+    // A code point of the private use area at the very end of the last plane.
+    std::string const missing = "\xF4\x8F\xBF\xBD";
+    EXPECT_EQ(Render({ "--info", missing }, "a", "b/").code, 0);
+    auto const outcome =
+        Render({ "--info", missing, "--strict-fonts", "--jobs", "4", "--apply", "3-" }, "a", "c/");
+    EXPECT_EQ(outcome.code, 4) << outcome.err;
+    EXPECT_THAT(outcome.err, HasSubstr("U+10FFFD"));
+    for (auto const& name : Files("c"))
+        EXPECT_LT(name, "shot.3.png") << "was drawn with a stand-in";
+    EXPECT_EQ(Render({ "--info", "Latin 日本語", "--strict-fonts" }, "a", "d/").code, 0);
+}
+
+TEST_F(RenderTrouble, QuietSaysOnlyErrors) {
+    WriteSequence("a", 1, 2);
+    EXPECT_EQ(Render({ "--info", "x", "--font", "Nirgendwo", "-q" }, "a", "b/").err, "");
+    EXPECT_THAT(Render({ "--info", "x", "-q" }, "a", "b/").err, HasSubstr("exist already"));
+}
+
+TEST_F(RenderTrouble, LinesOfProgressNameEachFrame) {
+    WriteSequence("a", 1, 2);
+    auto const outcome = Render({ "--info", "x", "--jobs", "1", "--progress", "lines" }, "a", "b/");
+    EXPECT_THAT(outcome.err, HasSubstr("[1/2] b/shot.1.png\n[2/2] b/shot.2.png\n"));
+    EXPECT_THAT(Render({ "--info", "x", "--overwrite" }, "a", "b/").err, Not(HasSubstr("[1/2]")));
+}
+
+} // namespace
+} // namespace telop

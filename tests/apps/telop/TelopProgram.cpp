@@ -1,0 +1,157 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "TelopProgram.h"
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "host/frames/PngReader.h"
+#include "host/frames/PngWriter.h"
+
+namespace telop {
+
+namespace {
+
+std::string ReadFile(const std::filesystem::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return { std::istreambuf_iterator<char>(stream), {} };
+}
+
+void Redirect(const std::filesystem::path& file, int flags, int descriptor) {
+    int const opened = open(file.c_str(), flags, 0644);
+    if (opened < 0 || dup2(opened, descriptor) < 0)
+        _exit(127);
+}
+
+} // namespace
+
+Running::Running(pid_t process, std::filesystem::path out, std::filesystem::path err)
+    : m_process(process), m_out(std::move(out)), m_err(std::move(err)) {}
+
+void Running::Send(int signal) const {
+    kill(m_process, signal);
+}
+
+Outcome Running::Wait() {
+    int status = 0;
+    waitpid(m_process, &status, 0);
+    return { WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), ReadFile(m_out),
+             ReadFile(m_err) };
+}
+
+Running TelopProgram::Start(const Arguments& arguments, const std::filesystem::path& input,
+                            int output) {
+    auto const base = Path(".run" + std::to_string(++m_runs));
+    auto const out = base.string() + ".out";
+    auto const err = base.string() + ".err";
+    std::vector<char*> argv { const_cast<char*>(TELOP_PROGRAM) };
+    for (auto const& argument : arguments)
+        argv.push_back(const_cast<char*>(argument.c_str()));
+    argv.push_back(nullptr);
+    auto const process = fork();
+    if (process == 0) {
+        if (chdir(Path("").c_str()) != 0)
+            _exit(127);
+        Redirect(input, O_RDONLY, STDIN_FILENO);
+        Redirect(out, O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
+        Redirect(err, O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
+        if (output >= 0 && dup2(output, STDOUT_FILENO) < 0)
+            _exit(127);
+        setenv("TELOP_PLUGIN_PATH", TELOP_BUNDLE, 1);
+        setenv("LC_ALL", "C.UTF-8", 1);
+        unsetenv("LANGUAGE");
+        unsetenv("TELOP_TEXT_ENCODING");
+        execv(TELOP_PROGRAM, argv.data());
+        _exit(127);
+    }
+    return { process, out, err };
+}
+
+Outcome TelopProgram::Run(const Arguments& arguments, std::string_view input) {
+    if (input.empty())
+        return Start(arguments, "/dev/null").Wait();
+    Write(".input", input);
+    return Start(arguments, Path(".input")).Wait();
+}
+
+Outcome TelopProgram::Render(Arguments options, const std::string& input, const std::string& output,
+                             std::string_view stream) {
+    options.insert(options.begin(), "render");
+    options.insert(options.end(), { input, output });
+    return Run(options, stream);
+}
+
+std::string TelopProgram::Contents(const std::string& name) const {
+    return ReadFile(Path(name));
+}
+
+std::vector<std::string> TelopProgram::Files(const std::string& folder) const {
+    std::vector<std::string> names;
+    for (auto const& entry : std::filesystem::directory_iterator(Path(folder)))
+        names.push_back(entry.path().filename());
+    std::ranges::sort(names);
+    return names;
+}
+
+host::Frame TelopProgram::MakeFrame(int seed, host::PixelFormat format, int width, int height) {
+    host::Frame frame;
+    frame.image = host::Image::Make(width, height, format);
+    frame.header.color = format.alpha < 0 ? host::ColorKind::kRgb : host::ColorKind::kRgba;
+    frame.header.bitDepth = format.BytesPerChannel() * 8;
+    for (int y = 0; y < height; ++y) {
+        auto const row = frame.image->Row(y);
+        for (std::size_t i = 0; i < row.size(); ++i)
+            row[i] = static_cast<std::uint8_t>(seed * 37 + y * 5 + static_cast<int>(i) * 3);
+    }
+    return frame;
+}
+
+void TelopProgram::WritePicture(const std::string& name, const host::Frame& frame) {
+    std::filesystem::create_directories(Path(name).parent_path());
+    std::string why;
+    ASSERT_EQ(host::PngWriter().Write(Path(name), frame, {}, host::Existing::kRefuse, why),
+              host::OutputResult::kWritten)
+        << why;
+}
+
+void TelopProgram::WriteSequence(const std::string& folder, int first, int last) {
+    for (int number = first; number <= last; ++number)
+        WritePicture(folder + "/shot." + std::to_string(number) + ".png", MakeFrame(number));
+}
+
+host::Frame TelopProgram::ReadPicture(const std::string& name) {
+    host::Frame frame;
+    std::string why;
+    EXPECT_TRUE(host::PngReader().Read(Path(name), frame, why)) << why;
+    return frame;
+}
+
+Difference Compare(const host::Frame& a, const host::Frame& b) {
+    Difference difference { 0, { a.image->Width(), a.image->Height(), 0, 0 } };
+    EXPECT_EQ(a.image->Format(), b.image->Format());
+    EXPECT_EQ(a.image->Width(), b.image->Width());
+    EXPECT_EQ(a.image->Height(), b.image->Height());
+    auto const bytes = static_cast<std::size_t>(a.image->Format().BytesPerPixel());
+    for (std::int32_t y = 0; y < a.image->Height(); ++y) {
+        auto const rowA = a.image->Row(y);
+        auto const rowB = b.image->Row(y);
+        for (std::int32_t x = 0; x < a.image->Width(); ++x) {
+            auto const at = static_cast<std::size_t>(x) * bytes;
+            if (std::ranges::equal(rowA.subspan(at, bytes), rowB.subspan(at, bytes)))
+                continue;
+            ++difference.pixels;
+            auto& bounds = difference.bounds;
+            bounds = { std::min(bounds.left, x), std::min(bounds.top, y),
+                       std::max(bounds.right, x + 1), std::max(bounds.bottom, y + 1) };
+        }
+    }
+    return difference;
+}
+
+} // namespace telop
