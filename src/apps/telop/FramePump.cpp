@@ -36,6 +36,7 @@ FramePump::FramePump(FrameSource& source, const FrameRenderer& renderer, FrameSi
 
 PumpResult FramePump::Run() {
     std::vector<std::thread> threads;
+    threads.reserve(static_cast<std::size_t>(m_jobs));
     std::unique_lock lock(m_mutex);
     m_working = m_jobs;
     for (int i = 0; i < m_jobs; ++i)

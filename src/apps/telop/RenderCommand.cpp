@@ -117,6 +117,11 @@ ExitCode Conclude(const FramePlan& plan, const PumpResult& result, std::int64_t 
     }
     if (Interruption::Signal())
         return ReportInterruption(plan, result);
+    if (result.written + result.skipped + result.failed == 0) {
+        console.Error(plan.ReadsStream() ? "the input stream ended before a frame that is wanted"
+                                         : "there was no frame to make");
+        return ExitCode::kBadInput;
+    }
     Summarize(result);
     bool const nothingReadable = result.failed > 0 && result.failed == result.unreadable &&
                                  result.written + result.skipped == 0;

@@ -2,11 +2,12 @@
 // The command line: finds the command, runs it, and turns what it throws into a message and an exit
 // code.
 
-#include <cstdio>
+#include <algorithm>
 #include <exception>
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -51,6 +52,7 @@ public:
 
     ExitCode Run(int argc, char** argv) {
         try {
+            CheckValues({ argv + 1, argv + std::max(argc, 1) });
             m_app.parse(argc, argv);
             return m_result;
         } catch (const CLI::ParseError& error) {
@@ -63,6 +65,22 @@ private:
         auto* command = m_app.add_subcommand(name);
         command->callback([this, run = std::move(run)] { m_result = run(); });
         return command;
+    }
+
+    // An option whose value was forgotten would take the next option for it.
+    void CheckValues(const std::vector<std::string>& arguments) const {
+        auto const named = m_app.get_subcommands([&](const CLI::App* command) {
+            return !arguments.empty() && command->get_name() == arguments.front();
+        });
+        auto const* command = named.empty() ? nullptr : named.front();
+        for (std::size_t i = 1; command && i + 1 < arguments.size(); ++i) {
+            auto const* option = command->get_option_no_throw(arguments[i]);
+            if (option && option->get_type_size() > 0 &&
+                command->get_option_no_throw(arguments[i + 1]))
+                FailUsage(arguments[i] + " lacks its value; '" + arguments[i + 1] +
+                          "' is an option (write " + arguments[i] + "=" + arguments[i + 1] +
+                          " if it is meant)");
+        }
     }
 
     // Help and version are requests that come as errors too.

@@ -109,6 +109,11 @@ TEST_F(RenderStream, ABrokenStreamIsNamedAndItsWholeFramesAreKept) {
     EXPECT_EQ(outcome.out, "");
 }
 
+TEST_F(RenderStream, AStreamWithoutAFrameIsNoSuccess) {
+    EXPECT_EQ(Render({ "--info", "x" }, "-", "-").code, 3);
+    EXPECT_EQ(Render({ "--info", "x", "--frames", "5-" }, "-", "-", Stream(2)).code, 3);
+}
+
 TEST_F(RenderStream, RefusesWhatAStreamCannotDo) {
     EXPECT_THAT(Render({ "--info", "{file}" }, "-", "-", Stream(1)).err, HasSubstr("{file}"));
     EXPECT_EQ(Render({ "--info", "{file}" }, "-", "-", Stream(1)).code, 2);

@@ -33,6 +33,7 @@ TEST_F(RenderTrouble, EveryClassOfErrorHasItsCodeAndSaysWhatIsWrong) {
              Row { { "render", "--inof", "x", "in.png", "o.png" }, 2, "--inof" },
              Row { { "render", "--info", "a", "--score", "1", "in.png", "o.png" }, 2, "--score" },
              Row { { "render", "--score", "4", "in.png", "o.png" }, 2, "--score" },
+             Row { { "render", "--info", "--at", "in.png", "o.png" }, 2, "--info lacks its value" },
              Row { { "render", "--size", "big", "in.png", "o.png" }, 2, "--size" },
              Row { { "render", "--opacity", "101", "in.png", "o.png" }, 2, "--opacity" },
              Row { { "render", "--jobs", "0", "in.png", "o.png" }, 2, "--jobs" },
