@@ -169,11 +169,12 @@ std::vector<std::uint8_t> WithChunkBefore(std::span<const std::uint8_t> file,
     for (const std::size_t at : ChunkOffsets(file)) {
         if (std::memcmp(&file[at + 4], before.data(), 4) != 0)
             continue;
-        std::vector<std::uint8_t> added;
-        PutBig32(added, std::uint32_t(chunk.data.size()));
-        added.insert(added.end(), chunk.type.begin(), chunk.type.end());
-        added.insert(added.end(), chunk.data.begin(), chunk.data.end());
-        added.resize(added.size() + 4);
+        std::vector<std::uint8_t> added(12 + chunk.data.size());
+        std::vector<std::uint8_t> size;
+        PutBig32(size, std::uint32_t(chunk.data.size()));
+        std::ranges::copy(size, added.begin());
+        std::ranges::copy(chunk.type, added.begin() + 4);
+        std::ranges::copy(chunk.data, added.begin() + 8);
         bytes.insert(bytes.begin() + std::ptrdiff_t(at), added.begin(), added.end());
         Resum(bytes, at);
         return bytes;
