@@ -145,9 +145,12 @@ void ShowAliases(Sheet& sheet) {
         auto& names = namesByFamily[alias.family];
         names += (names.empty() ? "" : ", ") + alias.asked;
     }
-    for (auto const& [family, names] : namesByFamily)
-        sheet.Say(family.empty() ? "nothing like" : "stands in",
-                  family.empty() ? names : family + " for " + names);
+    for (auto& [family, names] : namesByFamily) {
+        if (family.empty())
+            sheet.Say("nothing like", names);
+        else
+            sheet.Say("stands in", names.insert(0, family + " for "));
+    }
 }
 
 void CheckFonts(Sheet& sheet) {

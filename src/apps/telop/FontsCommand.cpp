@@ -59,6 +59,7 @@ void WriteSample(const std::vector<platform::FontFamily>& families, const FontsO
     SampleStyle const style { options.text.value_or(kSampleText), options.size };
     CheckUtf8("--text", style.text);
     std::vector<std::string> names;
+    names.reserve(families.size());
     for (auto const& family : families)
         names.push_back(family.name);
     if (names.size() > kMaxSampleFamilies) {

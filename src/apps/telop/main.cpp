@@ -75,7 +75,7 @@ private:
         auto const* command = named.empty() ? nullptr : named.front();
         for (std::size_t i = 1; command && i + 1 < arguments.size(); ++i) {
             auto const* option = command->get_option_no_throw(arguments[i]);
-            if (option && option->get_type_size() > 0 &&
+            if (option && option->get_items_expected_min() > 0 &&
                 command->get_option_no_throw(arguments[i + 1]))
                 FailUsage(arguments[i] + " lacks its value; '" + arguments[i + 1] +
                           "' is an option (write " + arguments[i] + "=" + arguments[i + 1] +
