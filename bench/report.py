@@ -43,6 +43,7 @@ SPREAD_OF_FRAME_SIZES = 1.2
 GROWTH_OF_PIXEL_COST = 1.5  # the larger rectangle does not fit into the processor's own cache
 START_SECONDS = 0.020
 LOAD_SECONDS = 0.010
+BUSY = 1.05  # time of the clock for each of the processor, from which on others had a share
 
 
 class Bench:
@@ -50,9 +51,9 @@ class Bench:
     counters."""
 
     def __init__(self, path):
-        self.context = json.loads(path.read_text())
+        found = json.loads(path.read_text())
         runs = defaultdict(list)
-        for run in self.context["benchmarks"]:
+        for run in found["benchmarks"]:
             if run.get("error_occurred"):
                 raise SystemExit(f"report: {run['name']}: {run['error_message']}")
             if run["run_type"] == "iteration":
@@ -63,6 +64,11 @@ class Bench:
         if name not in self.runs:
             raise SystemExit(f"report: there is no measurement {name}")
         return statistics.median(run[field] for run in self.runs[name])
+
+    def clock_share(self):
+        """Time of the clock for each of the processor, over the measurements on one thread."""
+        runs = [run for name, runs in self.runs.items() if name.startswith("text/") for run in runs]
+        return sum(run["real_time"] for run in runs) / sum(run["cpu_time"] for run in runs)
 
     def text(self, case, bits, renderer, content="unchanged"):
         """Of drawtext, what the filter adds to a graph that does nothing."""
@@ -240,9 +246,9 @@ def machine(bench, programs):
         ("FreeType", "libfreetype-dev"), ("HarfBuzz", "libharfbuzz-dev"), ("Cairo", "libcairo2-dev"),
         ("Pango", "libpango1.0-dev"), ("Qt", "qt6-base-dev"), ("libavfilter", "libavfilter-dev")])
     repetitions = max(len(runs) for runs in bench.runs.values())
-    load = bench.context["context"]["load_avg"]
     return [
-        f"- {processor_name()}, {os.cpu_count()} cores; load before the run {load[0]:.1f}",
+        f"- {processor_name()}, {os.cpu_count()} cores; time of the clock / of the processor "
+        f"{bench.clock_share():.2f}",
         f"- {platform.freedesktop_os_release()['PRETTY_NAME']}, Linux {platform.release()}, "
         + output_of("g++", "--version").splitlines()[0],
         f"- {versions}",
@@ -258,6 +264,9 @@ def report(bench, programs):
     missed = sum(not check.met() for check in checks)
     head = ["DoFilter"] + [f"{check.what} ({check.bound()})" for check in next(iter(by_case.values()))]
     lines = [f"{len(checks) - missed} of {len(checks)} limits met.", ""]
+    if bench.clock_share() > BUSY:
+        lines += ["**Other programs kept the machine busy: threads and programs are slower here than "
+                  "they are.**", ""]
     lines += table(head, [[CASES[case]] + [check.shown() for check in row]
                           for case, row in by_case.items()])
     lines += [""] + table(["Besides", "measured", "limit"],
