@@ -128,7 +128,7 @@ def main():
     parser.add_argument("--telop", required=True, help="the program")
     parser.add_argument("--loader", required=True, help="telop-bench-load")
     parser.add_argument("--module", required=True, help="the plug-in's module")
-    parser.add_argument("--frames", required=True, type=Path, help="folder of shot.0001.png, shot.0002.png ...")
+    parser.add_argument("--frames", required=True, type=Path, help="folder of shot.0001.png ...")
     parser.add_argument("--work", required=True, type=Path, help="folder for the results")
     parser.add_argument("--out", required=True, type=Path, help="the JSON file")
     args = parser.parse_args()
@@ -140,8 +140,9 @@ def main():
     time_programs(args, results["programs"])
     frames = list(args.frames.glob("*.png"))
     results["frames"] = {"count": len(frames), "bytes": sum(f.stat().st_size for f in frames)}
+    magick = version("mogrify", "--version").removeprefix("Version: ")
     results["versions"] = {"ffmpeg": version("ffmpeg", "-version").split(" Copyright")[0],
-                           "mogrify": version("mogrify", "--version").split(" https")[0].removeprefix("Version: ")}
+                           "mogrify": magick.split(" https")[0]}
     args.out.write_text(json.dumps(results, indent=1))
 
 

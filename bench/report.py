@@ -75,8 +75,9 @@ class Bench:
         name = f"text/{case}/{bits}/{renderer}/{content}"
         if name not in self.runs:
             return None
-        idle = self.median(f"text/{case}/{bits}/null-graph/unchanged") if renderer == "drawtext" else 0
-        return self.median(name) - idle
+        if renderer == "drawtext":
+            return self.median(name) - self.median(f"text/{case}/{bits}/null-graph/unchanged")
+        return self.median(name)
 
 
 class Check:
@@ -130,10 +131,13 @@ def text_checks(bench, case):
         Check("the same, 16 bits", ratio(16, "unchanged", "blend"), UNCHANGED_TO_BLEND),
         Check("unchanged / Cairo + Pango", ratio(8, "unchanged", "cairo"), UNCHANGED_TO_CAIRO),
         Check("changing / Cairo + Pango", ratio(8, "changing", "cairo"), CHANGING_TO_CAIRO),
-        Check("unchanged / drawtext", ratio(8, "unchanged", "drawtext"), TO_DRAWTEXT, form="{:.3f}"),
-        Check("changing / drawtext", ratio(8, "changing", "drawtext"), TO_DRAWTEXT, form="{:.3f}"),
+        Check("unchanged / drawtext", ratio(8, "unchanged", "drawtext"), TO_DRAWTEXT,
+              form="{:.3f}"),
+        Check("changing / drawtext", ratio(8, "changing", "drawtext"), TO_DRAWTEXT,
+              form="{:.3f}"),
         Check("slowest / fastest frame size", max(sizes) / min(sizes), SPREAD_OF_FRAME_SIZES),
-        Check("two threads / one", thread_gain(bench, case, "unchanged"), TWO_THREADS, at_least=True),
+        Check("two threads / one", thread_gain(bench, case, "unchanged"), TWO_THREADS,
+              at_least=True),
     ]
 
 
@@ -194,7 +198,8 @@ def scaling_times(bench):
     rows = []
     for case, name in CASES.items():
         sizes = frame_sizes(bench, case)
-        rows.append([name] + [microseconds(sizes[s]) for s in ["1280x720", "1920x1080", "3840x2160"]]
+        rows.append([name]
+                    + [microseconds(sizes[s]) for s in ["1280x720", "1920x1080", "3840x2160"]]
                     + [f"{thread_gain(bench, case, c):.2f}" for c in ["unchanged", "changing"]])
     head = ["DoFilter", "1280x720, µs", "1920x1080, µs", "3840x2160, µs", "two threads / one",
             "the same, changing"]
@@ -207,7 +212,8 @@ def area_times(bench):
         costs = pixel_costs(bench, case)
         rows.append([CASES[case]] + [f"{costs[size]:.3f}" for size in sorted(costs)])
     sizes = sorted(pixel_costs(bench, AREA_CASES[0]))
-    return table(["Nanoseconds a pixel of the rectangle"] + [f"{size} points" for size in sizes], rows)
+    head = ["Nanoseconds a pixel of the rectangle"] + [f"{size} points" for size in sizes]
+    return table(head, rows)
 
 
 def program_times(programs):
@@ -243,8 +249,8 @@ def processor_name():
 
 def machine(bench, programs):
     versions = ", ".join(f"{name} {version_of(package)}" for name, package in [
-        ("FreeType", "libfreetype-dev"), ("HarfBuzz", "libharfbuzz-dev"), ("Cairo", "libcairo2-dev"),
-        ("Pango", "libpango1.0-dev"), ("Qt", "qt6-base-dev"), ("libavfilter", "libavfilter-dev")])
+        ("FreeType", "libfreetype-dev"), ("HarfBuzz", "libharfbuzz-dev"),
+        ("Cairo", "libcairo2-dev"), ("Pango", "libpango1.0-dev"), ("Qt", "qt6-base-dev"), ("libavfilter", "libavfilter-dev")])
     repetitions = max(len(runs) for runs in bench.runs.values())
     return [
         f"- {processor_name()}, {os.cpu_count()} cores; time of the clock / of the processor "
@@ -262,11 +268,12 @@ def report(bench, programs):
     others = area_checks(bench) + program_checks(programs)
     checks = [check for row in by_case.values() for check in row] + others
     missed = sum(not check.met() for check in checks)
-    head = ["DoFilter"] + [f"{check.what} ({check.bound()})" for check in next(iter(by_case.values()))]
+    columns = next(iter(by_case.values()))
+    head = ["DoFilter"] + [f"{check.what} ({check.bound()})" for check in columns]
     lines = [f"{len(checks) - missed} of {len(checks)} limits met.", ""]
     if bench.clock_share() > BUSY:
-        lines += ["**Other programs kept the machine busy: threads and programs are slower here than "
-                  "they are.**", ""]
+        lines += ["**Other programs kept the machine busy: threads and programs are slower here "
+                  "than they are.**", ""]
     lines += table(head, [[CASES[case]] + [check.shown() for check in row]
                           for case, row in by_case.items()])
     lines += [""] + table(["Besides", "measured", "limit"],
