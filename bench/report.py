@@ -248,9 +248,10 @@ def processor_name():
 
 
 def machine(bench, programs):
-    versions = ", ".join(f"{name} {version_of(package)}" for name, package in [
-        ("FreeType", "libfreetype-dev"), ("HarfBuzz", "libharfbuzz-dev"),
-        ("Cairo", "libcairo2-dev"), ("Pango", "libpango1.0-dev"), ("Qt", "qt6-base-dev"), ("libavfilter", "libavfilter-dev")])
+    libraries = {"FreeType": "libfreetype-dev", "HarfBuzz": "libharfbuzz-dev",
+                 "Cairo": "libcairo2-dev", "Pango": "libpango1.0-dev", "Qt": "qt6-base-dev",
+                 "libavfilter": "libavfilter-dev"}
+    versions = ", ".join(f"{name} {version_of(package)}" for name, package in libraries.items())
     repetitions = max(len(runs) for runs in bench.runs.values())
     return [
         f"- {processor_name()}, {os.cpu_count()} cores; time of the clock / of the processor "
