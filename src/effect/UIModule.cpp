@@ -17,8 +17,12 @@ fs::path FolderOfThisModule() {
     Dl_info module {};
     if (!dladdr(reinterpret_cast<const void*>(&OpenUIModule), &module) || !module.dli_fname)
         return {};
-    return fs::path(module.dli_fname).parent_path();
+    std::error_code error;
+    return fs::canonical(module.dli_fname, error).parent_path();
 }
+
+// Found while this module is being loaded: a host may name it from a folder that it leaves later.
+const fs::path s_folder = FolderOfThisModule();
 
 const UIModuleTable* Refuse(const fs::path& path, const char* reason) {
     platform::ReportOnce({ platform::ReportKind::kBundleBroken, path.string(), "no dialogs",
@@ -39,9 +43,9 @@ const UIModuleTable* Open(const fs::path& path) {
 }
 
 const UIModuleTable* FindAndOpen() {
-    const fs::path path = FolderOfThisModule() / kUIModuleFileName;
+    const fs::path path = s_folder / kUIModuleFileName;
     std::error_code error;
-    return fs::exists(path, error) ? Open(path) : nullptr;
+    return path.has_parent_path() && fs::exists(path, error) ? Open(path) : nullptr;
 }
 
 } // namespace

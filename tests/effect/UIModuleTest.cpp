@@ -58,6 +58,17 @@ TEST_F(UIModuleTest, GetsTheDialogSelectors) {
     EXPECT_THAT(platform::ReportsSoFar(), testing::IsEmpty());
 }
 
+TEST_F(UIModuleTest, IsFoundAfterTheHostHasLeftTheFolder) {
+    PutBeside(TELOP_FAKE_UI);
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(m_bundle.ModuleFolder());
+    m_bundle.Load("./TextOverlay.so");
+    std::filesystem::current_path(before);
+    _EPIRECORD record {};
+    EXPECT_EQ(m_bundle.Call(epiCreateSettingDialog, &record), 0);
+    EXPECT_EQ(record.pDialogHolder, &record);
+}
+
 TEST_F(UIModuleTest, ItsAbsenceIsNoError) {
     ExpectNoDialogs();
     EXPECT_THAT(platform::ReportsSoFar(), testing::IsEmpty());

@@ -27,21 +27,22 @@ public:
 
     std::filesystem::path ModuleFolder() const { return m_modulePath.parent_path(); }
 
-    // Loads the module at the first call.
-    long Call(long selector, _EPIRECORD* record) {
-        if (!m_module)
-            Load();
-        return m_entry(selector, record);
-    }
-
-private:
-    void Load() {
-        m_module = dlopen(m_modulePath.c_str(), RTLD_NOW | RTLD_LOCAL);
+    // path leads to the module, perhaps from the current folder only.
+    void Load(const std::filesystem::path& path) {
+        m_module = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
         if (!m_module)
             throw std::runtime_error(dlerror());
         m_entry = reinterpret_cast<EPIEntryPoint>(dlsym(m_module, EPI_ENTRY_POINT_NAME));
     }
 
+    // Loads the module at the first call.
+    long Call(long selector, _EPIRECORD* record) {
+        if (!m_module)
+            Load(m_modulePath);
+        return m_entry(selector, record);
+    }
+
+private:
     TemporaryFolder m_folder;
     std::filesystem::path m_modulePath;
     void* m_module = nullptr;
