@@ -103,16 +103,27 @@ public:
             const int reason = errno;
             output.append(piece, sizeof piece - outLeft);
             input.remove_prefix(input.size() - inLeft);
-            if (status != static_cast<std::size_t>(-1)) {
-                return Result::kDone;
-            }
-            if (reason != E2BIG) {
-                return reason == EINVAL ? Result::kCutOff : Result::kBadBytes;
+            const bool done = status != static_cast<std::size_t>(-1);
+            if (done || reason != E2BIG) {
+                Flush(output);
+                return done               ? Result::kDone
+                       : reason == EINVAL ? Result::kCutOff
+                                          : Result::kBadBytes;
             }
         }
     }
 
 private:
+    // Some encodings have characters with a mark in them: their converters keep a character back
+    // until they have seen that its mark does not follow.
+    void Flush(std::string& output) {
+        char piece[64];
+        char* out = piece;
+        std::size_t outLeft = sizeof piece;
+        iconv(m_handle, nullptr, nullptr, &out, &outLeft);
+        output.append(piece, sizeof piece - outLeft);
+    }
+
     iconv_t m_handle;
 };
 
@@ -201,7 +212,7 @@ const Encoding* EncodingOfEnvironment() {
         if (const Encoding* encoding = FindEncoding(name)) {
             return encoding;
         }
-        ReportOnce({ ReportKind::kTextMalformed, name, "UTF-8",
+        ReportOnce({ ReportKind::kTextMalformed, std::string("in ") + name, "UTF-8",
                      "TELOP_TEXT_ENCODING names no encoding of this machine" });
     }
     const Encoding* encoding = FindEncoding(nl_langinfo(CODESET));

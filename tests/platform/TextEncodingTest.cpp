@@ -184,6 +184,8 @@ TEST_F(TextEncodingTest, TextGoesToUtf8AndBack) {
         { "EUC-KR", "EUC-KR", "\xC7\xD1", "한" },
         { "GBK", "GBK", "\xC4\xE3", "你" },
         { "Big5", "BIG5", "\xA7\x41", "你" },
+        // か waits for a mark that would make another character of it.
+        { "EUC-JISX0213", "EUC-JISX0213", "\xA4\xAB", "か" },
     };
     for (const Row& row : rows) {
         if (Converts(row.converter)) {
