@@ -32,6 +32,12 @@ InkRange UnpackInk(std::uint32_t packed) {
 
 constexpr InkRange kNoInk { 16383, -32768 };
 
+// Where an extent ends. Broken outlines reach anywhere.
+std::int32_t EndOf(hb_position_t start, hb_position_t length) {
+    constexpr std::int64_t kFar = 1 << 24;
+    return static_cast<std::int32_t>(std::clamp(std::int64_t { start } + length, -kFar, kFar));
+}
+
 std::int32_t MetricOf(hb_font_t* font, hb_ot_metrics_tag_t tag) {
     hb_position_t value = 0;
     return hb_ot_metrics_get_position(font, tag, &value) ? value : 0;
@@ -117,8 +123,9 @@ void Face::IncludeInk(char32_t character) {
     }
     m_maxAdvance = std::max(m_maxAdvance, hb_font_get_glyph_h_advance(Font(), glyph));
     if (hb_font_get_glyph_extents(Font(), glyph, &extents)) {
-        m_ascent = std::max(m_ascent, extents.y_bearing);
-        m_descent = std::max(m_descent, -(extents.y_bearing + extents.height));
+        const std::int32_t most = 8 * m_unitsPerEm; // what reaches farther is no letter's
+        m_ascent = std::max(m_ascent, std::min(extents.y_bearing, most));
+        m_descent = std::max(m_descent, std::min(-EndOf(extents.y_bearing, extents.height), most));
     }
 }
 
@@ -132,7 +139,7 @@ InkRange Face::InkOf(std::uint32_t glyph) const {
     hb_glyph_extents_t extents {};
     InkRange ink = kNoInk;
     if (hb_font_get_glyph_extents(Font(), glyph, &extents) && extents.width != 0) {
-        ink = { extents.x_bearing, extents.x_bearing + extents.width };
+        ink = { extents.x_bearing, EndOf(extents.x_bearing, extents.width) };
     }
     m_ink[glyph].store(PackInk(ink), std::memory_order_relaxed);
     return ink;

@@ -157,11 +157,11 @@ private:
     const Face* Replace(char32_t& c) {
         constexpr char kDigits[] = "0123456789ABCDEF";
         std::string asked = "U+";
-        for (int shift = c > 0xFFFF ? 20 : 12; shift >= 0; shift -= 4) {
+        for (int shift = c > 0xFFFFF ? 20 : c > 0xFFFF ? 16 : 12; shift >= 0; shift -= 4) {
             asked += kDigits[(c >> shift) & 15];
         }
         ReportOnce({ ReportKind::kGlyphMissing, asked, "a replacement glyph",
-                     "no installed font has this character" });
+                     "no installed font has it" });
         c = kReplacementCharacter;
         const Face* const face = ForCharacter(c);
         return face ? face : m_main;
@@ -275,7 +275,8 @@ void OrderRuns(std::vector<Run>& runs) {
 // -------------------------------------------------------------------------------------------
 
 std::int32_t ToQuarter(std::int64_t pixels26_6) {
-    constexpr std::int64_t kLimit = std::int64_t { 1 } << 30;
+    // Far outside every world, and two of them still add up.
+    constexpr std::int64_t kLimit = std::int64_t { 1 } << 28;
     const std::int64_t clamped = std::clamp(pixels26_6, -kLimit, kLimit);
     return static_cast<std::int32_t>((clamped + kQuarterPixel / 2) & ~(kQuarterPixel - 1));
 }
