@@ -130,6 +130,7 @@ FontCatalog::FontCatalog() : m_byNumber(std::numeric_limits<FontNumber>::max() +
             m_byName.emplace(Fold(alias), &family);
         }
     }
+    ResolveAliases();
     ChooseDefault();
 }
 
@@ -180,6 +181,20 @@ void FontCatalog::AddFont(FcPattern* font) {
     }
 }
 
+void FontCatalog::ResolveAliases() {
+    for (const AliasEntry& entry : AliasTable()) {
+        const auto installed =
+            std::find_if(entry.candidates.begin(), entry.candidates.end(),
+                         [this](const char* candidate) { return Find(candidate); });
+        if (installed == entry.candidates.end()) {
+            continue;
+        }
+        for (const char* const name : entry.names) {
+            m_byAlias.emplace(Fold(name), Find(*installed));
+        }
+    }
+}
+
 void FontCatalog::ChooseDefault() {
     FcPattern* const pattern = PatternFor(m_config, "sans-serif", nullptr);
     FcResult result = FcResultNoMatch;
@@ -200,19 +215,8 @@ Family* FontCatalog::Find(std::string_view name) const {
 }
 
 Family* FontCatalog::FindAlias(std::string_view name) const {
-    const std::string folded = Fold(name);
-    for (const AliasEntry& entry : AliasTable()) {
-        const auto named = [&](const char* candidate) { return Fold(candidate) == folded; };
-        if (std::none_of(entry.names.begin(), entry.names.end(), named)) {
-            continue;
-        }
-        for (const char* const candidate : entry.candidates) {
-            if (Family* const family = Find(candidate)) {
-                return family;
-            }
-        }
-    }
-    return nullptr;
+    const auto found = m_byAlias.find(Fold(name));
+    return found == m_byAlias.end() ? nullptr : found->second;
 }
 
 FontNumber FontCatalog::NumberOf(Family& family) {

@@ -64,6 +64,7 @@ private:
     FontCatalog();
     void AddFont(FcPattern* font);
     Family& FamilyNamed(const std::string& name);
+    void ResolveAliases();
     void ChooseDefault();
     const Face* Open(const FaceLocation& location);
     const Face* OpenAnyFace();
@@ -71,7 +72,8 @@ private:
 
     FcConfig* m_config = nullptr;
     std::deque<Family> m_families;
-    std::unordered_map<std::string, Family*> m_byName; // folded names
+    std::unordered_map<std::string, Family*> m_byName;  // folded names
+    std::unordered_map<std::string, Family*> m_byAlias; // folded names of the table of aliases
     Family* m_default = nullptr;
 
     std::vector<std::atomic<Family*>> m_byNumber;

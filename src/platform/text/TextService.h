@@ -12,14 +12,12 @@
 
 namespace platform::text {
 
-inline constexpr std::int32_t kMaxTextSize = 32767;
-
 // Whole pixels, rounded up, so that every ordinary glyph of the family lies between ascent above
 // the baseline and descent below it.
 struct FontMetrics {
     std::int32_t ascent, descent, maxAdvance, leading;
 };
-// size is in pixels an em, 1..kMaxTextSize. Any thread.
+// size is in pixels an em, 1..32767. Any thread.
 FontMetrics MetricsOf(FontNumber font, std::int32_t size);
 
 // One laid-out line: immutable, shared by measuring and drawing.
