@@ -30,7 +30,8 @@ std::string Describe(const Report& report);
 
 // Called on the thread that met the fact, with no lock of the platform held. Only one handler is
 // installed at a time; an empty one (the start) keeps silent. The handlers that are running finish
-// before this returns, so a handler must not call it.
+// before this returns, so a handler must not call it. The fact may be met in the middle of a line, so
+// a handler must not draw, measure or convert text either.
 using ReportHandler = std::function<void(const Report&)>;
 void SetReportHandler(ReportHandler handler);
 
