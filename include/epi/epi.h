@@ -97,12 +97,12 @@ typedef struct FSSpec {
 /* Kinds of objects that the object table creates. */
 enum { epiObjectImage = 1, epiObjectArchive = 2 };
 
-/* Host objects. All entries are required. */
+/* Host objects. Dialogs make some; for the rest of the effect the table may be empty. */
 typedef struct EPIObjectProcs {
     uint32_t nSize; /* bytes in this table */
-    /* Makes an object of the kind; null when there is no memory. The caller releases it. [render] */
+    /* Makes an object of the kind; null when there is no memory. The caller releases it. [ui] */
     EPIObjectRef (*Create)(int32_t kind);
-    /* Frees an object that Create made, with the kind it was made as. [render] */
+    /* Frees an object that Create made, with the kind it was made as. [ui] */
     void (*Release)(EPIObjectRef object, int32_t kind);
 } EPIObjectProcs;
 
@@ -162,7 +162,7 @@ typedef struct EPIOffscreenProcs {
 /* What an archive is opened for. */
 enum { epiArchiveRead = 1, epiArchiveWrite = 2 };
 
-/* Archives: a stretch of a document, or a file. */
+/* Archives: a stretch of a document, or a file. Read, Write and IsLoading are required. */
 typedef struct EPIArchiveProcs {
     uint32_t nSize; /* bytes in this table */
     /* Reads up to length bytes at the archive's position; the result is the number read. [ui] */
@@ -182,7 +182,7 @@ typedef struct EPIArchiveProcs {
     void (*Close)(EPIArchiveRef archive); /* [ui] */
 } EPIArchiveProcs;
 
-/* Relocatable memory. */
+/* Relocatable memory. Lock and Unlock are required. */
 typedef struct EPIHandleProcs {
     uint32_t nSize; /* bytes in this table */
     void* reserved1[3];
@@ -197,7 +197,8 @@ typedef struct EPIHandleProcs {
 typedef struct EPIParamProcs {
     uint32_t nSize;                                        /* bytes in this table */
     int32_t (*ParametersChanged)(EPIHandleRef fixedParam); /* the memory was edited [ui] */
-    int32_t (*Option)(double value, int32_t zero); /* the settings panel's number changed [ui] */
+    /* A text edit dialog was confirmed with its option on; value is 1, zero is 0. [ui] */
+    int32_t (*Option)(double value, int32_t zero);
 } EPIParamProcs;
 
 /* Services of the host application. */
@@ -254,8 +255,8 @@ typedef struct _EPIRECORD {
     uint8_t reserved1[4];
     const EPIArchiveProcs* pArchiveProcs;
     const EPIHandleProcs* pHandleProcs;
-    const EPIParamProcs* pParamProcs; /* null: no notifications wanted */
-    const EPIHostProcs* pHostProcs;
+    const EPIParamProcs* pParamProcs;   /* null: no notifications wanted */
+    const EPIHostProcs* pHostProcs;     /* null: no calls wanted */
     const EPIWindowProcs* pWindowProcs; /* null: no notifications wanted */
     EPIPluginInfo* pPluginInfo;         /* memory of the host for the answer to epiInit [in] */
     EPIParamDesc* pParamDesc;           /* memory of the host for the answer to epiParamInfo [in] */
@@ -366,8 +367,9 @@ EPI_ASSERT_SLOT(EPIWindowProcs, ModalEnds, 2);
 /* An image table of at least this size has ChannelIndices and Stretch. */
 #define EPI_OFFSCREEN_FULL_SIZE ((uint32_t)(46 * sizeof(void*)))
 
-/* dwDialogFlags */
-#define EPI_DIALOG_TEXT_EDIT 0x1u /* open the text edit dialog instead of the settings panel */
+/* dwDialogFlags. Either keeps the user from changing the option of the text edit dialog. */
+#define EPI_DIALOG_TEXT_EDIT 0x1u /* open that dialog, option on, instead of the settings panel */
+#define EPI_DIALOG_NO_OPTION 0x2u /* the option counts as off */
 
 /* nNotifyCode */
 enum { epiNotifyOK = 1, epiNotifyUpdate = 2, epiNotifyCompositeImage = 3 };
