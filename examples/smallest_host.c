@@ -108,20 +108,23 @@ static EPIEntryPoint LoadEffect(const char* path) {
 }
 
 /* 2. and 3. Ask how much memory the effect wants for its parameters, and let it write its defaults.
-   The answer is the parameters, which hFixedParam keeps; null when there is no memory. */
+   The answer is the parameters, which hFixedParam keeps; null, with a message, without them. */
 static _TEXTPARAM* MakeParameters(EPIEntryPoint effect, _EPIRECORD* record) {
     EPIPluginInfo info = { 0 };
     record->pPluginInfo = &info;
     effect(epiInit, record);
     record->pPluginInfo = NULL;
     printf("%s: %s\n", info.szCategory, info.szName);
-    if (info.nFixedParamSize != (int32_t)sizeof(_TEXTPARAM))
-        return NULL; /* another effect's parameters */
-
+    if (info.nFixedParamSize != (int32_t)sizeof(_TEXTPARAM)) {
+        fprintf(stderr, "smallest-host: this is another effect, with parameters of its own\n");
+        return NULL;
+    }
     _TEXTPARAM* param = calloc(1, sizeof *param);
     record->hFixedParam = (EPIHandleRef)param;
     if (param)
         effect(epiInitFixedParam, record);
+    else
+        perror("smallest-host");
     return param;
 }
 
@@ -204,6 +207,8 @@ int main(int argc, char** argv) {
     }
     Frame frame = { .width = 480, .height = 160 };
     frame.pixels = malloc(PixelCount(&frame) * kBytesPerPixel);
+    if (!frame.pixels)
+        perror("smallest-host");
     EPIEntryPoint effect = LoadEffect(argv[1]);
     int done = effect && frame.pixels && Run(effect, &frame, argv[2]);
     free(frame.pixels);
