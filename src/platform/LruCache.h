@@ -71,6 +71,8 @@ public:
             return;
         }
         Shard& shard = ShardOf(hash);
+        Entries fresh; // joins the others last, so that running out of memory changes nothing
+        fresh.push_front({ hash, bytes, std::move(value) });
         Entries dropped; // freed after the lock
         const std::lock_guard lock(shard.mutex);
         if (const auto found = shard.places.find(hash); found != shard.places.end()) {
@@ -79,8 +81,8 @@ public:
         while (shard.count.bytes + bytes > bound) {
             Drop(shard, std::prev(shard.entries.end()), dropped);
         }
-        shard.entries.push_front({ hash, bytes, std::move(value) });
-        shard.places.emplace(hash, shard.entries.begin());
+        shard.places.emplace(hash, fresh.begin());
+        shard.entries.splice(shard.entries.begin(), fresh);
         shard.count.bytes += bytes;
     }
 

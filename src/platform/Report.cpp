@@ -75,10 +75,14 @@ const char* Noun(ReportKind kind) {
 } // namespace
 
 std::string Describe(const Report& report) {
+    // Characters and bytes stand in a notation of their own and need no quotes.
+    const bool isNamed = report.kind != ReportKind::kGlyphMissing &&
+                         report.kind != ReportKind::kTextMalformed;
+    const char* const quote = isNamed ? "'" : "";
     std::string line = Noun(report.kind);
-    line += " '" + report.asked + "': " + report.reason;
+    line += " " + (quote + report.asked) + quote + ": " + report.reason;
     if (!report.used.empty())
-        line += "; using '" + report.used + "' instead";
+        line += "; using " + (quote + report.used) + quote + " instead";
     return line;
 }
 

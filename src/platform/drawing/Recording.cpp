@@ -6,6 +6,8 @@
 #include <cstring>
 
 #include "platform/drawing/Blend.h"
+#include "platform/drawing/Coloring.h"
+#include "platform/drawing/CoveragePlane.h"
 
 namespace platform {
 namespace {
@@ -108,7 +110,30 @@ bool Recording::CoversCanvas(std::int32_t width, std::int32_t height) const {
     return !m_commands.empty() && IsWhole(m_commands.front(), width, height);
 }
 
+// Text of one colour over a ground of one colour, which is what most pictures are.
+bool Recording::IsFlat(std::int32_t width, std::int32_t height) const {
+    const auto like = [this](const Command& command) {
+        return command.kind == Command::kText && command.color == m_commands.back().color;
+    };
+    return m_commands.size() > 1 && CoversCanvas(width, height) &&
+           std::all_of(m_commands.begin() + 1, m_commands.end(), like);
+}
+
+void Recording::DrawFlat(const Canvas& canvas) const {
+    CoveragePlane plane(canvas.width, canvas.height, canvas.rowBytes / 4);
+    for (std::size_t i = 0; i < m_lines.size(); ++i) {
+        const Command& command = m_commands[i + 1];
+        text::PaintLine(*m_lines[i], command.left, command.top, plane);
+    }
+    ColorPixels(canvas.pixels, plane.Bytes(), plane.Count(),
+                { m_commands.front().color, m_commands.back().color });
+}
+
 void Recording::Draw(const Canvas& canvas) const {
+    if (IsFlat(canvas.width, canvas.height)) {
+        DrawFlat(canvas);
+        return;
+    }
     auto line = m_lines.begin();
     for (const Command& command : m_commands) {
         if (command.kind == Command::kText) {

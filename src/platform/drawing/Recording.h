@@ -46,6 +46,9 @@ public:
     void Draw(const Canvas& canvas) const;
 
 private:
+    bool IsFlat(std::int32_t width, std::int32_t height) const;
+    void DrawFlat(const Canvas& canvas) const;
+
     std::vector<Command> m_commands;
     std::vector<text::LinePtr> m_lines; // of the text commands, in order
 };

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// From coverage to pixels where the ground has one colour and the text another: every pixel is
+// written once and none is read.
+#pragma once
+
+#include <cstdint>
+
+#include "platform/drawing/Pixels.h"
+
+namespace platform {
+
+struct TwoColors {
+    Pixel ground; // where coverage is 0
+    Pixel text;   // where it is 255
+};
+
+// Writes count pixels, each the Mix of the two colours by its coverage, with the widest vectors that
+// the processor has; every way gives the same bytes.
+void ColorPixels(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t count,
+                 const TwoColors& colors);
+
+// The ways themselves, for comparing. Null where the processor lacks what it takes.
+using ColorFunction = void (*)(std::uint8_t* pixels, const std::uint8_t* coverage,
+                               std::int64_t count, const TwoColors& colors);
+struct ColorWay {
+    const char* name;
+    ColorFunction function;
+};
+inline constexpr int kColorWays = 2;
+ColorWay ColorWayAt(int index); // 0 is the plain one
+
+} // namespace platform

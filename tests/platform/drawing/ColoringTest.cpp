@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The colouring of coverage: every way, every count, against the arithmetic of one pixel.
+#include "platform/drawing/Coloring.h"
+
+#include <gtest/gtest.h>
+#include <random>
+#include <vector>
+
+#include "platform/drawing/Blend.h"
+
+namespace {
+
+using namespace platform;
+
+TEST(ColoringTest, EveryWayMixesEachPixelAndWritesNoOther) {
+    const TwoColors rows[] = { { { 0, 254, 254, 254 }, { 0, 0, 0, 0 } },
+                               { { 0, 0, 0, 0 }, { 0, 255, 255, 255 } },
+                               { { 0, 12, 200, 255 }, { 0, 250, 3, 77 } },
+                               { { 9, 8, 8, 8 }, { 7, 200, 200, 200 } } };
+    std::minstd_rand random(11);
+    for (int index = 0; index < kColorWays; ++index) {
+        const ColorWay way = ColorWayAt(index);
+        for (std::int64_t count = 0; way.function && count <= 131; ++count) {
+            std::vector<std::uint8_t> coverage(count);
+            for (std::size_t i = 0; i < coverage.size(); ++i) {
+                const bool empty = (i / 32) % 2 == 1 || random() % 3 == 0;
+                coverage[i] = empty ? 0 : static_cast<std::uint8_t>(random());
+            }
+            for (const TwoColors& colors : rows) {
+                std::vector<std::uint8_t> expected(count * 4 + 64, 0xA5);
+                for (std::int64_t i = 0; i < count * 4; ++i) {
+                    expected[i] = Mix(colors.ground[i % 4], colors.text[i % 4], coverage[i / 4]);
+                }
+                std::vector<std::uint8_t> pixels(expected.size(), 0xA5);
+                way.function(pixels.data(), coverage.data(), count, colors);
+                ASSERT_EQ(pixels, expected) << way.name << " " << count;
+            }
+        }
+    }
+}
+
+} // namespace
