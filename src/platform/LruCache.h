@@ -71,7 +71,7 @@ public:
             return;
         }
         Shard& shard = ShardOf(hash);
-        Entries fresh; // joins the others last, so that running out of memory changes nothing
+        Entries fresh; // joins the others last: running out of memory leaves no half of it
         fresh.push_front({ hash, bytes, std::move(value) });
         Entries dropped; // freed after the lock
         const std::lock_guard lock(shard.mutex);
