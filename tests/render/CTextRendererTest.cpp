@@ -13,9 +13,9 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/Drawing.h"
 #include "platform/TextEncoding.h"
 #include "render/FakeImage.h"
+#include "support/TestWorld.h"
 
 bool operator==(const tagRECT& a, const tagRECT& b) {
     return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
@@ -28,44 +28,20 @@ namespace {
 
 constexpr tagRECT kNothing { 0, 0, 0, 0 };
 
-// A world that is current while the object lives.
-class CurrentWorld {
-public:
-    CurrentWorld() {
-        platform::GetGWorld(&m_before, &m_device);
-        EXPECT_EQ(platform::NewGWorld(&world, 32, { 0, 0, 8, 8 }), platform::kNoErr);
-        platform::SetGWorld(world, nullptr);
-    }
-    ~CurrentWorld() {
-        platform::SetGWorld(m_before, m_device);
-        platform::DisposeGWorld(world);
-    }
-    CurrentWorld(const CurrentWorld&) = delete;
-    CurrentWorld& operator=(const CurrentWorld&) = delete;
-
-    platform::GWorldPtr world = nullptr;
-
-private:
-    platform::CGrafPtr m_before = nullptr;
-    platform::GDHandle m_device = nullptr;
-};
-
 struct Metrics {
     int lineHeight;
     int width; // of the widest line
 };
 
 Metrics Measured(int size, std::initializer_list<const char*> lines) {
-    const CurrentWorld current;
+    const test::TestWorld current(8, 8);
     platform::TextFont(0);
     platform::TextSize(static_cast<std::int16_t>(size));
     platform::FontInfo font;
     platform::GetFontInfo(&font);
     Metrics metrics { font.ascent + font.descent, 0 };
-    for (const char* line : lines) {
-        const auto length = static_cast<std::int32_t>(std::strlen(line));
-        metrics.width = std::max(metrics.width, platform::TextWidth(line, 0, length));
-    }
+    for (const char* line : lines)
+        metrics.width = std::max(metrics.width, test::WidthOf(line));
     return metrics;
 }
 
@@ -263,7 +239,7 @@ TEST_F(CTextRendererTest, ClearsAsMuchAsItIsToldAndCopiesAsMuchAsThereIs) {
 }
 
 TEST_F(CTextRendererTest, RestoresTheDrawingStateAlsoWhenTheImageThrows) {
-    const CurrentWorld current;
+    const test::TestWorld current(8, 8);
     platform::TextSize(77);
     platform::RGBForeColor({ 1, 2, 3 });
     param.dwFlags = TEXT_SCORE | TEXT_BOX;
@@ -275,8 +251,8 @@ TEST_F(CTextRendererTest, RestoresTheDrawingStateAlsoWhenTheImageThrows) {
             Draw();
         }
         EXPECT_EQ(image.locks, 0);
-        EXPECT_EQ(platform::GetPort(), current.world);
-        EXPECT_EQ(platform::GetPortTextSize(current.world), 77);
+        EXPECT_EQ(platform::GetPort(), current.World());
+        EXPECT_EQ(platform::GetPortTextSize(current.World()), 77);
         platform::RGBColor color;
         platform::GetForeColor(&color);
         EXPECT_EQ(color.blue, 3);

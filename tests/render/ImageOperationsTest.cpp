@@ -87,18 +87,6 @@ TEST(PIOffscreenTest, DoesNothingWhereTheHostHasNothing) {
     EXPECT_EQ(image.locks, 0);
 }
 
-TEST(PIOffscreenTest, ReleasesOnlyWhatItsUserMade) {
-    static int s_released = 0;
-    s_released = 0;
-    EPIObjectProcs objects { sizeof objects, nullptr,
-                             [](EPIObjectRef, std::int32_t kind) { s_released += kind; } };
-    FakeImage image(1, 1, 32);
-    { PIOffscreen borrowed(&objects, image.Procs(), image.Ref()); }
-    EXPECT_EQ(s_released, 0);
-    { PIOffscreen made(&objects, image.Procs(), image.Ref(), epiObjectImage); }
-    EXPECT_EQ(s_released, epiObjectImage);
-}
-
 long Resize(FakeImage& dst, FakeImage& src) {
     PIOffscreen to = Wrap(dst);
     PIOffscreen from = Wrap(src);
