@@ -11,10 +11,10 @@ namespace platform {
 namespace {
 
 constexpr std::int64_t kMaxRecycledBytes = 8 << 20;
-constexpr std::size_t kMaxRecycled = 4;
+using BufferRecycler = Recycler<PixelBuffer, 4>;
 
-Recycler<PixelBuffer>& Recycled() {
-    thread_local Recycler<PixelBuffer> recycler(kMaxRecycled);
+BufferRecycler& Recycled() {
+    thread_local BufferRecycler recycler;
     return recycler;
 }
 
@@ -39,14 +39,13 @@ std::shared_ptr<PixelBuffer> PixelBuffer::Make(std::int64_t bytes) {
     const auto fits = [bytes](const PixelBuffer& buffer) {
         return buffer.m_capacity >= bytes && buffer.m_capacity / 4 <= bytes;
     };
-    std::unique_ptr<PixelBuffer> buffer =
-        Recycler<PixelBuffer>::Alive() ? Recycled().Take(fits) : nullptr;
+    std::unique_ptr<PixelBuffer> buffer = BufferRecycler::Alive() ? Recycled().Take(fits) : nullptr;
     if (!buffer) {
         buffer = std::make_unique<PixelBuffer>(std::max<std::int64_t>(bytes + bytes / 8, 4096));
     }
     return { buffer.release(), [](PixelBuffer* returned) {
                 std::unique_ptr<PixelBuffer> owned(returned);
-                if (Recycler<PixelBuffer>::Alive() && owned->Capacity() <= kMaxRecycledBytes) {
+                if (BufferRecycler::Alive() && owned->Capacity() <= kMaxRecycledBytes) {
                     Recycled().Give(std::move(owned));
                 }
             } };

@@ -2,17 +2,19 @@
 // A thread's few objects that were given back and wait for their next use.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <memory>
-#include <vector>
 
 namespace platform {
 
-// Used as a thread_local only. Objects may come from and go to any thread.
-template <class Object>
+// Used as a thread_local only. Objects may come from and go to any thread. Takes no memory itself, so
+// that giving back never fails.
+template <class Object, std::size_t kMost>
 class Recycler {
 public:
-    explicit Recycler(std::size_t most) { m_objects.reserve(most); }
+    Recycler() = default;
     ~Recycler() { s_alive = false; }
     Recycler(const Recycler&) = delete;
     Recycler& operator=(const Recycler&) = delete;
@@ -23,10 +25,10 @@ public:
     // The one that was given last of those that suit; null when there is none.
     template <class Suits>
     std::unique_ptr<Object> Take(const Suits& suits) {
-        for (auto it = m_objects.rbegin(); it != m_objects.rend(); ++it) {
-            if (suits(**it)) {
-                std::unique_ptr<Object> taken = std::move(*it);
-                m_objects.erase(std::next(it).base());
+        for (std::size_t i = m_count; i-- > 0;) {
+            if (suits(*m_objects[i])) {
+                std::unique_ptr<Object> taken = std::move(m_objects[i]);
+                Close(i);
                 return taken;
             }
         }
@@ -35,15 +37,23 @@ public:
 
     // When it is full the oldest one makes room.
     void Give(std::unique_ptr<Object> object) {
-        if (m_objects.size() == m_objects.capacity()) {
-            m_objects.erase(m_objects.begin());
+        if (m_count == kMost) {
+            Close(0);
         }
-        m_objects.push_back(std::move(object));
+        m_objects[m_count++] = std::move(object);
     }
 
 private:
+    // The later ones move up to the place of an object that is gone or goes.
+    void Close(std::size_t gap) {
+        const auto first = m_objects.begin() + static_cast<std::ptrdiff_t>(gap);
+        std::move(first + 1, m_objects.begin() + static_cast<std::ptrdiff_t>(m_count), first);
+        m_objects[--m_count] = nullptr;
+    }
+
     static inline thread_local bool s_alive = true;
-    std::vector<std::unique_ptr<Object>> m_objects;
+    std::array<std::unique_ptr<Object>, kMost> m_objects;
+    std::size_t m_count = 0;
 };
 
 } // namespace platform

@@ -15,7 +15,7 @@ struct GDevice {};
 
 namespace {
 
-constexpr std::size_t kMaxRecycledWorlds = 8;
+using WorldRecycler = Recycler<GWorld, 8>;
 // A world that is drawn into without end turns its recording into pixels now and then.
 constexpr std::size_t kMaxCommands = 512;
 
@@ -27,8 +27,8 @@ GDHandle TheDevice() {
     return &device;
 }
 
-Recycler<GWorld>& Recycled() {
-    thread_local Recycler<GWorld> recycler(kMaxRecycledWorlds);
+WorldRecycler& Recycled() {
+    thread_local WorldRecycler recycler;
     return recycler;
 }
 
@@ -122,7 +122,7 @@ OSStatus NewGWorld(GWorldPtr* world, std::int16_t depth, const Rect& bounds) {
         return kMemFullErr;
     }
     const auto any = [](const GWorld&) { return true; };
-    std::unique_ptr<GWorld> made = Recycler<GWorld>::Alive() ? Recycled().Take(any) : nullptr;
+    std::unique_ptr<GWorld> made = WorldRecycler::Alive() ? Recycled().Take(any) : nullptr;
     if (!made) {
         made.reset(new (std::nothrow) GWorld);
     }
@@ -145,7 +145,7 @@ void DisposeGWorld(GWorldPtr world) {
         t_port = nullptr; // a caller's mistake that must not become a dangling port
     }
     owned->pixels.Reset();
-    if (Recycler<GWorld>::Alive()) {
+    if (WorldRecycler::Alive()) {
         Recycled().Give(std::move(owned));
     }
 }
