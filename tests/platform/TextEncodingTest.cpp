@@ -3,10 +3,10 @@
 #include "platform/TextEncoding.h"
 
 #include <gmock/gmock.h>
-#include <iconv.h>
 #include <random>
 
 #include "platform/Report.h"
+#include "support/Converts.h"
 
 namespace {
 
@@ -22,16 +22,6 @@ protected:
     void SetUp() override { ForgetReports(); }
     void TearDown() override { SetApplicationTextEncoding("UTF-8"); }
 };
-
-// The cross builds' machines have no converters; characters begin and end there all the same.
-bool Converts(const char* name) {
-    const iconv_t handle = iconv_open("UTF-8", name);
-    if (reinterpret_cast<std::intptr_t>(handle) == -1) {
-        return false;
-    }
-    iconv_close(handle);
-    return true;
-}
 
 std::vector<int> ByteTypes(const std::string& text) {
     std::vector<int> types;
