@@ -2,6 +2,7 @@
 // A drawing world for tests, current while it lives, whose pixels compare as numbers.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <gtest/gtest.h>
 #include <string>
@@ -38,8 +39,9 @@ public:
         bool unused = false;
         for (int y = 0; y < m_height; ++y, row += platform::GetPixRowBytes(Map())) {
             for (int x = 0; x < m_width; ++x) {
-                unused = unused || row[x * 4] != 0;
-                pixels.push_back((row[x * 4 + 1] << 16) | (row[x * 4 + 2] << 8) | row[x * 4 + 3]);
+                const std::uint8_t* const pixel = row + std::ptrdiff_t { 4 } * x;
+                unused = unused || pixel[0] != 0;
+                pixels.push_back((pixel[1] << 16) | (pixel[2] << 8) | pixel[3]);
             }
         }
         EXPECT_FALSE(unused);
