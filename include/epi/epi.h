@@ -186,9 +186,10 @@ typedef struct EPIArchiveProcs {
 typedef struct EPIHandleProcs {
     uint32_t nSize; /* bytes in this table */
     void* reserved1[3];
-    /* Pins the memory and gives its address, good until Unlock; null when it cannot. [render] */
+    /* Pins the memory and gives its address, good until Unlock; null when it cannot. Locks count,
+       as the records of several threads may share a handle. [render] */
     void* (*Lock)(EPIHandleRef handle);
-    void (*Unlock)(EPIHandleRef handle); /* afterwards the memory may move [render] */
+    void (*Unlock)(EPIHandleRef handle); /* after the last one the memory may move [render] */
     void* reserved6;
     void (*Dispose)(EPIHandleRef handle); /* frees an unlocked handle of the effect's own [ui] */
 } EPIHandleProcs;
