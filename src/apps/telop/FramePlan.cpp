@@ -92,6 +92,7 @@ void FramePlan::OpenFiles(const RenderOptions& options) {
     m_output = host::SequenceOutput::Open(*m_input, options.output, why);
     if (!m_output)
         FailUsage(why);
+    m_folder = m_output->Folder();
     auto const existing = ExistingPolicy(options);
     if (existing == host::Existing::kRefuse) {
         std::vector<std::string> found;
@@ -118,6 +119,7 @@ void FramePlan::OpenNumberedFiles(const RenderOptions& options) {
         FailUsage(why.empty() ? options.output + ": the frames of a stream need numbered names, "
                                                  "such as out.%04d.png, or - for a stream"
                               : why);
+    m_folder = pattern->Folder();
     auto const existing = ExistingPolicy(options);
     auto const there = existing == host::Existing::kRefuse
                            ? host::Sequence::Open(options.output, why)
@@ -154,7 +156,7 @@ void FramePlan::RefuseExisting(const std::vector<std::string>& existing) const {
 
 void FramePlan::PrepareFolder() const {
     std::string why;
-    if (m_output && !m_output->PrepareFolder(why))
+    if (!host::MakeFolder(m_folder, why))
         throw CommandError(ExitCode::kCannotWrite, why);
 }
 

@@ -3,6 +3,7 @@
 // the frame options ask for.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -44,6 +45,7 @@ private:
     std::optional<host::Sequence> m_input; // none for a stream
     std::vector<host::FrameFile> m_files;  // of it, those that are wanted
     std::optional<host::SequenceOutput> m_output;
+    std::filesystem::path m_folder; // of the outputs; empty for the current one, or a stream
     std::vector<std::int64_t> m_missing;
     std::unique_ptr<FrameSource> m_source;
     std::unique_ptr<FrameSink> m_sink;

@@ -142,18 +142,20 @@ std::optional<FileIdentity> IdentityOf(const fs::path& file) {
     return FileIdentity { status.st_dev, status.st_ino };
 }
 
-bool IsFolder(std::string_view path) {
+bool IsFolder(std::string_view path, Sequence::Kind input) {
     std::error_code error;
-    return path.ends_with('/') || fs::is_directory(path, error);
+    if (path.ends_with('/') || fs::is_directory(path, error))
+        return true;
+    return input != Sequence::Kind::kPicture && !FramePattern::LooksLikeOne(path) &&
+           !fs::path(path).has_extension() && !fs::exists(path, error);
 }
 
-// Devices and pipes take any bytes; files must have a name by which they are known as PNG.
+} // namespace
+
 bool MayHoldPng(const fs::path& file) {
     std::error_code error;
     return IsPng(file) || fs::is_other(file, error);
 }
-
-} // namespace
 
 std::optional<Sequence> Sequence::Open(std::string_view input, std::string& why) {
     Sequence sequence;
@@ -203,7 +205,7 @@ std::optional<SequenceOutput> SequenceOutput::Open(const Sequence& sequence,
     out.m_path = output;
     if (output.empty())
         return fail("no output is given");
-    if (IsFolder(output)) {
+    if (IsFolder(output, sequence.InputKind())) {
         out.m_isFolder = true;
     } else if (FramePattern::LooksLikeOne(output)) {
         out.m_pattern = FramePattern::Parse(output, why);
@@ -224,8 +226,11 @@ std::optional<SequenceOutput> SequenceOutput::Open(const Sequence& sequence,
     for (const FrameFile& frame : sequence.Frames()) {
         const auto identity = IdentityOf(out.PathOf(frame));
         if (identity && inputs.contains(*identity))
-            return fail("frame " + std::to_string(frame.number) + " would be written over " +
-                        "an input, " + out.PathOf(frame).native() + "; name another place");
+            return fail((sequence.InputKind() == Sequence::Kind::kPicture
+                             ? "the frame"
+                             : "frame " + std::to_string(frame.number)) +
+                        " would be written over an input, " + out.PathOf(frame).native() +
+                        "; name another place");
     }
     return out;
 }
@@ -236,8 +241,7 @@ fs::path SequenceOutput::PathOf(const FrameFile& frame) const {
     return m_isFolder ? m_path / frame.path.filename() : m_path;
 }
 
-bool SequenceOutput::PrepareFolder(std::string& why) const {
-    const fs::path folder = m_isFolder ? m_path : m_path.parent_path();
+bool MakeFolder(const fs::path& folder, std::string& why) {
     std::error_code error;
     if (!folder.empty() && !fs::is_directory(folder, error))
         fs::create_directories(folder, error);

@@ -43,8 +43,15 @@ private:
     std::vector<FrameFile> m_frames;
 };
 
-// Where the frames of a sequence go. A pattern, a folder (which must exist, or end in a slash; the
-// frames keep their names) or, for a picture, a file.
+// Devices and pipes take any bytes; files must have a name by which they are known as PNG.
+bool MayHoldPng(const std::filesystem::path& file);
+
+// Makes the folder where it is missing, with those above it. An empty path is the current folder.
+bool MakeFolder(const std::filesystem::path& folder, std::string& why);
+
+// Where the frames of a sequence go. A pattern, a folder (the frames keep their names) or, for a
+// picture, a file. A folder is what exists as one or ends in a slash and, where it cannot be a file
+// because there are several frames, a new name without an extension.
 class SequenceOutput {
 public:
     // Nothing, and `why` says what would fit, when the output cannot take this sequence, or a
@@ -53,8 +60,8 @@ public:
                                               std::string& why);
 
     std::filesystem::path PathOf(const FrameFile& frame) const;
-    // Makes the folder of the outputs if it is missing.
-    bool PrepareFolder(std::string& why) const;
+    // Where they all lie; empty for the current folder.
+    std::filesystem::path Folder() const { return m_isFolder ? m_path : m_path.parent_path(); }
 
 private:
     std::optional<FramePattern> m_pattern;

@@ -73,16 +73,16 @@ TEST_F(RenderStream, FramesWithoutTheSwitchPassThrough) {
 
 TEST_F(RenderStream, MeetsFilesOnEitherSide) {
     auto outcome = Render({ "--info", "x", "--apply", "9", "--frames", "2-3" }, "-",
-                          "shot.%02d.png", Stream(4));
+                          "new/shot.%02d.png", Stream(4));
     ASSERT_EQ(outcome.code, 0) << outcome.err;
-    EXPECT_EQ(Compare(ReadPicture("shot.02.png"), SmallFrame(2)).pixels, 0);
-    EXPECT_FALSE(std::filesystem::exists(Path("shot.01.png")));
+    EXPECT_EQ(Compare(ReadPicture("new/shot.02.png"), SmallFrame(2)).pixels, 0);
+    EXPECT_FALSE(std::filesystem::exists(Path("new/shot.01.png")));
 
-    outcome = Render({ "--info", "x", "--apply", "9" }, "shot.%02d.png", "-");
+    outcome = Render({ "--info", "x", "--apply", "9" }, "new/shot.%02d.png", "-");
     ASSERT_EQ(outcome.code, 0) << outcome.err;
     EXPECT_EQ(outcome.out, Pam(SmallFrame(2)) + Pam(SmallFrame(3)));
 
-    outcome = Render({ "--info", "x" }, "-", "shot.%02d.png", Stream(1));
+    outcome = Render({ "--info", "x" }, "-", "new/shot.%02d.png", Stream(1));
     EXPECT_EQ(outcome.code, 5) << "frame 2 of a longer stream would be there";
     EXPECT_THAT(outcome.err, HasSubstr("shot.02.png"));
 }

@@ -88,6 +88,8 @@ TEST_F(SequenceFiles, SendsFramesWhereTheOutputSays) {
              { "in/s.%04d.png", "out/t.%03d.png", "out/t.002.png" },
              { "in/s.####.png", "out", "out/s.0002.png" },
              { "in", "new/", "new/s.0002.png" },
+             { "in", "new", "new/s.0002.png" },
+             { "in/s.####.png", "new", "new/s.0002.png" },
              { "in", "t##.png", "t02.png" },
              { "one.0007.png", "burnt.PNG", "burnt.PNG" },
              { "one.0007.png", "out", "out/one.0007.png" },
@@ -96,15 +98,16 @@ TEST_F(SequenceFiles, SendsFramesWhereTheOutputSays) {
 }
 
 TEST_F(SequenceFiles, RefusesOutputsThatCannotBe) {
-    Make({ "in/s.0001.png", "in/s.0002.png", "one.png" });
+    Make({ "in/s.0001.png", "in/s.0002.png", "one.png", "file" });
     fs::create_directory_symlink("in", At("link"));
     for (const auto& [input, output, reason] :
          std::vector<std::tuple<std::string, std::string, std::string>> {
              { "in/s.%04d.png", "out.png", "out.%04d.png" },
              { "in", "out.png", "is a sequence; name a folder" },
+             { "in", "file", "is a sequence; name a folder" },
              { "in", "in", "frame 1 would be written over an input" },
              { "in/s.####.png", "link/s.%04d.png", "frame 1 would be written over an input" },
-             { "one.png", "one.png", "frame 1 would be written over an input" },
+             { "one.png", "one.png", "the frame would be written over an input" },
              { "one.png", "one.jpg", "written as PNG" },
              { "in", "out.%04d.tif", "written as PNG" },
              { "in", "out.%04d.%d.png", "more than one place" } })
@@ -116,9 +119,10 @@ TEST_F(SequenceFiles, MakesTheFolderOfItsOutputs) {
     std::string why;
     const auto sequence = Sequence::Open(At("one.png"), why);
     ASSERT_TRUE(sequence);
-    EXPECT_TRUE(SequenceOutput::Open(*sequence, At("a/b/x.png"), why)->PrepareFolder(why)) << why;
+    EXPECT_TRUE(MakeFolder(SequenceOutput::Open(*sequence, At("a/b/x.png"), why)->Folder(), why))
+        << why;
     EXPECT_TRUE(fs::is_directory(At("a/b")));
-    EXPECT_FALSE(SequenceOutput::Open(*sequence, At("file/x.png"), why)->PrepareFolder(why));
+    EXPECT_FALSE(MakeFolder(SequenceOutput::Open(*sequence, At("file/x.png"), why)->Folder(), why));
     EXPECT_THAT(why, HasSubstr("file: the folder cannot be made"));
 }
 
