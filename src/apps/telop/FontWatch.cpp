@@ -44,8 +44,9 @@ void FontWatch::CheckFamily(std::string_view family) {
     auto const name = platform::DecodeText(family);
     auto const resolution = platform::ResolveFontFamily(name);
     if (resolution.match != platform::FontMatch::kInstalled)
-        Violate("font '" + name + "' is not installed; '" + resolution.family +
-                "' would stand in for it");
+        Violate("font '" + name + "' is not installed; " +
+                (resolution.family.empty() ? "no font is"
+                                           : "'" + resolution.family + "' would stand in for it"));
 }
 
 std::string FontWatch::Violation() const {

@@ -10,8 +10,10 @@
 #include "apps/telop/Console.h"
 #include "apps/telop/FontSample.h"
 #include "apps/telop/LoadEffect.h"
+#include "apps/telop/OptionChecks.h"
 #include "apps/telop/OptionText.h"
 #include "host/frames/PngWriter.h"
+#include "host/frames/Sequence.h"
 #include "platform/Fonts.h"
 
 namespace telop {
@@ -82,15 +84,21 @@ void AddFontsOptions(CLI::App& command, FontsOptions& options) {
         "Lists the font families that texts can be drawn in, with their other names.");
     command.add_option("FILTER", options.filter, "Only families with this in one of their names");
     command.add_flag("--files", options.files, "Show each family's file too");
-    command.add_option("--sample", options.sample, "Draw a text in each family into a PNG file")
-        ->option_text("FILE.png");
-    command.add_option("--text", options.text, "The sample's text, one line")->option_text("TEXT");
+    auto* sample =
+        command
+            .add_option("--sample", options.sample, "Draw a text in each family into a PNG file")
+            ->option_text("FILE.png");
+    command.add_option("--text", options.text, "The sample's text, one line")
+        ->needs(sample)
+        ->option_text("TEXT");
     command
         .add_option("--size", options.size,
                     "The sample's size in points (" + std::to_string(options.size) + ")")
-        ->check(CLI::Range(4, 400))
+        ->check(WholeNumber(4, 400))
+        ->needs(sample)
         ->option_text("POINTS");
-    command.add_flag("--overwrite", options.overwrite, "Replace the sample if it exists");
+    command.add_flag("--overwrite", options.overwrite, "Replace the sample if it exists")
+        ->needs(sample);
     command.add_option("--plugin", options.plugin, "The bundle to use")->option_text("BUNDLE");
     command.footer("Examples:\n"
                    "  telop fonts\n"
@@ -99,8 +107,9 @@ void AddFontsOptions(CLI::App& command, FontsOptions& options) {
 }
 
 ExitCode RunFonts(const FontsOptions& options) {
-    if (options.text && !options.sample)
-        FailUsage("--text is the text of a sample; give --sample FILE.png with it");
+    if (options.sample && !host::MayHoldPng(*options.sample))
+        FailUsage("--sample: " + *options.sample +
+                  ": samples are written as PNG; let the name end in .png");
     auto const families = MatchingFamilies(options);
     if (families.empty())
         throw CommandError(ExitCode::kBadInput,

@@ -26,6 +26,9 @@ bool ReadInt(std::string_view text, std::int32_t& value) {
 }
 
 std::string ReadDialogueFile(std::string_view option, const std::string& file) {
+    if (file.empty())
+        FailUsage(std::string(option) +
+                  ": @ is followed by a file's name; a text that starts with @ is written with @@");
     std::string why;
     auto const bytes = host::ReadWholeFile(file, kMaxDialogueFile, why);
     if (!bytes)

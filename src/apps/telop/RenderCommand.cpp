@@ -2,7 +2,6 @@
 #include "apps/telop/RenderCommand.h"
 
 #include <algorithm>
-#include <cmath>
 #include <csignal>
 #include <cstdlib>
 #include <thread>
@@ -36,8 +35,6 @@ host::FrameRanges ApplyRanges(const RenderOptions& options) {
 }
 
 Placement PlacementOf(const RenderOptions& options) {
-    if (!std::isfinite(options.scale))
-        FailUsage("--scale: the factor is not finite");
     Placement placement { .scale = options.scale };
     if (options.origin)
         placement.origin = ParsePoint("--origin", *options.origin);
@@ -67,6 +64,9 @@ void SaveText(host::Effect& effect, const FrameText& text, const RenderOptions& 
     if (auto const option = text.OptionWithTokens(); !option.empty())
         FailUsage("--save-settings keeps one text for all frames, and that of " + option +
                   " has tokens");
+    if (options.text.strings)
+        Console::Get().Warn("--save-settings: settings have no room for --strings; give them again "
+                            "to each run");
     effect.SetParams(text.Params());
     SaveSettings(effect, *options.saveSettings, options.overwrite);
 }

@@ -4,6 +4,7 @@
 #include <CLI/CLI.hpp>
 
 #include "apps/telop/CommandError.h"
+#include "apps/telop/OptionChecks.h"
 #include "host/frames/FrameRanges.h"
 #include "host/frames/PngWriter.h"
 
@@ -22,7 +23,8 @@ constexpr const char* kDescription =
 constexpr const char* kExamples =
     "Tokens, in any text: {frame}, {frame:04} (4 digits), {frame-1000} (counted from 1000), "
     "{frame+1:03},\n{file} (the picture's name without folder and extension); {{ and }} are "
-    "braces.\n\n"
+    "braces.\nA dialogue that starts with @ is written with @@, a comma within --strings as "
+    "\\,.\n\n"
     "Examples:\n"
     "  telop render --info PAN --at 60,40 shot.####.png out/shot.####.png\n"
     "  telop render --score 0 --strings ,,12,{frame} --box black shot/ out/\n"
@@ -48,7 +50,7 @@ void AddTextOptions(CLI::App& command, TextOptions& text) {
     auto* score = command
                       .add_option("--score", text.score,
                                   "The score line: 0 C-3-4, 1 3-4, 2 2-3-4, 3 1-2-3-4 of --strings")
-                      ->check(CLI::Range(0, 3))
+                      ->check(WholeNumber(0, 3))
                       ->option_text("0..3")
                       ->group(group);
     command
@@ -74,7 +76,7 @@ void AddLookOptions(CLI::App& command, RenderOptions& options) {
         ->option_text("FAMILY")
         ->group(group);
     command.add_option("--size", text.size, "Size in points, which are pixels")
-        ->check(CLI::Range(1, 32767))
+        ->check(WholeNumber(1, 32767))
         ->option_text("POINTS")
         ->group(group);
     command.add_option("--color", text.color, "Of the text: #RRGGBB, #RGB, r,g,b or a name")
@@ -85,14 +87,14 @@ void AddLookOptions(CLI::App& command, RenderOptions& options) {
         ->group(group);
     command
         .add_option("--opacity", text.opacity, "Of the text, or of the box with it, in per cent")
-        ->check(CLI::Range(0, 100))
+        ->check(WholeNumber(0, 100))
         ->option_text("0..100")
         ->group(group);
     command.add_option("--at", text.position, "Top left of the text in frame pixels")
         ->option_text("X,Y")
         ->group(group);
     command.add_option("--scale", options.scale, "Picture pixels for a frame pixel; moves --at")
-        ->check(CLI::PositiveNumber)
+        ->check(PositiveFactor())
         ->option_text("FACTOR")
         ->group(group);
     command
@@ -113,7 +115,7 @@ void AddFrameOptions(CLI::App& command, RenderOptions& options) {
         ->option_text("RANGES")
         ->group(group);
     command.add_option("--start", options.start, "Number of a stream's first frame (1)")
-        ->check(CLI::Range(std::int64_t { 0 }, host::kFrameMax))
+        ->check(WholeNumber(0, host::kFrameMax))
         ->option_text("NUMBER")
         ->group(group);
 }
@@ -143,13 +145,13 @@ void AddSettingsOptions(CLI::App& command, RenderOptions& options) {
 void AddOutputOptions(CLI::App& command, RenderOptions& options) {
     auto const group = "Output";
     command.add_option("--jobs", options.jobs, "Frames made at once (as many as cores)")
-        ->check(CLI::Range(1, kMaxJobs))
+        ->check(WholeNumber(1, kMaxJobs))
         ->option_text("N")
         ->group(group);
     command
         .add_option("--compression", options.compression,
                     "Of PNG, 0 none to 9 smallest (" + std::to_string(options.compression) + ")")
-        ->check(CLI::Range(0, host::kPngLevelMax))
+        ->check(WholeNumber(0, host::kPngLevelMax))
         ->option_text("0..9")
         ->group(group);
     auto* overwrite =

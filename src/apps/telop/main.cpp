@@ -3,10 +3,13 @@
 // code.
 
 #include <algorithm>
+#include <cerrno>
+#include <cstdio>
 #include <exception>
 #include <functional>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -90,7 +93,9 @@ private:
             return ExitCode::kSuccess;
         }
         bool const noCommand = m_app.get_subcommands().empty();
-        Console::Get().Error((noCommand ? CommandHelp() : error.what()) + "\nSee " + HelpCommand());
+        bool const surplus = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError);
+        auto const text = noCommand ? CommandHelp() : surplus ? SurplusHelp() : error.what();
+        Console::Get().Error(text + "\nSee " + HelpCommand());
         return ExitCode::kUsage;
     }
 
@@ -102,6 +107,16 @@ private:
         for (auto const* command : m_app.get_subcommands({}))
             text += " " + command->get_name();
         return text;
+    }
+
+    // What follows a mistyped option is surplus too, so the option is named.
+    std::string SurplusHelp() const {
+        auto const surplus = m_app.remaining(true);
+        auto const option = std::find_if(surplus.begin(), surplus.end(), [](const auto& word) {
+            return word.size() > 1 && word.starts_with('-');
+        });
+        return option != surplus.end() ? "'" + *option + "' is no option"
+                                       : "'" + surplus.front() + "' is one argument too many";
     }
 
     std::string HelpCommand() const {
@@ -118,10 +133,18 @@ private:
     DoctorOptions m_doctor;
 };
 
+// What was printed may still wait in a buffer, and a full disk shows only when that is emptied.
+ExitCode CheckPrinted(ExitCode code) {
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
+        return code;
+    throw CommandError(ExitCode::kCannotWrite, "standard output: cannot be written: " +
+                                                   std::generic_category().message(errno));
+}
+
 ExitCode Main(int argc, char** argv) {
     try {
         CommandLine line;
-        return line.Run(argc, argv);
+        return CheckPrinted(line.Run(argc, argv));
     } catch (const CommandError& error) {
         Console::Get().Error(error.what());
         return error.Code();

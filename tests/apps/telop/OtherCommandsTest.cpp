@@ -85,6 +85,7 @@ TEST_F(OtherCommands, FontsListsFamiliesAndDrawsThem) {
     EXPECT_TRUE(std::any_of(row.begin(), row.end(), [](int value) { return value < 100; }));
     EXPECT_EQ(Run({ "fonts", "dejavu", "--sample", "s.png" }).code, 5);
     EXPECT_EQ(Run({ "fonts", "--text", "x" }).code, 2);
+    EXPECT_EQ(Run({ "fonts", "--sample", "s.jpg" }).code, 2);
     EXPECT_EQ(Run({ "fonts", "dejavu", "--sample", "t.png", "--text", std::string(70, 'x') }).code,
               2);
 }
