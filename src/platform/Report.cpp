@@ -76,8 +76,8 @@ const char* Noun(ReportKind kind) {
 
 std::string Describe(const Report& report) {
     // Characters and bytes stand in a notation of their own and need no quotes.
-    const bool isNamed = report.kind != ReportKind::kGlyphMissing &&
-                         report.kind != ReportKind::kTextMalformed;
+    const bool isNamed =
+        report.kind != ReportKind::kGlyphMissing && report.kind != ReportKind::kTextMalformed;
     const char* const quote = isNamed ? "'" : "";
     std::string line = Noun(report.kind);
     line += " " + (quote + report.asked) + quote + ": " + report.reason;
