@@ -28,7 +28,7 @@ public:
 
     // Makes the file and the folders above it.
     std::filesystem::path Write(const std::filesystem::path& name, std::string_view bytes) const {
-        const std::filesystem::path path = m_path / name;
+        std::filesystem::path path = m_path / name;
         std::filesystem::create_directories(path.parent_path());
         std::ofstream(path, std::ios::binary) << bytes;
         return path;
