@@ -9,6 +9,8 @@
 #include <map>
 #include <memory>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -29,6 +31,21 @@ class Sheet {
 public:
     void Heading(std::string_view text) { std::printf("\n%s\n", std::string(text).c_str()); }
     void Say(const std::string& label, const std::string& value) { Line("  ", label, value); }
+    // Names between commas, on as many lines as they need.
+    void SayNames(const std::string& label, const std::string& start,
+                  const std::vector<std::string>& names) {
+        std::string line = start;
+        std::string_view mark = label;
+        for (auto const& name : names) {
+            bool const last = &name == &names.back();
+            if (Columns(line) + Columns(name) > kValueColumns) {
+                Line("  ", std::string(std::exchange(mark, "")), line);
+                line.clear();
+            }
+            line += (line.empty() ? "" : " ") + name + (last ? "" : ",");
+        }
+        Line("  ", std::string(mark), line);
+    }
     void Wrong(const std::string& label, const std::string& value) {
         ++m_wrong;
         Line("! ", label, value);
@@ -36,6 +53,15 @@ public:
     int CountWrong() const { return m_wrong; }
 
 private:
+    static constexpr std::size_t kValueColumns = 76; // beside the label, in 100
+
+    // What it takes on a terminal: characters from the first East Asian ones on are wide there.
+    static std::size_t Columns(std::string_view utf8) {
+        std::size_t columns = 0;
+        for (unsigned char const byte : utf8)
+            columns += (byte & 0xC0) == 0x80 ? 0 : byte >= 0xE2 ? 2 : 1;
+        return columns;
+    }
     static void Line(const char* mark, const std::string& label, const std::string& value) {
         std::printf("%s%-20s %s\n", mark, label.c_str(), value.c_str());
     }
@@ -140,26 +166,25 @@ void CheckEffect(Sheet& sheet, const std::shared_ptr<host::Plugin>& plugin) {
 
 // By the family that stands in, since most of the names asked for share one.
 void ShowAliases(Sheet& sheet) {
-    std::map<std::string, std::string> namesByFamily;
-    for (auto const& alias : platform::FontAliases()) {
-        auto& names = namesByFamily[alias.family];
-        names += (names.empty() ? "" : ", ") + alias.asked;
-    }
-    for (auto& [family, names] : namesByFamily) {
+    std::map<std::string, std::vector<std::string>> namesByFamily;
+    for (auto const& alias : platform::FontAliases())
+        namesByFamily[alias.family].push_back(alias.asked);
+    for (auto const& [family, names] : namesByFamily) {
         if (family.empty())
-            sheet.Say("nothing like", names);
+            sheet.SayNames("nothing like", "", names);
         else
-            sheet.Say("stands in", names.insert(0, family + " for "));
+            sheet.SayNames("stands in", family + " for", names);
     }
 }
 
 void CheckFonts(Sheet& sheet) {
     sheet.Heading("Fonts");
     auto const families = platform::InstalledFontFamilies();
-    if (families.empty())
-        sheet.Wrong("families", "no font is installed");
-    else
-        sheet.Say("families", std::to_string(families.size()) + " ('telop fonts' lists them)");
+    if (families.empty()) {
+        sheet.Wrong("families", "no font is installed, or Fontconfig does not find it");
+        return;
+    }
+    sheet.Say("families", std::to_string(families.size()) + " ('telop fonts' lists them)");
     auto const standard = platform::ResolveFontFamily("");
     sheet.Say("without a name", standard.family + "  " + standard.file);
     ShowAliases(sheet);
