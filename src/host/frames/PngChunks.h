@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // The parts of a PNG file: which there are, in what order they stand, and which of them an editor may
 // carry over. Knows nothing of pixels. Internal to the frame files.
-// Formulas and rules: Portable Network Graphics Specification, chapters 5, 11 and 14.
+// Rules: Portable Network Graphics (W3C Recommendation, second edition), chapters 5, 11 and 14.
 #pragma once
 
 #include <array>
