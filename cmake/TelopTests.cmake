@@ -37,6 +37,10 @@ function(telop_add_test name)
     if(TELOP_SANITIZE MATCHES thread)
         set(only TEST_FILTER "*Thread*:*Concurren*:*Parallel*")
     endif()
+    if(TELOP_SANITIZE MATCHES address)
+        list(APPEND arg_ENVIRONMENT
+            "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0")
+    endif()
     gtest_discover_tests(${name}
         TEST_PREFIX ${build}.
         ${only}

@@ -34,7 +34,9 @@ inline std::uint64_t HashBytes(std::uint64_t hash, std::string_view bytes) {
         hash = MixHash(hash, word);
     }
     std::uint64_t rest = 0;
-    std::memcpy(&rest, bytes.data(), bytes.size());
+    if (!bytes.empty()) { // an empty view may have no address
+        std::memcpy(&rest, bytes.data(), bytes.size());
+    }
     return MixHash(hash, rest);
 }
 
