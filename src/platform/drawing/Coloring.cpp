@@ -129,7 +129,7 @@ TELOP_AVX2 void ColorAvx2(std::uint8_t* pixels, const std::uint8_t* coverage, st
         const __m256i some = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(coverage + i));
         std::uint8_t* const to = pixels + i * 4;
         if (_mm256_testz_si256(some, some)) {
-            for (int part = 0; part < 4; ++part) {
+            for (std::int64_t part = 0; part < 4; ++part) {
                 Store(to + part * 32, ground);
             }
         } else if (grey) {
@@ -156,8 +156,10 @@ ColorWay ColorWayAt(int index) {
 
 void ColorPixels(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t count,
                  const TwoColors& colors) {
-    static const ColorFunction widest =
-        ColorWayAt(1).function ? ColorWayAt(1).function : ColorPlain;
+    static const ColorFunction widest = [] {
+        const ColorFunction vectors = ColorWayAt(kColorWays - 1).function;
+        return vectors ? vectors : ColorPlain;
+    }();
     widest(pixels, coverage, count, colors);
 }
 
