@@ -1,0 +1,276 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "huxCommon/huxGUI/HuxCarbonEventHandler.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include "huxCommon/huxGUI/HuxCarbonEventPatcherT.h"
+#include "huxCommon/huxGUI/HuxError.h"
+#include "platform/events/Event.h"
+
+using namespace platform;
+
+namespace {
+
+constexpr EventTypeSpec kType { 0x74657374, 5 };
+constexpr EventTypeSpec kOtherType { 0x74657374, 6 };
+
+// Notes the phases it runs and does in each what the test says.
+class Subject : public HuxCarbonEventHandler {
+public:
+    using Phase = std::function<OSStatus()>;
+
+    explicit Subject(std::string& log) : m_log(log) {}
+    ~Subject() override { m_log += "~"; }
+
+    OSStatus InstallSelf(EventTargetRef target) override {
+        return InstallCarbonEventHandler(target, 1, &kType);
+    }
+    OSStatus HandleEventBeginSelf(EventHandlerCallRef, EventRef) override {
+        return Run("b", begin);
+    }
+    OSStatus HandleEventCurrentSelf(EventHandlerCallRef, EventRef) override {
+        return Run("c", current);
+    }
+    OSStatus HandleEventEndSelf(EventHandlerCallRef, EventRef) override { return Run("e", end); }
+
+    Phase begin, current, end;
+
+private:
+    OSStatus Run(const char* name, const Phase& phase) {
+        m_log += name;
+        Phase const copy = phase; // which may end this object
+        return copy ? copy() : kEventNotHandledErr;
+    }
+
+    std::string& m_log;
+};
+
+std::optional<_HUX_ERROR> s_posted;
+int s_postedCount = 0;
+
+OSStatus TakeError(EventHandlerCallRef, EventRef event, void*) {
+    s_posted.emplace();
+    ++s_postedCount;
+    return GetEventParameter(event, kHuxErrorCode, kHuxErrorCode, nullptr, sizeof *s_posted,
+                             nullptr, &*s_posted);
+}
+
+class HuxCarbonEventHandlerTest : public testing::Test {
+protected:
+    HuxCarbonEventHandlerTest() {
+        EventTypeSpec const type { kHuxErrorCode, kHuxErrorKind };
+        InstallEventHandler(GetApplicationEventTarget(), TakeError, 1, &type, nullptr, &m_host);
+        s_posted.reset();
+        s_postedCount = 0;
+        m_subject->Install(m_target);
+    }
+    ~HuxCarbonEventHandlerTest() override {
+        EXPECT_EQ(HuxCarbonEventHandler::GetCurrentObject(), nullptr);
+        DisposeEventTarget(m_target);
+        RemoveEventHandler(m_host);
+    }
+
+    OSStatus Send(EventTypeSpec type = kType) {
+        EventRef event = nullptr;
+        CreateEvent(type.eventClass, type.eventKind, 0, &event);
+        OSStatus const status = SendEventToEventTarget(event, m_target);
+        ReleaseEvent(event);
+        while (DeliverNextEvent()) {
+        }
+        return status;
+    }
+
+    EventTargetRef m_target = CreateEventTarget(nullptr);
+    EventHandlerRef m_host = nullptr;
+    std::string m_log;
+    std::unique_ptr<Subject> m_subject = std::make_unique<Subject>(m_log);
+};
+
+TEST_F(HuxCarbonEventHandlerTest, RunsThePhasesInOrderAndTheEndNeverDecides) {
+    struct Row {
+        const char* name;
+        OSStatus begin, current, end, result;
+        const char* phases;
+    };
+    for (Row const& row : {
+             Row { "nobody handles", -9874, -9874, -9874, -9874, "bce" },
+             Row { "begin handles", 0, -1, -1, 0, "be" },
+             Row { "begin fails", -43, 0, 0, -43, "be" },
+             Row { "current handles", -9874, 0, -1, 0, "bce" },
+             Row { "only the end handles", -9874, -9874, 0, -9874, "bce" },
+         }) {
+        m_log.clear();
+        m_subject->begin = [&row] { return row.begin; };
+        m_subject->current = [&row] { return row.current; };
+        m_subject->end = [&row] { return row.end; };
+        EXPECT_EQ(Send(), row.result) << row.name;
+        EXPECT_EQ(m_log, row.phases) << row.name;
+    }
+}
+
+TEST_F(HuxCarbonEventHandlerTest, AnExceptionBecomesAnErrorEventAndTheStatusBeforeItStays) {
+    struct Row {
+        const char* name;
+        std::function<OSStatus()> thrown;
+        std::int32_t code;
+    };
+    for (Row const& row : {
+             Row { "status",
+                   [] {
+                       huxThrowError(-43, __FILE__, __LINE__);
+                       return 0;
+                   },
+                   -43 },
+             Row { "memory", []() -> OSStatus { throw std::bad_alloc(); }, -108 },
+             Row { "other", []() -> OSStatus { throw std::runtime_error("x"); }, 0 },
+         }) {
+        s_posted.reset();
+        m_subject->begin = nullptr;
+        m_subject->current = row.thrown;
+        EXPECT_EQ(Send(), kEventNotHandledErr) << row.name;
+        ASSERT_TRUE(s_posted) << row.name;
+        EXPECT_EQ(s_posted->nErrorCode, row.code) << row.name;
+        EXPECT_EQ(s_posted->uEventClass, kType.eventClass) << row.name;
+        EXPECT_EQ(s_posted->uEventKind, kType.eventKind) << row.name;
+        EXPECT_EQ(std::string(s_posted->strError, sizeof s_posted->strError),
+                  std::string(256, '\0'));
+    }
+}
+
+TEST_F(HuxCarbonEventHandlerTest, AThrowInTheEndKeepsWhatTheOthersReached) {
+    m_subject->current = [] { return -7; };
+    m_subject->end = []() -> OSStatus { throw HuxException("file", 1, -5); };
+    EXPECT_EQ(Send(), -7);
+    ASSERT_TRUE(s_posted);
+    EXPECT_EQ(s_posted->nErrorCode, -5);
+    m_subject->begin = []() -> OSStatus { throw HuxException("file", 1, -6); };
+    m_log.clear();
+    EXPECT_EQ(Send(), kEventNotHandledErr);
+    EXPECT_EQ(m_log, "b");
+}
+
+TEST_F(HuxCarbonEventHandlerTest, AnObjectThatEndsInAPhaseIsLeftAlone) {
+    struct Row {
+        const char* name;
+        Subject::Phase Subject::*phase;
+        const char* log;
+        OSStatus result;
+    };
+    for (bool const throws : { false, true }) {
+        for (Row const& row : {
+                 Row { "begin", &Subject::begin, "b~", 0 },
+                 Row { "current", &Subject::current, "bc~", 0 },
+                 Row { "end", &Subject::end, "bce~", kEventNotHandledErr },
+             }) {
+            m_log.clear();
+            m_subject = std::make_unique<Subject>(m_log);
+            m_log.clear();
+            m_subject->Install(m_target);
+            (*m_subject).*row.phase = [this, throws] {
+                m_subject.reset();
+                if (throws)
+                    throw HuxException("file", 1, -1);
+                return kNoErr;
+            };
+            EXPECT_EQ(Send(), throws ? kEventNotHandledErr : row.result) << row.name;
+            EXPECT_EQ(m_log, row.log) << row.name;
+            EXPECT_EQ(s_postedCount, 0) << row.name;
+        }
+    }
+}
+
+TEST_F(HuxCarbonEventHandlerTest, AnObjectThatEndsInANestedDispatchIsLeftAloneByTheOuterOne) {
+    std::string innerLog;
+    Subject inner(innerLog);
+    inner.InstallCarbonEventHandler(m_target, 1, &kOtherType);
+    inner.current = [this] {
+        m_subject.reset();
+        return kNoErr;
+    };
+    m_subject->begin = [this] {
+        EXPECT_EQ(Send(kOtherType), kNoErr);
+        return kEventNotHandledErr;
+    };
+    EXPECT_EQ(Send(), kEventNotHandledErr);
+    EXPECT_EQ(m_log, "b~");
+    EXPECT_EQ(innerLog, "bce");
+    EXPECT_EQ(inner.GetEventRef(), nullptr);
+}
+
+TEST_F(HuxCarbonEventHandlerTest, InstallingAsksForATargetAndTypes) {
+    Subject fresh(m_log);
+    EXPECT_EQ(fresh.InstallCarbonEventHandler(nullptr, 1, &kType), kParamErr);
+    EXPECT_EQ(fresh.InstallCarbonEventHandler(m_target, 0, &kType), kParamErr);
+    EXPECT_EQ(fresh.AddEventTypes(1, &kType), kParamErr);
+    EXPECT_EQ(fresh.RemoveEventTypes(1, &kType), kParamErr);
+    EXPECT_FALSE(fresh.IsInstalled());
+    EXPECT_EQ(fresh.CallNext(), kParamErr);
+}
+
+TEST_F(HuxCarbonEventHandlerTest, InstallingAgainAddsTheTypes) {
+    EXPECT_EQ(m_subject->InstallCarbonEventHandler(m_target, 1, &kOtherType), kNoErr);
+    Send(kOtherType);
+    Send(kType);
+    EXPECT_EQ(m_log, "bcebce");
+    m_subject->RemoveEventTypes(1, &kType);
+    Send(kType);
+    EXPECT_EQ(m_log, "bcebce");
+    m_subject->Remove();
+    Send(kOtherType);
+    EXPECT_EQ(m_log, "bcebce");
+}
+
+TEST_F(HuxCarbonEventHandlerTest, CallNextRunsTheHandlerInstalledBefore) {
+    std::string laterLog;
+    Subject later(laterLog);
+    later.Install(m_target);
+    m_subject->current = [] { return -3; };
+    later.current = [this, &later] {
+        EXPECT_EQ(later.CallNext(), -3);
+        EXPECT_EQ(m_log, "bce");
+        return kNoErr;
+    };
+    EXPECT_EQ(Send(), kNoErr);
+    EXPECT_EQ(m_log, "bce");
+}
+
+struct Owner {
+    int calls = 0;
+    static OSStatus Handle(EventHandlerCallRef, EventRef event, void* self) {
+        EXPECT_EQ(GetEventKind(event), kType.eventKind);
+        return ++static_cast<Owner*>(self)->calls;
+    }
+};
+
+TEST_F(HuxCarbonEventHandlerTest, APatcherRoutesOnlyThePhasesThatHaveAFunction) {
+    Owner owner;
+    HuxCarbonEventPatcherT<Owner> patcher;
+    patcher.InstallCarbonEventHandler(m_target, 1, &kType);
+    EXPECT_EQ(Send(), kEventNotHandledErr);
+    patcher.SetHandler(&owner, Owner::Handle);
+    EXPECT_EQ(Send(), 1);
+    patcher.SetHandler(&owner, nullptr, Owner::Handle, Owner::Handle);
+    EXPECT_EQ(Send(), 2);
+    EXPECT_EQ(owner.calls, 3);
+    patcher.SetHandler(nullptr, Owner::Handle);
+    EXPECT_EQ(Send(), kEventNotHandledErr);
+}
+
+TEST(HuxException, KeepsWhatFitsOfItsFileAndIsCopiedWhole) {
+    HuxException const thrown(std::string(2000, 'f').c_str(), 12, -9874);
+    EXPECT_EQ(std::string(thrown.GetFile()), std::string(1023, 'f'));
+    HuxException copy;
+    EXPECT_STREQ(copy.GetFile(), "");
+    copy = thrown;
+    EXPECT_EQ(std::string(copy.GetFile()), thrown.GetFile());
+    EXPECT_EQ(copy.GetLine(), 12);
+    EXPECT_EQ(static_cast<long>(copy), -9874);
+}
+
+} // namespace
