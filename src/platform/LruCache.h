@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// A cache of immutable shared values, bounded in bytes, least recently used out first.
+// A cache of immutable shared values, bounded in bytes, least recently used out first, and a thread's
+// own table in front of it.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <list>
@@ -89,6 +91,7 @@ public:
     }
 
     void Clear() {
+        m_generation.fetch_add(1, std::memory_order_relaxed);
         for (Shard& shard : m_shards) {
             Entries dropped;
             const std::lock_guard lock(shard.mutex);
@@ -110,6 +113,8 @@ public:
     }
 
     std::int64_t MaxBytes() const { return m_maxBytes; }
+    // How often it was cleared.
+    std::uint64_t Generation() const { return m_generation.load(std::memory_order_relaxed); }
 
 private:
     static constexpr std::int64_t kEntryBytes = 128; // list and map nodes, control block
@@ -137,7 +142,44 @@ private:
     }
 
     const std::int64_t m_maxBytes;
+    std::atomic<std::uint64_t> m_generation { 0 };
     std::vector<Shard> m_shards;
+};
+
+// What one thread used last of a cache, found again without a lock: one place for each hash, and the
+// latest value stays. Values come from or go to the cache as well, so that it forgets them no later
+// than after its next use when the cache is cleared.
+template <class Value>
+class RecentValues {
+public:
+    using Pointer = std::shared_ptr<const Value>;
+
+    // Keeps at most slots values of at most maxBytes each. The cache must live longer.
+    RecentValues(const LruCache<Value>& cache, std::size_t slots, std::int64_t maxBytes)
+        : m_cache(cache), m_maxBytes(maxBytes), m_slots(slots) {}
+
+    // Null when it is not there. Lent until the next call of any function.
+    template <class Key>
+    const Pointer* Find(std::uint64_t hash, const Key& key) {
+        if (m_generation != m_cache.Generation()) {
+            m_generation = m_cache.Generation();
+            m_slots.assign(m_slots.size(), nullptr);
+        }
+        const Pointer& value = m_slots[hash % m_slots.size()];
+        return value && value->Matches(key) ? &value : nullptr;
+    }
+
+    void Keep(std::uint64_t hash, const Pointer& value) {
+        if (value->Bytes() <= m_maxBytes) {
+            m_slots[hash % m_slots.size()] = value;
+        }
+    }
+
+private:
+    const LruCache<Value>& m_cache;
+    std::int64_t m_maxBytes;
+    std::uint64_t m_generation = 0;
+    std::vector<Pointer> m_slots;
 };
 
 } // namespace platform

@@ -37,6 +37,40 @@ void AddRow(std::uint8_t* plane, const std::uint8_t* coverage, std::int64_t coun
     }
 }
 
+struct Rows {
+    std::uint8_t* plane;
+    std::int64_t planeStride;
+    const std::uint8_t* coverage;
+    std::int64_t coverageStride;
+    std::int64_t width, height;
+};
+
+// kWidth is the width of all rows; 0 for any. A known one leaves no loop within a row.
+template <std::int64_t kWidth>
+void AddRows(const Rows& rows) {
+    for (std::int64_t y = 0; y < rows.height; ++y) {
+        AddRow(rows.plane + y * rows.planeStride, rows.coverage + y * rows.coverageStride,
+               kWidth > 0 ? kWidth : rows.width);
+    }
+}
+
+void Add(const Rows& rows) {
+    switch (rows.width) {
+    case 8:
+        return AddRows<8>(rows);
+    case 16:
+        return AddRows<16>(rows);
+    case 24:
+        return AddRows<24>(rows);
+    case 32:
+        return AddRows<32>(rows);
+    case 40:
+        return AddRows<40>(rows);
+    default:
+        return AddRows<0>(rows);
+    }
+}
+
 } // namespace
 
 CoveragePlane::CoveragePlane(std::int32_t width, std::int32_t height, std::int64_t stride)
@@ -53,8 +87,9 @@ void CoveragePlane::PaintBitmap(std::int64_t x, std::int64_t y,
     const std::int64_t right = std::min(x + bitmap.stride, m_stride);
     const std::int64_t top = std::max<std::int64_t>(y, 0);
     const std::int64_t bottom = std::min<std::int64_t>(y + bitmap.height, m_height);
-    for (std::int64_t row = top; row < bottom && left < right; ++row) {
-        AddRow(At(left, row), bitmap.pixels + (row - y) * bitmap.stride + (left - x), right - left);
+    if (left < right && top < bottom) {
+        Add({ At(left, top), m_stride, bitmap.pixels + (top - y) * bitmap.stride + (left - x),
+              bitmap.stride, right - left, bottom - top });
     }
 }
 

@@ -15,21 +15,6 @@ constexpr char32_t kOrdinaryCharacters[] =
     U"AHQgjpqyfl|()[]{}@$,;_/ÀÂÃÄÅÇÉÊÑÖÜÝŮŻŞŢĢçşąįğ日本語鬱鷹龍驚書あがぽゃをアガポリ。、「」ー｜"
     U"ЙЁЩДуфщΆΏξψφאלקךףעجغحيّ";
 
-constexpr std::uint32_t kAsked = 0x80000000;
-
-// left and right clamped to 15 and 16 bits, with the top bit as the mark of an answer.
-std::uint32_t PackInk(InkRange ink) {
-    const std::int32_t left = std::clamp(ink.left, -16384, 16383);
-    const std::int32_t right = std::clamp(ink.right, -32768, 32767);
-    return kAsked | (static_cast<std::uint32_t>(left + 16384) << 16) |
-           static_cast<std::uint32_t>(right + 32768);
-}
-
-InkRange UnpackInk(std::uint32_t packed) {
-    return { static_cast<std::int32_t>((packed >> 16) & 0x7FFF) - 16384,
-             static_cast<std::int32_t>(packed & 0xFFFF) - 32768 };
-}
-
 constexpr InkRange kNoInk { 16383, -32768 };
 
 // Where an extent ends. Broken outlines reach anywhere.
@@ -86,13 +71,16 @@ std::unique_ptr<Face> Face::Open(const FaceLocation& location, std::string& why)
         hb_font_set_var_named_instance(opened->Font(), instance - 1);
     }
     opened->m_ink = std::vector<std::atomic<std::uint32_t>>(glyphs);
+    for (char32_t character = 0; character < opened->m_ascii.size(); ++character) {
+        opened->m_ascii[character] = opened->HasInTable(character);
+    }
     opened->ReadMetrics();
     hb_font_make_immutable(opened->Font());
     opened->m_id = ++lastId;
     return opened;
 }
 
-bool Face::Has(char32_t character) const {
+bool Face::HasInTable(char32_t character) const {
     hb_codepoint_t glyph = 0;
     return hb_font_get_nominal_glyph(Font(), character, &glyph) && glyph != 0;
 }
@@ -129,12 +117,18 @@ void Face::IncludeInk(char32_t character) {
     }
 }
 
-InkRange Face::InkOf(std::uint32_t glyph) const {
+// left and right clamped to 15 and 16 bits, with the top bit as the mark of an answer.
+std::uint32_t Face::PackInk(InkRange ink) {
+    constexpr std::uint32_t kAsked = 0x80000000;
+    const std::int32_t left = std::clamp(ink.left, -16384, 16383);
+    const std::int32_t right = std::clamp(ink.right, -32768, 32767);
+    return kAsked | (static_cast<std::uint32_t>(left + 16384) << 16) |
+           static_cast<std::uint32_t>(right + 32768);
+}
+
+InkRange Face::ReadInk(std::uint32_t glyph) const {
     if (glyph >= m_ink.size()) {
         return kNoInk;
-    }
-    if (const std::uint32_t packed = m_ink[glyph].load(std::memory_order_relaxed)) {
-        return UnpackInk(packed);
     }
     hb_glyph_extents_t extents {};
     InkRange ink = kNoInk;

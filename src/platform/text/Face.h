@@ -4,6 +4,7 @@
 #pragma once
 
 #include <atomic>
+#include <bitset>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -38,7 +39,9 @@ public:
     std::uint32_t Id() const { return m_id; }
     hb_font_t* Font() const { return m_font.get(); } // its scale is UnitsPerEm
     std::int32_t UnitsPerEm() const { return m_unitsPerEm; }
-    bool Has(char32_t character) const;
+    bool Has(char32_t character) const {
+        return character < m_ascii.size() ? m_ascii[character] : HasInTable(character);
+    }
 
     // Font units; both grow away from the baseline. Hold the ink of ordinary glyphs.
     std::int32_t Ascent() const { return m_ascent; }
@@ -46,10 +49,21 @@ public:
     std::int32_t LineGap() const { return m_lineGap; }
     std::int32_t MaxAdvance() const { return m_maxAdvance; }
 
-    InkRange InkOf(std::uint32_t glyph) const;
+    InkRange InkOf(std::uint32_t glyph) const {
+        const std::uint32_t packed =
+            glyph < m_ink.size() ? m_ink[glyph].load(std::memory_order_relaxed) : 0;
+        return packed ? UnpackInk(packed) : ReadInk(glyph);
+    }
 
 private:
     Face() = default;
+    bool HasInTable(char32_t character) const;
+    InkRange ReadInk(std::uint32_t glyph) const;
+    static std::uint32_t PackInk(InkRange ink);
+    static InkRange UnpackInk(std::uint32_t packed) {
+        return { static_cast<std::int32_t>((packed >> 16) & 0x7FFF) - 16384,
+                 static_cast<std::int32_t>(packed & 0xFFFF) - 32768 };
+    }
     void ReadMetrics();
     void IncludeInk(char32_t character);
 
@@ -61,7 +75,8 @@ private:
     std::unique_ptr<hb_font_t, FreeFont> m_font;
     std::int32_t m_unitsPerEm = 0;
     std::int32_t m_ascent = 0, m_descent = 0, m_lineGap = 0, m_maxAdvance = 0;
-    // Per glyph: left and right as signed 16 bits, or 0 while it was not asked for.
+    std::bitset<128> m_ascii; // which of these characters it has
+    // Per glyph: what PackInk makes of it, or 0 while it was not asked for.
     mutable std::vector<std::atomic<std::uint32_t>> m_ink;
 };
 

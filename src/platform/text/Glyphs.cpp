@@ -17,6 +17,9 @@ namespace {
 
 constexpr std::int64_t kMaxCacheBytes = 32 << 20;
 constexpr std::size_t kShards = 16;
+// What a thread finds without a lock: the characters of a few lines of ordinary size.
+constexpr std::size_t kRecentGlyphs = 512;
+constexpr std::int64_t kMaxRecentBytes = 4 << 10;
 // A larger bitmap is not made at all; the glyph comes as spans, clipped to what is seen.
 constexpr std::int64_t kMaxBitmapBytes = 256 << 10;
 // Rows are whole vectors of eight, so that blending needs no odd ends.
@@ -51,6 +54,12 @@ struct GlyphBitmap {
 LruCache<GlyphBitmap>& Cache() {
     static auto* const cache = new LruCache<GlyphBitmap>(kMaxCacheBytes, kShards);
     return *cache;
+}
+
+using RecentGlyphs = RecentValues<GlyphBitmap>;
+RecentGlyphs& Recent() {
+    thread_local RecentGlyphs recent(Cache(), kRecentGlyphs, kMaxRecentBytes);
+    return recent;
 }
 
 FT_Library Library() {
@@ -225,9 +234,9 @@ bool Meets(const PixelBox& box, std::int64_t x, std::int64_t y, const PixelBox& 
 
 // The glyph's bitmap, from the cache when it is there; null when it was painted as spans or has no
 // ink.
-std::shared_ptr<const GlyphBitmap> BitmapOf(const Face& face, const GlyphKey& key, std::int64_t x,
-                                            std::int64_t y, CoverageTarget& target) {
-    const std::uint64_t hash = key.Hash();
+std::shared_ptr<const GlyphBitmap> BitmapOf(const Face& face, const GlyphKey& key,
+                                            std::uint64_t hash, std::int64_t x, std::int64_t y,
+                                            CoverageTarget& target) {
     if (auto cached = Cache().Find(hash, key)) {
         return cached;
     }
@@ -248,20 +257,36 @@ std::shared_ptr<const GlyphBitmap> BitmapOf(const Face& face, const GlyphKey& ke
     return bitmap;
 }
 
-} // namespace
+// x and y lead to the origin's pixel.
+void PaintBitmap(const GlyphBitmap& bitmap, std::int64_t x, std::int64_t y,
+                 CoverageTarget& target) {
+    target.PaintBitmap(x + bitmap.left, y + bitmap.top,
+                       { bitmap.pixels.data(), bitmap.stride, bitmap.width, bitmap.height });
+}
 
-void PaintGlyph(const Face& face, std::uint32_t glyph, std::int32_t size, std::int64_t x,
-                std::int64_t y, CoverageTarget& target) {
+// The origin lies at the 26.6 position (x, y), y down.
+void PaintGlyph(const PlacedGlyph& glyph, std::int32_t size, std::int64_t x, std::int64_t y,
+                RecentGlyphs& recent, CoverageTarget& target) {
     const auto quarters = [](std::int64_t position) {
         return static_cast<std::uint32_t>((position >> 4) & 3);
     };
-    const GlyphKey key { face.Id(), glyph, size, quarters(x) | (quarters(y) << 2) };
-    const std::int64_t pixelX = x >> 6;
-    const std::int64_t pixelY = y >> 6;
-    if (const auto bitmap = BitmapOf(face, key, pixelX, pixelY, target)) {
-        target.PaintBitmap(
-            pixelX + bitmap->left, pixelY + bitmap->top,
-            { bitmap->pixels.data(), bitmap->stride, bitmap->width, bitmap->height });
+    const GlyphKey key { glyph.face->Id(), glyph.glyph, size, quarters(x) | (quarters(y) << 2) };
+    const std::uint64_t hash = key.Hash();
+    if (const auto* const bitmap = recent.Find(hash, key)) {
+        PaintBitmap(**bitmap, x >> 6, y >> 6, target);
+    } else if (const auto found = BitmapOf(*glyph.face, key, hash, x >> 6, y >> 6, target)) {
+        recent.Keep(hash, found);
+        PaintBitmap(*found, x >> 6, y >> 6, target);
+    }
+}
+
+} // namespace
+
+void PaintGlyphs(std::span<const PlacedGlyph> glyphs, std::int32_t size, std::int64_t x,
+                 std::int64_t y, CoverageTarget& target) {
+    RecentGlyphs& recent = Recent();
+    for (const PlacedGlyph& glyph : glyphs) {
+        PaintGlyph(glyph, size, x * 64 + glyph.x, y * 64 - glyph.y, recent, target);
     }
 }
 

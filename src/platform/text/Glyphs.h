@@ -3,17 +3,27 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "platform/text/Face.h"
 #include "platform/text/TextService.h"
 
 namespace platform::text {
 
-// Paints one glyph at size pixels an em with its origin at the 26.6 position (x, y), y down, whose
-// fractions are quarters. Any thread; without hinting, so that a file's pixels are the same
+// Glyph origins fall on quarters of a pixel, so that a few bitmaps serve every position.
+inline constexpr std::int32_t kQuarterPixel = 16;
+
+struct PlacedGlyph {
+    const Face* face;
+    std::uint32_t glyph;
+    std::int32_t x, y; // 26.6 pixels from the left end of the baseline, y up; quarters
+};
+
+// Paints the glyphs of a line at size pixels an em, with the left end of the baseline at the top left
+// corner of pixel (x, y). Any thread; without hinting, so that a file's pixels are the same
 // everywhere.
-void PaintGlyph(const Face& face, std::uint32_t glyph, std::int32_t size, std::int64_t x,
-                std::int64_t y, CoverageTarget& target);
+void PaintGlyphs(std::span<const PlacedGlyph> glyphs, std::int32_t size, std::int64_t x,
+                 std::int64_t y, CoverageTarget& target);
 
 CacheCount CountGlyphs();
 std::int64_t MaxGlyphBytes();

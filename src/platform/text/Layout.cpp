@@ -284,7 +284,9 @@ std::int32_t ToQuarter(std::int64_t pixels26_6) {
 // Places glyphs from run to run and knows how far the ink reaches.
 class LineBuilder {
 public:
-    explicit LineBuilder(std::int32_t size) : m_size(size) {}
+    LineBuilder(std::int32_t size, std::size_t characters) : m_size(size) {
+        m_line.glyphs.reserve(characters);
+    }
 
     void Add(const Run& run, const std::u32string& text, hb_buffer_t* buffer) {
         Shape(run, text, buffer);
@@ -293,19 +295,26 @@ public:
         const hb_glyph_position_t* const places = hb_buffer_get_glyph_positions(buffer, &count);
         const std::int32_t perEm = run.face->UnitsPerEm();
         for (unsigned i = 0; i < count; ++i) {
-            const std::int64_t x = m_pen + ToPixels26_6(places[i].x_offset, m_size, perEm);
-            const std::int64_t y = ToPixels26_6(places[i].y_offset, m_size, perEm);
-            Place({ run.face, infos[i].codepoint, ToQuarter(x), ToQuarter(y) });
+            if (HasInk(run.face->InkOf(infos[i].codepoint))) {
+                const std::int64_t x = m_pen + Scaled(places[i].x_offset, perEm);
+                const std::int64_t y = Scaled(places[i].y_offset, perEm);
+                m_line.glyphs.push_back(
+                    { run.face, infos[i].codepoint, ToQuarter(x), ToQuarter(y) });
+            }
             m_pen += ToPixels26_6(places[i].x_advance, m_size, perEm);
         }
     }
 
     GlyphLine Finish() {
-        const std::int32_t shift = ToQuarter(std::max<std::int64_t>(-m_inkLeft, 0) + 7);
+        m_inkRight = std::max<std::int64_t>(m_pen, 0);
+        for (const PlacedGlyph& glyph : m_line.glyphs) {
+            IncludeInk(glyph);
+        }
+        const std::int32_t shift = ToQuarter(-m_inkLeft + 7);
         for (PlacedGlyph& glyph : m_line.glyphs) {
             glyph.x += shift;
         }
-        m_line.widthPx = WholePixelsUp(std::max({ m_pen, m_inkRight, std::int64_t { 0 } }) + shift);
+        m_line.widthPx = WholePixelsUp(m_inkRight + shift);
         return std::move(m_line);
     }
 
@@ -323,15 +332,25 @@ private:
         hb_shape(run.face->Font(), buffer, nullptr, 0);
     }
 
-    void Place(const PlacedGlyph& glyph) {
+    static bool HasInk(const InkRange& ink) { return ink.left <= ink.right; }
+
+    // Most glyphs have no offset.
+    std::int64_t Scaled(std::int32_t units, std::int32_t perEm) const {
+        return units == 0 ? 0 : ToPixels26_6(units, m_size, perEm);
+    }
+
+    // Ink that stays within what is known is found to do so by products alone: a division for each
+    // end of each glyph would be a good part of the layout.
+    void IncludeInk(const PlacedGlyph& glyph) {
         const InkRange ink = glyph.face->InkOf(glyph.glyph);
-        if (ink.left > ink.right) {
-            return; // blank
+        const std::int64_t perEm = glyph.face->UnitsPerEm();
+        const std::int64_t unit = std::int64_t { m_size } * 64;
+        if (ink.left * unit < (m_inkLeft - glyph.x) * perEm) {
+            m_inkLeft = glyph.x + ToPixels26_6Down(ink.left, m_size, glyph.face->UnitsPerEm());
         }
-        const std::int32_t perEm = glyph.face->UnitsPerEm();
-        m_inkLeft = std::min(m_inkLeft, glyph.x + ToPixels26_6Down(ink.left, m_size, perEm));
-        m_inkRight = std::max(m_inkRight, glyph.x + ToPixels26_6Up(ink.right, m_size, perEm));
-        m_line.glyphs.push_back(glyph);
+        if (ink.right * unit > (m_inkRight - glyph.x) * perEm) {
+            m_inkRight = glyph.x + ToPixels26_6Up(ink.right, m_size, glyph.face->UnitsPerEm());
+        }
     }
 
     std::int32_t m_size;
@@ -340,10 +359,15 @@ private:
     std::int64_t m_inkLeft = 0, m_inkRight = 0;
 };
 
+Workspace& ThreadsWorkspace() {
+    thread_local Workspace work;
+    return work;
+}
+
 } // namespace
 
 GlyphLine LayOutGlyphs(Family& family, std::int32_t size, std::string_view utf8) {
-    thread_local Workspace work;
+    Workspace& work = ThreadsWorkspace();
     FaceChooser chooser(family);
     ReadCharacters(work.text, utf8);
     if (!chooser.Main() || work.text.empty()) {
@@ -354,7 +378,7 @@ GlyphLine LayOutGlyphs(Family& family, std::int32_t size, std::string_view utf8)
     FindLevels(work);
     FindRuns(work);
     OrderRuns(work.runs);
-    LineBuilder builder(size);
+    LineBuilder builder(size, work.text.size());
     for (const Run& run : work.runs) {
         builder.Add(run, work.text, work.buffer);
     }

@@ -2,23 +2,13 @@
 // Turns the characters of one line into placed glyphs: order, faces, shaping, width.
 #pragma once
 
-#include <string>
 #include <string_view>
 #include <vector>
 
 #include "platform/text/FontCatalog.h"
-#include "platform/text/TextService.h"
+#include "platform/text/Glyphs.h"
 
 namespace platform::text {
-
-// Glyph origins fall on quarters of a pixel, so that a few bitmaps serve every position.
-inline constexpr std::int32_t kQuarterPixel = 16;
-
-struct PlacedGlyph {
-    const Face* face;
-    std::uint32_t glyph;
-    std::int32_t x, y; // 26.6 pixels from the left end of the baseline, y up; quarters
-};
 
 struct GlyphLine {
     std::vector<PlacedGlyph> glyphs; // left to right

@@ -16,6 +16,9 @@ namespace {
 // would make a text that changes all the time slower, not faster.
 constexpr std::int64_t kMaxLineBytes = 1 << 20;
 constexpr std::size_t kLineShards = 8;
+// A frame measures its few lines and then draws them; meanwhile the thread finds them without a lock.
+constexpr std::size_t kRecentLines = 16;
+constexpr std::int64_t kMaxRecentBytes = 16 << 10;
 
 struct LineKey {
     FontNumber font;
@@ -114,20 +117,22 @@ FontMetrics MetricsOf(FontNumber font, std::int32_t size) {
 LinePtr LayOutLine(FontNumber font, std::int32_t size, std::string_view bytes) {
     const LineKey key { Given(font), size, ApplicationEncodingSerial(), bytes };
     const std::uint64_t hash = key.Hash();
-    if (LinePtr cached = Lines().Find(hash, key)) {
-        return cached;
+    thread_local RecentValues<CachedLine> recent(Lines(), kRecentLines, kMaxRecentBytes);
+    if (const auto* const line = recent.Find(hash, key)) {
+        return *line;
     }
-    auto line = std::make_shared<CachedLine>(key, LayOut(key.font, size, bytes));
-    Lines().Insert(hash, line);
+    std::shared_ptr<const CachedLine> line = Lines().Find(hash, key);
+    if (!line) {
+        line = std::make_shared<CachedLine>(key, LayOut(key.font, size, bytes));
+        Lines().Insert(hash, line);
+    }
+    recent.Keep(hash, line);
     return line;
 }
 
 void PaintLine(const Line& line, std::int64_t x, std::int64_t y, CoverageTarget& target) {
     const auto& cached = static_cast<const CachedLine&>(line);
-    for (const PlacedGlyph& glyph : cached.Glyphs()) {
-        PaintGlyph(*glyph.face, glyph.glyph, cached.Size(), x * 64 + glyph.x, y * 64 - glyph.y,
-                   target);
-    }
+    PaintGlyphs(cached.Glyphs(), cached.Size(), x, y, target);
 }
 
 ServiceCacheCounts CountServiceCaches() {

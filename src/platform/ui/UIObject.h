@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// What windows, controls, menus and alerts have in common: a number that is never given again, which
+// is their reference, an event target, and small data that others leave with them.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include "platform/Commands.h"
+
+namespace platform {
+
+enum class ObjectKind { kWindow, kControl, kMenu, kAlert };
+
+class UIObject {
+public:
+    // A command that the object leaves unhandled goes on to parent (null: the application).
+    UIObject(ObjectKind kind, EventTargetRef parent);
+    UIObject(const UIObject&) = delete;
+    UIObject& operator=(const UIObject&) = delete;
+    virtual ~UIObject();
+
+    ObjectKind Kind() const { return m_kind; }
+    EventTargetRef Target() const { return m_target; }
+    template <class Ref>
+    Ref As() const {
+        return reinterpret_cast<Ref>(m_number);
+    }
+
+    OSStatus SetProperty(OSType creator, OSType tag, std::span<const std::byte> data);
+    // kParamErr when there is none; at most data.size() bytes are copied, actualSize is the whole.
+    OSStatus GetProperty(OSType creator, OSType tag, std::span<std::byte> data,
+                         std::uint32_t* actualSize) const;
+    OSStatus RemoveProperty(OSType creator, OSType tag);
+
+    // Null when it is gone or of another kind.
+    static UIObject* Find(const void* reference);
+    static UIObject* Find(const void* reference, ObjectKind kind);
+
+private:
+    ObjectKind m_kind;
+    std::uintptr_t m_number;
+    EventTargetRef m_target;
+    std::map<std::pair<OSType, OSType>, std::vector<std::byte>> m_properties;
+};
+
+// Makes an event of the class and kind with the object as its direct object and sends it to the
+// object's target. more may add parameters. The object may be gone afterwards.
+template <class More>
+OSStatus SendObjectEvent(const UIObject& object, OSType eventClass, std::uint32_t kind,
+                         OSType typeOfObject, More more) {
+    EventRef event = nullptr;
+    if (const OSStatus status = CreateEvent(eventClass, kind, GetCurrentEventTime(), &event))
+        return status;
+    const struct Releaser {
+        EventRef event;
+        ~Releaser() { ReleaseEvent(event); }
+    } releaser { event };
+    const auto reference = object.As<void*>();
+    SetEventParameter(event, kEventParamDirectObject, typeOfObject, sizeof reference, &reference);
+    more(event);
+    return SendEventToEventTarget(event, object.Target());
+}
+
+// Whether there is, or can be, an application with a display; makes the application when the process
+// has none. The first call connects the main queue and the timers with its loop.
+bool EnsureUserInterface();
+
+} // namespace platform
