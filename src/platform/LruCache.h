@@ -3,6 +3,7 @@
 // own table in front of it.
 #pragma once
 
+#include <array>
 #include <atomic>
 #include <cstdint>
 #include <cstring>
@@ -144,6 +145,29 @@ private:
     const std::int64_t m_maxBytes;
     std::atomic<std::uint64_t> m_generation { 0 };
     std::vector<Shard> m_shards;
+};
+
+// Hashes that were asked for lately. A value is worth keeping in a cache from the second time on: those
+// of a text that changes with every frame would only push out what others use. Any thread.
+class OnceTable {
+public:
+    bool SeenBefore(std::uint64_t hash) {
+        std::atomic<std::uint64_t>& slot = m_slots[hash % kSlots];
+        if (slot.load(std::memory_order_relaxed) == hash) {
+            return true;
+        }
+        slot.store(hash, std::memory_order_relaxed);
+        return false;
+    }
+    void Clear() {
+        for (std::atomic<std::uint64_t>& slot : m_slots) {
+            slot.store(0, std::memory_order_relaxed);
+        }
+    }
+
+private:
+    static constexpr std::size_t kSlots = 1024;
+    std::array<std::atomic<std::uint64_t>, kSlots> m_slots {};
 };
 
 // What one thread used last of a cache, found again without a lock: one place for each hash, and the

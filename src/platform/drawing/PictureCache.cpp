@@ -2,8 +2,6 @@
 // The cache of pictures, and what all caches of text hold together.
 #include "platform/drawing/PictureCache.h"
 
-#include <array>
-#include <atomic>
 #include <cstring>
 
 namespace platform {
@@ -42,29 +40,6 @@ LruCache<Picture>& Cache() {
     return *cache;
 }
 
-// Keys that were asked for once. A picture is worth keeping from the second time on: a text that
-// changes with every frame would only push out what others use.
-class OnceTable {
-public:
-    bool SeenBefore(std::uint64_t hash) {
-        std::atomic<std::uint64_t>& slot = m_slots[hash % kSlots];
-        if (slot.load(std::memory_order_relaxed) == hash) {
-            return true;
-        }
-        slot.store(hash, std::memory_order_relaxed);
-        return false;
-    }
-    void Clear() {
-        for (std::atomic<std::uint64_t>& slot : m_slots) {
-            slot.store(0, std::memory_order_relaxed);
-        }
-    }
-
-private:
-    static constexpr std::size_t kSlots = 1024;
-    std::array<std::atomic<std::uint64_t>, kSlots> m_slots {};
-};
-
 OnceTable g_once;
 
 } // namespace
@@ -90,7 +65,7 @@ std::shared_ptr<const PixelBuffer> PictureOf(const Recording& recording, std::in
         return picture->pixels;
     }
     std::shared_ptr<const PixelBuffer> pixels = DrawPicture(recording, width, height);
-    if (g_once.SeenBefore(hash)) {
+    if (g_once.SeenBefore(hash)) { // worth keeping
         Cache().Insert(hash, std::make_shared<Picture>(
                                  Picture { recording.Commands(), width, height, pixels }));
     }

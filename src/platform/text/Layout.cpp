@@ -342,14 +342,15 @@ private:
     // Ink that stays within what is known is found to do so by products alone: a division for each
     // end of each glyph would be a good part of the layout.
     void IncludeInk(const PlacedGlyph& glyph) {
+        constexpr std::int64_t kFar = std::int64_t { 1 } << 40; // beyond the ink of any glyph
         const InkRange ink = glyph.face->InkOf(glyph.glyph);
-        const std::int64_t perEm = glyph.face->UnitsPerEm();
+        const std::int32_t perEm = glyph.face->UnitsPerEm();
         const std::int64_t unit = std::int64_t { m_size } * 64;
         if (ink.left * unit < (m_inkLeft - glyph.x) * perEm) {
-            m_inkLeft = glyph.x + ToPixels26_6Down(ink.left, m_size, glyph.face->UnitsPerEm());
+            m_inkLeft = glyph.x + ToPixels26_6Down(ink.left, m_size, perEm);
         }
-        if (ink.right * unit > (m_inkRight - glyph.x) * perEm) {
-            m_inkRight = glyph.x + ToPixels26_6Up(ink.right, m_size, glyph.face->UnitsPerEm());
+        if (ink.right * unit > std::min(m_inkRight - glyph.x, kFar) * perEm) {
+            m_inkRight = glyph.x + ToPixels26_6Up(ink.right, m_size, perEm);
         }
     }
 
@@ -359,7 +360,8 @@ private:
     std::int64_t m_inkLeft = 0, m_inkRight = 0;
 };
 
-Workspace& ThreadsWorkspace() {
+// Called once for each line: where the compiler sees into it, it asks for the address at each use.
+[[gnu::noinline]] Workspace& ThreadsWorkspace() {
     thread_local Workspace work;
     return work;
 }

@@ -64,6 +64,8 @@ LruCache<CachedLine>& Lines() {
     return *lines;
 }
 
+OnceTable g_once;
+
 GlyphLine LayOut(FontNumber font, std::int32_t size, std::string_view bytes) {
     Family* const family = FontCatalog::Get().ByNumber(font);
     return family ? LayOutGlyphs(*family, size, DecodeText(bytes)) : GlyphLine {};
@@ -124,7 +126,9 @@ LinePtr LayOutLine(FontNumber font, std::int32_t size, std::string_view bytes) {
     std::shared_ptr<const CachedLine> line = Lines().Find(hash, key);
     if (!line) {
         line = std::make_shared<CachedLine>(key, LayOut(key.font, size, bytes));
-        Lines().Insert(hash, line);
+        if (g_once.SeenBefore(hash)) { // worth keeping, also for other threads
+            Lines().Insert(hash, line);
+        }
     }
     recent.Keep(hash, line);
     return line;
@@ -141,6 +145,7 @@ ServiceCacheCounts CountServiceCaches() {
 
 void PurgeServiceCaches() {
     Lines().Clear();
+    g_once.Clear();
     PurgeGlyphs();
 }
 
