@@ -116,7 +116,11 @@ typedef struct EPIOffscreenProcs {
     /* 46 slots or more (184 bytes with 32-bit pointers, 368 with 64-bit ones) say that
        ChannelIndices and Stretch are there. */
     uint32_t nSize;
-    void* reserved1;
+    /* Gives an image that the object table made its pixels: cleared, of the size and depth, for
+       that many dots in an inch (the previews ask for 144; a host may ignore it). What it had
+       before is gone. Non-zero is success. Null: previews stay empty. [ui] */
+    int32_t (*Allocate)(EPIImageRef image, int32_t width, int32_t height, int32_t depth,
+                        double dotsPerInch);
     /* Pins the pixels in memory until Unlock; writable is 1 when they will be changed. Locks
        count: each is undone by one Unlock. The result is 0 when the image cannot be locked.
        [render] */
@@ -339,6 +343,7 @@ EPI_STATIC_ASSERT(sizeof(_EPIRECORD) == (sizeof(void*) == 4 ? 460 : 532), "the r
 #define EPI_ASSERT_SLOT(table, entry, slot)                                                        \
     EPI_STATIC_ASSERT(offsetof(table, entry) == (slot) * sizeof(void*), #entry " lies elsewhere")
 EPI_ASSERT_SLOT(EPIObjectProcs, Release, 2);
+EPI_ASSERT_SLOT(EPIOffscreenProcs, Allocate, 1);
 EPI_ASSERT_SLOT(EPIOffscreenProcs, Lock, 2);
 EPI_ASSERT_SLOT(EPIOffscreenProcs, Width, 5);
 EPI_ASSERT_SLOT(EPIOffscreenProcs, Depth, 7);

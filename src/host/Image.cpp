@@ -41,25 +41,31 @@ Image::~Image() {
 
 std::unique_ptr<Image> Image::Make(std::int32_t width, std::int32_t height, PixelFormat format,
                                    std::int32_t rowPadding) {
-    if (width < 1 || height < 1 || rowPadding < 0 || !format.IsValid())
+    auto image = MakeEmpty();
+    if (!image->Allocate(width, height, format, rowPadding))
         return nullptr;
+    return image;
+}
+
+bool Image::Allocate(std::int32_t width, std::int32_t height, PixelFormat format,
+                     std::int32_t rowPadding) {
+    if (m_locks > 0 || width < 1 || height < 1 || rowPadding < 0 || !format.IsValid())
+        return false;
     auto const rowBytes = std::int64_t { width } * format.BytesPerPixel() + rowPadding;
     if (rowBytes > std::numeric_limits<std::int32_t>::max() ||
         height > std::numeric_limits<std::ptrdiff_t>::max() / rowBytes)
-        return nullptr;
+        return false;
     // calloc has zeroed pages at hand for large images without writing them.
     auto* const pixels = static_cast<std::uint8_t*>(
         std::calloc(static_cast<std::size_t>(height), static_cast<std::size_t>(rowBytes)));
     if (!pixels)
-        return nullptr;
-
-    auto image = MakeEmpty();
-    image->m_pixels.reset(pixels);
-    image->m_width = width;
-    image->m_height = height;
-    image->m_rowBytes = static_cast<std::int32_t>(rowBytes);
-    image->m_format = format;
-    return image;
+        return false;
+    m_pixels.reset(pixels);
+    m_width = width;
+    m_height = height;
+    m_rowBytes = static_cast<std::int32_t>(rowBytes);
+    m_format = format;
+    return true;
 }
 
 std::unique_ptr<Image> Image::MakeEmpty() {

@@ -46,6 +46,10 @@ public:
                                        std::int32_t rowPadding = 0);
     // An image without pixels, as the object table makes it.
     static std::unique_ptr<Image> MakeEmpty();
+    // Gives the image new pixels, all zero; false, and nothing changed, as with Make, or while it is
+    // locked.
+    bool Allocate(std::int32_t width, std::int32_t height, PixelFormat format,
+                  std::int32_t rowPadding = 0);
     Image(const Image&) = delete;
     Image& operator=(const Image&) = delete;
     ~Image();

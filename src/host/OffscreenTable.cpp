@@ -12,6 +12,12 @@ namespace host {
 namespace {
 
 struct ImageProcs {
+    static std::int32_t Allocate(EPIImageRef ref, std::int32_t width, std::int32_t height,
+                                 std::int32_t depth, double /*dotsPerInch*/) {
+        auto* image = Image::FromRef(ref, "allocate");
+        return image && image->Allocate(width, height, FormatOfDepth(depth)) ? 1 : 0;
+    }
+
     static std::int32_t Lock(EPIImageRef ref, std::int32_t writable) {
         auto* image = Image::FromRef(ref, "lock of an image");
         return image && image->Lock(writable != 0) ? 1 : 0;
@@ -108,6 +114,15 @@ struct ImageProcs {
     }
 
 private:
+    // Of no depth that there is: a format that is not valid.
+    static PixelFormat FormatOfDepth(std::int32_t depth) {
+        if (depth == 24)
+            return kRgb24;
+        PixelFormat format = depth == 64 ? kArgb64 : kArgb32;
+        format.depth = depth;
+        return format;
+    }
+
     // What is asked for means nothing unless the pixels are pinned.
     static Image* Locked(EPIImageRef ref, const char* call) {
         auto* image = Image::FromRef(ref, call);
@@ -129,6 +144,7 @@ private:
 constexpr EPIOffscreenProcs MakeTable(LateEntries late) {
     EPIOffscreenProcs procs {};
     procs.nSize = offsetof(EPIOffscreenProcs, ChannelIndices);
+    procs.Allocate = ImageProcs::Allocate;
     procs.Lock = ImageProcs::Lock;
     procs.Unlock = ImageProcs::Unlock;
     procs.Width = ImageProcs::Width;

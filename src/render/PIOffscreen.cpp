@@ -44,6 +44,12 @@ Entry PIOffscreen::FindLate(Entry EPIOffscreenProcs::*entry) const {
     return Find(entry);
 }
 
+bool PIOffscreen::Allocate(std::int32_t width, std::int32_t height, std::int32_t depth,
+                           double dotsPerInch) {
+    const auto allocate = Find(&EPIOffscreenProcs::Allocate);
+    return allocate && allocate(Image(), width, height, depth, dotsPerInch) != 0;
+}
+
 bool PIOffscreen::Lock(Access access) {
     if (m_locked == 0) {
         if (const auto lock = Find(&EPIOffscreenProcs::Lock))

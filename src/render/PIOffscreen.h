@@ -14,6 +14,9 @@ public:
         : PIObject(objectProcs, image, kind), pOffscreenProcs(offscreenProcs) {}
     ~PIOffscreen() override { Unlock(); }
 
+    // Gives an image that was just created its pixels, cleared; false when the host cannot.
+    bool Allocate(std::int32_t width, std::int32_t height, std::int32_t depth, double dotsPerInch);
+
     enum class Access { kRead = 0, kWrite = 1 };
     // Locks unless this wrapper has the image locked already. False when the host cannot.
     bool Lock(Access access);
