@@ -19,12 +19,8 @@ using WorldRecycler = Recycler<GWorld, 8>;
 // A world that is drawn into without end turns its recording into pixels now and then.
 constexpr std::size_t kMaxCommands = 512;
 
-// Every call of this layer asks for the port. These two words lie in the loader's own block of thread
-// storage, which it keeps room in for libraries that are loaded late, so that reading them calls
-// nothing.
-#define TELOP_NEAR_THREAD_LOCAL [[gnu::tls_model("initial-exec")]] thread_local
-TELOP_NEAR_THREAD_LOCAL CGrafPtr t_port = nullptr;
-TELOP_NEAR_THREAD_LOCAL GDHandle t_device = nullptr;
+thread_local CGrafPtr t_port = nullptr;
+thread_local GDHandle t_device = nullptr;
 
 GDHandle TheDevice() {
     static GDevice device;
