@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// A list view with rows that it owns. What the view asks and tells goes as 'HUXB' events to the window
+// that it lies in, whose object reads them with ReadItemData and ReadNotification. The status of the
+// handler is the answer.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+
+#include "huxCommon/huxGUI/HuxControlImpl.h"
+#include "huxCommon/huxGUI/HuxDataBrowserItemData.h"
+
+class HuxDataBrowser : public HuxControlImpl {
+public:
+    // The arguments of the callbacks. row is null for no item and for one that is no row any more.
+    struct ItemDataRequest {
+        platform::ControlID id;
+        platform::ControlRef control;
+        platform::DataBrowserItemID item;
+        platform::DataBrowserPropertyID property;
+        platform::DataBrowserItemDataRef itemData; // good while the event is handled
+        bool setValue;                             // false: fill itemData; true: take it from there
+        HuxDataBrowserItemData* row;
+    };
+    struct ItemNotification {
+        platform::ControlID id;
+        platform::ControlRef control;
+        platform::DataBrowserItemID item;
+        platform::DataBrowserItemNotification message;
+        HuxDataBrowserItemData* row;
+    };
+    // False when the event is not of the kind.
+    static bool ReadItemData(platform::EventRef event, ItemDataRequest* request);
+    static bool ReadNotification(platform::EventRef event, ItemNotification* notification);
+
+    // From now on the view asks for texts and tells what happens; its column shows the property.
+    platform::OSStatus InstallCallbacks(platform::DataBrowserPropertyID property);
+
+    // Appends a row; lent, null (and the item is gone) on failure.
+    HuxDataBrowserItemData* AddItem(std::unique_ptr<HuxDataBrowserItemData> item);
+    void RemoveItem(HuxDataBrowserItemData* item); // ends it
+    void RemoveAllItems();
+    HuxDataBrowserItemData* GetItem(platform::DataBrowserItemID item) const; // null when none
+    // The first row, in no particular order, for which test is true; null when there is none.
+    HuxDataBrowserItemData*
+    FindItem(const std::function<bool(const HuxDataBrowserItemData&)>& test) const;
+    std::size_t CountItems() const { return m_items.size(); }
+
+    // The selected row; null unless exactly one is.
+    HuxDataBrowserItemData* GetSelectItem() const;
+    void SelectItem(const HuxDataBrowserItemData& item);             // it alone, and scrolls to it
+    platform::OSStatus EditItem(const HuxDataBrowserItemData& item); // starts in-place editing
+    platform::OSStatus UpdateItems();                                // all texts are asked for anew
+
+private:
+    std::map<platform::DataBrowserItemID, std::unique_ptr<HuxDataBrowserItemData>> m_items;
+    platform::DataBrowserItemID m_lastItem = platform::kDataBrowserNoItem;
+};

@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// A button with a menu. Its value is the picked item, from 1; 0 when none is picked.
+#pragma once
+
+#include <optional>
+
+#include "huxCommon/huxGUI/HuxControlImpl.h"
+#include "platform/ui/Menus.h"
+
+class HuxPopupButton : public HuxControlImpl {
+public:
+    platform::MenuRef GetMenu() const; // lent; null without a control
+    platform::MenuItemIndex CountItems() const;
+    void DeleteAllItems();
+    // The new item's index; 0 on failure. attributes: kMenuItemAttr...
+    platform::MenuItemIndex AppendItem(const HuxString& text, std::int32_t refCon = 0,
+                                       std::uint32_t attributes = 0);
+    void AppendSeparator();
+
+    HuxString GetItemText(platform::MenuItemIndex item) const;
+    std::int32_t GetItemRefCon(platform::MenuItemIndex item) const; // 0 without one
+    platform::OSStatus SetItemRefCon(platform::MenuItemIndex item, std::int32_t refCon);
+    // The first or last item with the reference value; 0 when there is none.
+    platform::MenuItemIndex FindItem(std::int32_t refCon) const;
+    platform::MenuItemIndex FindLastItem(std::int32_t refCon) const;
+    // Of the picked item; nothing when none is picked.
+    std::optional<std::int32_t> GetSelectRefCon() const;
+
+    void CheckItem(platform::MenuItemIndex item, bool checked);
+    bool IsItemChecked(platform::MenuItemIndex item) const;
+    void ClearCheckMarks(); // of the submenus too
+
+    // Appends the installed font families and makes the item count the maximum.
+    platform::OSStatus AppendFontMenu(short firstSubmenuID);
+    // Picks the family with the length-prefixed name; picks none, and false, when it is not in the
+    // menu.
+    bool SetFontFamilyName(const unsigned char* name);
+    // The picked family's; name has room for 256 bytes. False, and name empty, when none is picked.
+    bool GetFontFamilyName(unsigned char* name) const;
+};
