@@ -98,6 +98,11 @@ void EraseRect(const Rect& rect); // fills with the background colour
 void PaintRect(const Rect& rect); // fills with the foreground colour
 void FrameRect(const Rect& rect); // outlines with the foreground colour, one pixel, inside rect
 
+// Copies fromRect of a world into toRect of another, or of the same one, whatever the current port.
+// Where the sizes differ, each pixel of the target takes the source's under its middle. Pixels of
+// toRect whose source lies outside of from keep what they have. kParamErr without a world.
+OSStatus CopyBits(GWorldPtr from, const Rect& fromRect, CGrafPtr to, const Rect& toRect);
+
 struct FontInfo {
     std::int16_t ascent, descent, widMax, leading; // pixels, rounded up
 };

@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <span>
+#include <vector>
 
 #include <QObject>
 #include <QWidget>
@@ -20,13 +21,17 @@ class Window;
 class Control : public QObject, public UIObject {
 public:
     Control(QWidget& widget, Window& owner);
-    ~Control() override; // sends the disposed event before anything of it is gone
+    ~Control() override; // sends the disposed event, if Dispose or EndControls did not
 
     static Control* Find(ControlRef control) {
         return static_cast<Control*>(UIObject::Find(control, ObjectKind::kControl));
     }
     // The control of the widget itself, or of the nearest one around it; null for none.
     static Control* Of(const QWidget* widget);
+    // The control of the widget itself alone.
+    static Control* At(const QWidget* widget);
+    // The window's control with the id that was made first; null for none.
+    static Control* FindByID(const Window& owner, const ControlID& id);
     ControlRef Ref() const { return As<ControlRef>(); }
     QWidget& Widget() const { return *m_widget; }
     Window& Owner() const { return *m_owner; }
@@ -34,6 +39,10 @@ public:
     ControlID id { 0, 0 };
     bool hasID = false;
     std::uint32_t commandID = 0;
+    // The widget is enabled when both are set.
+    bool enabled = true;
+    bool active = true;
+    ControlFontStyleRec fontStyle {}; // what was set; flags say which of it
 
     virtual std::int32_t Value() const { return 0; }
     virtual void SetValue(std::int32_t /*value*/) {}
@@ -58,17 +67,33 @@ public:
     // One of the commands "undo" ... "clea"; false when the control does not know it.
     virtual bool DoEditCommand(std::uint32_t /*commandID*/) { return false; }
     virtual void Embed(Control& sub); // into this one
+    virtual Control* Super() const;   // what it is embedded in; null for the window itself
+    virtual std::vector<Control*> Subs() const;
+    virtual void Draw(); // now
+    // What the control itself does with a hit that no handler took, before its command is sent.
+    virtual void ApplyHit(ControlPartCode /*part*/) {}
 
     // The hit event, then, unhandled, the command. The control may be gone afterwards.
     void SendHit(ControlPartCode part);
     void SendCommand();
+    // Ends the control and the ones in it, as EndControls, and their widgets once nobody is in them.
+    void Dispose();
 
 private:
+    friend void EndControls(QWidget& root);
+    void SendDisposed(); // once
+
     QWidget* m_widget;
     Window* m_owner;
+    bool m_disposedSent = false;
 };
 
+// Ends the controls of root and of all widgets in it, innermost first, each with its disposed event
+// while it is still whole. The widgets stay.
+void EndControls(QWidget& root);
+
 // The control for a widget of a known class, by the table in Controls.h; null for other widgets.
+// The one that the widget has already, if it has.
 Control* MakeControl(QWidget& widget, Window& owner);
 
 // "data" as a value of type T; the status says whether its size is right.
@@ -90,5 +115,8 @@ OSStatus WriteData(const T& value, std::span<std::byte> data, std::uint32_t* act
     std::memcpy(data.data(), &value, sizeof value);
     return kNoErr;
 }
+// 'cfst' data; what is given out counts once for the caller.
+OSStatus ReadText(std::span<const std::byte> data, QString* text);
+OSStatus WriteText(const QString& text, std::span<std::byte> data, std::uint32_t* actualSize);
 
 } // namespace platform

@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Push buttons, check boxes and radio buttons.
+#include <QAbstractButton>
+#include <QCheckBox>
+#include <QKeyEvent>
+#include <QPointer>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "platform/ui/controls/Control.h"
+#include "platform/ui/controls/Families.h"
+#include "platform/ui/controls/Mnemonics.h"
+#include "platform/ui/controls/RadioGroup.h"
+
+namespace platform {
+namespace {
+
+class ButtonControl : public Control {
+public:
+    ButtonControl(QAbstractButton& button, Window& owner, ControlPartCode part)
+        : Control(button, owner), m_button(&button), m_part(part) {
+        connect(&button, &QAbstractButton::clicked, this, [this] { SendHit(m_part); });
+    }
+    QString Title() const override {
+        return m_button ? WithoutMnemonics(m_button->text()) : QString();
+    }
+    void SetTitle(const QString& title) override { m_button->setText(WithoutMeaning(title)); }
+    ControlPartCode FocusPart() const override { return m_part; }
+
+protected:
+    QAbstractButton* Button() const { return m_button; }
+
+private:
+    QPointer<QAbstractButton> m_button; // null while the widget goes
+    ControlPartCode m_part;
+};
+
+class PushButtonControl : public ButtonControl {
+public:
+    PushButtonControl(QPushButton& button, Window& owner)
+        : ButtonControl(button, owner, kControlButtonPart) {
+        // Qt's own notion of a default button, which would press it beside the window's, and which
+        // marks every button that has the focus as the default one.
+        button.setAutoDefault(false);
+        button.installEventFilter(this);
+    }
+    bool TakesReturn() const override { return true; }
+
+protected:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress)
+            return false;
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        if (key.key() != Qt::Key_Return && key.key() != Qt::Key_Enter)
+            return false;
+        if (!key.isAutoRepeat())
+            Button()->click();
+        return true;
+    }
+};
+
+class SwitchControl : public ButtonControl {
+public:
+    SwitchControl(QAbstractButton& button, Window& owner, ControlPartCode part)
+        : ButtonControl(button, owner, part) {}
+    std::int32_t Value() const override { return Button() && Button()->isChecked() ? 1 : 0; }
+    void SetValue(std::int32_t value) override { Button()->setChecked(value != 0); }
+    std::int32_t Maximum() const override { return 1; }
+};
+
+class RadioButtonControl : public SwitchControl {
+public:
+    RadioButtonControl(QRadioButton& button, Window& owner)
+        : SwitchControl(button, owner, kControlRadioButtonPart) {
+        // One that lies in a group in the form belongs to it.
+        for (QWidget* around = button.parentWidget(); around; around = around->parentWidget()) {
+            if (auto* group = dynamic_cast<RadioGroup*>(around))
+                return group->Add(button);
+        }
+    }
+    ~RadioButtonControl() override {
+        // The widget of a control that was disposed goes later, and counts no more meanwhile.
+        if (Button() && Button()->group())
+            Button()->group()->removeButton(Button());
+    }
+    void SetValue(std::int32_t value) override {
+        RadioGroup* const group = RadioGroup::Of(*Button());
+        if (value == 0 && group && Button()->isChecked())
+            group->Uncheck(*Button());
+        else
+            SwitchControl::SetValue(value);
+    }
+    Control* Super() const override {
+        RadioGroup* const group = Button() ? RadioGroup::Of(*Button()) : nullptr;
+        Control* const control = At(group);
+        return control ? control : Control::Super();
+    }
+};
+
+} // namespace
+
+Control* MakeButtonControl(QWidget& widget, Window& owner) {
+    if (auto* push = qobject_cast<QPushButton*>(&widget))
+        return new PushButtonControl(*push, owner);
+    if (auto* radio = qobject_cast<QRadioButton*>(&widget))
+        return new RadioButtonControl(*radio, owner);
+    if (auto* check = qobject_cast<QCheckBox*>(&widget))
+        return new SwitchControl(*check, owner, kControlCheckBoxPart);
+    return nullptr;
+}
+
+} // namespace platform

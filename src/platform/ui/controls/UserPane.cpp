@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// User panes: a draw event for each paint, and what it drew put on the screen.
+#include "platform/ui/controls/UserPane.h"
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstring>
+
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <QPointer>
+#include <QStyle>
+#include <QStyleOptionFocusRect>
+
+#include "platform/ui/controls/ColorValues.h"
+#include "platform/ui/controls/Control.h"
+#include "platform/ui/controls/Families.h"
+
+namespace platform {
+namespace {
+
+constexpr ControlPartCode kPanePart = 1;
+
+// Makes the world the current one until its end, whatever way out is taken.
+class ScopedPort {
+public:
+    explicit ScopedPort(GWorldPtr world) {
+        GetGWorld(&m_port, &m_device);
+        SetGWorld(world, nullptr);
+    }
+    ScopedPort(const ScopedPort&) = delete;
+    ScopedPort& operator=(const ScopedPort&) = delete;
+    ~ScopedPort() { SetGWorld(m_port, m_device); }
+
+private:
+    CGrafPtr m_port = nullptr;
+    GDHandle m_device = nullptr;
+};
+
+// Sets a flag until its end.
+class ScopedFlag {
+public:
+    explicit ScopedFlag(bool& flag) : m_flag(flag) { m_flag = true; }
+    ScopedFlag(const ScopedFlag&) = delete;
+    ScopedFlag& operator=(const ScopedFlag&) = delete;
+    ~ScopedFlag() { m_flag = false; }
+
+private:
+    bool& m_flag;
+};
+
+// Bytes unused, red, green, blue of one pixel, as the word 0xffRRGGBB.
+QRgb ToScreen(const std::uint8_t* pixel) {
+    std::uint32_t word = 0;
+    std::memcpy(&word, pixel, sizeof word);
+    if constexpr (std::endian::native == std::endian::little)
+        word = __builtin_bswap32(word);
+    return word | 0xFF000000U;
+}
+
+} // namespace
+
+UserPane::UserPane(QWidget* parent) : QWidget(parent) {
+    setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+bool UserPane::FitWorld() {
+    if (m_world && m_worldSize == size())
+        return true;
+    m_world.reset();
+    if (width() > kMaxWorldSide || height() > kMaxWorldSide)
+        return false;
+    GWorldPtr made = nullptr;
+    const Rect bounds { 0, 0, static_cast<std::int16_t>(height()),
+                        static_cast<std::int16_t>(width()) };
+    if (NewGWorld(&made, 32, bounds))
+        return false;
+    m_world.reset(made);
+    m_worldSize = size();
+    return true;
+}
+
+void UserPane::DrawWorld() {
+    const ScopedPort port(m_world.get());
+    // What the handlers leave undrawn looks like the window around it, in light and dark palettes.
+    RGBBackColor(ToRGBColor(palette().color(QPalette::Window)));
+    RGBForeColor(ToRGBColor(palette().color(QPalette::WindowText)));
+    EraseRect({ 0, 0, static_cast<std::int16_t>(height()), static_cast<std::int16_t>(width()) });
+    if (!onDraw)
+        return;
+    const ScopedFlag drawing(m_drawing);
+    onDraw();
+}
+
+QImage UserPane::PictureOf(const QRect& part) const {
+    const PixMapHandle pixels = GetGWorldPixMap(m_world.get());
+    if (!LockPixels(pixels))
+        return {};
+    QImage picture(part.size(), QImage::Format_RGB32);
+    const std::uint8_t* const base = GetPixBaseAddr(pixels);
+    const std::ptrdiff_t rowBytes = GetPixRowBytes(pixels);
+    for (int y = 0; base && !picture.isNull() && y < part.height(); ++y) {
+        const std::uint8_t* from =
+            base + (part.y() + y) * rowBytes + std::ptrdiff_t { 4 } * part.x();
+        auto* const to = reinterpret_cast<QRgb*>(picture.scanLine(y));
+        for (int x = 0; x < part.width(); ++x)
+            to[x] = ToScreen(from + std::ptrdiff_t { 4 } * x);
+    }
+    UnlockPixels(pixels);
+    return picture;
+}
+
+void UserPane::paintEvent(QPaintEvent* event) {
+    const bool drawn = !m_drawing && FitWorld();
+    if (drawn)
+        DrawWorld();
+    const QRect part = event->rect() & rect();
+    QPainter painter(this);
+    const double scale = devicePixelRatioF();
+    // Whole factors keep pixels sharp; between them, sharp ones would differ in width.
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, scale != std::floor(scale));
+    if (drawn)
+        painter.drawImage(part, PictureOf(part));
+    else
+        painter.fillRect(part, palette().color(QPalette::Window));
+    if (!isEnabled()) {
+        QColor veil = palette().color(QPalette::Window);
+        veil.setAlphaF(0.5F);
+        painter.fillRect(part, veil);
+    }
+    if (hasFocus() && window()->testAttribute(Qt::WA_KeyboardFocusChange)) {
+        QStyleOptionFocusRect ring;
+        ring.initFrom(this);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &ring, &painter, this);
+    }
+}
+
+void UserPane::DrawNow() {
+    if (m_drawing)
+        update(); // a paint cannot run within a paint
+    else
+        repaint();
+}
+
+void UserPane::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton)
+        return event->ignore();
+    m_pressed = true;
+    const QPointer<UserPane> alive(this);
+    const bool done = onPress && onPress(event->position().toPoint());
+    if (alive && done)
+        m_pressed = false;
+}
+
+void UserPane::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() != Qt::LeftButton || !m_pressed)
+        return;
+    m_pressed = false;
+    if (onClick && rect().contains(event->position().toPoint()))
+        onClick();
+}
+
+// The control -----------------------------------------------------------------------------------
+
+namespace {
+
+class UserPaneControl : public Control {
+public:
+    UserPaneControl(UserPane& pane, Window& owner) : Control(pane, owner), m_pane(&pane) {
+        const QPointer<UserPaneControl> self(this);
+        pane.onDraw = [self] {
+            if (self)
+                self->SendDraw();
+        };
+        pane.onPress = [self](QPoint place) { return self && self->Track(place); };
+        pane.onClick = [self] {
+            if (self)
+                self->SendHit(kPanePart);
+        };
+    }
+    ControlPartCode FocusPart() const override { return kPanePart; }
+    void Draw() override { m_pane->DrawNow(); }
+
+private:
+    void SendDraw() {
+        SendObjectEvent(*this, kEventClassControl, kEventControlDraw, kTypeControlRef,
+                        [](EventRef) {});
+    }
+    // The part that a handler of the hit test says lies there; the pane's only one without any.
+    ControlPartCode PartAt(const HIPoint& place) {
+        ControlPartCode part = kPanePart;
+        EventRef test = nullptr;
+        SendObjectEvent(*this, kEventClassControl, kEventControlHitTest, kTypeControlRef,
+                        [&](EventRef event) {
+                            SetEventParameter(event, kEventParamMouseLocation, kTypeHIPoint,
+                                              sizeof place, &place);
+                            test = RetainEvent(event);
+                        });
+        GetEventParameter(test, kEventParamControlPart, kTypeControlPartCode, nullptr, sizeof part,
+                          nullptr, &part);
+        ReleaseEvent(test);
+        return part;
+    }
+    bool Track(QPoint where) {
+        const QPointer<Control> alive(this);
+        const HIPoint place { static_cast<float>(where.x()), static_cast<float>(where.y()) };
+        const ControlPartCode part = PartAt(place);
+        if (!alive || part == kControlNoPart)
+            return true;
+        const OSStatus status = SendObjectEvent(
+            *this, kEventClassControl, kEventControlTrack, kTypeControlRef, [&](EventRef event) {
+                SetEventParameter(event, kEventParamMouseLocation, kTypeHIPoint, sizeof place,
+                                  &place);
+                SetEventParameter(event, kEventParamControlPart, kTypeControlPartCode, sizeof part,
+                                  &part);
+            });
+        return status != kEventNotHandledErr;
+    }
+
+    UserPane* m_pane;
+};
+
+} // namespace
+
+Control* MakeUserPaneControl(QWidget& widget, Window& owner) {
+    auto* const pane = dynamic_cast<UserPane*>(&widget);
+    return pane ? new UserPaneControl(*pane, owner) : nullptr;
+}
+
+} // namespace platform
