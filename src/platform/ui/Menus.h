@@ -13,7 +13,8 @@ inline constexpr OSStatus kMenuItemNotFoundErr = -5622;
 inline constexpr OSStatus kMenuNotFoundErr = -5621;
 inline constexpr std::uint32_t kMenuItemAttrDisabled = 0x1;
 inline constexpr std::uint32_t kMenuItemAttrSeparator = 0x40;
-inline constexpr std::uint32_t kMenuItemAttrIgnoreMeta = 0x100; // without it the text "-" makes a separator
+// Without it the text "-" makes a separator.
+inline constexpr std::uint32_t kMenuItemAttrIgnoreMeta = 0x100;
 
 OSStatus CreateNewMenu(std::int16_t menuID, MenuRef* menu);
 // A popup button owns its menu, and a menu its submenus; those are ended with them.
