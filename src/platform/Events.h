@@ -101,6 +101,10 @@ OSStatus AddEventTypesToHandler(EventHandlerRef handler, std::uint32_t count,
 OSStatus RemoveEventTypesFromHandler(EventHandlerRef handler, std::uint32_t count,
                                      const EventTypeSpec* types);
 
+// How many handlers of the target want events of the type: whoever makes events for a target asks
+// before it makes one for nobody. Handlers of the target's parent do not count. Allocates nothing.
+std::uint32_t CountEventHandlers(EventTargetRef target, const EventTypeSpec& type);
+
 // Runs the chain now. kEventNotHandledErr when nobody handles the event. Exceptions of handlers
 // pass through.
 OSStatus SendEventToEventTarget(EventRef event, EventTargetRef target);

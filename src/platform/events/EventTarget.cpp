@@ -22,8 +22,8 @@ struct Handler {
     std::vector<EventTypeSpec> types;
     bool removed = false;
 
-    bool Wants(EventRef event) const {
-        EventTypeSpec const type { event->eventClass, event->kind };
+    bool Wants(EventRef event) const { return Wants({ event->eventClass, event->kind }); }
+    bool Wants(const EventTypeSpec& type) const {
         return !removed && std::ranges::find(types, type) != types.end();
     }
 };
@@ -169,6 +169,17 @@ OSStatus RemoveEventTypesFromHandler(EventHandlerRef handler, std::uint32_t coun
     for (EventTypeSpec const& type : std::span(types, count))
         std::erase(found->types, type);
     return kNoErr;
+}
+
+std::uint32_t CountEventHandlers(EventTargetRef target, const EventTypeSpec& type) {
+    auto const& targets = TheRegistry().targets;
+    auto const found = targets.find(target);
+    if (found == targets.end())
+        return 0;
+    auto const count = std::ranges::count_if(
+        found->second.chain,
+        [&type](const std::shared_ptr<Handler>& handler) { return handler->Wants(type); });
+    return static_cast<std::uint32_t>(count);
 }
 
 OSStatus SendEventToEventTarget(EventRef event, EventTargetRef target) {

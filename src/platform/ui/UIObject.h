@@ -40,6 +40,8 @@ public:
     // Null when it is gone or of another kind.
     static UIObject* Find(const void* reference);
     static UIObject* Find(const void* reference, ObjectKind kind);
+    // In the order in which they were made. Any of them may be gone after an event was sent.
+    static std::vector<UIObject*> All(ObjectKind kind);
 
 private:
     ObjectKind m_kind;
@@ -53,6 +55,9 @@ private:
 template <class More>
 OSStatus SendObjectEvent(const UIObject& object, OSType eventClass, std::uint32_t kind,
                          OSType typeOfObject, More more) {
+    if (eventClass != kEventClassCommand &&
+        CountEventHandlers(object.Target(), { eventClass, kind }) == 0)
+        return kEventNotHandledErr;
     EventRef event = nullptr;
     if (const OSStatus status = CreateEvent(eventClass, kind, GetCurrentEventTime(), &event))
         return status;
