@@ -74,8 +74,10 @@ public:
         : SwitchControl(button, owner, kControlRadioButtonPart) {
         // One that lies in a group in the form belongs to it.
         for (QWidget* around = button.parentWidget(); around; around = around->parentWidget()) {
-            if (auto* group = dynamic_cast<RadioGroup*>(around))
-                return group->Add(button);
+            if (auto* group = dynamic_cast<RadioGroup*>(around)) {
+                group->Add(button);
+                break;
+            }
         }
     }
     ~RadioButtonControl() override {
