@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "dialogs/CMEditText.h"
+
+#include <algorithm>
+#include <array>
+
+#include "huxCommon/huxGUI/HuxCarbonEvent.h"
+
+using namespace platform;
+
+namespace {
+
+constexpr std::array kEditCommands { kHICommandUndo, kHICommandRedo,  kHICommandCut,
+                                     kHICommandCopy, kHICommandPaste, kHICommandSelectAll,
+                                     kHICommandClear };
+
+} // namespace
+
+OSStatus CMEditText::InstallSelf(EventTargetRef target) {
+    if (const OSStatus status = HuxEditText::InstallSelf(target))
+        return status;
+    constexpr EventTypeSpec kCommands[] = { { kEventClassCommand, kEventCommandUpdateStatus },
+                                            { kEventClassCommand, kEventCommandProcess } };
+    return InstallCarbonEventHandler(target, 2, kCommands);
+}
+
+OSStatus CMEditText::HandleEventCurrentSelf(EventHandlerCallRef call, EventRef event) {
+    if (GetEventClass(event) != kEventClassCommand)
+        return HuxEditText::HandleEventCurrentSelf(call, event);
+    ControlRef const control = m_hctrl;
+    const bool isStatus = GetEventKind(event) == kEventCommandUpdateStatus;
+    const bool isAnswered =
+        isStatus && HandleCommandUpdateStatus(call, event) != kEventNotHandledErr;
+    if (!IsAt(control))
+        return kEventNotHandledErr;
+    // Once it is on its way to the window, a command must not go up to it as well and be done twice.
+    if (!isAnswered && HandleCommandProcess(event) == kNoErr && !isStatus)
+        return kNoErr;
+    return HuxEditText::HandleEventCurrentSelf(call, event);
+}
+
+// The window is asked last, so that its word counts.
+OSStatus CMEditText::HandleCommandUpdateStatus(EventHandlerCallRef call, EventRef event) {
+    WindowRef const owner = GetOwner();
+    const OSStatus status = CallNextEventHandler(call, event);
+    EventTargetRef const target = IsValidWindowPtr(owner) ? GetWindowEventTarget(owner) : nullptr;
+    return target ? SendEventToEventTarget(event, target) : status;
+}
+
+OSStatus CMEditText::HandleCommandProcess(EventRef event) {
+    HuxCarbonEvent command(event, true);
+    std::uint32_t commandID = 0;
+    command.GetCommandParameter(&commandID, nullptr, nullptr, nullptr);
+    if (std::ranges::find(kEditCommands, commandID) == kEditCommands.end())
+        return kEventNotHandledErr;
+    if (IsValidWindowPtr(GetOwner()))
+        command.PostToQueue(GetOwner());
+    return kNoErr;
+}

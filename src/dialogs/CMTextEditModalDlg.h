@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Runs the text edit dialog modally: a frame with OK and Cancel, over which the editor's own window
+// lies, tied to it.
+#pragma once
+
+#include <memory>
+
+#include <epi/epi.h>
+
+#include "huxCommon/huxGUI/HuxCarbonEventPatcherT.h"
+#include "huxCommon/huxGUI/HuxDialogImpl.h"
+#include "huxCommon/huxGUI/HuxWindowGroup.h"
+
+class CMTextEditDlg;
+
+class CMTextEditModalDlg : public HuxDialogImpl {
+public:
+    CMTextEditModalDlg();
+    ~CMTextEditModalDlg() override;
+
+    // Before DoModal; must outlive the run.
+    void SetRecord(_EPIRECORD* record) { m_pRecord = record; }
+    CMTextEditDlg* Editor() const { return m_editor.get(); } // null unless it runs
+
+    const char* GetNibName() override;
+    const char* GetWindowName() override;
+    platform::OSStatus InstallSelf(platform::EventTargetRef target) override;
+    platform::OSStatus HandleEventCurrentSelf(platform::EventHandlerCallRef call,
+                                              platform::EventRef event) override;
+    bool OnInitDialog() override;
+    bool OnOK() override;
+    bool OnCancel() override;
+    void EndDialog(long code) override;
+
+private:
+    static platform::OSStatus s_HandlePatchEvent(platform::EventHandlerCallRef call,
+                                                 platform::EventRef event, void* userData);
+    platform::OSStatus HandlePatchEvent(platform::EventRef event);
+    void TieEditor();
+    void SizeFrameForEditor();
+    std::int16_t EditorHeight() const;
+    void FitEditor();
+    void JoinGroup();
+    void AddHiddenButtons();
+    void EndEditor();
+
+    _EPIRECORD* m_pRecord = nullptr;
+    std::unique_ptr<CMTextEditDlg> m_editor;
+    HuxWindowGroup m_group;
+    HuxCarbonEventPatcherT<CMTextEditModalDlg> m_patcher;
+    bool m_hostKnows = false; // that the modal window opened
+};

@@ -1,0 +1,125 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "dialogs/CMTextSettings.h"
+
+#include "dialogs/CMTextEditDlg.h"
+#include "dialogs/CMTextEditModalDlg.h"
+#include "dialogs/DialogCommand.h"
+#include "dialogs/LockedParam.h"
+#include "dialogs/PluginBundle.h"
+#include "render/CTextRenderer.h"
+#include "render/TerminatedFields.h"
+
+namespace {
+
+constexpr std::int32_t kEditButton = 101;
+constexpr std::int32_t kSummary = 201;
+constexpr std::size_t kSummarySize = 1024;
+
+// Null again when the editor has ended, however it ended.
+class OpenDialog {
+public:
+    OpenDialog(CMTextEditModalDlg*& open, CMTextEditModalDlg& dialog) : m_open(open) {
+        m_open = &dialog;
+    }
+    OpenDialog(const OpenDialog&) = delete;
+    OpenDialog& operator=(const OpenDialog&) = delete;
+    ~OpenDialog() { m_open = nullptr; }
+
+private:
+    CMTextEditModalDlg*& m_open;
+};
+
+} // namespace
+
+CMTextSettings::CMTextSettings() {
+    SetBundle(PluginBundle());
+}
+
+CMTextSettings::~CMTextSettings() {
+    m_summary.Detach();
+    m_editButton.Detach();
+}
+
+const char* CMTextSettings::GetNibName() {
+    return "DialogSettings";
+}
+
+const char* CMTextSettings::GetWindowName() {
+    return "Settings";
+}
+
+platform::WindowRef CMTextSettings::Create(_EPIRECORD* record) {
+    m_record = *record;
+    if (CreateNibWindow(GetWindowName(), GetNibName(), GetBundle()) != platform::kNoErr)
+        return nullptr;
+    return GetWindowRef();
+}
+
+void CMTextSettings::_AttachControls() {
+    AttachControl(m_editButton, kEditButton);
+    AttachControl(m_summary, kSummary);
+}
+
+bool CMTextSettings::HandleInitWindow() {
+    m_summary.SetReadOnly(true);
+    m_summary.SetWrap(true);
+    UpdateControls();
+    return true;
+}
+
+platform::OSStatus CMTextSettings::Update(_EPIRECORD* record) {
+    m_record = *record;
+    UpdateControls();
+    return platform::kNoErr;
+}
+
+void CMTextSettings::ReceiveCompositeImage(_EPIRECORD* record) {
+    m_record = *record;
+    if (!m_pModalDialog || !m_pModalDialog->IsValid())
+        return;
+    if (CMTextEditDlg* editor = m_pModalDialog->Editor())
+        editor->ReceiveCompositeImage(record);
+}
+
+// The text as the frames get it, so that a score line shows its numbers.
+void CMTextSettings::UpdateControls() {
+    const LockedParam param(m_record);
+    if (!param)
+        return;
+    _TEXTPARAM text = render::TerminatedCopy(*param);
+    const render::InfoString infos[] = { render::InfoString(m_record.szInfo1),
+                                         render::InfoString(m_record.szInfo2),
+                                         render::InfoString(m_record.szInfo3),
+                                         render::InfoString(m_record.szInfo4) };
+    const auto given = [&](std::size_t index) {
+        return m_record.bInfoPresent != 0 ? infos[index].Get() : nullptr;
+    };
+    char summary[kSummarySize] = {};
+    CTextRenderer::GetTextInfoText(&text, summary, sizeof summary, given(0), given(1), given(2),
+                                   given(3));
+    m_summary.SetText(summary);
+}
+
+platform::OSStatus CMTextSettings::HandleEventCurrentSelf(platform::EventHandlerCallRef,
+                                                          platform::EventRef event) {
+    const auto command = dialogs::ControlCommandOf(event);
+    if (!command || command->id != kEditButton)
+        return platform::kEventNotHandledErr;
+    return HandleButtonEdit(command->id, command->control, command->value);
+}
+
+platform::OSStatus CMTextSettings::HandleButtonEdit(std::uint32_t /*commandID*/,
+                                                    platform::ControlRef /*control*/,
+                                                    long /*value*/) {
+    CMTextEditModalDlg dialog;
+    dialog.SetRecord(&m_record);
+    const std::weak_ptr<const void> life = Life();
+    long result = kHuxDialogCancel;
+    {
+        const OpenDialog open(m_pModalDialog, dialog);
+        result = dialog.DoModal(nullptr);
+    }
+    if (result == kHuxDialogOK && !life.expired())
+        UpdateControls();
+    return platform::kNoErr;
+}

@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "huxCommon/huxGUI/HuxLittleArrows.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "huxCommon/huxGUI/HuxCarbonEvent.h"
+#include "huxCommon/huxGUI/HuxEditText.h"
+#include "huxCommon/huxUtility/NumberText.h"
+
+using namespace platform;
+
+namespace {
+
+using Limits = std::numeric_limits<std::int32_t>;
+constexpr long kMaxDecimals = 9; // a whole number of such parts still fits into the value
+constexpr double kUnsignedOrigin = 2147483648.0;
+constexpr double kUnsignedMax = 4294967295.0;
+
+std::int32_t Nearest(double value) {
+    return static_cast<std::int32_t>(
+        std::clamp<long>(Truncated(std::round(value)), Limits::min(), Limits::max()));
+}
+
+} // namespace
+
+// The control --------------------------------------------------------------------------------------
+
+OSStatus HuxLittleArrows::Attach(ControlRef control) {
+    const OSStatus status = HuxControlImpl::Attach(control);
+    SetTimerInterval(m_dTimerInterval);
+    return status;
+}
+
+void HuxLittleArrows::SetTimerInterval(double seconds) {
+    m_dTimerInterval = seconds;
+    if (seconds > 0)
+        SetData(kControlEntireControl, kControlRepeatInterval, seconds);
+}
+
+void HuxLittleArrows::SetEditControl(HuxEditText* edit, long decimals, unsigned char sendNotify,
+                                     unsigned char changeFocus) {
+    m_pEdit = edit;
+    m_refEdit = edit ? edit->GetControlRef() : nullptr;
+    m_nSmall = static_cast<std::int32_t>(std::clamp<long>(decimals, 0, kMaxDecimals));
+    m_fSendChangedEditNotify = sendNotify != 0;
+    m_fChangedEditFocus = changeFocus != 0;
+    double number = 0;
+    SetRange();
+    if (GetEditControl() && edit->GetNumber(number))
+        SetNumber(number);
+}
+
+HuxEditText* HuxLittleArrows::GetEditControl() const {
+    return m_refEdit && FromControl(m_refEdit) == m_pEdit ? m_pEdit : nullptr;
+}
+
+// Numbers ------------------------------------------------------------------------------------------
+
+// The control's value has 31 bits and a sign. Where a field has unsigned numbers beyond that, the value
+// counts from the middle of theirs, so that the whole of 32 bits is within reach.
+void HuxLittleArrows::SetRange() {
+    const HuxEditText* const edit = GetEditControl();
+    if (!edit)
+        return;
+    m_dScale = edit->IsReal() ? std::pow(10.0, m_nSmall) : 1.0;
+    double low = edit->GetMin() * m_dScale, high = edit->GetMax() * m_dScale;
+    if (!edit->HasRange()) {
+        const bool isSigned = edit->GetType() == HuxEditText::kSignedReal ||
+                              edit->GetType() == HuxEditText::kSignedInteger;
+        low = isSigned ? Limits::min() : 0;
+        high = isSigned ? Limits::max() : kUnsignedMax;
+    }
+    m_dOrigin = low >= 0 && high > Limits::max() ? kUnsignedOrigin : 0;
+    SetMinimum(Nearest(std::ceil(low - m_dOrigin)));
+    SetMaximum(Nearest(std::floor(high - m_dOrigin)));
+}
+
+double HuxLittleArrows::GetNumber() const {
+    return (GetValue() + m_dOrigin) / m_dScale;
+}
+
+void HuxLittleArrows::SetNumber(double number) {
+    SetValue(Nearest(number * m_dScale - m_dOrigin));
+}
+
+// Steps --------------------------------------------------------------------------------------------
+
+OSStatus HuxLittleArrows::InstallSelf(EventTargetRef target) {
+    constexpr EventTypeSpec kHit { kEventClassControl, kEventControlHit };
+    return InstallCarbonEventHandler(target, 1, &kHit);
+}
+
+OSStatus HuxLittleArrows::HandleEventCurrentSelf(EventHandlerCallRef, EventRef event) {
+    if (GetEventClass(event) != kEventClassControl || GetEventKind(event) != kEventControlHit)
+        return kEventNotHandledErr;
+    m_nTrackPartCode = kControlNoPart;
+    GetEventParameter(event, kEventParamControlPart, kTypeControlPartCode, nullptr,
+                      sizeof m_nTrackPartCode, nullptr, &m_nTrackPartCode);
+    // The user may have typed since the last step.
+    double number = 0;
+    const HuxEditText* const edit = GetEditControl();
+    if (edit && edit->GetNumber(number))
+        SetNumber(number);
+    return IncrementValueAndCommand() ? kNoErr : kEventNotHandledErr;
+}
+
+void HuxLittleArrows::Step() {
+    const std::int64_t step =
+        m_nTrackPartCode == kControlUpButtonPart ? m_nIncrement : -std::int64_t { m_nIncrement };
+    SetValue(static_cast<std::int32_t>(
+        std::clamp<std::int64_t>(GetValue() + step, GetMinimum(), GetMaximum())));
+}
+
+bool HuxLittleArrows::IncrementValueAndCommand() {
+    ControlRef const control = m_hctrl;
+    Step();
+    HuxEditText* const edit = GetEditControl();
+    const bool changed = edit && ShowInEditControl();
+    WindowRef const owner = edit ? edit->GetOwner() : nullptr;
+    if (changed && m_fSendChangedEditNotify && owner)
+        HuxCarbonEvent::SendEventCommand(GetWindowEventTarget(owner), m_refEdit,
+                                         edit->GetCommandID(), kEditTextChanged, nullptr);
+    if (!IsThere(control))
+        return true;
+    if (m_fChangedEditFocus && GetEditControl())
+        SetKeyboardFocus(owner, m_refEdit, kControlEditTextPart);
+    if (IsThere(control))
+        SendCommand(m_nTrackPartCode, nullptr);
+    return true;
+}
+
+// Writes the number into the field when it has another one; the owner is told by the step alone.
+bool HuxLittleArrows::ShowInEditControl() {
+    HuxEditText& edit = *GetEditControl();
+    HuxEditText::Silence const silence(edit);
+    const double number = GetNumber();
+    if (edit.IsReal()) {
+        double shown = 0;
+        if (edit.GetDouble(shown, false) && shown == number)
+            return false;
+        edit.SetDouble(number);
+        return true;
+    }
+    // Integers are whole numbers of 32 bits, signed or not, and a double holds all of them.
+    long shown = 0;
+    if (edit.GetInt(shown, false) && shown == Truncated(number))
+        return false;
+    edit.SetSInt(Truncated(number));
+    return true;
+}
