@@ -47,8 +47,9 @@ BUSY = 1.05  # time of the clock for each of the processor, from which on others
 
 
 class Bench:
-    """The medians of telop-bench by name: nanoseconds of the processor for one iteration, and the
-    counters."""
+    """What telop-bench measured, by name. A virtual machine's cores change between a fast and a slow
+    state, which its neighbours bring about. Repetitions in random order meet both alike, so that their
+    mean compares fairly; a median falls into one state or the other."""
 
     def __init__(self, path):
         found = json.loads(path.read_text())
@@ -60,10 +61,19 @@ class Bench:
                 runs[run["run_name"]].append(run)
         self.runs = runs
 
-    def median(self, name, field="cpu_time"):
+    def values(self, name, field):
         if name not in self.runs:
             raise SystemExit(f"report: there is no measurement {name}")
-        return statistics.median(run[field] for run in self.runs[name])
+        return [run[field] for run in self.runs[name]]
+
+    def time(self, name):
+        """Nanoseconds of the processor for one frame: the mean without the outermost fifths."""
+        times = sorted(self.values(name, "cpu_time"))
+        cut = len(times) // 5
+        return statistics.mean(times[cut:len(times) - cut])
+
+    def median(self, name, counter):
+        return statistics.median(self.values(name, counter))
 
     def clock_share(self):
         """Time of the clock for each of the processor, over the measurements on one thread."""
@@ -76,8 +86,8 @@ class Bench:
         if name not in self.runs:
             return None
         if renderer == "drawtext":
-            return self.median(name) - self.median(f"text/{case}/{bits}/null-graph/unchanged")
-        return self.median(name)
+            return self.time(name) - self.time(f"text/{case}/{bits}/null-graph/unchanged")
+        return self.time(name)
 
 
 class Check:
@@ -102,22 +112,20 @@ class Check:
 
 
 def frame_sizes(bench, case):
-    return {name.split("/")[2]: bench.median(name) for name in bench.runs
+    return {name.split("/")[2]: bench.time(name) for name in bench.runs
             if name.startswith(f"frame/{case}/")}
 
 
 def pixel_costs(bench, case):
     """Nanoseconds for each pixel of the text's rectangle, by font size."""
-    return {int(name.split("/")[2]): bench.median(name) / bench.median(name, "pixels")
+    return {int(name.split("/")[2]): bench.time(name) / bench.median(name, "pixels")
             for name in bench.runs if name.startswith(f"area/{case}/")}
 
 
 def thread_gain(bench, case, content):
-    def rate(threads):
-        return bench.median(f"threads/{case}/{content}/real_time/threads:{threads}",
-                            "items_per_second")
-
-    return rate(2) / rate(1)
+    """Of the rounds in which one thread and two take turns, the middle one."""
+    name = next((n for n in bench.runs if n.startswith(f"threads/{case}/{content}/")), "threads")
+    return bench.median(name, "gain")
 
 
 def text_checks(bench, case):
@@ -260,7 +268,7 @@ def machine(bench, programs):
         + output_of("g++", "--version").splitlines()[0],
         f"- {versions}",
         f"- {programs['versions']['ffmpeg']}, {programs['versions']['mogrify']}",
-        f"- medians of {repetitions} repetitions in random order, on one core each",
+        f"- means of {repetitions} repetitions in random order, on one core each",
     ]
 
 
