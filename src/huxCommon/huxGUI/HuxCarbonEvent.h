@@ -108,10 +108,9 @@ public:
     platform::OSStatus GetParameterSize(platform::OSType name, std::uint32_t* size) const;
 
 private:
-    void NewCommandEvent();
+    void CreateCommand(const platform::HICommandExtended& command, long value, void* data);
     platform::OSStatus WriteCommand(const platform::HICommandExtended& command, long value,
                                     void* data);
-    platform::OSStatus AimAt(platform::EventTargetRef target);
     platform::OSStatus PostAimed(const void* object, platform::EventTargetRef target,
                                  platform::EventQueueRef queue, Priority priority);
 

@@ -34,6 +34,8 @@ public:
     static bool ReadItemData(platform::EventRef event, ItemDataRequest* request);
     static bool ReadNotification(platform::EventRef event, ItemNotification* notification);
 
+    void Detach() override; // ends the rows
+
     // From now on the view asks for texts and tells what happens; its column shows the property.
     platform::OSStatus InstallCallbacks(platform::DataBrowserPropertyID property);
 
@@ -42,7 +44,7 @@ public:
     void RemoveItem(HuxDataBrowserItemData* item); // ends it
     void RemoveAllItems();
     HuxDataBrowserItemData* GetItem(platform::DataBrowserItemID item) const; // null when none
-    // The first row, in no particular order, for which test is true; null when there is none.
+    // The first row, as they were added, for which test is true; null when there is none.
     HuxDataBrowserItemData*
     FindItem(const std::function<bool(const HuxDataBrowserItemData&)>& test) const;
     std::size_t CountItems() const { return m_items.size(); }

@@ -45,12 +45,15 @@ public:
     bool IsHalfModal() const { return m_fHalfModal; }
 
 private:
-    enum class Run { kNone, kModal, kEnded };
+    enum class Run { kNone, kModal, kEnded }; // kEnded: the loop has not returned yet
 
-    platform::OSStatus HandleCommand(platform::EventRef event);
-    platform::OSStatus PressOK();
-    platform::OSStatus PressCancel();
+    void RunModal(platform::WindowRef parent);
+    void TakeParent(platform::WindowRef parent);
     void ReleaseParent();
+    platform::OSStatus HandleCommand(platform::EventRef event);
+    bool GoesOn() const;
+    void PressOK();
+    void PressCancel();
 
     std::int32_t m_nRetCode = kHuxDialogCancel;
     bool m_fHalfModal = false;

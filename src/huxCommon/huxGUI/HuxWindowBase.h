@@ -26,6 +26,11 @@ protected:
     // Expires with the object: for code that goes on after events which may have ended it.
     std::weak_ptr<const void> Life() const { return m_life; }
 
+    // Makes the hidden window and its property; no window on failure. Names are UTF-8, bundle null
+    // is the main bundle.
+    platform::OSStatus OpenNibWindow(const char* windowName, const char* nibName,
+                                     platform::CFBundleRef bundle);
+
     platform::WindowRef m_hwnd = nullptr;
 
 private:

@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "huxCommon/huxGUI/HuxDialog.h"
+
+using namespace platform;
+
+namespace {
+
+// What the parent of a half-modal dialog must not do meanwhile: close, or go away into an icon.
+constexpr std::uint32_t kParentBoxes = kWindowCloseBoxAttribute | kWindowCollapseBoxAttribute;
+constexpr std::uint32_t kActivationScopeAll = 2;
+constexpr std::uint32_t kMovableModalWindowClass = 4;
+
+bool Is(EventRef event, OSType eventClass, std::uint32_t kind) {
+    return GetEventClass(event) == eventClass && GetEventKind(event) == kind;
+}
+
+} // namespace
+
+HuxDialog::~HuxDialog() {
+    ReleaseParent();
+}
+
+const char* HuxDialog::GetWindowName() {
+    return nullptr;
+}
+
+OSStatus HuxDialog::CreateDialog() {
+    m_nRetCode = kHuxDialogCancel;
+    auto const life = Life();
+    const OSStatus status = CreateNibWindow(GetWindowName(), GetNibName(), GetBundle());
+    if (life.expired() || status != kNoErr)
+        return kParamErr;
+    if (!IsInitFailed())
+        return kNoErr;
+    // The status of a handler that threw says nothing of it. A dialog that is half set up would only
+    // fail again, so it ends as one that refused.
+    SendEventInitializWindowError();
+    if (!life.expired())
+        Dispose();
+    return kParamErr;
+}
+
+bool HuxDialog::HandleInitWindow() {
+    return HandleInitDialog();
+}
+
+bool HuxDialog::HandleInitDialog() {
+    return OnInitDialog();
+}
+
+bool HuxDialog::OnInitDialog() {
+    return true;
+}
+
+// Running modally ----------------------------------------------------------------------------------
+
+long HuxDialog::DoModal(WindowRef parent) {
+    if (m_run != Run::kNone || IsValid())
+        return kHuxDialogCancel;
+    auto const life = Life();
+    m_run = Run::kModal;
+    if (CreateDialog() == kNoErr && !life.expired())
+        RunModal(parent);
+    if (life.expired())
+        return kHuxDialogCancel;
+    m_run = Run::kNone;
+    Dispose();
+    SetUserFocusWindow(kUserFocusAuto);
+    return life.expired() ? kHuxDialogCancel : m_nRetCode;
+}
+
+// A dialog may end, or be ended, at every step; the loop of one that has ended would never return.
+void HuxDialog::RunModal(WindowRef parent) {
+    auto const life = Life();
+    if (parent)
+        SetWindowModality(m_hwnd, kWindowModalityAppModal, parent);
+    if (m_run == Run::kModal)
+        ShowWindow();
+    if (!life.expired() && m_run == Run::kModal)
+        RunAppModalLoopForWindow(m_hwnd);
+    if (!life.expired() && IsValid())
+        HideWindow();
+}
+
+void HuxDialog::EndDialog(long code) {
+    m_nRetCode = static_cast<std::int32_t>(code);
+    if (m_fHalfModal) {
+        EndHalfModal();
+        return;
+    }
+    if (m_run == Run::kModal)
+        m_run = Run::kEnded;
+    QuitAppModalLoopForWindow(m_hwnd);
+}
+
+// Running half-modally -----------------------------------------------------------------------------
+
+OSStatus HuxDialog::BeginHalfModal(WindowRef parent) {
+    if (m_run != Run::kNone || IsValid())
+        return kParamErr;
+    auto const life = Life();
+    m_run = Run::kModal;
+    const OSStatus status = CreateDialog();
+    if (life.expired())
+        return kParamErr;
+    const bool ended = m_run == Run::kEnded;
+    m_run = Run::kNone;
+    if (status != kNoErr)
+        return status;
+    if (ended) {
+        Dispose();
+        return kNoErr;
+    }
+    TakeParent(parent ? parent : FrontNonFloatingWindow());
+    SetWindowActivationScope(m_hwnd, kActivationScopeAll);
+    SetWindowModality(m_hwnd, kWindowModalityNone, nullptr);
+    SetWindowGroup(m_hwnd, GetWindowGroupOfClass(kMovableModalWindowClass));
+    WindowRef const window = m_hwnd;
+    ShowWindow();
+    SetUserFocusWindow(window);
+    return kNoErr;
+}
+
+void HuxDialog::EndHalfModal() {
+    if (!m_fHalfModal)
+        return;
+    auto const life = Life();
+    WindowRef const parent = m_refParentWindow;
+    ReleaseParent();
+    HideWindow();
+    if (!life.expired())
+        Dispose();
+    SetUserFocusWindow(IsValidWindowPtr(parent) ? parent : kUserFocusAuto);
+}
+
+void HuxDialog::TakeParent(WindowRef parent) {
+    m_fHalfModal = true;
+    m_refParentWindow = parent;
+    m_uParentAttributes = 0;
+    GetWindowAttributes(parent, &m_uParentAttributes);
+    if (m_uParentAttributes & kParentBoxes)
+        ChangeWindowAttributes(parent, 0, m_uParentAttributes & kParentBoxes);
+}
+
+void HuxDialog::ReleaseParent() {
+    if (!m_fHalfModal)
+        return;
+    m_fHalfModal = false;
+    if (m_uParentAttributes & kParentBoxes)
+        ChangeWindowAttributes(m_refParentWindow, m_uParentAttributes & kParentBoxes, 0);
+    m_refParentWindow = nullptr;
+}
+
+// Events -------------------------------------------------------------------------------------------
+
+OSStatus HuxDialog::Install(EventTargetRef target) {
+    const OSStatus status = HuxWindowImplT::Install(target);
+    constexpr EventTypeSpec kCommand { kEventClassCommand, kEventCommandProcess };
+    const OSStatus own = InstallCarbonEventHandler(target, 1, &kCommand);
+    return status == kNoErr ? own : status;
+}
+
+OSStatus HuxDialog::HandleEventCurrent(EventHandlerCallRef call, EventRef event) {
+    const OSStatus status = HuxWindowImplT::HandleEventCurrent(call, event);
+    if (status != kEventNotHandledErr || !GetCurrentObject())
+        return status;
+    if (Is(event, kHuxEventClassWindow, kHuxEventWindowInitializeError)) {
+        EndDialog(kHuxDialogInitFailed);
+        return kNoErr;
+    }
+    return Is(event, kEventClassCommand, kEventCommandProcess) ? HandleCommand(event) : status;
+}
+
+OSStatus HuxDialog::HandleEventEnd(EventHandlerCallRef call, EventRef event) {
+    // However the window ends, its parent gets its boxes back.
+    if (Is(event, kEventClassWindow, kEventWindowClosed))
+        ReleaseParent();
+    return HuxWindowImplT::HandleEventEnd(call, event);
+}
+
+OSStatus HuxDialog::HandleCommand(EventRef event) {
+    std::uint32_t commandID = 0;
+    HuxCarbonEvent(event, true).GetCommandParameter(&commandID, nullptr, nullptr, nullptr);
+    if (commandID != kHICommandOK && commandID != kHICommandCancel)
+        return kEventNotHandledErr;
+    // A second click may arrive before the loop has returned from the first.
+    if (m_run == Run::kEnded)
+        return kNoErr;
+    if (commandID == kHICommandOK)
+        PressOK();
+    else
+        PressCancel();
+    return kNoErr;
+}
+
+// Each step may end this object, or the dialog's run.
+bool HuxDialog::GoesOn() const {
+    return GetCurrentObject() && m_run != Run::kEnded;
+}
+
+void HuxDialog::PressOK() {
+    if (CheckControlValue() && GoesOn() && HandleOKButton() && GoesOn())
+        EndDialog(kHuxDialogOK);
+}
+
+void HuxDialog::PressCancel() {
+    if (HandleCancelButton() && GoesOn())
+        EndDialog(kHuxDialogCancel);
+}
+
+bool HuxDialog::HandleOKButton() {
+    return OnOK();
+}
+
+bool HuxDialog::HandleCancelButton() {
+    return OnCancel();
+}
+
+bool HuxDialog::OnOK() {
+    return true;
+}
+
+bool HuxDialog::OnCancel() {
+    return true;
+}

@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "huxCommon/huxGUI/HuxScrollEditText.h"
+
+using namespace platform;
+
+OSStatus HuxScrollEditText::SetReadOnly(bool readOnly) {
+    return SetData(kControlEditTextPart, kControlTextReadOnly, std::uint8_t { readOnly });
+}
+
+OSStatus HuxScrollEditText::SetWrap(bool wrap) {
+    return SetData(kControlEditTextPart, kControlTextWrap, std::uint8_t { wrap });
+}
+
+OSStatus HuxScrollEditText::SetText(const HuxString& text) {
+    std::string lines;
+    for (char const byte : text.GetUTF8()) {
+        if (byte != '\n' || !lines.ends_with('\r'))
+            lines += byte;
+    }
+    return SetControlText(HuxString::FromUTF8(lines));
+}
+
+HuxString HuxScrollEditText::GetText() const {
+    HuxString text;
+    GetControlText(text);
+    return text;
+}
