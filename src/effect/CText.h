@@ -3,9 +3,10 @@
 #pragma once
 
 #include "effect/CEPIObject.h"
+#include "popup/CTextPopup.h"
 #include "render/CTextRenderer.h"
 
-class CText : public CEPIObject, public CTextRenderer {
+class CText : public CEPIObject, public CTextRenderer, public CTextPopup {
 public:
     CText() = default;
     ~CText() override;

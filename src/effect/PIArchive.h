@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// A scoped host archive: closes the file that its user opened in it.
+// A scoped host archive: closes the file that its user opened in it, or tried to.
 #pragma once
 
 #include "effect/PIObject.h"
@@ -15,8 +15,10 @@ public:
     }
 
     bool Open(const FSSpec& file, std::uint32_t fileType, std::int32_t mode) {
-        m_open = m_object && pArchiveProcs->Open(Archive(), &file, fileType, mode);
-        return m_open;
+        if (!m_object)
+            return false;
+        m_open = 1;
+        return pArchiveProcs->Open(Archive(), &file, fileType, mode) != 0;
     }
     bool IsLoading() const { return pArchiveProcs->IsLoading(Archive()) != 0; }
     std::int32_t Length() const { return pArchiveProcs->Length(Archive()); }

@@ -2,11 +2,16 @@
 #include "host/Archive.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <limits>
+#include <system_error>
 #include <utility>
+
+#include <unistd.h>
 
 #include "host/Ledger.h"
 #include "host/WholeFile.h"
+#include "host/frames/Descriptor.h"
 #include "host/frames/OutputFile.h"
 
 namespace host {
@@ -15,6 +20,21 @@ namespace {
 
 // Lengths and counts of bytes are signed 32-bit at the boundary.
 constexpr std::size_t kMaxArchive = std::numeric_limits<std::int32_t>::max();
+
+// Why no file can be put there; 0 when nothing speaks against it.
+int PlaceError(const std::filesystem::path& file) {
+    std::error_code unknown;
+    auto const status = std::filesystem::status(file, unknown);
+    if (std::filesystem::is_directory(status))
+        return EISDIR;
+    // What is no regular file, a device, is written straight; a file is replaced through its folder.
+    bool const straight =
+        std::filesystem::exists(status) && !std::filesystem::is_regular_file(status);
+    auto const folder = std::filesystem::weakly_canonical(file, unknown).parent_path() / ".";
+    auto const reached =
+        straight ? ::access(file.c_str(), W_OK) : ::access(folder.c_str(), W_OK | X_OK);
+    return reached == 0 ? 0 : errno;
+}
 
 void RecordMisuse(const char* what) {
     Ledger::Get().RecordMisuse(what);
@@ -42,6 +62,7 @@ void Archive::Reset(Mode mode) {
     m_position = 0;
     m_file.clear();
     m_fileType = 0;
+    m_refused = false;
     m_unflushed = false;
     m_broken = false;
     m_error.clear();
@@ -66,23 +87,28 @@ bool Archive::Open(const std::filesystem::path& file, std::uint32_t fileType, st
             m_mode = Mode::kRead;
         }
     } else if (mode == epiArchiveWrite) {
-        // An empty file is a whole one, so this much may be flushed.
-        m_mode = Mode::kWrite;
+        if (int const error = PlaceError(file))
+            m_error = file.string() + ": cannot be written: " + ErrorText(error);
+        else
+            m_mode = Mode::kWrite; // An empty file is a whole one, so this much may be flushed.
     } else {
         m_error = file.string() + ": cannot be opened in mode " + std::to_string(mode);
     }
     m_file = file;
     m_fileType = fileType;
     why = m_error;
+    m_refused = !IsOpen();
     return IsOpen();
 }
 
 void Archive::Close() {
-    if (!IsOpen())
+    if (!IsOpen() && !m_refused)
         RecordMisuse("an archive was closed that is not open");
-    else if (m_unflushed)
+    else if (m_unflushed && !m_broken)
         RecordMisuse("an archive of a file was closed after a write without a flush");
     m_mode = Mode::kClosed;
+    m_refused = false;
+    m_unflushed = false;
 }
 
 std::int32_t Archive::Length() const {
@@ -115,6 +141,8 @@ std::int32_t Archive::Write(const void* buffer, std::int32_t length) {
     }
     if (static_cast<std::size_t>(length) > kMaxArchive - m_bytes.size()) {
         m_broken = true;
+        m_error = m_file.string() + ": stays as it was: it was to take more than " +
+                  std::to_string(kMaxArchive) + " bytes";
         return 0;
     }
     auto const* bytes = static_cast<const std::uint8_t*>(buffer);
@@ -128,10 +156,13 @@ bool Archive::Flush() {
         return false;
     }
     m_unflushed = false;
-    if (m_broken)
-        m_error = m_file.string() + ": stays as it was, since a write before failed";
-    else if (m_file.empty() ||
-             WriteWhole(m_file, m_bytes, Existing::kOverwrite, m_error) == OutputResult::kWritten)
+    if (m_broken) {
+        if (m_error.empty())
+            m_error = m_file.string() + ": stays as it was, since a write before failed";
+        return false;
+    }
+    if (m_file.empty() ||
+        WriteWhole(m_file, m_bytes, Existing::kOverwrite, m_error) == OutputResult::kWritten)
         m_error.clear();
     return m_error.empty();
 }

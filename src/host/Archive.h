@@ -16,8 +16,8 @@
 namespace host {
 
 // What is written gathers in memory. A file is replaced by Flush, and only when every write before
-// it went well: an archive that is closed without a flush leaves the file as it was. Used by one
-// thread at a time.
+// it went well: an archive that is closed without a flush leaves the file as it was, and so does a
+// full disk. Used by one thread at a time.
 class Archive {
 public:
     Archive(); // closed
@@ -27,10 +27,12 @@ public:
 
     void OpenForReading(std::span<const std::uint8_t> bytes);
     void OpenForWriting();
-    // mode is epiArchiveRead or epiArchiveWrite. False with the reason, which names the file.
+    // mode is epiArchiveRead or epiArchiveWrite. False with the reason, which names the file. Nothing
+    // is written yet: what can be told beforehand about a place that takes no file is.
     bool Open(const std::filesystem::path& file, std::uint32_t fileType, std::int32_t mode,
               std::string& why);
     bool IsOpen() const { return m_mode != Mode::kClosed; }
+    // May follow an Open that failed, too.
     void Close();
 
     bool IsLoading() const { return m_mode == Mode::kRead; }
@@ -44,7 +46,7 @@ public:
 
     std::span<const std::uint8_t> Bytes() const { return m_bytes; }
     std::uint32_t FileType() const { return m_fileType; }
-    // Why the last Open or Flush failed; empty when it did not.
+    // Why the last Open, Write or Flush failed; empty when it did not.
     const std::string& Error() const { return m_error; }
 
     // The reference that goes into a record; good as long as the archive.
@@ -64,6 +66,7 @@ private:
     std::size_t m_position = 0;
     std::filesystem::path m_file; // empty: memory only
     std::uint32_t m_fileType = 0;
+    bool m_refused = false;   // the last Open failed, and was not closed yet
     bool m_unflushed = false; // written to a file and not flushed
     bool m_broken = false;    // a write failed, so the file stays as it was
     std::string m_error;

@@ -52,6 +52,7 @@ std::int32_t FrontEnd::ModalOpens(EPIWindowRef /*window*/) {
 std::int32_t FrontEnd::ModalEnds(EPIWindowRef /*window*/) {
     return 0;
 }
+void FrontEnd::FileFailed(const std::string& /*why*/) {}
 
 void SetFrontEnd(FrontEnd* frontEnd) {
     s_frontEnd = frontEnd;

@@ -79,12 +79,18 @@ struct ArchiveProcs {
 
     static std::int32_t Write(EPIArchiveRef ref, void* buffer, std::int32_t length) {
         auto* archive = Archive::FromRef(ref, "write");
-        return archive ? archive->Write(buffer, length) : 0;
+        auto const count = archive ? archive->Write(buffer, length) : 0;
+        if (count != length)
+            ReportFailure(archive);
+        return count;
     }
 
     static std::int32_t Flush(EPIArchiveRef ref) {
         auto* archive = Archive::FromRef(ref, "flush");
-        return archive && archive->Flush() ? 0 : -1;
+        if (archive && archive->Flush())
+            return 0;
+        ReportFailure(archive);
+        return -1;
     }
 
     static std::int32_t Length(EPIArchiveRef ref) {
@@ -110,6 +116,8 @@ struct ArchiveProcs {
         auto const isOpen = archive->Open(file->path, fileType, mode, why);
         if (isOpen)
             Ledger::Get().Lend(Lent::kOpenArchive);
+        else
+            ReportFailure(archive);
         return isOpen ? 1 : 0;
     }
 
@@ -130,6 +138,12 @@ private:
             return archive;
         RecordMisuse(std::string(call) + " of an archive that the host owns");
         return nullptr;
+    }
+
+    static void ReportFailure(const Archive* archive) {
+        auto* const frontEnd = TheFrontEnd();
+        if (frontEnd && archive && !archive->Error().empty())
+            frontEnd->FileFailed(archive->Error());
     }
 
     static bool IsPath(const FSSpec* file) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 #include <epi/epi.h>
 
@@ -30,6 +31,9 @@ public:
     virtual std::int32_t Call(std::int32_t flag);
     virtual std::int32_t ModalOpens(EPIWindowRef window);
     virtual std::int32_t ModalEnds(EPIWindowRef window);
+    // A file that a plug-in opened could not be read or replaced; it is as it was. One sentence for
+    // people that names it. Plug-ins know only that it failed, so it is the host that says why.
+    virtual void FileFailed(const std::string& why);
 };
 
 // The process's front end, lent; null (the start) is none: notifications go nowhere and Call gives

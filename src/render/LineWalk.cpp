@@ -2,30 +2,23 @@
 // The walk over lines, and what the renderer offers of it.
 #include "render/LineWalk.h"
 
-#include <cstddef>
 #include <cstring>
 
 #include "platform/TextEncoding.h"
 #include "render/CTextRenderer.h"
 
-namespace {
-
-// Bytes of the character at the start of text. The whole of it is stepped over, however many they
-// are: two bytes into a character of three, the next step would swallow the break that follows it.
-std::size_t StepLength(std::string_view text) {
+std::size_t CharacterStep(std::string_view text) {
     // At the start of a character every encoding of the system means ASCII by these.
     const bool ascii = static_cast<unsigned char>(text[0]) < 0x80;
     return ascii ? 1 : platform::CharacterLength(text);
 }
-
-} // namespace
 
 bool LineWalk::Next(std::string_view* line) {
     if (m_done)
         return false;
     std::size_t at = 0;
     while (at < m_rest.size() && m_rest[at] != '\r')
-        at += StepLength(m_rest.substr(at));
+        at += CharacterStep(m_rest.substr(at));
     *line = m_rest.substr(0, at);
     m_done = at >= m_rest.size();
     if (!m_done)

@@ -78,7 +78,8 @@ TEST(Wrappers, HandlesAreUnlockedBeforeTheyAreDisposedOf) {
     EXPECT_EQ(s_calls, "lock unlock ");
 }
 
-TEST(Wrappers, ArchivesAreClosedOnlyWhenTheyWereOpened) {
+// A host sees a close for each open that it was asked for, also for one that it refused.
+TEST(Wrappers, ArchivesAreClosedWhenTheyWereToBeOpened) {
     const EPIObjectProcs objects = ObjectTable();
     const EPIArchiveProcs archives = ArchiveTable();
     auto* const reference = reinterpret_cast<EPIArchiveRef>(&s_thing);
@@ -89,8 +90,15 @@ TEST(Wrappers, ArchivesAreClosedOnlyWhenTheyWereOpened) {
             PIArchive archive(&objects, &archives, reference, epiObjectArchive);
             EXPECT_EQ(archive.Open(file, 0, mode), mode == epiArchiveRead);
         }
-        EXPECT_EQ(s_calls, mode == epiArchiveRead ? "open close release2 " : "open release2 ");
+        EXPECT_EQ(s_calls, "open close release2 ");
     }
+    s_calls.clear();
+    {
+        PIArchive none(&objects, &archives, nullptr, epiObjectArchive);
+        EXPECT_FALSE(none.Open(file, 0, epiArchiveRead));
+        const PIArchive borrowed(&objects, &archives, reference);
+    }
+    EXPECT_EQ(s_calls, "");
 }
 
 } // namespace

@@ -12,10 +12,22 @@
 namespace host {
 namespace {
 
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
 constexpr std::uint32_t kText = EPI_FOUR_CC('T', 'E', 'X', 'T');
+
+// The front end for as long as it lives.
+struct Listener : FrontEnd {
+    Listener() { SetFrontEnd(this); }
+    Listener(const Listener&) = delete;
+    Listener& operator=(const Listener&) = delete;
+    ~Listener() override { SetFrontEnd(nullptr); }
+    void FileFailed(const std::string& why) override { heard = why; }
+
+    std::string heard;
+};
 
 // An archive that a plug-in makes and opens through the tables.
 class ArchiveTest : public LedgerTest {
@@ -86,23 +98,39 @@ TEST_F(ArchiveTest, ReadsToTheEndAndNoFurther) {
     Release();
 }
 
-TEST_F(ArchiveTest, OpensNothingThatCannotBeOpened) {
+TEST_F(ArchiveTest, OpensNothingThatCannotBeOpenedAndTellsTheFrontEnd) {
+    Listener const listener;
     auto const path = folder.Write("list.txt", "abc");
-    for (auto const& row : { std::pair { folder.Path() / "none", epiArchiveRead },
-                             std::pair { folder.Path(), epiArchiveRead },
-                             std::pair { path, static_cast<decltype(epiArchiveRead)>(3) } }) {
-        EXPECT_EQ(Open(row.first, row.second), 0) << row.first << " in mode " << row.second;
-        EXPECT_THAT(Archive::FromRef(archive)->Error(), HasSubstr(row.first.string()));
+    struct Row {
+        std::filesystem::path path;
+        std::int32_t mode;
+        const char* reason;
+    };
+    for (auto const& row : { Row { folder.Path() / "none", epiArchiveRead, "No such file" },
+                             Row { folder.Path(), epiArchiveRead, "Is a directory" },
+                             Row { folder.Path(), epiArchiveWrite, "Is a directory" },
+                             Row { folder.Path() / "none/a.txt", epiArchiveWrite, "No such file" },
+                             Row { path / "a.txt", epiArchiveWrite, "Not a directory" },
+                             Row { path, 3, "mode 3" } }) {
+        EXPECT_EQ(Open(row.path, row.mode), 0) << row.path << " in mode " << row.mode;
+        EXPECT_THAT(listener.heard, AllOf(HasSubstr(row.path.string()), HasSubstr(row.reason)));
+        procs.Close(archive);
     }
-    ASSERT_NE(Open(folder.Path() / "none" / "list.txt", epiArchiveWrite), 0);
-    EXPECT_NE(procs.Flush(archive), 0);
-    EXPECT_THAT(Archive::FromRef(archive)->Error(), HasSubstr("No such file"));
-    procs.Close(archive);
-
     FSSpec endless;
     std::memset(endless.path, 'x', sizeof endless.path);
     EXPECT_EQ(procs.Open(archive, &endless, kText, epiArchiveRead), 0);
     EXPECT_THAT(TakeMisuse(), ElementsAre(HasSubstr("without a path")));
+    Release();
+}
+
+// Every write to that device finds the disk full.
+TEST_F(ArchiveTest, AFullDiskFailsTheFlushAndIsReported) {
+    Listener const listener;
+    ASSERT_NE(Open("/dev/full", epiArchiveWrite), 0);
+    EXPECT_EQ(Write("abc"), 3);
+    EXPECT_NE(procs.Flush(archive), 0);
+    EXPECT_THAT(listener.heard, AllOf(HasSubstr("/dev/full"), HasSubstr("No space left")));
+    procs.Close(archive);
     Release();
 }
 
