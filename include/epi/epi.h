@@ -183,7 +183,8 @@ typedef struct EPIArchiveProcs {
     /* Opens a file in an archive that the object table made; fileType is a four-character code,
        mode one of epiArchive...; non-zero is success. [ui] */
     int32_t (*Open)(EPIArchiveRef archive, const FSSpec* file, uint32_t fileType, int32_t mode);
-    void (*Close)(EPIArchiveRef archive); /* [ui] */
+    /* Follows each Open, one that failed too. What was written and not flushed is dropped. [ui] */
+    void (*Close)(EPIArchiveRef archive);
 } EPIArchiveProcs;
 
 /* Relocatable memory. Lock and Unlock are required. */

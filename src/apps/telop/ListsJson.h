@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Lists of reusable texts as JSON: one list as an array of its entries, or the two pairs of lists that
+// the dialogs use.
+//
+//   { "info": { "registered": ["PAN"], "history": [], "locked": false },
+//     "character": { "registered": [], "history": [], "locked": false } }
+//
+// Texts are escaped as host::EscapeBytes says.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <epi/epi.h>
+
+namespace telop {
+
+enum class ListOf { kInfo, kCharacter };
+
+inline _POPUPSTRING& PairOf(_TEXT_DIALOG_PARAM& lists, ListOf which) {
+    return which == ListOf::kInfo ? lists.infoPopup : lists.characterPopup;
+}
+
+// Bytes of entries are in the application's encoding, JSON is UTF-8 and ends with a line break.
+std::string EntriesToJson(const std::vector<std::string>& entries);
+// An array, or the registered list of that name in an object of both. Throws, naming the entry.
+std::vector<std::string> EntriesFromJson(std::string_view json, ListOf which);
+
+std::string ListsToJson(const _TEXT_DIALOG_PARAM& lists);
+// Changes the lists that the JSON names. Throws, naming the list; lists is left alone then.
+void ListsFromJson(std::string_view json, _TEXT_DIALOG_PARAM& lists);
+
+} // namespace telop
