@@ -20,6 +20,7 @@
 #include "apps/telop/DoctorCommand.h"
 #include "apps/telop/FontsCommand.h"
 #include "apps/telop/HelpFormatter.h"
+#include "apps/telop/ListsCommand.h"
 #include "apps/telop/RenderCommand.h"
 #include "apps/telop/SettingsCommand.h"
 
@@ -47,6 +48,7 @@ public:
         AddRenderOptions(*Add("render", [this] { return RunRender(m_render); }), m_render);
         AddSettingsOptions(*Add("settings", [this] { return RunSettings(m_settings); }),
                            m_settings);
+        AddListsOptions(*Add("lists", [this] { return RunLists(m_lists); }), m_lists);
         AddFontsOptions(*Add("fonts", [this] { return RunFonts(m_fonts); }), m_fonts);
         AddDescribeOptions(*Add("describe", [this] { return RunDescribe(m_describe); }),
                            m_describe);
@@ -72,11 +74,16 @@ private:
 
     // An option whose value was forgotten would take the next option for it.
     void CheckValues(const std::vector<std::string>& arguments) const {
-        auto const named = m_app.get_subcommands([&](const CLI::App* command) {
-            return !arguments.empty() && command->get_name() == arguments.front();
-        });
-        auto const* command = named.empty() ? nullptr : named.front();
-        for (std::size_t i = 1; command && i + 1 < arguments.size(); ++i) {
+        auto const* command = &m_app;
+        std::size_t i = 0;
+        for (; i < arguments.size(); ++i) {
+            auto const named = command->get_subcommands(
+                [&](const CLI::App* each) { return each->get_name() == arguments[i]; });
+            if (named.empty())
+                break;
+            command = named.front();
+        }
+        for (; i + 1 < arguments.size(); ++i) {
             auto const* option = command->get_option_no_throw(arguments[i]);
             if (option && option->get_items_expected_min() > 0 &&
                 command->get_option_no_throw(arguments[i + 1]))
@@ -92,19 +99,28 @@ private:
             m_app.exit(error);
             return ExitCode::kSuccess;
         }
-        bool const noCommand = m_app.get_subcommands().empty();
+        bool const noCommand = !Named()->get_subcommands({}).empty();
         bool const surplus = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError);
         auto const text = noCommand ? CommandHelp() : surplus ? SurplusHelp() : error.what();
         Console::Get().Error(text + "\nSee " + HelpCommand());
         return ExitCode::kUsage;
     }
 
+    // The command that was named last: one of a command's own, such as "show" of "lists", goes
+    // before it.
+    const CLI::App* Named() const {
+        const CLI::App* named = &m_app;
+        while (!named->get_subcommands().empty())
+            named = named->get_subcommands().front();
+        return named;
+    }
+
     std::string CommandHelp() const {
-        auto const typed = m_app.remaining();
+        auto const typed = Named()->remaining();
         auto text =
             typed.empty() ? "a command is missing" : "'" + typed.front() + "' is no command";
         text += "; the commands are";
-        for (auto const* command : m_app.get_subcommands({}))
+        for (auto const* command : Named()->get_subcommands({}))
             text += " " + command->get_name();
         return text;
     }
@@ -120,14 +136,17 @@ private:
     }
 
     std::string HelpCommand() const {
-        auto const commands = m_app.get_subcommands();
-        return "telop " + (commands.empty() ? "" : commands.front()->get_name() + " ") + "--help";
+        std::string names;
+        for (auto const* command = Named(); command != &m_app; command = command->get_parent())
+            names = command->get_name() + " " + names;
+        return "telop " + names + "--help";
     }
 
     CLI::App m_app;
     ExitCode m_result = ExitCode::kSuccess;
     RenderOptions m_render;
     SettingsOptions m_settings;
+    ListsOptions m_lists;
     FontsOptions m_fonts;
     DescribeOptions m_describe;
     DoctorOptions m_doctor;

@@ -112,7 +112,7 @@ TEST_F(OtherCommands, DoctorFindsNothingOrNamesWhatIsWrong) {
 
 TEST_F(OtherCommands, HelpAndVersionAreNoErrors) {
     EXPECT_THAT(Run({ "--version" }).out, HasSubstr("telop 0."));
-    for (auto const* command : { "render", "settings", "fonts", "describe", "doctor" }) {
+    for (auto const* command : { "render", "settings", "lists", "fonts", "describe", "doctor" }) {
         auto const help = Run({ command, "--help" });
         EXPECT_EQ(help.code, 0);
         EXPECT_THAT(help.out, HasSubstr(std::string("telop ") + command));
