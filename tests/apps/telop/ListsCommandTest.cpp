@@ -182,7 +182,6 @@ TEST_F(ListsCommand, NamesWhatIsWrong) {
              Row { { "save", "there.txt" }, "A", 5, "there.txt: exists already; --overwrite" },
              Row { { "save", "no/such.txt" }, "A", 5, "no/such.txt" },
              Row { { "save", "/dev/full" }, "A", 5, "No space left" },
-             Row { { "save", "-x", "--json", "-" }, "[]", 2, "'-x'" },
              Row { { "save", "x", "--json", "-" }, "[]", 3, "has no entry" },
              Row { { "save", "x", "--json", "-" }, "[\"A\", \"\"]", 3, "entry 2: is empty" },
              Row { { "save", "x", "--json", "-" }, "[\"A\", 3]", 3, "entry 2: expected a text" },
