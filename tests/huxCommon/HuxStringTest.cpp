@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "huxCommon/huxCoreFoundation/HuxMutableString.h"
+
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include "huxCommon/huxCoreFoundation/HuxArray.h"
+#include "platform/TextEncoding.h"
+#include "support/Converts.h"
+
+using namespace platform;
+
+namespace {
+
+TEST(HuxString, IsNeverWithoutAString) {
+    for (HuxString const& text :
+         { HuxString(), HuxString(static_cast<const char*>(nullptr)),
+           HuxString(static_cast<const unsigned char*>(nullptr)), HuxString(CFStringRef {}),
+           HuxString::Adopt(nullptr), HuxString("") }) {
+        ASSERT_NE(text.GetCFString(), nullptr);
+        EXPECT_TRUE(text.IsEmpty());
+        EXPECT_EQ(text, HuxString());
+    }
+}
+
+TEST(HuxString, CountsCharactersAndCutsAtThem) {
+    HuxString const text = HuxString::FromUTF8("aé漢😀");
+    EXPECT_EQ(text.GetLength(), 4u);
+    EXPECT_EQ(text.GetCharacters(), U"aé漢😀");
+    EXPECT_EQ(HuxString(U"aé漢😀"), text);
+    char buffer[7];
+    EXPECT_FALSE(text.GetCString(buffer, sizeof buffer));
+    EXPECT_STREQ(buffer, "aé漢");
+    char all[16];
+    EXPECT_TRUE(text.GetCString(all, sizeof all));
+    EXPECT_EQ(text.GetBytes(), all);
+}
+
+TEST(HuxString, KeepsBrokenTextWithinUnicode) {
+    EXPECT_EQ(HuxString::FromUTF8("a\xFF\xE6z").GetCharacters(), U"a\uFFFD\uFFFDz");
+    std::u32string const wild { 'a', 0xD800, 0x110000 };
+    EXPECT_EQ(HuxString(wild).GetCharacters(), U"a\uFFFD\uFFFD");
+}
+
+TEST(HuxString, SpeaksTheApplicationsEncodingAtBothEnds) {
+    if (!Converts("CP932")) {
+        EXPECT_FALSE(SetApplicationTextEncoding("no such encoding"));
+        return;
+    }
+    std::string const before = ApplicationTextEncoding();
+    ASSERT_TRUE(SetApplicationTextEncoding("CP932"));
+    unsigned char const pascal[] = { 4, 0x8A, 0xBF, 0x83, 0x5C, 'x' };
+    HuxString const text(pascal);
+    EXPECT_EQ(text.GetUTF8(), "漢ソ");
+    EXPECT_EQ(HuxString("\x8A\xBF\x83\x5C"), text);
+    unsigned char back[256] = {};
+    EXPECT_TRUE(text.GetPascalString(back));
+    EXPECT_EQ(std::string(reinterpret_cast<char*>(back), 5), std::string("\4\x8A\xBF\x83\x5C"));
+    EXPECT_EQ(HuxString::FromUTF8("é").GetBytes(), "?");
+    SetApplicationTextEncoding(before);
+}
+
+TEST(HuxString, APascalStringHoldsWholeCharacters) {
+    std::string text;
+    for (int i = 0; i < 100; ++i)
+        text += "漢";
+    unsigned char pascal[256];
+    EXPECT_FALSE(HuxString::FromUTF8(text).GetPascalString(pascal));
+    EXPECT_EQ(pascal[0], 255);
+    EXPECT_FALSE(HuxString::FromUTF8("x" + text).GetPascalString(pascal));
+    EXPECT_EQ(pascal[0], 253);
+}
+
+TEST(HuxString, AKeyThatNoTableHasIsItsOwnText) {
+    EXPECT_EQ(HuxString::Localized(nullptr, "IDS_NO_SUCH_KEY").GetUTF8(), "IDS_NO_SUCH_KEY");
+    EXPECT_EQ(HuxString::FromInteger(-12).GetUTF8(), "-12");
+}
+
+TEST(HuxMutableString, RemovesKeepsAndCutsByCharacter) {
+    HuxMutableString text = HuxString::FromUTF8("1a漢2字-3");
+    HuxString const before = text;
+    text.RemoveCharacters(HuxString::FromUTF8("漢-"));
+    EXPECT_EQ(text.GetUTF8(), "1a2字3");
+    text.KeepCharacters("0123456789");
+    EXPECT_EQ(text.GetUTF8(), "123");
+    text.Append(HuxString::FromUTF8("字9"));
+    text.Truncate(4);
+    EXPECT_EQ(text.GetUTF8(), "123字");
+    text.Truncate(100);
+    EXPECT_EQ(text.GetLength(), 4u);
+    text.Clear();
+    EXPECT_TRUE(text.IsEmpty());
+    EXPECT_EQ(before.GetUTF8(), "1a漢2字-3");
+}
+
+TEST(HuxArray, AnswersNullPastItsEnd) {
+    HuxArray<int> array;
+    EXPECT_EQ(array.GetAt(0), nullptr);
+    array.Append(4);
+    ASSERT_NE(array.GetAt(0), nullptr);
+    EXPECT_EQ(*array.GetAt(0), 4);
+    EXPECT_EQ(array.GetAt(1), nullptr);
+}
+
+} // namespace
