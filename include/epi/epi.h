@@ -289,7 +289,7 @@ typedef struct _EPIRECORD {
     int32_t nFrameHeight;       /* [in] */
     EPIImageRef hComposite;     /* the composited frame under the effect, for previews [in] */
     void* pSettings;            /* the _TEXT_DIALOG_PARAM, memory of the host [in] */
-    const int32_t* pPreviewSwitch; /* preview on or off; null: on [in] */
+    int32_t* pPreviewSwitch;    /* preview on or off, and previews set it; null: on [in] */
     uint8_t reserved5[12];
     /* Non-zero: the four strings below are valid. Only dialogs ask; epiDoFilter does not. [in] */
     int32_t bInfoPresent;

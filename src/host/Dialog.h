@@ -24,7 +24,7 @@ public:
         Image* composite = nullptr;         // the frame under the effect; null: none
         // The score line's parts; nothing when this host has none.
         std::optional<std::array<std::string, 4>> strings {};
-        const std::int32_t* previewSwitch = nullptr; // null: on
+        std::int32_t* previewSwitch = nullptr; // previews may set it; null: on
     };
     // Null with the reason when the plug-in makes no window.
     static std::unique_ptr<Dialog> Open(Effect& effect, DialogKind kind, const Frame& frame,

@@ -1,0 +1,387 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "preview/CMPreviewStatic.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
+#include "effect/VamRect.h"
+#include "huxCommon/huxCoreFoundation/HuxString.h"
+#include "huxCommon/huxGUI/HuxCarbonEvent.h"
+#include "huxCommon/huxUtility/VamCursor.h"
+#include "preview/HostImage.h"
+#include "preview/ScaledCopy.h"
+#include "render/ImageOperations.h"
+#include "render/LockedPixels.h"
+#include "render/Rounding.h"
+#include "render/StateSavers.h"
+
+namespace {
+
+constexpr std::array<double, 6> kScales { 100.0, 66.6, 50.0, 33.3, 25.0, 12.5 };
+constexpr platform::RGBColor kGrey { 0xA0A0, 0xA0A0, 0xA0A0 };
+constexpr platform::RGBColor kBlack { 0, 0, 0 };
+constexpr platform::ControlPartCode kPreviewPart = 1;
+constexpr platform::EventTime kTrackTimeout = 0.1; // seconds
+
+void SetCursorNamed(const char* name) {
+    const HuxString string(name);
+    vamSetNamedCursor(string.GetCFString());
+}
+
+// The watch while it lives, then the arrow.
+class WatchCursor {
+public:
+    WatchCursor() { SetCursorNamed("watchCursor"); }
+    WatchCursor(const WatchCursor&) = delete;
+    WatchCursor& operator=(const WatchCursor&) = delete;
+    ~WatchCursor() { SetCursorNamed("arrowCursor"); }
+};
+
+// Where a preview lies on an axis of the control so that the place in it that was in the middle stays
+// there, as far as the preview reaches.
+std::int32_t OffsetFor(long control, long preview, long center) {
+    if (control >= preview)
+        return SaturateToInt32(control / 2 - preview / 2);
+    return SaturateToInt32(std::clamp(control / 2 - center, control - preview, 0L));
+}
+
+// The part of a preview that a control shows, on one axis: from and behind.
+struct Seen {
+    std::int32_t start, end;
+};
+Seen SeenOn(std::int32_t offset, long control, long preview) {
+    const Seen seen = offset <= 0 ? Seen { -offset, SaturateToInt32(control - offset) }
+                                  : Seen { 0, SaturateToInt32(preview) };
+    const auto within = [preview](std::int32_t place) {
+        return std::clamp(place, 0, SaturateToInt32(preview));
+    };
+    return { within(seen.start), within(seen.end) };
+}
+
+} // namespace
+
+CMPreviewStatic::~CMPreviewStatic() {
+    m_dispatcher.Remove();
+    platform::DisposeGWorld(m_gworld);
+}
+
+void CMPreviewStatic::Init(_EPIRECORD* record, platform::CFBundleRef bundle) {
+    static bool s_cursorsRegistered = false;
+    if (!s_cursorsRegistered) {
+        for (const char* name : { "CursorPreviewHand", "CursorPreviewDrag" })
+            vamRegisterNamedCursorFromBundle(bundle, HuxString(name).GetCFString(), nullptr);
+        s_cursorsRegistered = true;
+    }
+    m_pRecord = record;
+    m_pShowFlag = record->pPreviewSwitch;
+    m_nShow = m_pShowFlag ? *m_pShowFlag : 1;
+    m_dispatcher.SetHandler(this, s_HandleDispatcherEvent);
+    const platform::EventTypeSpec types[] = {
+        { platform::kEventClassMouse, platform::kEventMouseMoved },
+    };
+    m_dispatcher.InstallCarbonEventHandler(platform::GetWindowEventTarget(GetOwner()),
+                                           std::size(types), types);
+    UpdatePreview();
+}
+
+platform::OSStatus CMPreviewStatic::InstallSelf(platform::EventTargetRef target) {
+    const platform::EventTypeSpec types[] = {
+        { platform::kEventClassControl, platform::kEventControlDraw },
+        { platform::kEventClassControl, platform::kEventControlHitTest },
+        { platform::kEventClassControl, platform::kEventControlTrack },
+    };
+    return InstallCarbonEventHandler(target, std::size(types), types);
+}
+
+platform::OSStatus CMPreviewStatic::HandleEventCurrentSelf(platform::EventHandlerCallRef,
+                                                           platform::EventRef event) {
+    switch (platform::GetEventKind(event)) {
+    case platform::kEventControlDraw:
+        return HandleControlDraw(event);
+    case platform::kEventControlHitTest:
+        return HandleControlHitTest(event);
+    case platform::kEventControlTrack:
+        return HandleControlTrack(event);
+    default:
+        return platform::kEventNotHandledErr;
+    }
+}
+
+CMPreviewStatic::Size CMPreviewStatic::ControlSize() const {
+    platform::Rect bounds {};
+    platform::GetControlBounds(GetControlRef(), &bounds);
+    return { bounds.right - bounds.left, bounds.bottom - bounds.top };
+}
+
+// Makes one of the control's present size.
+bool CMPreviewStatic::HasBuffer() {
+    const Size size = ControlSize();
+    if (m_gworld && size.width == m_bufferSize.width && size.height == m_bufferSize.height)
+        return true;
+    platform::DisposeGWorld(m_gworld);
+    m_bufferSize = size;
+    const platform::Rect bounds =
+        vamRECTToRect({ 0, 0, SaturateToInt32(size.width), SaturateToInt32(size.height) });
+    return platform::NewGWorld(&m_gworld, 32, bounds) == platform::kNoErr;
+}
+
+void CMPreviewStatic::SetImage(PIOffscreen& image) {
+    if (!m_pRecord)
+        return;
+    const WatchCursor watch;
+    const bool isFirst = !m_pSource;
+    m_pSource.reset();
+    m_pPreview.reset();
+    m_pScaled.reset();
+    m_pSource = MakeHostImage(*m_pRecord, image.Width(), image.Height());
+    if (!m_pSource)
+        return;
+    CopyHostImage(*m_pSource, image);
+    if (isFirst)
+        FitFirstImage();
+    else
+        KeepOffsets();
+    if (MakePreviewImages())
+        UpdatePreview();
+}
+
+// The first step that is smaller than what would fill the control. One that fills it exactly is not
+// smaller, so an image as large as the control opens at the second step.
+void CMPreviewStatic::FitFirstImage() {
+    const Size control = ControlSize();
+    const double fit = std::min(static_cast<double>(control.width) / m_pSource->Width(),
+                                static_cast<double>(control.height) / m_pSource->Height());
+    const auto* step = std::find_if(kScales.begin(), kScales.end(),
+                                    [fit](double scale) { return scale < fit * 100; });
+    m_nScaleIndex = static_cast<std::int32_t>(
+        step == kScales.end() ? kScales.size() - 1
+                              : static_cast<std::size_t>(step - kScales.begin()));
+    m_dScale = kScales[static_cast<std::size_t>(m_nScaleIndex)];
+    m_nOffsetX = SaturateToInt32((control.width - GetPreviewWidth()) / 2);
+    m_nOffsetY = SaturateToInt32((control.height - GetPreviewHeight()) / 2);
+}
+
+// The zoom stays, and so do the offsets unless the new image is too small for them.
+void CMPreviewStatic::KeepOffsets() {
+    const Size control = ControlSize();
+    const auto keep = [](std::int32_t offset, long size, long preview) {
+        return size < preview ? std::max(offset, SaturateToInt32(size - preview))
+                              : SaturateToInt32((size - preview) / 2);
+    };
+    m_nOffsetX = keep(m_nOffsetX, control.width, GetPreviewWidth());
+    m_nOffsetY = keep(m_nOffsetY, control.height, GetPreviewHeight());
+}
+
+bool CMPreviewStatic::MakePreviewImages() {
+    const auto width = SaturateToInt32(GetPreviewWidth());
+    const auto height = SaturateToInt32(GetPreviewHeight());
+    m_pScaled = MakeHostImage(*m_pRecord, width, height);
+    m_pPreview = MakeHostImage(*m_pRecord, width, height);
+    if (!m_pScaled || !m_pPreview)
+        return false;
+    StretchCopy(*m_pScaled, *m_pSource);
+    return true;
+}
+
+void CMPreviewStatic::ShowPreview(long show, long redraw) {
+    if (show == m_nShow)
+        return;
+    m_nShow = SaturateToInt32(show);
+    if (m_pShowFlag)
+        *m_pShowFlag = m_nShow;
+    if (redraw != 0)
+        UpdatePreview();
+}
+
+bool CMPreviewStatic::ShiftViewScale(long direction) {
+    return SetViewScale(direction == 0 ? m_nScaleIndex + 1L : m_nScaleIndex - 1L);
+}
+
+// The point of the image in the middle of what is seen stays there.
+bool CMPreviewStatic::SetViewScale(long index) {
+    if (!m_pSource || index < 0 || index >= static_cast<long>(kScales.size()) ||
+        index == m_nScaleIndex)
+        return false;
+    const WatchCursor watch;
+    const tagPOINT center = GetPreviewCenter();
+    const double scale = kScales[static_cast<std::size_t>(index)];
+    const auto moved = [&](std::int32_t place) {
+        const long inImage = Double2Int(place * 100.0 / m_dScale);
+        return Double2Int(static_cast<double>(inImage) * scale / 100.0);
+    };
+    const long centerX = moved(center.x);
+    const long centerY = moved(center.y);
+    m_nScaleIndex = static_cast<std::int32_t>(index);
+    m_dScale = scale;
+    const Size control = ControlSize();
+    m_nOffsetX = OffsetFor(control.width, GetPreviewWidth(), centerX);
+    m_nOffsetY = OffsetFor(control.height, GetPreviewHeight(), centerY);
+    if (MakePreviewImages())
+        UpdatePreview();
+    return true;
+}
+
+long CMPreviewStatic::GetPreviewWidth() const {
+    return m_pSource ? Double2Int(m_pSource->Width() * m_dScale / 100.0) : 0;
+}
+
+long CMPreviewStatic::GetPreviewHeight() const {
+    return m_pSource ? Double2Int(m_pSource->Height() * m_dScale / 100.0) : 0;
+}
+
+tagPOINT CMPreviewStatic::GetPreviewCenter() const {
+    const Size control = ControlSize();
+    const auto center = [](std::int32_t offset, long size, long preview) {
+        return SaturateToInt32(size < preview ? std::labs(offset) + size / 2 : preview / 2);
+    };
+    return { center(m_nOffsetX, control.width, GetPreviewWidth()),
+             center(m_nOffsetY, control.height, GetPreviewHeight()) };
+}
+
+tagRECT CMPreviewStatic::VisibleRect() const {
+    const Size control = ControlSize();
+    const Seen x = SeenOn(m_nOffsetX, control.width, GetPreviewWidth());
+    const Seen y = SeenOn(m_nOffsetY, control.height, GetPreviewHeight());
+    return { x.start, y.start, x.end, y.end };
+}
+
+void CMPreviewStatic::UpdatePreview() {
+    if (!HasBuffer())
+        return;
+    const Size size = m_bufferSize;
+    const platform::Rect whole =
+        vamRECTToRect({ 0, 0, SaturateToInt32(size.width), SaturateToInt32(size.height) });
+    {
+        const XSaveGWorld saveWorld;
+        platform::SetGWorld(m_gworld, nullptr);
+        const XSaveColor saveColor;
+        platform::RGBForeColor(kGrey);
+        platform::PaintRect(whole);
+        if (m_nShow != 0 && m_pPreview && m_pScaled)
+            DrawVisible();
+        platform::RGBForeColor(kBlack);
+        platform::FrameRect(whole);
+    }
+    Update();
+}
+
+// While the user drags, the filter would only slow the hand down.
+void CMPreviewStatic::DrawVisible() {
+    const tagRECT visible = VisibleRect();
+    CopyAllOffscreen(*m_pPreview, *m_pScaled);
+    if (m_fTracking == 0)
+        DoFilter(m_pPreview.get(), visible);
+    SetWhiteMat(*m_pPreview, visible);
+    CopyToBuffer(visible);
+}
+
+void CMPreviewStatic::CopyToBuffer(const tagRECT& visible) {
+    const platform::PixMapHandle pixMap = platform::GetGWorldPixMap(m_gworld);
+    const XPixMapLocker locker(pixMap);
+    const PIOffscreenLock lock(*m_pPreview, PIOffscreen::Access::kRead,
+                               PIOffscreenLock::Unlock::kIfLockedHere);
+    if (!locker.IsLocked() || !lock.IsLocked())
+        return;
+    std::uint8_t* const base = platform::GetWritablePixBaseAddr(pixMap);
+    const auto image = render::LockedPixels::Of(*m_pPreview);
+    if (!base || !image)
+        return;
+    const Size size = m_bufferSize;
+    const std::int32_t left = std::max(m_nOffsetX, 0);
+    const std::int32_t top = std::max(m_nOffsetY, 0);
+    CopyScaled(
+        { base, platform::GetPixRowBytes(pixMap), SaturateToInt32(size.width),
+          SaturateToInt32(size.height) },
+        { left, top, left + visible.right - visible.left, top + visible.bottom - visible.top },
+        *image, { visible.left, visible.top, visible.right, visible.bottom });
+}
+
+void CMPreviewStatic::DoFilter(PIOffscreen* /*image*/, tagRECT /*visible*/) {}
+
+platform::OSStatus CMPreviewStatic::HandleControlDraw(platform::EventRef /*event*/) {
+    const Size size = ControlSize();
+    const platform::Rect whole =
+        vamRECTToRect({ 0, 0, SaturateToInt32(size.width), SaturateToInt32(size.height) });
+    if (m_gworld)
+        platform::CopyBits(m_gworld, whole, platform::GetPort(), whole);
+    return platform::kNoErr;
+}
+
+platform::OSStatus CMPreviewStatic::HandleControlHitTest(platform::EventRef event) {
+    platform::SetEventParameter(event, platform::kEventParamControlPart,
+                                platform::kTypeControlPartCode, sizeof kPreviewPart, &kPreviewPart);
+    return platform::kNoErr;
+}
+
+platform::OSStatus CMPreviewStatic::HandleControlTrack(platform::EventRef /*event*/) {
+    const Size control = ControlSize();
+    const long width = GetPreviewWidth();
+    const long height = GetPreviewHeight();
+    if (width <= control.width && height <= control.height)
+        return platform::kNoErr;
+    const std::weak_ptr<void> life = m_life;
+    const tagPOINT startOffset { m_nOffsetX, m_nOffsetY };
+    platform::Point start {};
+    platform::GetGlobalMouse(&start);
+    m_fTracking = 1;
+    SetToolCursor();
+    for (;;) {
+        platform::Point now {};
+        platform::MouseTracking result {};
+        const platform::OSStatus status =
+            platform::TrackMouseLocation(GetOwner(), kTrackTimeout, &now, &result);
+        if (life.expired())
+            return platform::kNoErr;
+        if (status != platform::kNoErr || result == platform::MouseTracking::kMouseUp ||
+            result == platform::MouseTracking::kUserCancelled)
+            break;
+        const auto moved = [](std::int32_t from, int by, long size, long preview) {
+            return size < preview ? std::clamp(from + by, SaturateToInt32(size - preview), 0)
+                                  : from;
+        };
+        PanTo({ moved(startOffset.x, now.h - start.h, control.width, width),
+                moved(startOffset.y, now.v - start.v, control.height, height) });
+    }
+    m_fTracking = 0;
+    SetToolCursor();
+    UpdatePreview(); // with the filter again
+    Update();
+    return platform::kNoErr;
+}
+
+void CMPreviewStatic::PanTo(tagPOINT offset) {
+    if (offset.x == m_nOffsetX && offset.y == m_nOffsetY)
+        return;
+    m_nOffsetX = offset.x;
+    m_nOffsetY = offset.y;
+    UpdatePreview();
+    Draw(true);
+    FlushPortBuffer();
+}
+
+platform::OSStatus CMPreviewStatic::s_HandleDispatcherEvent(platform::EventHandlerCallRef,
+                                                            platform::EventRef event,
+                                                            void* userData) {
+    return static_cast<CMPreviewStatic*>(userData)->HandleDispatcherEvent(event);
+}
+
+platform::OSStatus CMPreviewStatic::HandleDispatcherEvent(platform::EventRef event) {
+    platform::HIPoint point {};
+    platform::Rect bounds {};
+    platform::GetControlBounds(GetControlRef(), &bounds);
+    if (HuxCarbonEvent(event, true)
+            .GetParameter(platform::kEventParamWindowMouseLocation, platform::kTypeHIPoint,
+                          sizeof point, &point) != platform::kNoErr)
+        return platform::kEventNotHandledErr;
+    const auto x = static_cast<int>(point.x);
+    const auto y = static_cast<int>(point.y);
+    if (x < bounds.left || y < bounds.top || x >= bounds.right || y >= bounds.bottom)
+        return platform::kEventNotHandledErr;
+    SetToolCursor();
+    return platform::kNoErr;
+}
+
+void CMPreviewStatic::SetToolCursor() {
+    SetCursorNamed(m_fTracking != 0 ? "CursorPreviewDrag" : "CursorPreviewHand");
+}

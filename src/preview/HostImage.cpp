@@ -1,0 +1,82 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "preview/HostImage.h"
+
+#include <algorithm>
+
+#include "render/LockedPixels.h"
+
+namespace {
+
+constexpr std::int32_t kDepth = 32;
+constexpr double kDotsPerInch = 144.0;
+
+using render::LockedPixels;
+using render::PixelRow;
+
+// The channel as 8 bits; full where the image has none.
+std::uint8_t Channel8(const LockedPixels& image, std::int32_t y, std::ptrdiff_t x,
+                      std::int32_t place) {
+    const std::ptrdiff_t bytes = image.UsedBytes();
+    if (image.depth == 64) {
+        const PixelRow<std::uint16_t> row(image.Row(y), bytes);
+        return row.Has(x * 4, place) ? static_cast<std::uint8_t>(row.Get(x * 4, place) >> 8) : 255;
+    }
+    const PixelRow<std::uint8_t> row(image.Row(y), bytes);
+    const std::ptrdiff_t first = x * (image.depth / 8);
+    return row.Has(first, place) ? row.Get(first, place) : 255;
+}
+
+void ConvertRow(const LockedPixels& dst, const LockedPixels& src, std::int32_t y) {
+    const PixelRow<std::uint8_t> row(dst.Row(y), dst.UsedBytes());
+    const std::int32_t width = std::min(dst.width, src.width);
+    const auto put = [&](std::ptrdiff_t x, std::int32_t to, std::int32_t from) {
+        if (row.Has(x * 4, to))
+            row.Set(x * 4, to, Channel8(src, y, x, from));
+    };
+    for (std::ptrdiff_t x = 0; x < width; ++x) {
+        put(x, dst.order.red, src.order.red);
+        put(x, dst.order.green, src.order.green);
+        put(x, dst.order.blue, src.order.blue);
+        put(x, dst.order.alpha, src.depth == 24 ? -1 : src.order.alpha);
+    }
+}
+
+void Convert(PIOffscreen& dst, PIOffscreen& src) {
+    const PIOffscreenLock reading(src, PIOffscreen::Access::kRead,
+                                  PIOffscreenLock::Unlock::kIfLockedHere);
+    const PIOffscreenLock writing(dst, PIOffscreen::Access::kWrite,
+                                  PIOffscreenLock::Unlock::kIfLockedHere);
+    if (!reading.IsLocked() || !writing.IsLocked())
+        return;
+    const auto from = LockedPixels::Of(src);
+    const auto to = LockedPixels::Of(dst);
+    if (!from || !to || to->depth != kDepth)
+        return;
+    for (std::int32_t y = 0; y < std::min(to->height, from->height); ++y)
+        ConvertRow(*to, *from, y);
+}
+
+} // namespace
+
+std::unique_ptr<PIOffscreen> MakeHostImage(const _EPIRECORD& record, std::int32_t width,
+                                           std::int32_t height) {
+    if (!record.pObjectProcs || !record.pObjectProcs->Create)
+        return nullptr;
+    auto* const object = static_cast<EPIImageRef>(record.pObjectProcs->Create(epiObjectImage));
+    if (!object)
+        return nullptr;
+    auto image = std::make_unique<PIOffscreen>(record.pObjectProcs, record.pOffscreenProcs, object,
+                                               epiObjectImage);
+    if (!image->Allocate(width, height, kDepth, kDotsPerInch))
+        return nullptr;
+    return image;
+}
+
+void CopyHostImage(PIOffscreen& dst, PIOffscreen& src) {
+    // The host's own copy is for images of one depth.
+    if (src.Depth() == dst.Depth())
+        dst.Copy(0, 0, std::min(dst.Width(), src.Width()), std::min(dst.Height(), src.Height()),
+                 src, 0, 0);
+    else
+        Convert(dst, src);
+}
