@@ -5,6 +5,7 @@
 #include <memory>
 #include <span>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/events/Event.h"
@@ -28,12 +29,13 @@ struct Handler {
     }
 };
 
-// Newest first.
+// Newest first. Never changed once it is there: an event on its way keeps the chain that it met, so
+// that sending one costs a count and no copy.
 using Chain = std::vector<std::shared_ptr<Handler>>;
 
 struct Target {
     EventTargetRef parent;
-    Chain chain;
+    std::shared_ptr<const Chain> chain = std::make_shared<const Chain>();
 };
 
 struct Registry {
@@ -68,7 +70,7 @@ void AddTypes(Handler& handler, std::span<const EventTypeSpec> types) {
 
 } // namespace
 
-// An event on its way along a chain. The chain is a copy, so that it outlives its target.
+// An event on its way along a chain, which outlives its target.
 struct EventHandlerCall {
     const Chain& chain;
     std::size_t next; // whom CallNextEventHandler asks first
@@ -102,7 +104,7 @@ OSStatus AskFrom(const Chain& chain, std::size_t first, EventTargetRef parent, E
 EventTargetRef CreateEventTarget(EventTargetRef parent) {
     Registry& registry = TheRegistry();
     auto const target = registry.NewReference<EventTargetRef>();
-    registry.targets.emplace(target, Target { parent, {} });
+    registry.targets.emplace(target, Target { parent });
     return target;
 }
 
@@ -111,7 +113,7 @@ void DisposeEventTarget(EventTargetRef target) {
     auto const node = registry.targets.extract(target);
     if (node.empty())
         return;
-    for (std::shared_ptr<Handler> const& handler : node.mapped().chain)
+    for (std::shared_ptr<Handler> const& handler : *node.mapped().chain)
         handler->removed = true;
     std::erase_if(registry.handlers, [](auto const& entry) { return entry.second->removed; });
 }
@@ -135,8 +137,9 @@ OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP proc, std::u
     AddTypes(*added, { types, count });
     auto const reference = registry.NewReference<EventHandlerRef>();
     registry.handlers.emplace(reference, added);
-    Chain& chain = found->second.chain;
-    chain.insert(chain.begin(), added);
+    auto chain = std::make_shared<Chain>(Chain { added });
+    chain->insert(chain->end(), found->second.chain->begin(), found->second.chain->end());
+    found->second.chain = std::move(chain);
     if (handler)
         *handler = reference;
     return kNoErr;
@@ -148,7 +151,10 @@ OSStatus RemoveEventHandler(EventHandlerRef handler) {
     if (node.empty())
         return kParamErr;
     node.mapped()->removed = true;
-    std::erase(registry.targets.at(node.mapped()->target).chain, node.mapped());
+    Target& target = registry.targets.at(node.mapped()->target);
+    auto chain = std::make_shared<Chain>(*target.chain);
+    std::erase(*chain, node.mapped());
+    target.chain = std::move(chain);
     return kNoErr;
 }
 
@@ -177,7 +183,7 @@ std::uint32_t CountEventHandlers(EventTargetRef target, const EventTypeSpec& typ
     if (found == targets.end())
         return 0;
     auto const count = std::ranges::count_if(
-        found->second.chain,
+        *found->second.chain,
         [&type](const std::shared_ptr<Handler>& handler) { return handler->Wants(type); });
     return static_cast<std::uint32_t>(count);
 }
@@ -188,8 +194,8 @@ OSStatus SendEventToEventTarget(EventRef event, EventTargetRef target) {
     if (!event || found == registry.targets.end())
         return kParamErr;
     HeldEvent const held(event);
-    Chain const chain = found->second.chain;
-    return AskFrom(chain, 0, found->second.parent, event);
+    std::shared_ptr<const Chain> const chain = found->second.chain;
+    return AskFrom(*chain, 0, found->second.parent, event);
 }
 
 OSStatus CallNextEventHandler(EventHandlerCallRef call, EventRef event) {
