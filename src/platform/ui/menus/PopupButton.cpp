@@ -55,6 +55,7 @@ bool TypesText(const QKeyEvent& event) {
 
 PopupButton::PopupButton(QWidget* parent) : QComboBox(parent), m_rows(new PopupModel(this)) {
     setModel(m_rows);
+    setItemDelegate(new PopupDelegate(this));
     // A list below the button, with a scroll bar: some styles would fill the screen with thousands
     // of families instead.
     setStyleSheet(QStringLiteral("QComboBox { combobox-popup: 0; }"));
