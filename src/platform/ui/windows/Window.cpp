@@ -2,10 +2,16 @@
 // One window: found from its widgets, and its end, which any of its own handlers may bring about.
 #include "platform/ui/windows/Window.h"
 
+#include <algorithm>
+#include <utility>
+
+#include <QAbstractButton>
 #include <QHash>
 
 #include "platform/ui/WindowWidget.h"
 #include "platform/ui/controls/Control.h"
+#include "platform/ui/windows/Guarded.h"
+#include "platform/ui/windows/MouseTracker.h"
 #include "platform/ui/windows/WindowGroups.h"
 
 namespace platform {
@@ -31,6 +37,7 @@ Window::Window(QWidget& widget)
 
 Window::~Window() {
     LeaveWindowGroup(*this);
+    MouseTracker::Of().Cancel(Ref());
     if (modalLoop)
         modalLoop->quit();
     Windows().remove(m_widget);
@@ -59,7 +66,7 @@ void Window::End() {
         return;
     m_ending = true;
     QPointer<Window> const alive(this);
-    Send(kEventWindowClosed);
+    Guarded([this] { Send(kEventWindowClosed); });
     if (!alive)
         return; // a handler deleted the widget, and this with it
     ReleaseWindowsOver(*this);
@@ -67,6 +74,58 @@ void Window::End() {
     if (alive)
         delete this;
 }
+
+// Buttons and focus -----------------------------------------------------------------------------
+
+Control* Window::DefaultButton() const {
+    return dynamic_cast<Control*>(defaultButton.data());
+}
+
+Control* Window::CancelButton() const {
+    return dynamic_cast<Control*>(cancelButton.data());
+}
+
+bool Window::PressButton(const Control* control) {
+    auto* const button = control ? qobject_cast<QAbstractButton*>(&control->Widget()) : nullptr;
+    if (!button || !button->isEnabled())
+        return false;
+    button->click();
+    return true;
+}
+
+Control* Window::FocusControl() const {
+    QWidget const* const widget = m_widget->window()->focusWidget();
+    return widget && Of(widget) == this ? Control::Of(widget) : nullptr;
+}
+
+// Notices ---------------------------------------------------------------------------------------
+
+void Window::Notice(std::uint32_t kind) {
+    if (kind == kEventWindowHidden)
+        MouseTracker::Of().Cancel(Ref());
+    if (isQuiet || CountEventHandlers(Target(), { kEventClassWindow, kind }) == 0 ||
+        std::ranges::find(m_notices, kind) != m_notices.end())
+        return;
+    if (m_notices.empty())
+        QMetaObject::invokeMethod(
+            this, [this] { SendNotices(); }, Qt::QueuedConnection);
+    m_notices.push_back(kind);
+}
+
+void Window::SendNotices() {
+    QPointer<Window> const alive(this);
+    for (std::uint32_t const kind : std::exchange(m_notices, {})) {
+        if (alive)
+            Guarded([this, kind] { Send(kind); });
+    }
+}
+
+void Window::NoteActivation() {
+    static std::uint64_t count = 0;
+    lastActivation = ++count;
+}
+
+// Widgets ---------------------------------------------------------------------------------------
 
 QWidget* GetWindowWidget(WindowRef window) {
     Window const* const found = Window::Find(window);

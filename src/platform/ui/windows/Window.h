@@ -36,27 +36,33 @@ public:
     // widget stays.
     void End();
 
-    // A widget of the window that shows a list or a menu of its own is not asked: the window's own
-    // default and cancel buttons. Null: none.
-    Control* DefaultButton() const;
+    Control* DefaultButton() const; // null: none
     Control* CancelButton() const;
+    // Clicks the control when it is a button and enabled; gives whether it was one.
+    static bool PressButton(const Control* control);
     // The control that has the keyboard focus among those of the window, active or not.
     Control* FocusControl() const;
+    // It was shown, hidden or moved. The event follows when the widget is through with it: Qt does
+    // not expect the widget to go in the middle.
+    void Notice(std::uint32_t kind);
+    void SendNotices();
+    void NoteActivation();
 
     QPointer<QObject> defaultButton; // Controls
     QPointer<QObject> cancelButton;
     QEventLoop* modalLoop = nullptr; // while it runs modally
     WindowGroupRef group = nullptr;
-    bool liesOverGroup = false; // made a child of the widget of its group's first window
+    bool liesOverGroup = false; // a child of the widget of its group's first window
     std::uint32_t attributes = kWindowCloseBoxAttribute | kWindowCollapseBoxAttribute;
     std::uint32_t modality = kWindowModalityNone;
-    std::uint64_t lastActivation = 0;    // counts up; 0: never
-    ControlRef toldOfFocus = nullptr;    // the control that was last told that it has the focus
-    bool isQuiet = false;                // shown and hidden events are not the user's business now
+    std::uint64_t lastActivation = 0; // counts up; 0: never
+    ControlRef toldOfFocus = nullptr; // the control that was last told that it has the focus
+    bool isQuiet = false;             // being shown or hidden is not the user's doing now
 
 private:
     QWidget* m_widget;
     bool m_ending = false;
+    std::vector<std::uint32_t> m_notices; // kinds of window events that are to be sent
 };
 
 } // namespace platform
