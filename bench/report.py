@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: BSD-3-Clause
-"""Turns the times of telop-bench and of render_programs.py into tables of ratios beside their
-limits, prints them, and writes them into README.md between its two markers."""
+"""Turns the times of telop-bench, telop-bench-dispatch and render_programs.py into tables of ratios
+beside their limits, prints them, and writes them into README.md between its two markers."""
 
 import argparse
 import json
@@ -30,6 +30,16 @@ RENDERERS = {
     "qt": "Qt painter",
     "drawtext": "drawtext",
 }
+DISPATCHES = {
+    "handlers/1": "one handler",
+    "handlers/3": "three handlers",
+    "handlers/10": "ten handlers",
+    "objects/1": "one object of the toolkit",
+    "objects/3": "three objects of the toolkit",
+    "unwanted/3": "three handlers, none of which wants it",
+    "command": "a command up three targets, which nobody wants",
+    "made": "made, with a parameter, three handlers, released",
+}
 AREA_CASES = ["score-100", "score-50", "latin"]
 
 UNCHANGED_TO_BLEND = 1.8
@@ -43,6 +53,7 @@ SPREAD_OF_FRAME_SIZES = 1.2
 GROWTH_OF_PIXEL_COST = 1.5  # the larger rectangle does not fit into the processor's own cache
 START_SECONDS = 0.020
 LOAD_SECONDS = 0.010
+UNWANTED_ALLOCATIONS = 0.0
 BUSY = 1.05  # time of the clock for each of the processor, from which on others had a share
 
 
@@ -179,6 +190,12 @@ def program_checks(programs):
     ]
 
 
+def dispatch_checks(dispatch):
+    return [Check(f"an event on its way to {DISPATCHES[name]}: allocations",
+                  dispatch.median(f"dispatch/{name}", "allocations"), UNWANTED_ALLOCATIONS)
+            for name in ["unwanted/3"]]
+
+
 def table(head, rows):
     line = "|" + "|".join(" --- " if i == 0 else " ---: " for i in range(len(head))) + "|"
     return ["| " + " | ".join(head) + " |", line] + ["| " + " | ".join(row) + " |" for row in rows]
@@ -237,6 +254,18 @@ def program_times(programs):
     return table(head, rows)
 
 
+def dispatch_times(dispatch):
+    def row(name, what):
+        def median(field):
+            return dispatch.median(f"dispatch/{name}", field)
+
+        return [what, f"{median('items_per_second') / 1e6:.1f}", f"{median('cpu_time'):.0f}",
+                f"{median('allocations'):.1f}"]
+
+    head = ["An event", "million a second", "nanoseconds", "allocations"]
+    return table(head, [row(name, what) for name, what in DISPATCHES.items()])
+
+
 def output_of(*command):
     try:
         return subprocess.run(command, capture_output=True, text=True, check=True).stdout.strip()
@@ -272,9 +301,9 @@ def machine(bench, programs):
     ]
 
 
-def report(bench, programs):
+def report(bench, programs, dispatch):
     by_case = {case: text_checks(bench, case) for case in CASES}
-    others = area_checks(bench) + program_checks(programs)
+    others = area_checks(bench) + program_checks(programs) + dispatch_checks(dispatch)
     checks = [check for row in by_case.values() for check in row] + others
     missed = sum(not check.met() for check in checks)
     columns = next(iter(by_case.values()))
@@ -292,6 +321,7 @@ def report(bench, programs):
                         ("Frame size and threads", scaling_times(bench)),
                         ("Area", area_times(bench)),
                         ("Programs", program_times(programs)),
+                        ("Dispatch", dispatch_times(dispatch)),
                         ("Machine", machine(bench, programs))]:
         lines += ["", f"### {title}", ""] + part
     return "\n".join(lines)
@@ -307,9 +337,10 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("bench", type=Path, help="JSON of telop-bench")
     parser.add_argument("programs", type=Path, help="JSON of render_programs.py")
+    parser.add_argument("dispatch", type=Path, help="JSON of telop-bench-dispatch")
     parser.add_argument("--readme", type=Path, help="the file to write the tables into")
     args = parser.parse_args()
-    text = report(Bench(args.bench), json.loads(args.programs.read_text()))
+    text = report(Bench(args.bench), json.loads(args.programs.read_text()), Bench(args.dispatch))
     print(text)
     if args.readme:
         update(args.readme, text)
