@@ -21,7 +21,7 @@ PicHandle NewPicture(std::span<const std::uint8_t> data) {
                                                static_cast<qsizetype>(data.size()));
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer, "png");
-    const QSize size = reader.size();
+    const QSize size = reader.canRead() ? reader.size() : QSize();
     if (!size.isValid() || size.width() > kMaxSide || size.height() > kMaxSide)
         return nullptr;
     auto picture = std::make_unique<Picture>(Picture { reader.read() });

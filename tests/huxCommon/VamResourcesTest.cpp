@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Strings, pictures, cursors and icons out of a bundle that the test writes.
+#include <filesystem>
+#include <string>
+
+#include <QBuffer>
+#include <QImage>
+#include <gmock/gmock.h>
+
+#include "huxCommon/huxCoreFoundation/HuxString.h"
+#include "huxCommon/huxUtility/HuxResource.h"
+#include "huxCommon/huxUtility/VamBundle.h"
+#include "huxCommon/huxUtility/VamCursor.h"
+#include "platform/ui/UIObject.h"
+#include "support/ScopedEnvironment.h"
+#include "support/TemporaryFolder.h"
+
+namespace {
+
+constexpr char kInfo[] = R"({"identifier": "org.telop.test", "name": "Test", "version": "1"})";
+
+std::string Png(int width, int height) {
+    QImage image(width, height, QImage::Format_ARGB32);
+    image.fill(Qt::black);
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    image.save(&buffer, "PNG");
+    return bytes.toStdString();
+}
+
+std::string Pct(int width, int height) {
+    return std::string(512, '\0') + Png(width, height);
+}
+
+class VamResources : public testing::Test {
+protected:
+    VamResources() {
+        m_folder.Write("T.bundle/Contents/Info.json", kInfo);
+        m_bundle = HuxCFObject<platform::CFBundleRef>::Adopt(platform::CFBundleCreate(Root()));
+    }
+    ~VamResources() override { HuxResource::UnregisterIconRef(); }
+
+    std::filesystem::path Root() const { return m_folder.Path() / "T.bundle"; }
+    std::filesystem::path Put(const std::string& name, const std::string& bytes) const {
+        return m_folder.Write("T.bundle/Contents/Resources/" + name, bytes);
+    }
+    platform::CFBundleRef Bundle() const { return m_bundle.Get(); }
+    // The sides of the picture; 0 for none.
+    int WidthOfPict(const char* name, const char* subDir) const {
+        const HuxString folder(subDir);
+        const platform::PicHandle picture = vamLoadPictFromBundle(
+            Bundle(), HuxString(name).GetCFString(), subDir ? folder.GetCFString() : nullptr);
+        const int width = platform::GetPictureBounds(picture).right;
+        platform::KillPicture(picture);
+        return width;
+    }
+    bool Register(const char* name) const {
+        return vamRegisterNamedCursorFromBundle(Bundle(), HuxString(name).GetCFString(), nullptr);
+    }
+
+private:
+    const TemporaryFolder m_folder;
+    HuxCFObject<platform::CFBundleRef> m_bundle;
+};
+
+TEST_F(VamResources, StringsFallBackToTheirKey) {
+    const ScopedEnvironment english("LANGUAGE", "en");
+    Put("en.lproj/Localizable.strings", "\"IDS_A\" = \"text\";");
+    const auto text = [&](platform::CFBundleRef bundle, const char* key) {
+        const HuxString name(key);
+        return HuxString::Adopt(vamLoadStringFromBundle(bundle, name.GetCFString()));
+    };
+    EXPECT_EQ(text(Bundle(), "IDS_A").GetUTF8(), "text");
+    EXPECT_EQ(text(Bundle(), "IDS_B").GetUTF8(), "IDS_B");
+    EXPECT_EQ(text(nullptr, "IDS_A").GetUTF8(), "IDS_A");
+}
+
+TEST_F(VamResources, PicturesFollowAHeader) {
+    Put("whole.pct", Pct(7, 5));
+    Put("sub/deeper.pct", Pct(3, 3));
+    Put("headless.pct", Png(7, 5));
+    Put("short.pct", std::string(511, '\0'));
+    Put("empty.pct", std::string(512, '\0'));
+    Put("broken.pct", Pct(7, 5).substr(0, 550));
+    struct Row {
+        const char* name;
+        const char* subDir;
+        int width;
+    };
+    for (const Row& row :
+         { Row { "whole", nullptr, 7 }, Row { "deeper", "sub", 3 }, Row { "deeper", nullptr, 0 },
+           Row { "headless", nullptr, 0 }, Row { "short", nullptr, 0 }, Row { "empty", nullptr, 0 },
+           Row { "broken", nullptr, 0 }, Row { "missing", nullptr, 0 }, Row { "", nullptr, 0 } })
+        EXPECT_EQ(WidthOfPict(row.name, row.subDir), row.width) << row.name;
+    EXPECT_EQ(vamLoadPictFromBundle(nullptr, HuxString("whole").GetCFString(), nullptr), nullptr);
+}
+
+TEST_F(VamResources, FilesAreFoundByNameAndType) {
+    const std::filesystem::path file = Put("a.txt", "");
+    const HuxString name("a"), type("txt"), otherType("pct");
+    FSRef found { "untouched" };
+    EXPECT_FALSE(vamGetResourceFSRefFromBundle(&found, Bundle(), name.GetCFString(),
+                                               otherType.GetCFString(), nullptr));
+    EXPECT_STREQ(found.path, "untouched");
+    EXPECT_TRUE(vamGetResourceFSRefFromBundle(&found, Bundle(), name.GetCFString(),
+                                              type.GetCFString(), nullptr));
+    EXPECT_EQ(found.path, file);
+    EXPECT_EQ(vamCreateBundleCommonResource(HuxString("NoSuchBundle").GetCFString()), nullptr);
+}
+
+TEST(VamCursor, KnowsTheSystemsNames) {
+    struct Row {
+        const char* name;
+        bool system;
+        platform::ThemeCursor theme;
+    };
+    ASSERT_TRUE(platform::EnsureUserInterface());
+    for (const Row& row :
+         { Row { "arrowCursor", true, 0 }, Row { "iBeamCursor", true, 4 },
+           Row { "crossCursor", true, 5 }, Row { "plusCursor", true, 6 },
+           Row { "watchCursor", true, 7 }, Row { "pointingHandCursorCursor", true, 10 },
+           Row { "pointingHandCursor", false, 10 }, Row { "", false, 10 } }) {
+        const HuxString name(row.name);
+        EXPECT_EQ(vamIsSystemNamedCursor(name.GetCFString()), row.system) << row.name;
+        vamSetNamedCursor(name.GetCFString());
+        EXPECT_EQ(platform::CurrentThemeCursor(), row.theme) << row.name;
+        EXPECT_STREQ(platform::CurrentNamedCursor(), "") << row.name;
+    }
+    EXPECT_FALSE(vamIsSystemNamedCursor(nullptr));
+}
+
+TEST_F(VamResources, CursorsAreLoadedOnce) {
+    ASSERT_TRUE(platform::EnsureUserInterface());
+    EXPECT_FALSE(Register("Reticle"));
+    const std::filesystem::path file = Put("Reticle.pct", Pct(32, 9));
+    Put("Reticle@2x.pct", Pct(64, 18));
+    EXPECT_TRUE(Register("Reticle"));
+    std::filesystem::remove(file);
+    EXPECT_TRUE(Register("Reticle"));
+
+    vamSetNamedCursor(HuxString("Reticle").GetCFString());
+    EXPECT_STREQ(platform::CurrentNamedCursor(), "Reticle");
+    vamSetNamedCursor(HuxString("pointingHandCursor").GetCFString());
+    EXPECT_STREQ(platform::CurrentNamedCursor(), "Reticle");
+    vamSetNamedCursor(HuxString("arrowCursor").GetCFString());
+}
+
+TEST_F(VamResources, CursorNamesFit128Bytes) {
+    const std::string fits(127, 'f'), tooLong(128, 't');
+    for (const std::string& name : { fits, tooLong })
+        Put(name + ".pct", Pct(4, 4));
+    EXPECT_TRUE(Register(fits.c_str()));
+    EXPECT_FALSE(Register(tooLong.c_str()));
+    EXPECT_FALSE(vamRegisterNamedCursorFromBundle(Bundle(), nullptr, nullptr));
+}
+
+TEST_F(VamResources, AResourceKeepsItsTypeWhenItOwnsNothing) {
+    Put("picture.pct", Pct(6, 6));
+    const HuxString name("picture"), missing("missing");
+    HuxResource owner(true);
+    EXPECT_FALSE(owner.IsValid());
+    ASSERT_NE(owner.LoadPICT(name.GetCFString(), Bundle(), nullptr), nullptr);
+    EXPECT_TRUE(owner.IsValid());
+    EXPECT_EQ(owner.LoadPICT(missing.GetCFString(), Bundle(), nullptr), nullptr);
+    EXPECT_EQ(owner.GetType(), kHuxResourceNone);
+
+    const platform::PicHandle lent = owner.LoadPICT(name.GetCFString(), Bundle(), nullptr);
+    HuxResource looker(true);
+    looker.Attach(lent, false);
+    looker.Release();
+    EXPECT_EQ(looker.GetType(), kHuxResourcePict);
+    EXPECT_FALSE(looker.IsValid());
+    EXPECT_EQ(platform::GetPictureBounds(lent).right, 6); // still there
+
+    owner.Detach();
+    EXPECT_FALSE(owner.IsValid());
+    EXPECT_EQ(platform::GetPictureBounds(lent).right, 6);
+    platform::KillPicture(lent);
+}
+
+TEST_F(VamResources, TheLastIconOfANameIsTheCachedOne) {
+    Put("lamp.icns", Png(16, 16));
+    const HuxString name("lamp"), missing("missing");
+    HuxResource first(true), second(true);
+    const platform::IconRef older = first.LoadIcon(name.GetCFString(), Bundle(), nullptr);
+    const platform::IconRef newer = second.LoadIcon(name.GetCFString(), Bundle(), nullptr);
+    ASSERT_NE(older, nullptr);
+    EXPECT_NE(older, newer);
+    EXPECT_EQ(second.GetType(), kHuxResourceIcon);
+    const platform::IconRef cached = HuxResource::GetIconRefCache(name.GetCFString());
+    EXPECT_EQ(cached, newer);
+    EXPECT_EQ(HuxResource::GetIconRefCache(missing.GetCFString()), nullptr);
+
+    second.Release();
+    HuxResource::UnregisterIconRef();
+    EXPECT_EQ(HuxResource::GetIconRefCache(name.GetCFString()), nullptr);
+    EXPECT_EQ(platform::ReleaseIconRef(cached), platform::kNoErr); // its own count kept it
+
+    platform::IconRef none = nullptr;
+    EXPECT_EQ(HuxResource::RegisterIconRef(missing.GetCFString(), Bundle(), nullptr, &none), -50);
+    EXPECT_EQ(second.LoadIcon(missing.GetCFString(), Bundle(), nullptr), nullptr);
+    EXPECT_FALSE(second.IsValid());
+}
+
+} // namespace

@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include <gmock/gmock.h>
+
+#include "huxCommon/huxGUI/HuxEvents.h"
+#include "huxCommon/huxUtility/VamWindowItem.h"
+#include "platform/ui/Controls.h"
+
+TEST(VamWindowItem, GivesTheBoundsOfTheItemAndTheAddressOfItsResult) {
+    platform::WindowRef window = nullptr;
+    ASSERT_EQ(platform::CreateNewWindow({ 0, 0, 100, 200 }, &window), platform::kNoErr);
+    platform::ControlRef pane = nullptr;
+    ASSERT_EQ(platform::CreateUserPaneControl(window, { 10, 20, 40, 80 }, &pane), platform::kNoErr);
+    platform::SetControlID(pane, { kHuxPropertyCreator, 91 });
+
+    platform::Rect bounds { 1, 2, 3, 4 };
+    EXPECT_EQ(vamGetWindowItemAsRect(window, 92, &bounds), platform::kErrControlNotFound);
+    EXPECT_EQ(bounds.right, 4);
+    const platform::OSStatus status = vamGetWindowItemAsRect(window, 91, &bounds);
+    EXPECT_EQ(status, static_cast<std::int32_t>(reinterpret_cast<std::uintptr_t>(&bounds)));
+    EXPECT_EQ(bounds.top, 10);
+    EXPECT_EQ(bounds.left, 20);
+    EXPECT_EQ(bounds.bottom, 40);
+    EXPECT_EQ(bounds.right, 80);
+    platform::DisposeWindow(window);
+    EXPECT_NE(vamGetWindowItemAsRect(window, 91, &bounds), platform::kNoErr);
+}
