@@ -89,8 +89,8 @@ platform::OSStatus HuxResource::RegisterIconRef(platform::CFStringRef name,
     if (status != platform::kNoErr)
         return status;
     platform::AcquireIconRef(*out);
-    s_vectorIconCache.emplace_back(kUnknownCode, kUnknownCode, decltype(_IconCache::refIcon)(*out),
-                                   HuxCFObject<platform::CFStringRef>(name));
+    s_vectorIconCache.push_back({ kUnknownCode, kUnknownCode, decltype(_IconCache::refIcon)(*out),
+                                  HuxCFObject<platform::CFStringRef>(name) });
     return platform::kNoErr;
 }
 
