@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// A window with controls of any class, and handlers that end with the test.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QRadioButton>
+#include <QWidget>
+#include <gtest/gtest.h>
+
+#include "platform/ui/controls/Control.h"
+#include "platform/ui/controls/Families.h"
+#include "platform/ui/windows/Window.h"
+
+namespace test {
+
+// Calls act for each event of the types at the target, until it ends.
+class Handler {
+public:
+    using Act = std::function<platform::OSStatus(platform::EventRef)>;
+
+    Handler(platform::EventTargetRef target, const std::vector<platform::EventTypeSpec>& types,
+            Act act)
+        : m_act(std::make_unique<Act>(std::move(act))) {
+        const auto run = [](platform::EventHandlerCallRef, platform::EventRef event, void* data) {
+            const Act kept = *static_cast<Act*>(data); // it may end this handler
+            return kept(event);
+        };
+        EXPECT_EQ(platform::InstallEventHandler(target, run,
+                                                static_cast<std::uint32_t>(types.size()),
+                                                types.data(), m_act.get(), &m_handler),
+                  platform::kNoErr);
+    }
+    Handler(const Handler&) = delete;
+    Handler& operator=(const Handler&) = delete;
+    ~Handler() { platform::RemoveEventHandler(m_handler); }
+
+private:
+    std::unique_ptr<Act> m_act;
+    platform::EventHandlerRef m_handler = nullptr;
+};
+
+inline constexpr platform::EventTypeSpec kHit { platform::kEventClassControl,
+                                                platform::kEventControlHit };
+inline constexpr platform::EventTypeSpec kDraw { platform::kEventClassControl,
+                                                 platform::kEventControlDraw };
+inline constexpr platform::EventTypeSpec kDisposed { platform::kEventClassControl,
+                                                     platform::kEventControlDisposed };
+inline constexpr platform::EventTypeSpec kCommand { platform::kEventClassCommand,
+                                                    platform::kEventCommandProcess };
+
+inline platform::ControlPartCode PartOf(platform::EventRef event) {
+    platform::ControlPartCode part = -1;
+    platform::GetEventParameter(event, platform::kEventParamControlPart,
+                                platform::kTypeControlPartCode, nullptr, sizeof part, nullptr,
+                                &part);
+    return part;
+}
+
+inline platform::HICommandExtended CommandOf(platform::EventRef event) {
+    platform::HICommandExtended command {};
+    platform::GetEventParameter(event, platform::kEventParamDirectObject, platform::kTypeHICommand,
+                                nullptr, sizeof command, nullptr, &command);
+    return command;
+}
+
+class ControlsFixture : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_TRUE(platform::EnsureUserInterface());
+        widget = new QWidget;
+        widget->resize(400, 300);
+        window = (new platform::Window(*widget))->Ref();
+    }
+    void TearDown() override { delete widget; } // as a host may
+
+    platform::Window& Owner() { return *platform::Window::Find(window); }
+    // The control of a new widget, of 80 x 40 at (10, 10), in the window or in a widget of it.
+    platform::ControlRef Make(QWidget* made) {
+        made->setGeometry(10, 10, 80, 40);
+        platform::Control* const control = platform::MakeControl(*made, Owner());
+        return control ? control->Ref() : nullptr;
+    }
+    template <class WidgetClass>
+    platform::ControlRef Make() {
+        return Make(new WidgetClass(widget));
+    }
+    platform::ControlRef MakeCustom(const char* className) {
+        return Make(platform::MakeCustomWidget(QString::fromLatin1(className), widget));
+    }
+    static QWidget* WidgetOf(platform::ControlRef control) {
+        return &platform::Control::Find(control)->Widget();
+    }
+
+    platform::WindowRef window = nullptr;
+    QWidget* widget = nullptr;
+};
+
+} // namespace test

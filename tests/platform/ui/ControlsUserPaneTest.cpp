@@ -1,0 +1,143 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Panes that handlers draw and track: which port they draw into, what is shown, who hears a press.
+#include <QImage>
+#include <QTest>
+
+#include "platform/ui/ControlsFixture.h"
+#include "support/TestWorld.h"
+
+namespace {
+
+using namespace platform;
+using namespace test;
+
+constexpr EventTypeSpec kHitTest { kEventClassControl, kEventControlHitTest };
+constexpr EventTypeSpec kTrack { kEventClassControl, kEventControlTrack };
+
+class ControlsUserPaneTest : public ControlsFixture {
+protected:
+    void SetUp() override {
+        ControlsFixture::SetUp();
+        ASSERT_EQ(CreateUserPaneControl(window, { 10, 10, 50, 90 }, &pane), kNoErr);
+        widget->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(widget));
+    }
+    QImage Shown() { return WidgetOf(pane)->grab().toImage(); }
+
+    ControlRef pane = nullptr;
+};
+
+TEST_F(ControlsUserPaneTest, DrawsIntoAPortOfItsOwnAndRestoresTheCallers) {
+    const TestWorld callers(3, 3);
+    RGBForeColor({ 1, 2, 3 });
+    bool drawn = false;
+    const Handler draw(GetControlEventTarget(pane), { kDraw }, [&](EventRef) {
+        drawn = true;
+        EXPECT_NE(GetPort(), callers.World());
+        RGBForeColor({ 65535, 0, 0 });
+        PaintRect({ 0, 0, 1, 1 });
+        PaintRect({ 39, 79, 40, 80 }); // the last pixel
+        return kNoErr;
+    });
+    const QImage shown = Shown();
+    EXPECT_TRUE(drawn);
+    EXPECT_EQ(GetPort(), callers.World());
+    RGBColor fore {};
+    GetForeColor(&fore);
+    EXPECT_EQ(fore.red, 1);
+    EXPECT_EQ(shown.size(), QSize(80, 40));
+    EXPECT_EQ(shown.pixelColor(0, 0), QColor(Qt::red));
+    EXPECT_EQ(shown.pixelColor(79, 39), QColor(Qt::red));
+    EXPECT_EQ(shown.pixelColor(1, 1), widget->palette().color(QPalette::Window)); // left undrawn
+}
+
+TEST_F(ControlsUserPaneTest, RestoresThePortWhenAHandlerThrows) {
+    const TestWorld callers(3, 3);
+    const Handler draw(GetControlEventTarget(pane), { kDraw },
+                       [](EventRef) -> OSStatus { throw std::runtime_error("no ink"); });
+    QPaintEvent paint(QRect(0, 0, 10, 10));
+    // Not through the loop, which no exception may cross.
+    EXPECT_THROW(static_cast<QObject*>(WidgetOf(pane))->event(&paint), std::runtime_error);
+    EXPECT_EQ(GetPort(), callers.World());
+}
+
+TEST_F(ControlsUserPaneTest, DrawsNowWhenAskedAndNotWithinItself) {
+    int draws = 0;
+    const Handler draw(GetControlEventTarget(pane), { kDraw }, [&](EventRef) {
+        if (++draws < 10)
+            DrawOneControl(pane);
+        return kNoErr;
+    });
+    ASSERT_EQ(DrawOneControl(pane), kNoErr);
+    EXPECT_EQ(draws, 1);
+    InvalidateControl(pane);
+    EXPECT_EQ(draws, 1); // when the loop gets to it
+    EXPECT_TRUE(QTest::qWaitFor([&] { return draws > 1; }));
+}
+
+TEST_F(ControlsUserPaneTest, ItsWorldFollowsItsSize) {
+    std::vector<std::int32_t> rowBytes;
+    const Handler draw(GetControlEventTarget(pane), { kDraw }, [&](EventRef) {
+        rowBytes.push_back(GetPixRowBytes(GetGWorldPixMap(GetPort())));
+        PaintRect({ 0, 0, 32767, 32767 }); // clipped to it
+        return kNoErr;
+    });
+    Shown();
+    SizeControl(pane, 160, 20);
+    EXPECT_EQ(Shown().size(), QSize(160, 20));
+    ASSERT_GE(rowBytes.size(), 2U);
+    EXPECT_GE(rowBytes.front(), 80 * 4);
+    EXPECT_GE(rowBytes.back(), 160 * 4);
+    SizeControl(pane, 0, 0); // no world of no size
+    EXPECT_EQ(DrawOneControl(pane), kNoErr);
+}
+
+TEST_F(ControlsUserPaneTest, APressIsTestedTrackedAndElseAHit) {
+    struct Row {
+        const char* what;
+        ControlPartCode part; // what the hit test says
+        OSStatus tracked;
+        const char* log;
+    };
+    for (const Row& row : {
+             Row { "nobody tracks", 1, kEventNotHandledErr, "test track1 hit1 " },
+             Row { "another part", 7, kNoErr, "test track7 " },
+             Row { "no part there", 0, kNoErr, "test " },
+         }) {
+        std::string log;
+        HIPoint place {};
+        const Handler handler(
+            GetControlEventTarget(pane), { kHitTest, kTrack, kHit }, [&](EventRef event) {
+                const std::uint32_t kind = GetEventKind(event);
+                if (kind == kEventControlHitTest) {
+                    log += "test ";
+                    return SetEventParameter(event, kEventParamControlPart, kTypeControlPartCode,
+                                             sizeof row.part, &row.part);
+                }
+                if (kind == kEventControlTrack)
+                    GetEventParameter(event, kEventParamMouseLocation, kTypeHIPoint, nullptr,
+                                      sizeof place, nullptr, &place);
+                log += (kind == kEventControlTrack ? "track" : "hit") +
+                       std::to_string(PartOf(event)) + " ";
+                return kind == kEventControlTrack ? row.tracked : kNoErr;
+            });
+        QTest::mouseClick(WidgetOf(pane), Qt::LeftButton, {}, { 12, 34 });
+        EXPECT_EQ(log, row.log) << row.what;
+        if (row.part != 0) {
+            EXPECT_EQ(place.x, 12);
+            EXPECT_EQ(place.y, 34);
+        }
+    }
+}
+
+TEST_F(ControlsUserPaneTest, TrackingMayEndIt) {
+    const QPointer<QWidget> shown(WidgetOf(pane));
+    const Handler track(GetControlEventTarget(pane), { kTrack }, [&](EventRef) {
+        DisposeControl(pane);
+        return kEventNotHandledErr;
+    });
+    QTest::mouseClick(shown, Qt::LeftButton, {}, { 5, 5 });
+    EXPECT_FALSE(IsValidControlHandle(pane));
+}
+
+} // namespace
