@@ -2,7 +2,6 @@
 // Push buttons, check boxes and radio buttons.
 #include <QAbstractButton>
 #include <QCheckBox>
-#include <QKeyEvent>
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
@@ -42,21 +41,8 @@ public:
         // Qt's own notion of a default button, which would press it beside the window's, and which
         // marks every button that has the focus as the default one.
         button.setAutoDefault(false);
-        button.installEventFilter(this);
     }
     bool TakesReturn() const override { return true; }
-
-protected:
-    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-        if (event->type() != QEvent::KeyPress)
-            return false;
-        const auto& key = static_cast<const QKeyEvent&>(*event);
-        if (key.key() != Qt::Key_Return && key.key() != Qt::Key_Enter)
-            return false;
-        if (!key.isAutoRepeat())
-            Button()->click();
-        return true;
-    }
 };
 
 class SwitchControl : public ButtonControl {

@@ -2,13 +2,14 @@
 // Colour buttons: the style's button with a swatch, and its colour as control data.
 #include "platform/ui/controls/ColorButton.h"
 
-#include <QEvent>
+#include <QAccessible>
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
 #include "platform/ui/controls/ColorValues.h"
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/controls/Families.h"
+#include "platform/ui/controls/Mnemonics.h"
 
 namespace platform {
 
@@ -53,6 +54,14 @@ public:
         connect(&button, &QAbstractButton::clicked, this, [this] { SendHit(kControlButtonPart); });
         button.setAutoDefault(false);
     }
+    // Not shown, but a picker needs a prompt: what screen readers say when there is none.
+    QString Title() const override {
+        if (!m_button->text().isEmpty())
+            return WithoutMnemonics(m_button->text());
+        QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(m_button);
+        return spoken ? spoken->text(QAccessible::Name) : QString();
+    }
+    void SetTitle(const QString& title) override { m_button->setText(WithoutMeaning(title)); }
     ControlPartCode FocusPart() const override { return kControlButtonPart; }
     OSStatus SetData(OSType tag, std::span<const std::byte> data) override {
         if (tag != kControlColor)
