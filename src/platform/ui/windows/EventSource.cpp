@@ -39,11 +39,13 @@ bool IsInput(QEvent::Type type) {
 
 // The user wants the window closed. Qt does nothing further about it.
 bool TurnClose(Window& window, QEvent& event) {
-    event.ignore();
     MadeEvent made(kEventClassWindow, kEventWindowClose);
     made.Set(kEventParamDirectObject, kTypeWindowRef, window.Ref());
     Passage const passage(window.Widget(), event, made.Get());
     SendEventToEventTarget(made.Get(), window.Target());
+    // A dialog that has finished closes itself by way of this event, which nobody may ignore then.
+    if (!passage.WasFed())
+        event.ignore();
     return true;
 }
 

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Windows with fields and buttons, handlers that take part in their chains, and real input.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <gmock/gmock.h>
+
+#include "platform/ui/WindowWidget.h"
+#include "platform/ui/controls/Control.h"
+#include "platform/ui/windows/Window.h"
+
+namespace test {
+
+// Calls act for each event of the types at the target, until this ends.
+class ChainHandler {
+public:
+    using Act =
+        std::function<platform::OSStatus(platform::EventHandlerCallRef, platform::EventRef)>;
+
+    ChainHandler(platform::EventTargetRef target, const std::vector<platform::EventTypeSpec>& types,
+                 Act act)
+        : m_act(std::make_shared<Act>(std::move(act))) {
+        auto const run = [](platform::EventHandlerCallRef call, platform::EventRef event,
+                            void* data) {
+            std::shared_ptr<Act> const kept = static_cast<ChainHandler*>(data)->m_act;
+            return (*kept)(call, event); // it may end this handler
+        };
+        EXPECT_EQ(platform::InstallEventHandler(target, run,
+                                                static_cast<std::uint32_t>(types.size()),
+                                                types.data(), this, &m_handler),
+                  platform::kNoErr);
+    }
+    ChainHandler(const ChainHandler&) = delete;
+    ChainHandler& operator=(const ChainHandler&) = delete;
+    ~ChainHandler() { platform::RemoveEventHandler(m_handler); }
+
+private:
+    std::shared_ptr<Act> m_act;
+    platform::EventHandlerRef m_handler = nullptr;
+};
+
+inline constexpr platform::EventTypeSpec kCommand { platform::kEventClassCommand,
+                                                    platform::kEventCommandProcess };
+inline constexpr platform::EventTypeSpec kKeyDown { platform::kEventClassKeyboard,
+                                                    platform::kEventRawKeyDown };
+inline constexpr platform::EventTypeSpec kFocus { platform::kEventClassControl,
+                                                  platform::kEventControlSetFocusPart };
+inline constexpr platform::EventTypeSpec kControlDisposed { platform::kEventClassControl,
+                                                            platform::kEventControlDisposed };
+constexpr platform::EventTypeSpec WindowEvent(std::uint32_t kind) {
+    return { platform::kEventClassWindow, kind };
+}
+
+inline std::uint32_t CommandIn(platform::EventRef event) {
+    platform::HICommandExtended command {};
+    platform::GetEventParameter(event, platform::kEventParamDirectObject, platform::kTypeHICommand,
+                                nullptr, sizeof command, nullptr, &command);
+    return command.commandID;
+}
+
+// Runs the loop until the condition holds, or for so long that it never will.
+inline bool Until(const std::function<bool()>& holds) {
+    return QTest::qWaitFor(holds, 10'000);
+}
+
+class WindowsFixture : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(platform::EnsureUserInterface()); }
+    void TearDown() override {
+        for (platform::WindowRef const window : m_windows)
+            platform::DisposeWindow(window);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCoreApplication::processEvents();
+    }
+
+    platform::WindowRef Make() {
+        platform::WindowRef window = nullptr;
+        EXPECT_EQ(platform::CreateNewWindow({ 100, 100, 300, 400 }, &window), platform::kNoErr);
+        m_windows.push_back(window);
+        return window;
+    }
+    platform::WindowRef MakeActive() {
+        platform::WindowRef const window = Make();
+        platform::ShowWindow(window);
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&Widget(window)));
+        return window;
+    }
+    static QWidget& Widget(platform::WindowRef window) {
+        return *platform::GetWindowWidget(window);
+    }
+    // Below one another.
+    template <class WidgetClass>
+    static platform::ControlRef Add(platform::WindowRef window, std::uint32_t commandID = 0) {
+        platform::Window& owner = *platform::Window::Find(window);
+        auto* const widget = new WidgetClass(&owner.Widget());
+        auto const above = owner.Widget().findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+        widget->setGeometry(10, 30 * static_cast<int>(above.size()), 120, 25);
+        widget->show();
+        platform::Control* const control = platform::MakeControl(*widget, owner);
+        control->commandID = commandID;
+        return control->Ref();
+    }
+    static QWidget* WidgetOf(platform::ControlRef control) {
+        return &platform::Control::Find(control)->Widget();
+    }
+    static QString TextOf(platform::ControlRef control) {
+        return dynamic_cast<QLineEdit&>(*WidgetOf(control)).text();
+    }
+    // As a user presses it: to the window that has the keyboard.
+    static void Press(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        ASSERT_TRUE(QGuiApplication::focusWindow());
+        QTest::keyClick(QGuiApplication::focusWindow(), static_cast<Qt::Key>(key), modifiers);
+    }
+    static QPoint CentreOf(const QWidget& widget) {
+        return widget.mapTo(widget.window(), widget.rect().center());
+    }
+    static void Click(const QWidget& widget) {
+        QTest::mouseClick(widget.window()->windowHandle(), Qt::LeftButton, {}, CentreOf(widget));
+    }
+
+    std::string m_log;
+
+    ChainHandler::Act Logs(std::string what,
+                           platform::OSStatus status = platform::kEventNotHandledErr) {
+        return [this, what = std::move(what), status](auto, auto) {
+            m_log += what + " ";
+            return status;
+        };
+    }
+
+private:
+    std::vector<platform::WindowRef> m_windows;
+};
+
+} // namespace test

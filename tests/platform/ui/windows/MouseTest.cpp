@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include <QLabel>
+
+#include "platform/ui/support/WindowsFixture.h"
+
+namespace platform {
+namespace {
+
+using test::ChainHandler;
+
+class MouseTest : public test::WindowsFixture {
+protected:
+    void SetUp() override {
+        WindowsFixture::SetUp();
+        window = MakeActive();
+    }
+    // From the loop that runs next, one after the other.
+    void Soon(std::function<void(QWindow*)> act) {
+        QTimer::singleShot(0, &Widget(window),
+                           [this, act = std::move(act)] { act(Widget(window).windowHandle()); });
+    }
+    MouseTracking Track(EventTime timeout = 10) {
+        MouseTracking result {};
+        EXPECT_EQ(TrackMouseLocation(window, timeout, &where, &result), kNoErr);
+        return result;
+    }
+
+    WindowRef window = nullptr;
+    Point where {};
+};
+
+TEST_F(MouseTest, HandlersSeeItBeforeTheWidgetOnce) {
+    ControlRef const label = Add<QLabel>(window); // ignores it, so it is offered to what is around
+    ControlRef const button = Add<QPushButton>(window, 4);
+    HIPoint place {};
+    ChainHandler const mouse(
+        GetWindowEventTarget(window),
+        { { kEventClassMouse, kEventMouseDown }, { kEventClassMouse, kEventMouseUp } },
+        [&](auto, EventRef event) {
+            m_log += GetEventKind(event) == kEventMouseDown ? "down " : "up ";
+            GetEventParameter(event, kEventParamWindowMouseLocation, kTypeHIPoint, nullptr,
+                              sizeof place, nullptr, &place);
+            return kEventNotHandledErr;
+        });
+    ChainHandler const commands(GetWindowEventTarget(window), { test::kCommand },
+                                Logs("command", kNoErr));
+    Click(*WidgetOf(label));
+    EXPECT_EQ(m_log, "down up ");
+    m_log.clear();
+    Click(*WidgetOf(button));
+    EXPECT_EQ(m_log, "down up command ");
+    EXPECT_EQ(QPoint(static_cast<int>(place.x), static_cast<int>(place.y)),
+              CentreOf(*WidgetOf(button)));
+    ChainHandler const eats(GetWindowEventTarget(window), { { kEventClassMouse, kEventMouseDown } },
+                            Logs("eaten", kNoErr));
+    m_log.clear();
+    Click(*WidgetOf(button));
+    EXPECT_EQ(m_log, "eaten up ");
+}
+
+TEST_F(MouseTest, AControlUnderItMayChooseACursor) {
+    ControlRef const field = Add<QLineEdit>(window);
+    ChainHandler const cursor(GetControlEventTarget(field),
+                              { { kEventClassControl, kEventControlSetCursor } }, Logs("cursor"));
+    QTest::mouseMove(Widget(window).windowHandle(), CentreOf(*WidgetOf(field)));
+    EXPECT_EQ(m_log, "cursor ");
+}
+
+TEST_F(MouseTest, TrackingReportsEachStep) {
+    bool tracked = false;
+    ChainHandler const press(GetWindowEventTarget(window),
+                             { { kEventClassMouse, kEventMouseDown } }, [&](auto, auto) {
+                                 EXPECT_TRUE(Button());
+                                 Soon([](QWindow* top) {
+                                     QTest::mouseMove(top, { 30, 40 });
+                                     QTest::mouseMove(top, { 50, 60 });
+                                     QTest::mouseRelease(top, Qt::LeftButton, {}, { 50, 60 });
+                                 });
+                                 EXPECT_EQ(Track(), MouseTracking::kMouseDragged);
+                                 GlobalToWindow(window, &where);
+                                 EXPECT_EQ(where.h, 50);
+                                 EXPECT_EQ(Track(), MouseTracking::kMouseUp);
+                                 EXPECT_FALSE(Button());
+                                 EXPECT_EQ(Track(), MouseTracking::kUserCancelled);
+                                 tracked = true;
+                                 return kNoErr;
+                             });
+    QTest::mousePress(Widget(window).windowHandle(), Qt::LeftButton, {}, { 20, 20 });
+    EXPECT_TRUE(tracked);
+}
+
+TEST_F(MouseTest, TrackingEndsInTimeAndWithItsWindow) {
+    QTest::mousePress(Widget(window).windowHandle(), Qt::LeftButton, {}, { 20, 20 });
+    EXPECT_EQ(Track(0.01), MouseTracking::kTimedOut);
+    Soon([this](QWindow*) { DisposeWindow(window); });
+    EXPECT_EQ(Track(-1), MouseTracking::kUserCancelled);
+    MouseTracking result {};
+    EXPECT_EQ(TrackMouseLocation(window, -1, &where, &result), kErrInvalidWindow);
+    window = MakeActive();
+    EXPECT_EQ(Track(-1), MouseTracking::kMouseUp); // will not come any more
+}
+
+TEST_F(MouseTest, WheelsAreCountedInNotches) {
+    std::vector<std::int32_t> notches;
+    ChainHandler const wheel(GetWindowEventTarget(window),
+                             { { kEventClassMouse, kEventMouseWheelMoved } },
+                             [&notches](auto, EventRef event) {
+                                 std::int32_t value = 0;
+                                 GetEventParameter(event, kEventParamMouseWheelDelta, kTypeSInt32,
+                                                   nullptr, sizeof value, nullptr, &value);
+                                 notches.push_back(value);
+                                 return kNoErr;
+                             });
+    for (int const delta : { 120, -240, 60, 60, 30 }) {
+        QWheelEvent turn({ 20, 20 }, Widget(window).mapToGlobal(QPointF(20, 20)), {}, { 0, delta },
+                         Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(&Widget(window), &turn);
+    }
+    EXPECT_THAT(notches, testing::ElementsAre(1, -2, 1));
+}
+
+TEST_F(MouseTest, BeepsAsInstalled) {
+    SetBeep([this] { m_log += "beep "; });
+    SysBeep(1);
+    SetBeep({});
+    EXPECT_EQ(m_log, "beep ");
+}
+
+} // namespace
+} // namespace platform

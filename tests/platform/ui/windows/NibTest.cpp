@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include <QComboBox>
+#include <QDialog>
+#include <QLabel>
+
+#include "platform/ui/support/WindowsFixture.h"
+#include "support/ScopedEnvironment.h"
+#include "support/TemporaryFolder.h"
+
+namespace platform {
+namespace {
+
+constexpr OSType kSignature = 0x56454C4D;
+
+constexpr const char* kForm = R"(<?xml version="1.0" encoding="UTF-8"?>
+<ui version="4.0"><class>Edit</class>
+<widget class="QDialog" name="Edit">
+ <property name="geometry"><rect><x>0</x><y>0</y><width>300</width><height>200</height></rect></property>
+ <property name="windowTitle"><string>IDS_TITLE</string></property>
+ <widget class="QLabel" name="caption">
+  <property name="geometry"><rect><x>5</x><y>5</y><width>90</width><height>20</height></rect></property>
+  <property name="text"><string>&amp;Name IDS_TITLE</string></property>
+  <property name="buddy"><cstring>second</cstring></property>
+ </widget>
+ <widget class="QLineEdit" name="first">
+  <property name="toolTip"><string>IDS_TIP</string></property>
+  <property name="controlID" stdset="0"><number>102</number></property>
+ </widget>
+ <widget class="QLineEdit" name="second">
+  <property name="controlID" stdset="0"><number>103</number></property>
+  <property name="controlSignature" stdset="0"><string>ABCD</string></property>
+  <property name="commandID" stdset="0"><number>103</number></property>
+ </widget>
+ <widget class="QComboBox" name="plain">
+  <item><property name="text"><string>IDS_MISSING</string></property></item>
+  <item><property name="text"><string>IDS_TIP</string></property></item>
+ </widget>
+ <widget class="QFrame" name="frame">
+  <property name="controlID" stdset="0"><number>300</number></property>
+  <widget class="QPushButton" name="ok">
+   <property name="text"><string>OK</string></property>
+   <property name="controlID" stdset="0"><number>1</number></property>
+   <property name="commandID" stdset="0"><string>ok</string></property>
+  </widget>
+ </widget>
+ <widget class="QPushButton" name="cancel">
+  <property name="controlID" stdset="0"><number>2</number></property>
+  <property name="commandID" stdset="0"><string>not!</string></property>
+ </widget>
+ <widget class="PopupButton" name="popup">
+  <property name="controlID" stdset="0"><number>101</number></property>
+ </widget>
+</widget>
+<tabstops><tabstop>second</tabstop><tabstop>first</tabstop></tabstops>
+<customwidgets><customwidget><class>PopupButton</class><extends>QWidget</extends>
+ <header>PopupButton.h</header></customwidget></customwidgets>
+</ui>)";
+
+class NibTest : public test::WindowsFixture {
+protected:
+    NibTest() {
+        m_folder.Write("T.bundle/Contents/Info.json",
+                       R"({"identifier": "org.telop.test.nib", "name": "T", "version": "1"})");
+        std::string const resources = "T.bundle/Contents/Resources/";
+        m_folder.Write(resources + "en.lproj/Localizable.strings",
+                       "\"IDS_TITLE\" = \"Text & <Box>\";\n\"IDS_TIP\" = \"A tip\";\n");
+        m_folder.Write(resources + "Forms.nib/Edit.ui", kForm);
+        m_folder.Write(resources + "Forms.nib/Broken.ui", std::string(kForm).substr(0, 900));
+        m_folder.Write(resources + "Forms.nib/Empty.ui", "");
+        m_folder.Write(resources + "Forms.nib/Other.ui", "<html><body/></html>");
+        m_bundle = CFBundleCreate(m_folder.Path() / "T.bundle");
+    }
+    ~NibTest() override { CFRelease(m_bundle); }
+
+    OSStatus Open(const char* nibName, const char* windowName, WindowRef* window) {
+        CFStringRef const name = CFStringCreateWithUTF8(nibName);
+        IBNibRef nib = nullptr;
+        OSStatus status = CreateNibReferenceWithCFBundle(m_bundle, name, &nib);
+        CFRelease(name);
+        if (status == kNoErr) {
+            CFStringRef const form = CFStringCreateWithUTF8(windowName);
+            status = CreateWindowFromNib(nib, form, window);
+            CFRelease(form);
+        }
+        DisposeNibReference(nib);
+        return status;
+    }
+    ControlRef Get(WindowRef window, std::int32_t id, OSType signature = kSignature) {
+        ControlRef control = nullptr;
+        GetControlByID(window, { signature, id }, &control);
+        return control;
+    }
+
+    ScopedEnvironment m_language { "LANGUAGE", "en" };
+    TemporaryFolder m_folder;
+    CFBundleRef m_bundle = nullptr;
+};
+
+TEST_F(NibTest, MakesAWindowWithItsControlsAndTexts) {
+    WindowRef window = nullptr;
+    ASSERT_EQ(Open("Forms", "Edit", &window), kNoErr);
+    QWidget& widget = Widget(window);
+    EXPECT_FALSE(IsWindowVisible(window));
+    EXPECT_FALSE(qobject_cast<QDialog*>(&widget));
+    EXPECT_EQ(widget.size(), QSize(300, 200));
+    EXPECT_EQ(widget.windowTitle(), "Text & <Box>");
+    EXPECT_EQ(widget.findChild<QLabel*>("caption")->text(), "&Name IDS_TITLE");
+    EXPECT_EQ(WidgetOf(Get(window, 102))->toolTip(), "A tip");
+    EXPECT_EQ(widget.findChild<QComboBox*>()->itemText(0), "IDS_MISSING");
+    EXPECT_EQ(widget.findChild<QComboBox*>()->itemText(1), "A tip");
+    EXPECT_EQ(widget.findChild<QLabel*>("caption")->buddy(),
+              WidgetOf(Get(window, 103, 0x41424344)));
+    EXPECT_EQ(WidgetOf(Get(window, 103, 0x41424344))->nextInFocusChain(),
+              WidgetOf(Get(window, 102)));
+
+    std::uint32_t command = 9;
+    GetControlCommandID(Get(window, 103, 0x41424344), &command);
+    EXPECT_EQ(command, 103U);
+    GetControlCommandID(Get(window, 1), &command);
+    EXPECT_EQ(command, kHICommandOK);
+    ControlRef button = nullptr;
+    GetWindowDefaultButton(window, &button);
+    EXPECT_EQ(button, Get(window, 1));
+    GetWindowCancelButton(window, &button);
+    EXPECT_EQ(button, Get(window, 2));
+    ControlRef super = nullptr;
+    GetSuperControl(Get(window, 1), &super);
+    EXPECT_EQ(super, Get(window, 300)); // a frame is found as well
+    EXPECT_NE(Get(window, 101), nullptr);
+    DisposeWindow(window);
+}
+
+TEST_F(NibTest, WhatCannotBeMadeGivesAStatusAndLeavesNothing) {
+    struct Row {
+        const char* nib;
+        const char* window;
+        OSStatus status;
+    };
+    auto const widgets = QApplication::allWidgets().size();
+    for (Row const& row :
+         { Row { "Missing", "Edit", kErrCantFindNib },
+           Row { "Forms", "Missing", kErrCantFindWindow }, Row { "Forms", "Broken", kErrNibBroken },
+           Row { "Forms", "Empty", kErrNibBroken }, Row { "Forms", "Other", kErrNibBroken } }) {
+        auto window = reinterpret_cast<WindowRef>(std::intptr_t { 7 });
+        OSStatus const status = Open(row.nib, row.window, &window);
+        EXPECT_EQ(status, row.status) << row.window;
+        EXPECT_TRUE(row.status == kErrCantFindNib || !window) << row.window;
+        EXPECT_EQ(QApplication::allWidgets().size(), widgets) << row.window;
+    }
+}
+
+} // namespace
+} // namespace platform
