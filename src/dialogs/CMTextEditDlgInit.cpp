@@ -131,6 +131,7 @@ void CMTextEditDlg::InitOpacity(const _TEXTPARAM& param) {
 void CMTextEditDlg::InitModes(_TEXTPARAM& param) {
     m_modeGroup.Create(GetWindowRef(), { kHuxPropertyCreator, dialogs::kModeGroup },
                        dialogs::kModeGroup);
+    m_vectorControls.Add(m_modeGroup);
     for (HuxRadioButton& radio : m_modeRadios)
         m_modeGroup.AddButton(radio);
     if (m_hostRecord.bInfoPresent == 0) {

@@ -7,6 +7,7 @@
 #include <QLayout>
 
 #include "platform/ui/Controls.h"
+#include "platform/ui/Layouts.h"
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/windows/Window.h"
 
@@ -122,6 +123,8 @@ OSStatus SetBounds(const Control* control, const QRect& bounds) {
 
 Rect* GetControlBounds(ControlRef control, Rect* bounds) {
     const Control* const found = Control::Find(control);
+    if (found)
+        SettleLayouts(found->Owner().Widget());
     const QRect place = found ? BoundsOf(*found) : QRect();
     *bounds = { ToShort(place.y()), ToShort(place.x()), ToShort(place.y() + place.height()),
                 ToShort(place.x() + place.width()) };

@@ -8,6 +8,7 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
+#include "platform/ui/Layouts.h"
 #include "platform/ui/QtStrings.h"
 #include "platform/ui/controls/Families.h"
 
@@ -68,6 +69,8 @@ std::unique_ptr<QWidget> MakeFormWidget(const QByteArray& form, QString* why) {
     FormLoader loader;
     std::unique_ptr<QWidget> widget(loader.load(&buffer, nullptr));
     *why = loader.errorString();
+    if (widget)
+        SettleLayouts(*widget);
     return widget;
 }
 
