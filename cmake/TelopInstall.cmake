@@ -18,13 +18,28 @@ set_target_properties(telop-platform PROPERTIES EXPORT_NAME platform)
 set_target_properties(telop-host PROPERTIES EXPORT_NAME host)
 install(TARGETS telop-platform telop-host EXPORT TelopHost)
 install(FILES
+        src/platform/Commands.h
         src/platform/CoreFoundation.h
         src/platform/Drawing.h
+        src/platform/Events.h
         src/platform/Fonts.h
         src/platform/Report.h
         src/platform/Status.h
         src/platform/TextEncoding.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/telop/platform)
+if(TELOP_UI)
+    set_target_properties(telop-platform-ui PROPERTIES EXPORT_NAME platform-ui)
+    install(TARGETS telop-platform-ui EXPORT TelopHost)
+    install(FILES
+            src/platform/ui/Controls.h
+            src/platform/ui/Cursors.h
+            src/platform/ui/DataBrowser.h
+            src/platform/ui/Dialogs.h
+            src/platform/ui/Menus.h
+            src/platform/ui/WindowWidget.h
+            src/platform/ui/Windows.h
+        DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/telop/platform/ui)
+endif()
 install(DIRECTORY src/host DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/telop
     FILES_MATCHING PATTERN "*.h")
 

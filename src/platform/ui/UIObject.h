@@ -28,6 +28,7 @@ public:
     EventTargetRef Target() const { return m_target; }
     template <class Ref>
     Ref As() const {
+        // NOLINTNEXTLINE(performance-no-int-to-ptr): a number, which nobody looks behind.
         return reinterpret_cast<Ref>(m_number);
     }
 

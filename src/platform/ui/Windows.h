@@ -131,6 +131,7 @@ OSStatus SetWindowGroupParent(WindowGroupRef group, WindowGroupRef parent);
 // -----------------------------------------------------------------------------------------------
 
 OSStatus SetUserFocusWindow(WindowRef window); // kUserFocusAuto: the platform chooses
+// NOLINTNEXTLINE(performance-no-int-to-ptr): a number, which nobody looks behind.
 inline const WindowRef kUserFocusAuto = reinterpret_cast<WindowRef>(std::intptr_t { -1 });
 OSStatus GetKeyboardFocus(WindowRef window, ControlRef* control); // null: no control has it
 // part 0 takes the focus away. Fires what a click into the control would fire.

@@ -169,6 +169,22 @@ TEST_F(EventTargetTest, AnExceptionPassesThroughAndTheTargetGoesOn) {
     EXPECT_EQ(Send(), kNoErr);
 }
 
+TEST_F(EventTargetTest, TellsHowManyHandlersWantAType) {
+    EventTargetRef const child = CreateEventTarget(m_target);
+    m_a.Install(m_target);
+    m_b.Install(child);
+    m_c.Install(child, kKindTwo);
+    EXPECT_EQ(CountEventHandlers(child, kKindOne), 1U); // its own alone
+    AddEventTypesToHandler(m_c.handler, 1, &kKindOne);
+    EXPECT_EQ(CountEventHandlers(child, kKindOne), 2U);
+    RemoveEventTypesFromHandler(m_c.handler, 1, &kKindTwo);
+    EXPECT_EQ(CountEventHandlers(child, kKindTwo), 0U);
+    RemoveEventHandler(m_b.handler);
+    EXPECT_EQ(CountEventHandlers(child, kKindOne), 1U);
+    DisposeEventTarget(child);
+    EXPECT_EQ(CountEventHandlers(child, kKindOne), 0U);
+}
+
 TEST_F(EventTargetTest, HandlersMaySendWhileTheyRun) {
     EventTargetRef const other = CreateEventTarget(nullptr);
     m_b.Install(other);

@@ -18,6 +18,7 @@ public:
     EventRef Get() const { return m_event; } // null without memory; sending it gives a status
     template <class T>
     void Set(OSType name, OSType type, const T& value) {
+        // NOLINTNEXTLINE(bugprone-sizeof-expression): a reference is a value of its own size.
         SetEventParameter(m_event, name, type, sizeof value, &value);
     }
 
