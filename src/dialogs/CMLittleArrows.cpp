@@ -13,7 +13,7 @@ constexpr std::int32_t kWideIncrement = 10;
 void CMLittleArrows::SetEditControl(HuxEditText* edit, long decimals, unsigned char sendNotify,
                                     unsigned char changeFocus) {
     HuxLittleArrows::SetEditControl(edit, decimals, sendNotify, changeFocus);
-    const double range = double { GetMaximum() } - double { GetMinimum() };
+    const double range = static_cast<double>(GetMaximum()) - GetMinimum();
     if (edit && edit->IsReal() && range > kNarrowRange)
         SetIncrement(kWideIncrement);
 }

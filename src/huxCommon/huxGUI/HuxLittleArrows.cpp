@@ -46,10 +46,9 @@ void HuxLittleArrows::SetEditControl(HuxEditText* edit, long decimals, unsigned 
     m_nSmall = static_cast<std::int32_t>(std::clamp<long>(decimals, 0, kMaxDecimals));
     m_fSendChangedEditNotify = sendNotify != 0;
     m_fChangedEditFocus = changeFocus != 0;
-    double number = 0;
+    m_refShown = HuxString();
     SetRange();
-    if (GetEditControl() && edit->GetNumber(number))
-        SetNumber(number);
+    FollowEditControl();
 }
 
 HuxEditText* HuxLittleArrows::GetEditControl() const {
@@ -61,6 +60,8 @@ HuxEditText* HuxLittleArrows::GetEditControl() const {
 // The control's value has 31 bits and a sign. Where a field has unsigned numbers beyond that, the value
 // counts from the middle of theirs, so that the whole of 32 bits is within reach.
 void HuxLittleArrows::SetRange() {
+    m_dScale = 1;
+    m_dOrigin = 0;
     const HuxEditText* const edit = GetEditControl();
     if (!edit)
         return;
@@ -98,11 +99,7 @@ OSStatus HuxLittleArrows::HandleEventCurrentSelf(EventHandlerCallRef, EventRef e
     m_nTrackPartCode = kControlNoPart;
     GetEventParameter(event, kEventParamControlPart, kTypeControlPartCode, nullptr,
                       sizeof m_nTrackPartCode, nullptr, &m_nTrackPartCode);
-    // The user may have typed since the last step.
-    double number = 0;
-    const HuxEditText* const edit = GetEditControl();
-    if (edit && edit->GetNumber(number))
-        SetNumber(number);
+    FollowEditControl();
     return IncrementValueAndCommand() ? kNoErr : kEventNotHandledErr;
 }
 
@@ -131,22 +128,30 @@ bool HuxLittleArrows::IncrementValueAndCommand() {
     return true;
 }
 
-// Writes the number into the field when it has another one; the owner is told by the step alone.
+// Writes the number into the field when it has another one, and gives whether the user sees another
+// text. The owner is told by the step alone.
 bool HuxLittleArrows::ShowInEditControl() {
     HuxEditText& edit = *GetEditControl();
     HuxEditText::Silence const silence(edit);
+    HuxString before;
+    edit.GetText(before, true);
     const double number = GetNumber();
-    if (edit.IsReal()) {
-        double shown = 0;
-        if (edit.GetDouble(shown, false) && shown == number)
-            return false;
+    double real = 0;
+    long integer = 0; // whole numbers of 32 bits, signed or not
+    if (edit.IsReal() && !(edit.GetDouble(real, false) && real == number))
         edit.SetDouble(number);
-        return true;
-    }
-    // Integers are whole numbers of 32 bits, signed or not, and a double holds all of them.
-    long shown = 0;
-    if (edit.GetInt(shown, false) && shown == Truncated(number))
-        return false;
-    edit.SetSInt(Truncated(number));
-    return true;
+    else if (!edit.IsReal() && !(edit.GetInt(integer, false) && integer == Truncated(number)))
+        edit.SetSInt(Truncated(number));
+    edit.GetText(m_refShown, true);
+    return !(m_refShown == before);
+}
+
+// The user may have typed since the last step. While the field shows what that step wrote, the stepper
+// knows better: it may stand between two numbers of the field's format.
+void HuxLittleArrows::FollowEditControl() {
+    double number = 0;
+    HuxString shown;
+    const HuxEditText* const edit = GetEditControl();
+    if (edit && edit->GetText(shown, true) && !(shown == m_refShown) && edit->GetNumber(number))
+        SetNumber(number);
 }

@@ -45,9 +45,11 @@ private:
     void SetRange();
     void Step();
     bool ShowInEditControl();
+    void FollowEditControl();
     bool IsThere(platform::ControlRef control) const { return FromControl(control) == this; }
 
     platform::ControlRef m_refEdit = nullptr;
+    HuxString m_refShown; // the field's text after the last step
     double m_dScale = 1;  // steps in a number's unit
     double m_dOrigin = 0; // of the control's value, in steps
 };

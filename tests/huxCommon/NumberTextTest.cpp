@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "huxCommon/huxUtility/NumberText.h"
+
+#include <clocale>
+#include <cmath>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+constexpr double kLargest = std::numeric_limits<double>::max();
+constexpr double kInfinity = std::numeric_limits<double>::infinity();
+
+TEST(NumberTextTest, ReadsTheNumberThatATextBeginsWith) {
+    const struct {
+        const char* text;
+        long integer;
+        double real;
+    } rows[] = { { "", 0, 0 },
+                 { "-", 0, 0 },
+                 { "abc", 0, 0 },
+                 { " 12", 12, 12 },
+                 { "+12px", 12, 12 },
+                 { "+-12", 0, 0 },
+                 { "-1-2", -1, -1 },
+                 { "3.75.1", 3, 3.75 },
+                 { ".5", 0, 0.5 },
+                 { "-.5", 0, -0.5 },
+                 { "1,5", 1, 1 },
+                 { "2e3", 2, 2000 },
+                 { "inf", 0, 0 },
+                 { "-nan", 0, 0 },
+                 { "99999999999999999999", std::numeric_limits<long>::max(), 1e20 },
+                 { "-99999999999999999999", std::numeric_limits<long>::min(), -1e20 },
+                 { "1e999", 1, kLargest },
+                 { "-1e999", -1, -kLargest },
+                 { "1e-999", 1, 0 },
+                 { "\xFF", 0, 0 } };
+    for (const auto& row : rows) {
+        EXPECT_EQ(ParseInteger(row.text), row.integer) << row.text;
+        EXPECT_DOUBLE_EQ(ParseDouble(row.text), row.real) << row.text;
+    }
+    EXPECT_EQ(ParseDouble(std::string(400, '9')), kLargest);
+    EXPECT_EQ(ParseDouble("0." + std::string(400, '0') + "1"), 0);
+}
+
+TEST(NumberTextTest, WritesByAnyFormatThatHasOneNumber) {
+    const struct {
+        const char* format;
+        double number;
+        std::string text;
+    } rows[] = { { "%.1f", 3.14159, "3.1" },
+                 { "%.0f", 2.5, "2" },
+                 { "%f", -1, "-1.000000" },
+                 { "%+.2f", 1, "+1.00" },
+                 { "% .2f", 1, " 1.00" },
+                 { "%05.1f", -2.5, "-02.5" },
+                 { "%8.1f", 2.5, "2.5" },
+                 { "%-08.1f", 2.5, "2.5" },
+                 { "%.2e", 12345, "1.23e+04" },
+                 { "%.2E", 12345, "1.23E+04" },
+                 { "%g", 0.5, "0.5" },
+                 { "%G", 1e20, "1E+20" },
+                 { "%d", 3.9, "3" },
+                 { "%03ld", 7, "007" },
+                 { "%.0f%%", 50, "50%" },
+                 { "x%.1fy", 1, "x1.0y" },
+                 { "%.1f", -0.01, "0.0" },
+                 { "%.1f", std::nan(""), "0.0" },
+                 { "%d", kInfinity, std::to_string(std::numeric_limits<long>::max()) },
+                 // None of one number: as with "%.1f".
+                 { "", 1.25, "1.2" },
+                 { "none", 1.25, "1.2" },
+                 { "%s", 1.25, "1.2" },
+                 { "%n", 1.25, "1.2" },
+                 { "%", 1.25, "1.2" },
+                 { "%.1f %.1f", 1.25, "1.2" },
+                 { "%*f", 1.25, "1.2" },
+                 { "%5%", 1.25, "1.2" } };
+    for (const auto& row : rows)
+        EXPECT_EQ(FormatDouble(row.format, row.number), row.text) << row.format;
+    EXPECT_EQ(FormatDouble("%.99999999999999f", kInfinity).size(), 309U + 1 + 40);
+    EXPECT_EQ(FormatDouble("%0999999999999f", 1).size(), 64U);
+}
+
+TEST(NumberTextTest, LeavesOutTheFraction) {
+    EXPECT_EQ(Truncated(-2.9), -2);
+    EXPECT_EQ(Truncated(std::nan("")), 0);
+    EXPECT_EQ(Truncated(9223372036854775808.0), std::numeric_limits<long>::max());
+    EXPECT_EQ(Truncated(-kInfinity), std::numeric_limits<long>::min());
+}
+
+} // namespace
