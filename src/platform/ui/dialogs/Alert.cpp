@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Standard alerts: a message box that is also a window of this layer, its buttons controls, so that
-// handlers and the default and cancel keys work in it as in any window.
+// handlers work in it as in any window. Escape and closing are left to the box, which knows them.
 #include <memory>
 #include <unordered_map>
 
@@ -63,7 +63,6 @@ Alert::Alert(AlertType type, const QString& message, const QString& explanation,
     Control* const ok =
         param.okButton || !cancel ? AddButton(QMessageBox::Ok, kHICommandOK) : nullptr;
     m_window->defaultButton = ok ? ok : cancel;
-    m_window->cancelButton = cancel ? cancel : ok;
     m_box->setDefaultButton(ok ? QMessageBox::Ok : QMessageBox::Cancel);
     m_box->setEscapeButton(cancel ? QMessageBox::Cancel : QMessageBox::Ok);
 }

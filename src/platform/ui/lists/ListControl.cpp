@@ -3,23 +3,27 @@
 #include "platform/ui/lists/ListControl.h"
 
 #include "platform/ui/controls/Families.h"
+#include "platform/ui/windows/Guarded.h"
 #include "platform/ui/windows/Window.h"
 
 namespace platform {
 
 ListControl::ListControl(ListView& view, Window& owner) : Control(view, owner), m_view(view) {
-    // The view may outlive this control by some calls, so it knows it by its reference alone.
+    // The view may outlive this control by some calls, so it knows it by its reference alone. It
+    // calls from inside its own work, which an exception would tear.
     view.Rows().source = [self = Ref()](DataBrowserItemID item, DataBrowserPropertyID property,
                                         OpaqueItemData& data, bool set) {
         const ListControl* const control = Find(self);
         if (!control || !control->callbacks.itemData)
             return kErrDataNotSupported;
-        return control->callbacks.itemData(self, item, property, &data, set);
+        OSStatus status = kParamErr;
+        Guarded([&] { status = control->callbacks.itemData(self, item, property, &data, set); });
+        return status;
     };
     view.notify = [self = Ref()](DataBrowserItemID item, DataBrowserItemNotification message) {
         const ListControl* const control = Find(self);
         if (control && control->callbacks.itemNotification)
-            control->callbacks.itemNotification(self, item, message);
+            Guarded([&] { control->callbacks.itemNotification(self, item, message); });
     };
 }
 

@@ -55,10 +55,10 @@ bool TypesText(const QKeyEvent& event) {
 
 PopupButton::PopupButton(QWidget* parent) : QComboBox(parent), m_rows(new PopupModel(this)) {
     setModel(m_rows);
-    setItemDelegate(new PopupDelegate(this));
     // A list below the button, with a scroll bar: some styles would fill the screen with thousands
     // of families instead.
     setStyleSheet(QStringLiteral("QComboBox { combobox-popup: 0; }"));
+    setItemDelegate(new PopupDelegate(this)); // makes the list, which looks at the style once
     setMaxVisibleItems(kVisibleRows);
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     setMinimumContentsLength(6);

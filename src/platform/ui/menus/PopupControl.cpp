@@ -5,6 +5,7 @@
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/controls/Families.h"
 #include "platform/ui/menus/PopupButton.h"
+#include "platform/ui/windows/Guarded.h"
 #include "platform/ui/windows/Window.h"
 
 namespace platform {
@@ -13,7 +14,7 @@ namespace {
 class PopupControl final : public Control {
 public:
     PopupControl(PopupButton& button, Window& owner) : Control(button, owner), m_button(button) {
-        connect(&button, &QComboBox::activated, this, [this] { SendPick(); });
+        connect(&button, &QComboBox::activated, this, [this] { Guarded([this] { SendPick(); }); });
     }
 
     std::int32_t Value() const override { return m_button.Value(); }

@@ -1,0 +1,232 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// List views: rows by asking, selection, editing in place.
+#include <map>
+#include <utility>
+
+#include <QApplication>
+#include <QInputMethodEvent>
+#include <QPushButton>
+#include <QTest>
+#include <gmock/gmock.h>
+
+#include "platform/ui/ControlsFixture.h"
+#include "platform/ui/DataBrowser.h"
+#include "platform/ui/QtStrings.h"
+#include "platform/ui/lists/ListView.h"
+
+namespace platform {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Pair;
+using Items = std::vector<DataBrowserItemID>;
+
+constexpr DataBrowserPropertyID kName = 0x4E616D65;
+constexpr DataBrowserItemID kRefused = 9; // takes no text
+constexpr DataBrowserItemID kFixed = 8;   // cannot be edited
+constexpr DataBrowserItemID kDeadly = 7;  // disposes of the window when it is renamed
+
+// Callbacks are plain functions, so what they work on is the test's that runs.
+std::map<DataBrowserItemID, std::string> names;
+std::vector<std::pair<DataBrowserItemID, DataBrowserItemNotification>> told;
+
+OSStatus Data(ControlRef browser, DataBrowserItemID item, DataBrowserPropertyID property,
+              DataBrowserItemDataRef data, bool set) {
+    if (property == kDataBrowserItemIsEditableProperty)
+        return SetDataBrowserItemDataBooleanValue(data, item != kFixed);
+    if (property != kName || item == kRefused)
+        return kParamErr;
+    CFStringRef text = nullptr;
+    if (set) {
+        EXPECT_EQ(GetDataBrowserItemDataText(data, &text), kNoErr);
+        names[item] = CFStringGetUTF8(text);
+    } else {
+        text = CFStringCreateWithUTF8(names[item]);
+        EXPECT_EQ(SetDataBrowserItemDataText(data, text), kNoErr);
+    }
+    CFRelease(text);
+    if (set && item == kDeadly)
+        DisposeWindow(GetControlOwner(browser));
+    return kNoErr;
+}
+
+void Note(ControlRef, DataBrowserItemID item, DataBrowserItemNotification message) {
+    told.emplace_back(item, message);
+}
+
+class DataBrowserTest : public test::ControlsFixture {
+protected:
+    void SetUp() override {
+        names.clear();
+        told.clear();
+        ControlsFixture::SetUp();
+        list = MakeCustom("ListView");
+        ASSERT_NE(list, nullptr);
+        view = static_cast<ListView*>(WidgetOf(list));
+        view->resize(200, 200);
+        SetDataBrowserProperty(list, kName);
+        SetDataBrowserCallbacks(list, { Data, Note });
+    }
+    void Add(const Items& items) {
+        for (const DataBrowserItemID item : items)
+            names[item] = "Item " + std::to_string(item);
+        ASSERT_EQ(AddDataBrowserItems(list, items), kNoErr);
+        told.clear();
+    }
+    void Show() {
+        ShowWindow(window);
+        widget->activateWindow();
+        view->setFocus();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(widget));
+    }
+    QString Shown(int row) const { return view->model()->index(row, 0).data().toString(); }
+    void Type(const char* text) {
+        view->Editor()->selectAll();
+        QTest::keyClicks(view->Editor(), QString::fromLatin1(text));
+    }
+
+    ControlRef list = nullptr;
+    ListView* view = nullptr;
+};
+
+TEST_F(DataBrowserTest, RowsShowWhatTheCallbackSays) {
+    Add({ 3, 1, 2 });
+    EXPECT_EQ(AddDataBrowserItems(list, Items { 4, 1 }), kParamErr) << "1 is there";
+    EXPECT_EQ(AddDataBrowserItems(list, Items { kDataBrowserNoItem }), kParamErr);
+    EXPECT_THAT(GetDataBrowserItems(list), ElementsAre(3, 1, 2));
+    EXPECT_EQ(Shown(0), "Item 3");
+    names[3] = "新しい";
+    EXPECT_EQ(UpdateDataBrowserItems(list), kNoErr);
+    EXPECT_EQ(Shown(0), "新しい");
+    EXPECT_EQ(RemoveDataBrowserItems(list, Items { 3, 5 }), kParamErr) << "5 is not";
+    EXPECT_THAT(GetDataBrowserItems(list), ElementsAre(1, 2));
+    EXPECT_EQ(RevealDataBrowserItem(list, 3), kParamErr);
+    EXPECT_THAT(told, ElementsAre(Pair(3, kDataBrowserItemRemoved)));
+}
+
+TEST_F(DataBrowserTest, SelectionIsToldAndGivenInTheOrderOfTheRows) {
+    Add({ 3, 1, 2 });
+    EXPECT_EQ(SetDataBrowserSelectedItems(list, Items { 2, 3 }), kNoErr);
+    EXPECT_THAT(GetDataBrowserSelection(list), ElementsAre(3, 2));
+    told.clear();
+    SetDataBrowserSelectedItems(list, Items { 1 });
+    EXPECT_THAT(told, testing::UnorderedElementsAre(Pair(3, kDataBrowserItemDeselected),
+                                                    Pair(2, kDataBrowserItemDeselected),
+                                                    Pair(1, kDataBrowserItemSelected)));
+    told.clear();
+    RemoveAllDataBrowserItems(list);
+    EXPECT_THAT(told,
+                ElementsAre(Pair(1, kDataBrowserItemDeselected), Pair(3, kDataBrowserItemRemoved),
+                            Pair(1, kDataBrowserItemRemoved), Pair(2, kDataBrowserItemRemoved)));
+    EXPECT_THAT(GetDataBrowserSelection(list), IsEmpty());
+}
+
+TEST_F(DataBrowserTest, TheKeysOfAnEditorEndTheEditingAndPressNoButton) {
+    const ControlRef button = Make<QPushButton>();
+    int presses = 0;
+    const test::Handler counter(GetControlEventTarget(button), { test::kHit }, [&](EventRef) {
+        ++presses;
+        return kNoErr;
+    });
+    SetWindowDefaultButton(window, button);
+    SetWindowCancelButton(window, button);
+    Add({ 1, 2 });
+    SetDataBrowserSelectedItems(list, Items { 2 });
+    Show();
+    struct Row {
+        Qt::Key key;
+        const char* name;
+    };
+    for (const Row& row : { Row { Qt::Key_Escape, "Item 2" }, Row { Qt::Key_Return, "abc" } }) {
+        told.clear();
+        QTest::keyClick(view, Qt::Key_F2);
+        ASSERT_EQ(GetDataBrowserEditItem(list), 2U);
+        Type("abc");
+        QTest::keyClick(view->Editor(), row.key);
+        QApplication::processEvents();
+        EXPECT_EQ(GetDataBrowserEditItem(list), kDataBrowserNoItem) << row.key;
+        EXPECT_EQ(names[2], row.name) << row.key;
+        EXPECT_EQ(Shown(1), row.name) << row.key;
+        EXPECT_EQ(presses, 0) << row.key;
+        EXPECT_THAT(
+            told, ElementsAre(Pair(2, kDataBrowserEditStarted), Pair(2, kDataBrowserEditStopped)));
+    }
+    QTest::keyClick(view, Qt::Key_Return);
+    QTest::keyClick(view, Qt::Key_Escape);
+    EXPECT_EQ(presses, 2) << "without an editor they are the window's";
+}
+
+TEST_F(DataBrowserTest, AnInputMethodComposesInTheEditor) {
+    Add({ 1 });
+    Show();
+    ASSERT_EQ(SetDataBrowserEditItem(list, 1), kNoErr);
+    view->Editor()->selectAll();
+    QInputMethodEvent composing(QStringLiteral("かめら"), {});
+    QApplication::sendEvent(view->Editor(), &composing);
+    EXPECT_EQ(names[1], "Item 1") << "nothing is given back while it is composed";
+    QInputMethodEvent committing;
+    committing.setCommitString(QStringLiteral("カメラ"));
+    QApplication::sendEvent(view->Editor(), &committing);
+    EXPECT_EQ(SetDataBrowserEditItem(list, kDataBrowserNoItem), kNoErr);
+    EXPECT_EQ(names[1], "カメラ");
+}
+
+TEST_F(DataBrowserTest, EditingByCall) {
+    Add({ 1, 2, kFixed, kRefused });
+    Show();
+    EXPECT_EQ(SetDataBrowserEditItem(list, kFixed), kParamErr);
+    EXPECT_EQ(SetDataBrowserEditItem(list, 77), kParamErr);
+    EXPECT_EQ(SetDataBrowserEditItem(list, 2), kNoErr);
+    EXPECT_THAT(GetDataBrowserSelection(list), ElementsAre(2));
+    Type("kept");
+    EXPECT_EQ(SetDataBrowserEditItem(list, 1), kNoErr);
+    EXPECT_EQ(names[2], "kept") << "another row's editor ends the first with its text";
+    EXPECT_EQ(GetDataBrowserEditItem(list), 1U);
+    Type("dropped");
+    told.clear();
+    RemoveDataBrowserItems(list, Items { 1 });
+    EXPECT_EQ(names[1], "Item 1");
+    EXPECT_EQ(GetDataBrowserEditItem(list), kDataBrowserNoItem);
+    EXPECT_THAT(told, testing::Contains(Pair(1, kDataBrowserEditStopped)).Times(1));
+    EXPECT_EQ(told.back(), std::pair(DataBrowserItemID { 1 }, kDataBrowserItemRemoved));
+
+    EXPECT_EQ(SetDataBrowserEditItem(list, kRefused), kNoErr);
+    Type("no");
+    SetDataBrowserEditItem(list, kDataBrowserNoItem);
+    EXPECT_EQ(names[kRefused], "Item 9");
+}
+
+TEST_F(DataBrowserTest, EditCommandsWorkOnTheEditor) {
+    Add({ 1, 2 });
+    Show();
+    Control* const control = Control::Find(list);
+    EXPECT_FALSE(control->DoEditCommand(kHICommandCut));
+    EXPECT_TRUE(control->DoEditCommand(kHICommandSelectAll));
+    EXPECT_THAT(GetDataBrowserSelection(list), ElementsAre(1, 2));
+    SetDataBrowserEditItem(list, 1);
+    Type("x");
+    EXPECT_TRUE(control->DoEditCommand(kHICommandSelectAll));
+    EXPECT_TRUE(control->DoEditCommand(kHICommandClear));
+    EXPECT_EQ(view->Editor()->text(), "");
+    EXPECT_TRUE(control->DoEditCommand(kHICommandUndo));
+    EXPECT_EQ(view->Editor()->text(), "x");
+}
+
+TEST_F(DataBrowserTest, ARenameMayDisposeOfTheWindow) {
+    Add({ kDeadly });
+    Show();
+    SetDataBrowserEditItem(list, kDeadly);
+    Type("last");
+    QTest::keyClick(view->Editor(), Qt::Key_Return);
+    QApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    widget = nullptr; // is gone
+    EXPECT_EQ(names[kDeadly], "last");
+    EXPECT_FALSE(IsValidControlHandle(list));
+    EXPECT_EQ(UpdateDataBrowserItems(list), kErrInvalidControl);
+    EXPECT_EQ(SetDataBrowserEditItem(list, kDeadly), kErrInvalidControl);
+}
+
+} // namespace
+} // namespace platform

@@ -1,0 +1,281 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Alerts, the colour picker and file dialogs, answered from a timer while they run.
+#include <fstream>
+#include <functional>
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QSettings>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <gmock/gmock.h>
+
+#include "platform/ui/Dialogs.h"
+#include "platform/ui/QtStrings.h"
+#include "platform/ui/UIObject.h"
+#include "platform/ui/WindowWidget.h"
+
+namespace platform {
+namespace {
+
+using testing::IsEmpty;
+
+struct StringReleaser {
+    void operator()(CFStringRef string) const { CFRelease(string); }
+};
+using String = std::unique_ptr<const CFString, StringReleaser>;
+
+String Text(std::string_view utf8) {
+    return String(CFStringCreateWithUTF8(utf8));
+}
+
+// Answers the dialogs that run while it lives, one after the other.
+class Answers {
+public:
+    using Answer = std::function<void(QDialog& dialog)>;
+
+    explicit Answers(std::vector<Answer> answers) : m_answers(std::move(answers)) {
+        QObject::connect(&m_timer, &QTimer::timeout, [this] { AnswerNext(); });
+        m_timer.start(5);
+    }
+    ~Answers() { EXPECT_EQ(m_next, m_answers.size()) << "dialogs did not come"; }
+
+private:
+    void AnswerNext() {
+        auto* const dialog = dynamic_cast<QDialog*>(QApplication::activeModalWidget());
+        if (!dialog || dialog == m_last)
+            return;
+        m_last = dialog;
+        if (m_next < m_answers.size())
+            m_answers[m_next++](*dialog);
+        else
+            dialog->reject();
+        m_last = nullptr;
+    }
+
+    std::vector<Answer> m_answers;
+    std::size_t m_next = 0;
+    QPointer<QDialog> m_last;
+    QTimer m_timer;
+};
+
+void PressKey(QDialog& dialog, Qt::Key key) {
+    dialog.activateWindow();
+    QTest::keyClick(dialog.focusWidget() ? dialog.focusWidget() : &dialog, key);
+}
+
+class DialogsTest : public testing::Test {
+protected:
+    void SetUp() override { ASSERT_TRUE(EnsureUserInterface()); }
+};
+
+// Alerts ------------------------------------------------------------------------------------------
+
+DialogRef NewAlert(const AlertParam& param) {
+    DialogRef alert = nullptr;
+    EXPECT_EQ(CreateStandardAlert(AlertType::kPlain, Text("Clear <b>all</b>?").get(), nullptr,
+                                  param, &alert),
+              kNoErr);
+    return alert;
+}
+
+TEST_F(DialogsTest, AnAlertGivesTheButtonThatWasPressed) {
+    const AlertParam both { .cancelButton = true };
+    const AlertParam okOnly;
+    struct Row {
+        const char* what;
+        AlertParam param;
+        std::function<void(QMessageBox&)> act;
+        std::int16_t item;
+    };
+    const auto click = [](QMessageBox::StandardButton button) {
+        return [button](QMessageBox& box) { box.button(button)->click(); };
+    };
+    const auto key = [](Qt::Key pressed) {
+        return [pressed](QMessageBox& box) { PressKey(box, pressed); };
+    };
+    for (const Row& row : { Row { "ok", both, click(QMessageBox::Ok), 1 },
+                            Row { "cancel", both, click(QMessageBox::Cancel), 2 },
+                            Row { "ok alone", okOnly, click(QMessageBox::Ok), 1 },
+                            Row { "Return", both, key(Qt::Key_Return), 1 },
+                            Row { "Escape", both, key(Qt::Key_Escape), 2 },
+                            Row { "close", both, [](QMessageBox& box) { box.close(); }, 2 } }) {
+        const DialogRef alert = NewAlert(row.param);
+        SetWindowTitleWithCFString(GetDialogWindow(alert), Text("Telop").get());
+        const Answers answers({ [&](QDialog& dialog) {
+            auto& box = dynamic_cast<QMessageBox&>(dialog);
+            EXPECT_EQ(box.text(), "Clear <b>all</b>?");
+            EXPECT_EQ(box.textFormat(), Qt::PlainText);
+            EXPECT_EQ(box.windowTitle(), "Telop");
+            EXPECT_EQ(box.button(QMessageBox::Cancel) != nullptr, row.param.cancelButton);
+            row.act(box);
+        } });
+        std::int16_t item = 0;
+        EXPECT_EQ(RunStandardAlert(alert, &item), kNoErr) << row.what;
+        EXPECT_EQ(item, row.item) << row.what;
+        EXPECT_EQ(GetDialogWindow(alert), nullptr) << row.what;
+    }
+}
+
+TEST_F(DialogsTest, AnAlertCanBeEndedFromOutside) {
+    const DialogRef unused = NewAlert({});
+    EXPECT_NE(GetDialogEventTarget(unused), nullptr);
+    DisposeStandardAlert(unused);
+    EXPECT_EQ(GetDialogWindow(unused), nullptr);
+    EXPECT_EQ(RunStandardAlert(unused, nullptr), kParamErr);
+    DisposeStandardAlert(unused);
+
+    const DialogRef running = NewAlert({});
+    const Answers answers({ [&](QDialog&) { DisposeStandardAlert(running); } });
+    std::int16_t item = 0;
+    EXPECT_EQ(RunStandardAlert(running, &item), kNoErr);
+    EXPECT_NE(item, kAlertStdAlertOKButton);
+}
+
+// The colour picker -------------------------------------------------------------------------------
+
+TEST_F(DialogsTest, TheColourPickerKeepsWhatWasNotChanged) {
+    const RGBColor current { 0x1234, 0x5678, 0x9ABC };
+    struct Row {
+        const char* what;
+        std::function<void(QColorDialog&)> act;
+        bool accepted;
+        RGBColor picked;
+    };
+    const RGBColor untouched { 1, 2, 3 };
+    for (const Row& row :
+         { Row { "accept", [](QColorDialog& dialog) { dialog.accept(); }, true, current },
+           Row { "another",
+                 [](QColorDialog& dialog) {
+                     dialog.setCurrentColor(QColor(255, 128, 0));
+                     static_cast<QDialog&>(dialog).accept();
+                 },
+                 true,
+                 { 0xFFFF, 0x8080, 0 } },
+           Row { "cancel", [](QColorDialog& dialog) { dialog.reject(); }, false, untouched } }) {
+        const Answers answers({ [&](QDialog& dialog) {
+            EXPECT_EQ(dialog.windowTitle(), "文字色");
+            row.act(dynamic_cast<QColorDialog&>(dialog));
+        } });
+        RGBColor picked = untouched;
+        EXPECT_EQ(GetColor({ 0, 0 }, Text("文字色").get(), current, &picked), row.accepted)
+            << row.what;
+        EXPECT_EQ(picked.red, row.picked.red) << row.what;
+        EXPECT_EQ(picked.green, row.picked.green) << row.what;
+        EXPECT_EQ(picked.blue, row.picked.blue) << row.what;
+    }
+}
+
+// Files -------------------------------------------------------------------------------------------
+
+class FileDialogsTest : public DialogsTest {
+protected:
+    void SetUp() override {
+        DialogsTest::SetUp();
+        ASSERT_TRUE(folder.isValid());
+        QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, folder.path());
+    }
+    std::string Path(const char* name) const { return folder.filePath(name).toStdString(); }
+    void Write(const char* name) const { std::ofstream(Path(name)) << "text"; }
+
+    QTemporaryDir folder;
+    static FileDialogOptions Lists() {
+        FileDialogOptions lists;
+        lists.preferenceKey = 10001;
+        lists.typeName = "Lists";
+        lists.typePattern = "*.txt *.lst";
+        return lists;
+    }
+    FileDialogOptions options = Lists();
+};
+
+Answers::Answer Type(const std::string& name) {
+    return [name](QDialog& dialog) {
+        dialog.findChild<QLineEdit*>()->setText(QString::fromStdString(name));
+        dialog.accept();
+    };
+}
+Answers::Answer Press(QMessageBox::StandardButton button) {
+    return
+        [button](QDialog& dialog) { dynamic_cast<QMessageBox&>(dialog).button(button)->click(); };
+}
+void Cancel(QDialog& dialog) {
+    dialog.reject();
+}
+
+std::string Only(const std::vector<FSSpec>& files) {
+    return files.size() == 1 ? files[0].path : "(" + std::to_string(files.size()) + " files)";
+}
+
+TEST_F(FileDialogsTest, OpeningRemembersTheFolderByItsKey) {
+    Write("カット1.txt");
+    {
+        const Answers answers({ Type(Path("カット1.txt")) });
+        EXPECT_EQ(Only(RunGetFileDialog(options)), Path("カット1.txt"));
+    }
+    QString begun;
+    const auto note = [&](QDialog& dialog) {
+        auto& files = dynamic_cast<QFileDialog&>(dialog);
+        begun = files.directory().absolutePath();
+        EXPECT_EQ(files.nameFilters().front(), "Lists (*.txt *.lst)");
+        dialog.reject();
+    };
+    const Answers answers({ note, note });
+    EXPECT_THAT(RunGetFileDialog(options), IsEmpty());
+    EXPECT_EQ(begun, QDir(folder.path()).absolutePath());
+    options.preferenceKey = 10002;
+    EXPECT_THAT(RunGetFileDialog(options), IsEmpty());
+    EXPECT_EQ(begun, QDir::homePath());
+}
+
+TEST_F(FileDialogsTest, SavingAddsTheEndingAndAsksBeforeItReplaces) {
+    Write("there.txt");
+    struct Row {
+        const char* typed;
+        std::vector<Answers::Answer> then;
+        const char* saved; // null: none
+    };
+    for (const Row& row :
+         { Row { "new", {}, "new.txt" }, Row { "new.lst", {}, "new.lst" },
+           Row { "there", { Press(QMessageBox::Yes) }, "there.txt" },
+           Row { "there", { Press(QMessageBox::No), Type(Path("other")) }, "other.txt" },
+           Row { "there", { Press(QMessageBox::No), Cancel }, nullptr } }) {
+        std::vector<Answers::Answer> all = row.then;
+        all.insert(all.begin(), Type(Path(row.typed)));
+        const Answers answers(all);
+        EXPECT_EQ(Only(RunPutFileDialog(options)), row.saved ? Path(row.saved) : "(0 files)")
+            << row.typed;
+    }
+}
+
+TEST_F(FileDialogsTest, APathThatDoesNotFitIsRefusedWithAMessage) {
+    std::string deep = folder.path().toStdString();
+    while (deep.size() < sizeof FSSpec::path)
+        deep += "/0123456789012345678901234567890123456789";
+    QString message;
+    const Answers answers({ Type(deep), [&](QDialog& dialog) {
+                               message = dynamic_cast<QMessageBox&>(dialog).text();
+                               dialog.accept();
+                           } });
+    EXPECT_THAT(RunPutFileDialog(options), IsEmpty());
+    EXPECT_THAT(message.toStdString(), testing::HasSubstr("4095"));
+}
+
+TEST_F(FileDialogsTest, AWindowThatGoesEndsItsDialog) {
+    WindowRef window = nullptr;
+    ASSERT_EQ(CreateNewWindow({ 0, 0, 100, 100 }, &window), kNoErr);
+    options.parent = window;
+    const Answers answers({ [&](QDialog& dialog) {
+        EXPECT_EQ(dialog.parentWidget(), GetWindowWidget(window));
+        delete GetWindowWidget(window);
+    } });
+    EXPECT_THAT(RunPutFileDialog(options), IsEmpty());
+}
+
+} // namespace
+} // namespace platform
