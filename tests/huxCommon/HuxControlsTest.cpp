@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The small wrappers: popup, colour and radio buttons, check box, scrolling text, files, groups.
+#include <QAbstractButton>
+#include <QColorDialog>
+#include <gmock/gmock.h>
+
+#include "huxCommon/ToolkitForms.h"
+#include "huxCommon/huxGUI/HuxBevelButton.h"
+#include "huxCommon/huxGUI/HuxCheckBox.h"
+#include "huxCommon/huxGUI/HuxPopupButton.h"
+#include "huxCommon/huxGUI/HuxRadioGroup.h"
+#include "huxCommon/huxGUI/HuxScrollEditText.h"
+#include "huxCommon/huxGUI/HuxWindowGroup.h"
+
+using namespace platform;
+
+namespace {
+
+class ControlsDialog : public HuxDialogImpl {
+public:
+    explicit ControlsDialog(const test::ToolkitBundle& bundle) { SetBundle(bundle.Get()); }
+
+    const char* GetWindowName() override { return "Controls"; }
+    const char* GetNibName() override { return "Toolkit"; }
+    void _AttachControls() override {
+        AttachControl(popup, 10);
+        AttachControl(color, 20);
+        AttachControl(check, 30);
+        AttachControl(text, 40);
+        for (int i = 0; i < 3; ++i)
+            AttachControl(radios[i], 50 + i);
+    }
+    bool OnInitDialog() override {
+        m_vectorControls.Add(group);
+        group.Create(m_hwnd, { kHuxPropertyCreator, 500 }, 500);
+        for (HuxRadioButton& radio : radios)
+            group.AddButton(radio);
+        return true;
+    }
+    OSStatus HandleEventCurrentSelf(EventHandlerCallRef, EventRef event) override {
+        std::uint32_t commandID = 0;
+        if (HuxCarbonEvent(event, true)
+                .GetCommandParameter(&commandID, nullptr, nullptr, nullptr) != kNoErr)
+            return kEventNotHandledErr;
+        commands.push_back(commandID);
+        return kNoErr;
+    }
+
+    HuxPopupButton popup;
+    HuxBevelButton color;
+    HuxCheckBox check;
+    HuxScrollEditText text;
+    HuxRadioButton radios[3];
+    HuxRadioGroup group;
+    std::vector<std::uint32_t> commands;
+};
+
+class HuxControlsTest : public testing::Test {
+protected:
+    HuxControlsTest() {
+        m_bundle.AddForm("Controls", { { "PopupButton", 10 },
+                                       { "ColorButton", 20 },
+                                       { "QCheckBox", 30 },
+                                       { "QPlainTextEdit", 40 },
+                                       { "QRadioButton", 50 },
+                                       { "QRadioButton", 51 },
+                                       { "QRadioButton", 52 } });
+        EXPECT_EQ(m_dialog.CreateDialog(), kNoErr);
+        m_dialog.ShowWindow();
+    }
+
+    test::ToolkitBundle m_bundle;
+    ControlsDialog m_dialog { m_bundle };
+};
+
+using testing::ElementsAre;
+
+TEST_F(HuxControlsTest, APopupFindsItemsByTheirReferenceValues) {
+    HuxPopupButton& popup = m_dialog.popup;
+    popup.DeleteAllItems();
+    EXPECT_EQ(popup.GetSelectRefCon(), std::nullopt);
+    EXPECT_EQ(popup.AppendItem("a", 1000), 1);
+    popup.AppendSeparator();
+    EXPECT_EQ(popup.AppendItem("-(b", 7, kMenuItemAttrIgnoreMeta), 3);
+    EXPECT_EQ(popup.AppendItem("c", 1000), 4);
+    EXPECT_EQ(popup.CountItems(), 4);
+    EXPECT_EQ(popup.GetItemText(3), HuxString("-(b"));
+    EXPECT_EQ(popup.FindItem(1000), 1);
+    EXPECT_EQ(popup.FindLastItem(1000), 4);
+    EXPECT_EQ(popup.FindItem(8), 0);
+    EXPECT_EQ(popup.GetItemRefCon(99), 0);
+    popup.SetValue(3);
+    EXPECT_EQ(popup.GetSelectRefCon(), 7);
+    popup.SetItemRefCon(3, 8);
+    EXPECT_EQ(popup.GetSelectRefCon(), 8);
+    popup.SetValue(0);
+    EXPECT_EQ(popup.GetSelectRefCon(), std::nullopt);
+}
+
+TEST_F(HuxControlsTest, APopupClearsTheMarksOfItsSubmenusToo) {
+    HuxPopupButton& popup = m_dialog.popup;
+    popup.DeleteAllItems();
+    popup.AppendItem("a");
+    popup.AppendItem("more");
+    MenuRef submenu = nullptr;
+    ASSERT_EQ(CreateNewMenu(5, &submenu), kNoErr);
+    AppendMenuItemTextWithCFString(submenu, HuxString("b").GetCFString(), 0, 0, nullptr);
+    ASSERT_EQ(SetMenuItemHierarchicalMenu(popup.GetMenu(), 2, submenu), kNoErr);
+    popup.CheckItem(1, true);
+    CheckMenuItem(submenu, 1, true);
+    EXPECT_TRUE(popup.IsItemChecked(1));
+    popup.ClearCheckMarks();
+    EXPECT_FALSE(popup.IsItemChecked(1));
+    EXPECT_FALSE(IsMenuItemChecked(submenu, 1));
+}
+
+TEST_F(HuxControlsTest, APopupPicksInstalledFamiliesByName) {
+    HuxPopupButton& popup = m_dialog.popup;
+    popup.DeleteAllItems();
+    ASSERT_EQ(popup.AppendFontMenu(30000), kNoErr);
+    std::vector<FontFamily> const families = InstalledFontFamilies();
+    ASSERT_FALSE(families.empty());
+    EXPECT_EQ(popup.GetMaximum(), popup.CountItems());
+    for (std::size_t i = 0; i < families.size(); i += 1 + families.size() / 10) {
+        unsigned char name[256], picked[256];
+        HuxString::FromUTF8(families[i].name).GetPascalString(name);
+        EXPECT_TRUE(popup.SetFontFamilyName(name)) << families[i].name;
+        EXPECT_TRUE(popup.GetFontFamilyName(picked)) << families[i].name;
+        EXPECT_EQ(HuxString(picked).GetUTF8(), families[i].name);
+    }
+    unsigned char name[256];
+    HuxString("No Such Family At All").GetPascalString(name);
+    EXPECT_FALSE(popup.SetFontFamilyName(name));
+    EXPECT_EQ(popup.GetValue(), 0);
+    EXPECT_FALSE(popup.GetFontFamilyName(name));
+    EXPECT_EQ(name[0], 0);
+}
+
+// Presses the button of the colour dialog that comes, and gives the colour it began with.
+void AnswerPicker(bool accept, QColor color, QColor* shown) {
+    test::Later([=] {
+        auto* const picker = qobject_cast<QColorDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(picker, nullptr);
+        *shown = picker->currentColor();
+        picker->setCurrentColor(color);
+        if (accept)
+            picker->accept();
+        else
+            picker->reject();
+    });
+}
+
+TEST_F(HuxControlsTest, AColorButtonSendsItsCommandWhenAColorWasPicked) {
+    constexpr RGBColor kRed { 0xFFFF, 0, 0 };
+    m_dialog.color.SetColor(kRed);
+    test::Click(m_dialog.GetWindowRef(), "w20");
+    EXPECT_THAT(m_dialog.commands, ElementsAre(20)) << "not in colour mode";
+    m_dialog.color.SetType(HuxBevelButton::kColor);
+    QColor shown;
+    AnswerPicker(false, Qt::blue, &shown);
+    test::Click(m_dialog.GetWindowRef(), "w20");
+    EXPECT_EQ(shown, QColor(Qt::red));
+    EXPECT_EQ(m_dialog.color.GetColor().red, 0xFFFF);
+    EXPECT_THAT(m_dialog.commands, ElementsAre(20));
+    AnswerPicker(true, Qt::blue, &shown);
+    test::Click(m_dialog.GetWindowRef(), "w20");
+    EXPECT_EQ(m_dialog.color.GetColor().red, 0);
+    EXPECT_EQ(m_dialog.color.GetColor().blue, 0xFFFF);
+    EXPECT_THAT(m_dialog.commands, ElementsAre(20, 20));
+}
+
+TEST_F(HuxControlsTest, ADialogMayEndWhileItsColorIsPicked) {
+    m_dialog.color.SetType(HuxBevelButton::kColor);
+    test::Later([this] {
+        QWidget* const picker = QApplication::activeModalWidget();
+        m_dialog.Dispose();
+        if (picker)
+            picker->close();
+    });
+    test::Click(m_dialog.GetWindowRef(), "w20");
+    EXPECT_EQ(m_dialog.color.GetControlRef(), nullptr);
+    EXPECT_THAT(m_dialog.commands, ElementsAre());
+}
+
+TEST_F(HuxControlsTest, ARadioGroupKnowsWhichOfItsButtonsIsSelected) {
+    EXPECT_EQ(m_dialog.FindControl({ kHuxPropertyCreator, 500 }), m_dialog.group.GetControlRef());
+    EXPECT_EQ(m_dialog.group.CountSub(), 3);
+    m_dialog.group.SetValue(2);
+    EXPECT_TRUE(m_dialog.radios[1].IsSelected());
+    EXPECT_THAT(m_dialog.commands, ElementsAre()) << "only the user's choice is a command";
+    test::Click(m_dialog.GetWindowRef(), "w52");
+    EXPECT_EQ(m_dialog.group.GetValue(), 3);
+    EXPECT_FALSE(m_dialog.radios[1].IsSelected());
+    EXPECT_THAT(m_dialog.commands, testing::Contains(500));
+    m_dialog.radios[0].Select();
+    EXPECT_EQ(m_dialog.group.GetValue(), 1);
+}
+
+TEST_F(HuxControlsTest, ACheckBoxIsCheckedByCallAndByClick) {
+    m_dialog.check.SetChecked(true);
+    EXPECT_TRUE(m_dialog.check.IsChecked());
+    test::Click(m_dialog.GetWindowRef(), "w30");
+    EXPECT_FALSE(m_dialog.check.IsChecked());
+    EXPECT_THAT(m_dialog.commands, ElementsAre(30));
+}
+
+TEST_F(HuxControlsTest, AScrollingTextTakesBothKindsOfLineEnds) {
+    EXPECT_EQ(m_dialog.text.SetReadOnly(true), kNoErr);
+    EXPECT_EQ(m_dialog.text.SetWrap(true), kNoErr);
+    EXPECT_EQ(m_dialog.text.SetText("one\r\ntwo\rthree"), kNoErr);
+    EXPECT_EQ(m_dialog.text.GetText(), HuxString("one\rtwo\rthree"));
+}
+
+TEST_F(HuxControlsTest, AWindowGroupIsReleasedAndLeavesItsWindows) {
+    WindowRef const window = m_dialog.GetWindowRef();
+    {
+        HuxWindowGroup group;
+        EXPECT_EQ(group.Add(window), kParamErr) << "there is no group yet";
+        ASSERT_EQ(group.Create(0x1F), kNoErr);
+        EXPECT_EQ(group.SetParent(GetWindowGroup(window)), kNoErr);
+        EXPECT_EQ(group.Add(window), kNoErr);
+        EXPECT_EQ(GetWindowGroup(window), group.GetGroupRef());
+    }
+    EXPECT_TRUE(IsWindowVisible(window));
+}
+
+} // namespace

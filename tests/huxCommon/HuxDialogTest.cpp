@@ -1,0 +1,316 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "huxCommon/huxGUI/HuxDialogImpl.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "huxCommon/ToolkitForms.h"
+
+using namespace platform;
+using test::Click;
+using test::Later;
+
+namespace {
+
+constexpr std::int32_t kButton = 20;
+
+class RefusingControl : public HuxControlImpl {
+public:
+    bool CheckControlValue() override { return accepts; }
+    bool accepts = true;
+};
+
+// Does at each step what the test says and notes the steps.
+class TestDialog : public HuxDialogImpl {
+public:
+    explicit TestDialog(const test::ToolkitBundle& bundle) { SetBundle(bundle.Get()); }
+
+    const char* GetWindowName() override { return "Dialog"; }
+    const char* GetNibName() override { return nib; }
+    void _AttachControls() override {
+        AttachControl(field, 10);
+        AttachControl(button, kButton);
+    }
+    bool OnInitDialog() override { return Run("init ", onInit); }
+    bool OnOK() override { return Run("ok ", onOK); }
+    bool OnCancel() override { return Run("cancel ", onCancel); }
+    void EndDialog(long code) override {
+        log += "end" + std::to_string(code) + " ";
+        HuxDialogImpl::EndDialog(code);
+    }
+    OSStatus HandleEventCurrentSelf(EventHandlerCallRef, EventRef event) override {
+        std::uint32_t commandID = 0;
+        HuxCarbonEvent(event, true).GetCommandParameter(&commandID, nullptr, nullptr, nullptr);
+        if (commandID != kButton || !onButton)
+            return kEventNotHandledErr;
+        onButton();
+        return kNoErr;
+    }
+
+    const char* nib = "Toolkit";
+    RefusingControl field;
+    HuxControlImpl button;
+    std::function<bool()> onInit, onOK, onCancel;
+    std::function<void()> onButton;
+    std::string log;
+
+private:
+    bool Run(const char* step, const std::function<bool()>& answer) {
+        log += step;
+        const std::function<bool()> copy = answer; // which may end this object
+        return !copy || copy();
+    }
+};
+
+class HuxDialogTest : public testing::Test {
+protected:
+    HuxDialogTest() {
+        m_bundle.AddForm("Dialog", { { "QCheckBox", 10 }, { "QPushButton", kButton } });
+    }
+    ~HuxDialogTest() override { EXPECT_EQ(HuxCarbonEventHandler::GetCurrentObject(), nullptr); }
+
+    OSStatus Command(std::uint32_t commandID) {
+        return HuxCarbonEvent::SendEventCommand(m_dialog.GetEventTarget(), commandID, 0, nullptr);
+    }
+    WindowRef Window() const { return m_dialog.GetWindowRef(); }
+
+    test::ToolkitBundle m_bundle;
+    test::HostErrors m_errors;
+    TestDialog m_dialog { m_bundle };
+};
+
+TEST_F(HuxDialogTest, AModalRunGivesTheCodeOfWhatEndedIt) {
+    struct Row {
+        const char* name;
+        std::function<void()> act;
+        long code;
+        const char* log;
+    };
+    for (Row const& row : {
+             Row { "OK button", [this] { Click(Window(), "w1"); }, 1, "init ok end1 " },
+             Row { "cancel button", [this] { Click(Window(), "w2"); }, 2, "init cancel end2 " },
+             Row { "Return key",
+                   [this] { QTest::keyClick(GetWindowWidget(Window()), Qt::Key_Return); }, 1,
+                   "init ok end1 " },
+             Row { "Escape key",
+                   [this] { QTest::keyClick(GetWindowWidget(Window()), Qt::Key_Escape); }, 2,
+                   "init cancel end2 " },
+             Row { "close box", [this] { GetWindowWidget(Window())->close(); }, 2,
+                   "init cancel end2 " },
+             Row { "the window's end", [this] { DisposeWindow(Window()); }, 2, "init " },
+             Row { "a command of its own", [this] { m_dialog.EndDialog(7); }, 7, "init end7 " },
+         }) {
+        m_dialog.log.clear();
+        Later(row.act);
+        EXPECT_EQ(m_dialog.DoModal(nullptr), row.code) << row.name;
+        EXPECT_EQ(m_dialog.log, row.log) << row.name;
+        EXPECT_EQ(Window(), nullptr) << row.name;
+    }
+}
+
+TEST_F(HuxDialogTest, StaysOpenUntilControlsAndDialogAgree) {
+    m_dialog.field.accepts = false;
+    m_dialog.onCancel = [] { return false; };
+    Later([this] {
+        EXPECT_EQ(Command(kHICommandOK), kNoErr);
+        EXPECT_EQ(m_dialog.log, "init ") << "a control refuses";
+        m_dialog.field.accepts = true;
+        m_dialog.onOK = [] { return false; };
+        EXPECT_EQ(Command(kHICommandOK), kNoErr);
+        EXPECT_EQ(Command(kHICommandCancel), kNoErr);
+        EXPECT_EQ(m_dialog.log, "init ok cancel ");
+        EXPECT_TRUE(IsWindowVisible(Window()));
+        m_dialog.onOK = nullptr;
+        Command(kHICommandOK);
+    });
+    EXPECT_EQ(m_dialog.DoModal(nullptr), kHuxDialogOK);
+}
+
+TEST_F(HuxDialogTest, ASecondClickOnOKFindsItEnded) {
+    Later([this] {
+        Command(kHICommandOK);
+        EXPECT_EQ(Command(kHICommandOK), kNoErr);
+        EXPECT_EQ(Command(kHICommandCancel), kNoErr);
+    });
+    EXPECT_EQ(m_dialog.DoModal(nullptr), kHuxDialogOK);
+    EXPECT_EQ(m_dialog.log, "init ok end1 ");
+}
+
+TEST_F(HuxDialogTest, ADialogThatCannotBeMadeIsCancelled) {
+    m_dialog.nib = "NoNib";
+    EXPECT_EQ(m_dialog.CreateDialog(), kParamErr);
+    EXPECT_EQ(m_dialog.DoModal(nullptr), kHuxDialogCancel);
+    EXPECT_EQ(m_dialog.BeginHalfModal(nullptr), kParamErr);
+    EXPECT_EQ(m_dialog.log, "");
+    m_dialog.nib = "Toolkit";
+    Later([this] { Command(kHICommandOK); });
+    EXPECT_EQ(m_dialog.DoModal(nullptr), kHuxDialogOK);
+}
+
+TEST_F(HuxDialogTest, ARefusalOrAThrowInTheBeginningEndsItWithoutARun) {
+    struct Row {
+        const char* name;
+        std::function<bool()> init;
+        std::vector<std::int32_t> errors;
+    };
+    for (Row const& row : { Row { "refusal", [] { return false; }, {} },
+                            Row { "throw",
+                                  [] {
+                                      huxThrowError(-43, __FILE__, __LINE__);
+                                      return true;
+                                  },
+                                  { -43 } } }) {
+        m_dialog.onInit = row.init;
+        m_dialog.log.clear();
+        EXPECT_EQ(m_dialog.DoModal(nullptr), kHuxDialogInitFailed) << row.name;
+        EXPECT_EQ(m_dialog.log, "init end-1 ") << row.name;
+        EXPECT_EQ(Window(), nullptr) << row.name;
+        EXPECT_EQ(m_dialog.BeginHalfModal(nullptr), kParamErr) << row.name;
+        EXPECT_FALSE(m_dialog.IsHalfModal()) << row.name;
+        std::vector<std::int32_t> codes;
+        for (_HUX_ERROR const& error : m_errors.TakeAll())
+            codes.push_back(error.nErrorCode);
+        std::vector<std::int32_t> twice = row.errors;
+        twice.insert(twice.end(), row.errors.begin(), row.errors.end());
+        EXPECT_EQ(codes, twice) << row.name;
+    }
+}
+
+TEST_F(HuxDialogTest, MayEndItselfBeforeItsLoopRuns) {
+    m_dialog.onInit = [this] {
+        m_dialog.EndDialog(5);
+        return true;
+    };
+    EXPECT_EQ(m_dialog.DoModal(nullptr), 5);
+    EXPECT_EQ(m_dialog.BeginHalfModal(nullptr), kNoErr);
+    EXPECT_FALSE(m_dialog.IsHalfModal());
+    EXPECT_EQ(Window(), nullptr);
+}
+
+TEST_F(HuxDialogTest, AThrowOnOKIsReportedAndTheDialogStaysOpen) {
+    m_dialog.onOK = []() -> bool { throw std::bad_alloc(); };
+    Later([this] {
+        EXPECT_EQ(Command(kHICommandOK), kEventNotHandledErr);
+        EXPECT_TRUE(IsWindowVisible(Window()));
+        Command(kHICommandCancel);
+    });
+    EXPECT_EQ(m_dialog.DoModal(nullptr), kHuxDialogCancel);
+    auto const errors = m_errors.TakeAll();
+    ASSERT_EQ(errors.size(), 1u);
+    EXPECT_EQ(errors[0].nErrorCode, kMemFullErr);
+    EXPECT_EQ(errors[0].uEventClass, kEventClassCommand);
+}
+
+TEST_F(HuxDialogTest, RunsNest) {
+    TestDialog inner(m_bundle);
+    long innerCode = 0;
+    m_dialog.onButton = [&] {
+        Later([&] {
+            EXPECT_EQ(m_dialog.DoModal(nullptr), kHuxDialogCancel) << "it runs already";
+            Click(inner.GetWindowRef(), "w1");
+        });
+        innerCode = inner.DoModal(Window());
+        EXPECT_TRUE(IsWindowVisible(Window()));
+        Later([this] { Click(Window(), "w2"); });
+    };
+    Later([this] { Click(Window(), "w20"); });
+    EXPECT_EQ(m_dialog.DoModal(nullptr), kHuxDialogCancel);
+    EXPECT_EQ(innerCode, kHuxDialogOK);
+    EXPECT_EQ(inner.log, "init ok end1 ");
+    EXPECT_EQ(m_dialog.log, "init cancel end2 ");
+}
+
+TEST_F(HuxDialogTest, AnOuterRunThatEndsFirstReturnsAfterTheInnerOne) {
+    TestDialog inner(m_bundle);
+    m_dialog.onButton = [&] {
+        Later([&] {
+            m_dialog.EndDialog(1);
+            EXPECT_TRUE(IsWindowVisible(inner.GetWindowRef()));
+            inner.EndDialog(3);
+        });
+        EXPECT_EQ(inner.DoModal(nullptr), 3);
+    };
+    Later([this] { Click(Window(), "w20"); });
+    EXPECT_EQ(m_dialog.DoModal(nullptr), kHuxDialogOK);
+}
+
+TEST_F(HuxDialogTest, MayEndWhileItRuns) {
+    auto dialog = std::make_unique<TestDialog>(m_bundle);
+    dialog->onOK = [&dialog] {
+        dialog.reset();
+        return true;
+    };
+    Later([&dialog] { Click(dialog->GetWindowRef(), "w1"); });
+    EXPECT_EQ(dialog->DoModal(nullptr), kHuxDialogCancel);
+    EXPECT_EQ(dialog, nullptr);
+}
+
+// Half-modal ---------------------------------------------------------------------------------------
+
+class HuxHalfModalTest : public HuxDialogTest {
+protected:
+    HuxHalfModalTest() {
+        CreateNewWindow({ 0, 0, 100, 100 }, &m_parent);
+        ChangeWindowAttributes(m_parent, kBoxes, 0);
+        ShowWindow(m_parent);
+    }
+    ~HuxHalfModalTest() override { DisposeWindow(m_parent); }
+
+    std::uint32_t ParentBoxes() const {
+        std::uint32_t attributes = 0;
+        EXPECT_EQ(GetWindowAttributes(m_parent, &attributes), kNoErr);
+        return attributes & kBoxes;
+    }
+
+    static constexpr std::uint32_t kBoxes = kWindowCloseBoxAttribute | kWindowCollapseBoxAttribute;
+    WindowRef m_parent = nullptr;
+};
+
+TEST_F(HuxHalfModalTest, TakesTheParentsBoxesUntilItEnds) {
+    struct Row {
+        const char* name;
+        std::function<void(TestDialog&)> end;
+    };
+    for (Row const& row : {
+             Row { "OK", [](auto& dialog) { Click(dialog.GetWindowRef(), "w1"); } },
+             Row { "close box",
+                   [](auto& dialog) { GetWindowWidget(dialog.GetWindowRef())->close(); } },
+             Row { "the window's end", [](auto& dialog) { DisposeWindow(dialog.GetWindowRef()); } },
+             Row { "call", [](auto& dialog) { dialog.EndHalfModal(); } },
+         }) {
+        TestDialog dialog(m_bundle);
+        ASSERT_EQ(dialog.BeginHalfModal(m_parent), kNoErr) << row.name;
+        EXPECT_TRUE(dialog.IsHalfModal());
+        EXPECT_TRUE(IsWindowVisible(dialog.GetWindowRef())) << row.name;
+        EXPECT_EQ(ParentBoxes(), 0u) << row.name;
+        EXPECT_EQ(dialog.BeginHalfModal(m_parent), kParamErr) << row.name;
+        row.end(dialog);
+        EXPECT_FALSE(dialog.IsHalfModal()) << row.name;
+        EXPECT_EQ(dialog.GetWindowRef(), nullptr) << row.name;
+        EXPECT_EQ(ParentBoxes(), kBoxes) << row.name;
+    }
+}
+
+TEST_F(HuxHalfModalTest, GivesBackOnlyTheBoxesThatWereThere) {
+    ChangeWindowAttributes(m_parent, 0, kWindowCollapseBoxAttribute);
+    {
+        TestDialog dialog(m_bundle);
+        ASSERT_EQ(dialog.BeginHalfModal(nullptr), kNoErr) << "the front window is its parent";
+        EXPECT_EQ(ParentBoxes(), 0u);
+    }
+    EXPECT_EQ(ParentBoxes(), kWindowCloseBoxAttribute);
+}
+
+TEST_F(HuxHalfModalTest, TheParentMayEndFirst) {
+    ASSERT_EQ(m_dialog.BeginHalfModal(m_parent), kNoErr);
+    DisposeWindow(m_parent);
+    Command(kHICommandOK);
+    EXPECT_EQ(m_dialog.GetReturnCode(), kHuxDialogOK);
+    EXPECT_FALSE(m_dialog.IsHalfModal());
+}
+
+} // namespace

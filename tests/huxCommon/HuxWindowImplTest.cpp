@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "huxCommon/huxGUI/HuxWindowImplT.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include "huxCommon/ToolkitForms.h"
+
+using namespace platform;
+
+namespace {
+
+class TestWindow : public HuxWindowImplT<HuxWindowBase> {
+public:
+    ~TestWindow() override { m_log += "~"; }
+
+    const char* GetWindowName() override { return "Main"; }
+    const char* GetNibName() override { return "Toolkit"; }
+    void _AttachControls() override {
+        m_log += "attach ";
+        AttachControl(check, 10);
+        AttachControl(missing, 999);
+    }
+    bool HandleInitWindow() override {
+        m_log += check.IsValid() ? "init " : "unattached ";
+        const std::function<void()> copy = init; // which may end this object
+        if (copy)
+            copy();
+        return usable;
+    }
+    OSStatus HandleEventEndSelf(EventHandlerCallRef, EventRef event) override {
+        if (GetEventClass(event) == kHuxEventClassWindow)
+            m_log += std::to_string(GetEventKind(event)) + " ";
+        return kEventNotHandledErr;
+    }
+    OSStatus Create() { return CreateNibWindow(GetWindowName(), GetNibName(), GetBundle()); }
+
+    HuxControlImpl check, missing;
+    bool usable = true;
+    std::function<void()> init;
+    std::string& m_log;
+
+    explicit TestWindow(std::string& log, CFBundleRef bundle) : m_log(log) { SetBundle(bundle); }
+};
+
+class HuxWindowImplTest : public testing::Test {
+protected:
+    HuxWindowImplTest() {
+        m_bundle.AddForm("Main", { { "QCheckBox", 10 } });
+        m_bundle.AddBrokenForm("Broken");
+    }
+
+    std::string m_log;
+    test::ToolkitBundle m_bundle;
+    std::unique_ptr<TestWindow> m_window = std::make_unique<TestWindow>(m_log, m_bundle.Get());
+    test::HostErrors m_errors;
+};
+
+TEST_F(HuxWindowImplTest, CreatingAttachesTheControlsThenInitializes) {
+    ASSERT_EQ(m_window->Create(), kNoErr);
+    EXPECT_EQ(m_log, "attach init 1 ");
+    EXPECT_FALSE(m_window->missing.IsValid());
+    EXPECT_FALSE(m_window->IsVisible());
+    EXPECT_EQ(HuxWindowBase::FromWindow(m_window->GetWindowRef()), m_window.get());
+    EXPECT_EQ(HuxControlImpl::FromControl(m_window->FindControl({ kHuxPropertyCreator, 10 })),
+              &m_window->check);
+    EXPECT_EQ(m_window->Create(), kParamErr) << "it has a window";
+    EXPECT_TRUE(m_window->check.IsValid());
+}
+
+TEST_F(HuxWindowImplTest, AWindowThatCannotBeMadeGivesTheReasonAndNoWindow) {
+    struct Row {
+        const char* window;
+        const char* nib;
+        OSStatus status;
+    };
+    for (Row const& row :
+         { Row { "Main", "NoNib", kErrCantFindNib },
+           Row { "NoWindow", "Toolkit", kErrCantFindWindow },
+           Row { "Broken", "Toolkit", kErrNibBroken }, Row { nullptr, "Toolkit", kParamErr } }) {
+        EXPECT_EQ(m_window->CreateNibWindow(row.window, row.nib, m_bundle.Get()), row.status)
+            << (row.window ? row.window : "null");
+        EXPECT_EQ(m_window->GetWindowRef(), nullptr);
+    }
+    EXPECT_EQ(m_window->CreateNibWindow("Main", "Toolkit", nullptr), kErrCantFindNib)
+        << "the program's own bundle has none";
+    EXPECT_EQ(m_log, "");
+}
+
+TEST_F(HuxWindowImplTest, ARefusedInitializationTellsAndLeavesNoWindow) {
+    m_window->usable = false;
+    EXPECT_EQ(m_window->Create(), kParamErr);
+    EXPECT_EQ(m_log, "attach init 2 1 ");
+    EXPECT_EQ(m_window->GetWindowRef(), nullptr);
+    EXPECT_EQ(m_window->check.GetControlRef(), nullptr);
+    m_window->usable = true;
+    EXPECT_EQ(m_window->Create(), kNoErr) << "the object may try again";
+}
+
+TEST_F(HuxWindowImplTest, AThrowIsReportedAndCountsAsUnhandled) {
+    m_window->init = [] { huxThrowError(-43, __FILE__, __LINE__); };
+    EXPECT_EQ(m_window->Create(), kNoErr);
+    EXPECT_TRUE(m_window->IsValid());
+    auto const errors = m_errors.TakeAll();
+    ASSERT_EQ(errors.size(), 1u);
+    EXPECT_EQ(errors[0].nErrorCode, -43);
+    EXPECT_EQ(errors[0].uEventClass, kHuxEventClassWindow);
+    EXPECT_EQ(errors[0].uEventKind, kHuxEventWindowInitialize);
+}
+
+TEST_F(HuxWindowImplTest, TheWindowsEndDetachesTheControlsAndTheObjectStays) {
+    m_window->Create();
+    WindowRef const window = m_window->GetWindowRef();
+    DisposeWindow(window);
+    EXPECT_EQ(m_window->GetWindowRef(), nullptr);
+    EXPECT_EQ(m_window->check.GetControlRef(), nullptr);
+    EXPECT_FALSE(m_window->IsInstalled());
+    EXPECT_EQ(HuxWindowBase::FromWindow(window), nullptr);
+    m_window->Dispose();
+    EXPECT_EQ(m_window->Create(), kNoErr);
+    EXPECT_TRUE(m_window->check.IsValid());
+}
+
+TEST_F(HuxWindowImplTest, TheObjectsEndEndsTheWindow) {
+    m_window->Create();
+    WindowRef const window = m_window->GetWindowRef();
+    m_window.reset();
+    EXPECT_FALSE(IsValidWindowPtr(window));
+    EXPECT_EQ(m_log, "attach init 1 ~");
+}
+
+TEST_F(HuxWindowImplTest, ObjectOrWindowMayEndWhileTheyInitialize) {
+    m_window->init = [this] { m_window->Dispose(); };
+    EXPECT_EQ(m_window->Create(), kParamErr);
+    EXPECT_EQ(m_window->GetWindowRef(), nullptr);
+    TestWindow* const window = m_window.get();
+    m_window->init = [this] { m_window.reset(); };
+    m_log.clear();
+    EXPECT_EQ(window->Create(), kParamErr);
+    EXPECT_EQ(m_log, "attach init ~");
+}
+
+TEST_F(HuxWindowImplTest, HoldsItsBundleUntilItGetsAnother) {
+    CFBundleRef const bundle = m_bundle.Get();
+    m_bundle.Release();
+    EXPECT_EQ(m_window->GetBundle(), bundle);
+    EXPECT_EQ(m_window->Create(), kNoErr);
+    m_window->SetBundle(nullptr);
+    EXPECT_EQ(m_window->GetBundle(), nullptr);
+}
+
+TEST_F(HuxWindowImplTest, ACommandGoesFromTheWindowToItself) {
+    m_window->Create();
+    HICommandExtended command {};
+    EventTypeSpec const type { kEventClassCommand, kEventCommandProcess };
+    auto const receive = [](EventHandlerCallRef, EventRef event, void* into) {
+        return HuxCarbonEvent(event, true)
+            .GetCommandParameter(nullptr, nullptr, static_cast<HICommandExtended*>(into), nullptr);
+    };
+    InstallEventHandler(m_window->GetEventTarget(), receive, 1, &type, &command, nullptr);
+    m_window->SetCommandID(31);
+    EXPECT_EQ(m_window->PostCommand(0), kNoErr);
+    test::Drain();
+    EXPECT_EQ(command.attributes, kHICommandFromWindow);
+    EXPECT_EQ(command.commandID, 31u);
+    EXPECT_EQ(command.source.window, m_window->GetWindowRef());
+}
+
+} // namespace
