@@ -8,17 +8,17 @@ namespace host {
 namespace {
 
 void SetInfoString(char (&field)[64], const std::string& text) {
-    text.copy(field, sizeof field - 1);
+    field[text.copy(field, sizeof field - 1)] = 0;
 }
 
-void SetFrame(_EPIRECORD& record, const Dialog::Frame& frame) {
+void FillIn(_EPIRECORD& record, const Dialog::Frame& frame) {
     record.nFrameWidth = frame.width;
     record.nFrameHeight = frame.height;
     record.hComposite = frame.composite ? frame.composite->Ref() : nullptr;
     record.pPreviewSwitch = frame.previewSwitch;
+    record.bInfoPresent = frame.strings ? 1 : 0;
     if (!frame.strings)
         return;
-    record.bInfoPresent = 1;
     SetInfoString(record.szInfo1, (*frame.strings)[0]);
     SetInfoString(record.szInfo2, (*frame.strings)[1]);
     SetInfoString(record.szInfo3, (*frame.strings)[2]);
@@ -31,7 +31,7 @@ std::unique_ptr<Dialog> Dialog::Open(Effect& effect, DialogKind kind, const Fram
                                      std::string& why) {
     std::unique_ptr<Dialog> dialog(new Dialog(effect));
     auto& record = dialog->m_record;
-    SetFrame(record, frame);
+    FillIn(record, frame);
     if (kind == DialogKind::kTextEdit)
         record.dwDialogFlags = EPI_DIALOG_TEXT_EDIT;
     if (!effect.ThePlugin().Run(epiCreateSettingDialog, record, why))
@@ -53,6 +53,10 @@ Dialog::~Dialog() {
 bool Dialog::Notify(std::int32_t code, std::string& why) {
     m_record.nNotifyCode = code;
     return m_effect->ThePlugin().Run(epiDialogNotify, m_record, why);
+}
+
+void Dialog::SetFrame(const Frame& frame) {
+    FillIn(m_record, frame);
 }
 
 bool Dialog::NotifyComposite(Image* composite, std::string& why) {

@@ -37,6 +37,8 @@ public:
     // code is epiNotifyOK or epiNotifyUpdate. False with the reason when the plug-in gives an error.
     bool Notify(std::int32_t code, std::string& why);
     bool NotifyComposite(Image* composite, std::string& why);
+    // What the next notification tells of: another frame, other strings.
+    void SetFrame(const Frame& frame);
     // What the text edit dialog made of the last epiNotifyOK.
     std::int32_t NotifyResult() const { return m_record.nNotifyResult; }
 

@@ -1,0 +1,121 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/studio/ExportDialog.h"
+
+#include <algorithm>
+#include <thread>
+
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QVBoxLayout>
+
+#include "apps/studio/Style.h"
+#include "apps/studio/Texts.h"
+
+namespace studio {
+
+ExportDialog::ExportDialog(const Shot& shot, const host::ExportOptions& proposal, QWidget* parent)
+    : QDialog(parent), m_shot(shot), m_output(new QLineEdit(this)), m_frames(new QLineEdit(this)),
+      m_existing(new QComboBox(this)), m_jobs(new QSpinBox(this)), m_note(new QLabel(this)) {
+    setWindowTitle(T("Export Frames"));
+    auto* const browse = new QPushButton(T("&Choose Folder…"), this);
+    browse->setAutoDefault(false);
+    auto* const place = new QHBoxLayout;
+    place->addWidget(m_output, 1);
+    place->addWidget(browse);
+    m_output->setText(QString::fromStdString(proposal.output));
+    m_output->setToolTip(T("A folder, or a pattern such as burned/shot.####.png"));
+    m_frames->setText(proposal.frames ? QString::fromStdString(proposal.frames->ToString())
+                                      : QString());
+    m_frames->setPlaceholderText(T("All frames"));
+    m_frames->setToolTip(T("Numbers and ranges, such as 1-24, 30, 40-50:2"));
+    m_existing->addItem(T("Stop before anything is written"),
+                        static_cast<int>(host::Existing::kRefuse));
+    m_existing->addItem(T("Replace them"), static_cast<int>(host::Existing::kOverwrite));
+    m_existing->addItem(T("Keep them and make the others"),
+                        static_cast<int>(host::Existing::kSkip));
+    m_existing->setCurrentIndex(m_existing->findData(static_cast<int>(proposal.existing)));
+    m_jobs->setRange(0, 64);
+    m_jobs->setSpecialValueText(
+        T("One for each core (%1)").arg(std::max(1U, std::thread::hardware_concurrency())));
+    m_jobs->setValue(proposal.jobs);
+
+    auto* const form = new QFormLayout;
+    form->addRow(T("&To:"), place);
+    form->addRow(T("&Frames:"), m_frames);
+    form->addRow(T("Files that &exist:"), m_existing);
+    form->addRow(T("Frames at &once:"), m_jobs);
+    m_note->setWordWrap(true);
+    m_note->setMinimumHeight(2 * fontMetrics().lineSpacing());
+    m_note->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    auto* const buttons = new QDialogButtonBox(this);
+    m_start = buttons->addButton(T("&Export"), QDialogButtonBox::AcceptRole);
+    buttons->addButton(T("Cancel"), QDialogButtonBox::RejectRole);
+    m_start->setDefault(true);
+    auto* const column = new QVBoxLayout(this);
+    column->addLayout(form);
+    column->addWidget(m_note);
+    column->addStretch(1);
+    column->addWidget(buttons);
+    resize(620, sizeHint().height());
+
+    connect(browse, &QPushButton::clicked, this, [this] { Browse(); });
+    connect(buttons, &QDialogButtonBox::accepted, this, [this] { accept(); });
+    connect(buttons, &QDialogButtonBox::rejected, this, [this] { reject(); });
+    for (auto* const field : { m_output, m_frames })
+        connect(field, &QLineEdit::textChanged, this, [this] { Check(); });
+    m_output->selectAll();
+    Check();
+}
+
+host::ExportOptions ExportDialog::Options() const {
+    host::ExportOptions options;
+    options.output = m_output->text().trimmed().toStdString();
+    Ranges(options.frames);
+    options.existing = static_cast<host::Existing>(m_existing->currentData().toInt());
+    options.jobs = m_jobs->value();
+    return options;
+}
+
+bool ExportDialog::Ranges(std::optional<host::FrameRanges>& ranges) const {
+    auto const text = m_frames->text().trimmed().toStdString();
+    std::string why;
+    if (!text.empty())
+        ranges = host::FrameRanges::Parse(text, why);
+    return text.empty() || ranges;
+}
+
+void ExportDialog::Browse() {
+    auto const folder =
+        QFileDialog::getExistingDirectory(this, T("Folder for the Frames"), m_output->text());
+    if (!folder.isEmpty())
+        m_output->setText(folder + QLatin1Char('/'));
+}
+
+// Says what will happen, or why nothing can.
+void ExportDialog::Check() {
+    std::optional<host::FrameRanges> ranges;
+    bool const areNumbers = Ranges(ranges);
+    auto const count = ranges.value_or(host::FrameRanges::All()).Among(m_shot.Numbers()).size();
+    QString trouble;
+    if (!areNumbers)
+        trouble = T("These are no frame numbers. Write them as in 1-24, 30, 40-50:2.");
+    else if (count == 0)
+        trouble = T("The shot has none of these frames.");
+    else if (m_output->text().trimmed().isEmpty())
+        trouble = T("Choose where the frames go.");
+    m_note->setText(
+        trouble.isEmpty()
+            ? T("%1 will be written as PNG files.").arg(FramesText(static_cast<qint64>(count)))
+            : trouble);
+    trouble.isEmpty() ? SetFaint(*m_note) : SetAlarming(*m_note);
+    m_start->setEnabled(trouble.isEmpty());
+}
+
+} // namespace studio

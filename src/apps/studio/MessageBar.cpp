@@ -1,0 +1,112 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/studio/MessageBar.h"
+
+#include <utility>
+
+#include <QAccessible>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QStyle>
+#include <QToolButton>
+
+#include "apps/studio/Icons.h"
+#include "apps/studio/Texts.h"
+
+namespace studio {
+
+namespace {
+
+struct Look {
+    Glyph glyph;
+    QColor accent;
+};
+
+Look LookOf(MessageBar::Kind kind) {
+    switch (kind) {
+    case MessageBar::Kind::kInformation:
+        return { Glyph::kInformation, QColor(47, 128, 214) };
+    case MessageBar::Kind::kWarning:
+        return { Glyph::kWarning, QColor(214, 150, 32) };
+    default:
+        return { Glyph::kError, QColor(208, 62, 62) };
+    }
+}
+
+QColor Mix(const QColor& a, const QColor& b, double share) {
+    auto const part = [share](int x, int y) { return static_cast<int>(x + (y - x) * share); };
+    return { part(a.red(), b.red()), part(a.green(), b.green()), part(a.blue(), b.blue()) };
+}
+
+} // namespace
+
+MessageBar::MessageBar(QWidget* parent)
+    : QFrame(parent), m_icon(new QLabel(this)), m_label(new QLabel(this)),
+      m_button(new QPushButton(this)) {
+    setAutoFillBackground(true);
+    setAccessibleName(T("Message"));
+    m_label->setWordWrap(true);
+    m_label->setTextFormat(Qt::PlainText);
+    m_label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_label->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    auto* const close = new QToolButton(this);
+    close->setIcon(MakeIcon(Glyph::kClose));
+    close->setAutoRaise(true);
+    close->setToolTip(T("Close this message"));
+    close->setAccessibleName(T("Close this message"));
+    auto* const row = new QHBoxLayout(this);
+    row->setContentsMargins(10, 6, 6, 6);
+    row->setSpacing(8);
+    row->addWidget(m_icon, 0, Qt::AlignTop);
+    row->addWidget(m_label, 1);
+    row->addWidget(m_button);
+    row->addWidget(close, 0, Qt::AlignTop);
+    connect(close, &QToolButton::clicked, this, [this] { Clear(); });
+    connect(m_button, &QPushButton::clicked, this, [this] { Press(); });
+    hide();
+}
+
+void MessageBar::Show(Kind kind, const QString& text) {
+    Show(kind, text, {}, {});
+}
+
+void MessageBar::Show(Kind kind, const QString& text, const QString& button,
+                      std::function<void()> action) {
+    m_kind = kind;
+    m_action = std::move(action);
+    m_label->setText(text);
+    m_label->setAccessibleName(text);
+    m_button->setText(button);
+    m_button->setVisible(!button.isEmpty());
+    Recolor();
+    show();
+    QAccessibleEvent alert(this, QAccessible::Alert);
+    QAccessible::updateAccessibility(&alert);
+}
+
+QString MessageBar::Text() const {
+    return isHidden() ? QString() : m_label->text();
+}
+
+void MessageBar::Press() {
+    auto const action = std::exchange(m_action, {});
+    Clear();
+    if (action)
+        action();
+}
+
+void MessageBar::Clear() {
+    m_action = {};
+    hide();
+}
+
+void MessageBar::Recolor() {
+    auto const look = LookOf(m_kind);
+    auto colors = parentWidget() ? parentWidget()->palette() : palette();
+    colors.setColor(QPalette::Window, Mix(colors.color(QPalette::Window), look.accent, 0.22));
+    setPalette(colors);
+    int const side = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    m_icon->setPixmap(MakeIcon(look.glyph).pixmap(QSize(side, side), devicePixelRatioF()));
+}
+
+} // namespace studio

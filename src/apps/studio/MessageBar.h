@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// A line above the frame that tells what happened, without stopping the user's work. It stays until it
+// is closed or another message takes its place.
+#pragma once
+
+#include <functional>
+
+#include <QFrame>
+#include <QString>
+
+class QLabel;
+class QPushButton;
+
+namespace studio {
+
+class MessageBar : public QFrame {
+public:
+    enum class Kind { kInformation, kWarning, kError };
+
+    explicit MessageBar(QWidget* parent = nullptr);
+
+    void Show(Kind kind, const QString& text);
+    // With a button that does something about it and closes the bar.
+    void Show(Kind kind, const QString& text, const QString& button, std::function<void()> action);
+    // Empty while nothing is shown.
+    QString Text() const;
+    Kind TheKind() const { return m_kind; }
+    void Press(); // the button
+    void Clear();
+
+private:
+    void Recolor();
+
+    Kind m_kind = Kind::kInformation;
+    std::function<void()> m_action;
+    QLabel* m_icon;
+    QLabel* m_label;
+    QPushButton* m_button;
+};
+
+} // namespace studio

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/studio/Player.h"
+
+#include <chrono>
+
+namespace studio {
+
+Player::Player() {
+    m_timer.setTimerType(Qt::PreciseTimer);
+    // Finer than a frame, so that each is shown within a short time of when it is due.
+    m_timer.setInterval(std::chrono::milliseconds(1000 / kFramesPerSecond / 4));
+    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
+        auto const due = FrameAt(m_start, m_count, m_clock.elapsed());
+        if (due == m_shown)
+            return;
+        m_shown = due;
+        if (onFrame)
+            onFrame(due);
+    });
+}
+
+void Player::Start(std::size_t index, std::size_t count) {
+    m_start = m_shown = index;
+    m_count = count;
+    m_clock.start();
+    m_timer.start();
+    if (onChanged)
+        onChanged();
+}
+
+void Player::Stop() {
+    if (!IsPlaying())
+        return;
+    m_timer.stop();
+    if (onChanged)
+        onChanged();
+}
+
+std::size_t Player::FrameAt(std::size_t start, std::size_t count, qint64 milliseconds) {
+    return (start + static_cast<std::size_t>(milliseconds * kFramesPerSecond / 1000)) % count;
+}
+
+} // namespace studio

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Plays frames at the pace of film. When the machine is slower, frames are dropped and the pace is kept.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+
+#include <QElapsedTimer>
+#include <QTimer>
+
+namespace studio {
+
+class Player {
+public:
+    static constexpr int kFramesPerSecond = 24;
+
+    Player();
+
+    // From the frame on, round and round.
+    void Start(std::size_t index, std::size_t count);
+    void Stop();
+    bool IsPlaying() const { return m_timer.isActive(); }
+    // The frame that is due so many milliseconds after the start.
+    static std::size_t FrameAt(std::size_t start, std::size_t count, qint64 milliseconds);
+
+    std::function<void(std::size_t index)> onFrame;
+    std::function<void()> onChanged; // it started or stopped
+
+private:
+    QTimer m_timer;
+    QElapsedTimer m_clock;
+    std::size_t m_start = 0;
+    std::size_t m_count = 1;
+    std::size_t m_shown = 0;
+};
+
+} // namespace studio

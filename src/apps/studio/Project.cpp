@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/studio/Project.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstring>
+#include <utility>
+
+#include <QUndoCommand>
+
+#include "apps/studio/Texts.h"
+
+namespace studio {
+
+namespace {
+
+// Letters that are typed within such a time make one step.
+constexpr std::chrono::seconds kTypingPause { 2 };
+
+bool SameBytes(const _TEXTPARAM& a, const _TEXTPARAM& b) {
+    return std::memcmp(&a, &b, sizeof a) == 0;
+}
+
+bool SameContent(const Content& a, const Content& b) {
+    return SameBytes(a.params, b.params) && a.strings == b.strings &&
+           a.on.ToString() == b.on.ToString();
+}
+
+// What a step on the parameters is called: by the one thing that it changes, if it is one.
+QString NameOfChange(const _TEXTPARAM& before, const _TEXTPARAM& after) {
+    auto rest = after;
+    rest.ptPos = before.ptPos;
+    bool const moves = !SameBytes(rest, after);
+    if (SameBytes(rest, before))
+        return T("Move Text");
+    constexpr std::uint32_t kWords = ~std::uint32_t { TEXT_BOX };
+    std::ranges::copy(before.szInfoText, rest.szInfoText);
+    std::ranges::copy(before.szCharacter, rest.szCharacter);
+    std::ranges::copy(before.szDialogue, rest.szDialogue);
+    rest.nScoreFormat = before.nScoreFormat;
+    rest.dwFlags = (before.dwFlags & kWords) | (after.dwFlags & ~kWords);
+    if (SameBytes(rest, before))
+        return moves ? T("Change Text Settings") : T("Change Text");
+    auto look = after;
+    std::ranges::copy(before.szFontName, look.szFontName);
+    look.nFontSize = before.nFontSize;
+    look.crText = before.crText;
+    look.crBack = before.crBack;
+    look.nOpacity = before.nOpacity;
+    look.dwFlags = (after.dwFlags & kWords) | (before.dwFlags & ~kWords);
+    return SameBytes(look, before) ? T("Change Look of Text") : T("Change Text Settings");
+}
+
+} // namespace
+
+// A step from one content to another.
+class Project::Step : public QUndoCommand {
+public:
+    // typing: steps of one number (0 or more) become one while they follow each other quickly.
+    Step(Project& project, const QString& text, Content after, int typing)
+        : QUndoCommand(text), m_project(project), m_before(project.m_content),
+          m_after(std::move(after)), m_typing(typing) {}
+
+    void undo() override { m_project.Apply(m_before); }
+    void redo() override { m_project.Apply(m_after); }
+    int id() const override { return m_typing; }
+    bool mergeWith(const QUndoCommand* other) override {
+        auto const& next = *static_cast<const Step*>(other);
+        if (next.m_when - m_when > kTypingPause)
+            return false;
+        m_after = next.m_after;
+        m_when = next.m_when;
+        return true;
+    }
+
+private:
+    Project& m_project;
+    Content m_before;
+    Content m_after;
+    int m_typing;
+    std::chrono::steady_clock::time_point m_when = std::chrono::steady_clock::now();
+};
+
+Project::Project(std::unique_ptr<host::Effect> effect)
+    : m_effect(std::move(effect)), m_shot(Shot::TestCard()) {
+    if (m_effect)
+        m_content.params = m_effect->CopyParams();
+    m_initial = m_content;
+    m_initialBlock = m_savedBlock = Block();
+    QObject::connect(&m_undo, &QUndoStack::cleanChanged, &m_undo, [this] {
+        if (onModified)
+            onModified();
+    });
+}
+
+void Project::SetShot(std::shared_ptr<const Shot> shot) {
+    m_shot = std::move(shot);
+    m_current = 0;
+    m_lostInput.clear();
+    SetModified();
+}
+
+void Project::SetModified() {
+    m_isOther = true;
+    if (onModified)
+        onModified();
+}
+
+void Project::SetCurrent(std::size_t index) {
+    m_current = std::min(index, m_shot->Count() - 1);
+}
+
+_TEXTPARAM Project::LiveParams() const {
+    return m_effect ? m_effect->CopyParams() : m_content.params;
+}
+
+bool Project::IsOnAt(std::size_t index) const {
+    return m_content.on.Contains(m_shot->Numbers()[index]);
+}
+
+void Project::CommitParams() {
+    auto content = m_content;
+    content.params = LiveParams();
+    auto const name = NameOfChange(m_content.params, content.params);
+    Push(name, std::move(content), -1);
+}
+
+void Project::ChangeStrings(const InfoStrings& strings, int which) {
+    auto content = m_content;
+    content.strings = strings;
+    Push(which < 0 ? (strings.present ? T("Turn Information Strings On")
+                                      : T("Turn Information Strings Off"))
+                   : T("Change Information String %1").arg(which + 1),
+         std::move(content), which);
+}
+
+void Project::ChangeSpans(const OnSpans& spans) {
+    auto content = m_content;
+    content.on = RangesOf(spans, m_shot->Numbers());
+    Push(T("Change Ranges"), std::move(content), -1);
+}
+
+void Project::TurnTextOn(std::size_t index) {
+    if (!IsOnAt(index))
+        ChangeSpans(TurnOn(Spans(), { index, index }));
+}
+
+void Project::DropLiveChanges() {
+    if (m_effect && !SameBytes(LiveParams(), m_content.params))
+        Apply(Content(m_content));
+}
+
+void Project::Push(const QString& text, Content content, int typing) {
+    if (!SameContent(content, m_content))
+        m_undo.push(new Step(*this, text, std::move(content), typing));
+}
+
+void Project::Apply(const Content& content) {
+    m_content = content;
+    if (m_effect)
+        m_effect->SetParams(content.params);
+    if (onChanged)
+        onChanged();
+}
+
+std::vector<std::uint8_t> Project::Block() const {
+    if (!m_effect)
+        return {};
+    auto const block = m_effect->Settings();
+    return { block.begin(), block.end() };
+}
+
+bool Project::IsModified() const {
+    return !m_undo.isClean() || m_isOther || Block() != m_savedBlock;
+}
+
+void Project::SetUnmodified() {
+    m_isOther = false;
+    m_savedBlock = Block();
+    m_undo.setClean();
+    if (onModified)
+        onModified();
+}
+
+host::Document Project::ToDocument() {
+    host::Document document;
+    document.input = m_shot->IsTestCard() ? m_lostInput : m_shot->Input();
+    document.currentFrame = m_shot->Numbers()[m_current];
+    document.textOn = m_content.on;
+    document.stringsPresent = m_content.strings.present;
+    document.strings = m_content.strings.texts;
+    if (m_effect)
+        document.TakeFrom(*m_effect);
+    document.settings = m_content.params; // without what a dialog has not confirmed
+    return document;
+}
+
+bool Project::Take(const host::Document& document, std::shared_ptr<const Shot> shot,
+                   std::string& why) {
+    if (m_effect && !document.GiveTo(*m_effect, why))
+        return false;
+    m_shot = std::move(shot);
+    m_lostInput = m_shot->IsTestCard() ? document.input : std::string();
+    m_current = m_shot->IndexOf(document.currentFrame);
+    m_undo.clear();
+    Apply({ document.settings, { document.stringsPresent, document.strings }, document.textOn });
+    SetUnmodified();
+    return true;
+}
+
+void Project::Reset() {
+    if (m_effect)
+        std::ranges::copy(m_initialBlock, m_effect->Settings().begin());
+    m_shot = Shot::TestCard();
+    m_lostInput.clear();
+    m_current = 0;
+    m_undo.clear();
+    Apply(Content(m_initial));
+    SetUnmodified();
+}
+
+} // namespace studio

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// What is being made: the frames, the text's settings, the information strings and the frames on which
+// the text is on, with undo. Knows the effect, but no window.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QString>
+#include <QUndoStack>
+
+#include <epi/epi.h>
+
+#include "apps/studio/InfoStrings.h"
+#include "apps/studio/OnSpans.h"
+#include "apps/studio/Shot.h"
+#include "host/Effect.h"
+#include "host/document/Document.h"
+#include "host/frames/FrameRanges.h"
+
+namespace studio {
+
+// All that undo brings back.
+struct Content {
+    _TEXTPARAM params {};
+    InfoStrings strings;
+    host::FrameRanges on = host::FrameRanges::All();
+};
+
+class Project {
+public:
+    // effect may be null where there is no plug-in: frames can be looked at then.
+    explicit Project(std::unique_ptr<host::Effect> effect);
+    Project(const Project&) = delete;
+    Project& operator=(const Project&) = delete;
+
+    host::Effect* Effect() { return m_effect.get(); }
+    const std::shared_ptr<const Shot>& TheShot() const { return m_shot; }
+    void SetShot(std::shared_ptr<const Shot> shot);
+    std::size_t Current() const { return m_current; }
+    void SetCurrent(std::size_t index);
+
+    // As it was committed last: what a dialog is just editing in place is not in it.
+    const Content& Committed() const { return m_content; }
+    // The effect's live parameters, with what a dialog is editing.
+    _TEXTPARAM LiveParams() const;
+    bool IsOnAt(std::size_t index) const;
+    OnSpans Spans() const { return SpansOf(m_content.on, m_shot->Numbers()); }
+
+    // Each makes an undo step when something differs.
+    void CommitParams(); // takes the live parameters over
+    void ChangeStrings(const InfoStrings& strings, int which);
+    void ChangeSpans(const OnSpans& spans);
+    void TurnTextOn(std::size_t index);
+    // Puts the committed parameters back in the place of what a dialog left unconfirmed.
+    void DropLiveChanges();
+
+    QUndoStack& Undo() { return m_undo; }
+    // Also when only the frames or the dialogs' own settings changed.
+    bool IsModified() const;
+    void SetUnmodified();
+
+    host::Document ToDocument();
+    // Takes the content and the dialogs' settings over, without an undo step, and the frames. Where
+    // these could not be opened shot is the test card, and the document's input is kept. False, and
+    // nothing changed, with the reason.
+    bool Take(const host::Document& document, std::shared_ptr<const Shot> shot, std::string& why);
+    // A new document, with the test card.
+    void Reset();
+    // Nothing that is saved holds this state, whatever undo says.
+    void SetModified();
+
+    // The content changed, by hand, undo or loading.
+    std::function<void()> onChanged;
+    std::function<void()> onModified; // whether it is modified may have changed
+
+private:
+    class Step;
+    void Push(const QString& text, Content content, int typing);
+    void Apply(const Content& content);
+    std::vector<std::uint8_t> Block() const;
+
+    std::unique_ptr<host::Effect> m_effect;
+    std::shared_ptr<const Shot> m_shot;
+    std::size_t m_current = 0;
+    Content m_content;
+    Content m_initial;                        // of a new document
+    std::vector<std::uint8_t> m_initialBlock; // the dialogs' settings of a new document
+    std::vector<std::uint8_t> m_savedBlock;   // those when it was saved last
+    std::string m_lostInput;                  // frames of the document that could not be opened
+    bool m_isOther = false;                   // than what was saved, beside what undo knows of
+    QUndoStack m_undo;
+};
+
+} // namespace studio

@@ -1,0 +1,93 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/studio/Shot.h"
+
+#include <algorithm>
+#include <atomic>
+#include <filesystem>
+#include <numeric>
+
+#include "apps/studio/Pixels.h"
+#include "apps/studio/TestCard.h"
+
+namespace studio {
+
+namespace {
+
+std::atomic<std::uint64_t> s_nextId { 1 };
+
+} // namespace
+
+Shot::Shot() : m_id(s_nextId++) {}
+
+std::shared_ptr<const Shot> Shot::Open(const std::string& input, std::string& why) {
+    auto sequence = host::Sequence::Open(input, why);
+    if (!sequence)
+        return nullptr;
+    std::shared_ptr<Shot> shot(new Shot);
+    shot->m_input = input;
+    shot->m_numbers = sequence->Numbers();
+    shot->m_sequence = std::move(sequence);
+    return shot;
+}
+
+std::shared_ptr<const Shot> Shot::TestCard() {
+    std::shared_ptr<Shot> shot(new Shot);
+    shot->m_numbers.resize(kTestCardFrames);
+    std::iota(shot->m_numbers.begin(), shot->m_numbers.end(), 1);
+    return shot;
+}
+
+std::size_t Shot::IndexOf(std::int64_t number) const {
+    auto const after = std::ranges::upper_bound(m_numbers, number);
+    return after == m_numbers.begin() ? 0 : static_cast<std::size_t>(after - m_numbers.begin()) - 1;
+}
+
+host::TokenValues Shot::Values(std::size_t index) const {
+    return { m_numbers[index], m_sequence ? m_sequence->Frames()[index].path.stem().string()
+                                          : std::string("test-card") };
+}
+
+std::string Shot::Name(std::size_t index) const {
+    return m_sequence ? m_sequence->Frames()[index].path.string() : std::string("test card");
+}
+
+bool Shot::Read(std::size_t index, host::PngReader& reader, host::Frame& frame,
+                std::string& why) const {
+    if (m_sequence)
+        return reader.Read(m_sequence->Frames()[index].path, frame, why);
+    if (ToFrame(DrawTestCard(m_numbers[index]), frame))
+        return true;
+    why = "there is no memory for the test card";
+    return false;
+}
+
+std::optional<std::string> PatternOf(const std::string& file) {
+    std::filesystem::path const path(file);
+    auto name = path.filename().string();
+    auto const last = name.find_last_of("0123456789");
+    if (last == std::string::npos || name.find_first_of("#%") != std::string::npos)
+        return std::nullopt;
+    auto const before = name.find_last_not_of("0123456789", last);
+    auto const first = before == std::string::npos ? 0 : before + 1;
+    name.replace(first, last + 1 - first, last + 1 - first, '#');
+    return (path.parent_path() / name).string();
+}
+
+std::optional<std::string> InputOf(const std::vector<std::string>& files, std::string& why) {
+    if (files.size() == 1)
+        return files.front();
+    auto const pattern = PatternOf(files.front());
+    if (pattern && std::ranges::all_of(
+                       files, [&](const std::string& file) { return PatternOf(file) == pattern; }))
+        return pattern;
+    auto const folder = std::filesystem::path(files.front()).parent_path();
+    for (auto const& file : files) {
+        if (std::filesystem::path(file).parent_path() == folder)
+            continue;
+        why = "the files lie in several folders: " + files.front() + " and " + file;
+        return std::nullopt;
+    }
+    return folder.empty() ? std::string(".") : folder.string();
+}
+
+} // namespace studio

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The program: reads the command line, opens the window, runs.
+#include <cstdlib>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <CLI/CLI.hpp>
+#include <QAction>
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTimer>
+#include <QTranslator>
+
+#include "apps/studio/MainWindow.h"
+#include "apps/studio/Texts.h"
+
+namespace studio {
+
+namespace {
+
+struct Options {
+    std::vector<std::string> files;
+    std::optional<std::string> language;
+    std::optional<std::string> screenshot;
+};
+
+// Also for the plug-in, which asks the environment.
+void ChooseLanguage(const std::optional<std::string>& name) {
+    auto language = LanguageOfUser();
+    if (name && ParseLanguage(*name, language))
+        setenv("LANGUAGE", name->c_str(), 1);
+    SetLanguage(language);
+    QLocale::setDefault(language == Language::kJapanese ? QLocale(QLocale::Japanese)
+                                                        : QLocale(QLocale::English));
+}
+
+// What the widgets themselves say, as in file dialogs.
+void TranslateWidgets(QApplication& application) {
+    static QTranslator translator;
+    if (TheLanguage() == Language::kJapanese &&
+        translator.load(QStringLiteral("qtbase_ja"),
+                        QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        application.installTranslator(&translator);
+}
+
+// Once the frame is there: the picture of the window goes into the file, and the program ends.
+void TakeScreenshot(MainWindow& window, const std::string& file) {
+    auto* const timer = new QTimer(&window);
+    QObject::connect(timer, &QTimer::timeout, &window, [&window, file] {
+        if (!window.IsSettled())
+            return;
+        bool const saved = window.grab().save(QString::fromStdString(file), "PNG");
+        if (!saved)
+            std::cerr << "telop-studio: " << file << ": the picture cannot be written\n";
+        QCoreApplication::exit(saved ? 0 : 1);
+    });
+    timer->start(200);
+}
+
+int Run(const Options& options, int argc, char** argv) {
+    ChooseLanguage(options.language);
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("telop-studio"));
+    QApplication::setApplicationDisplayName(QString());
+    QApplication::setApplicationVersion(QStringLiteral(TELOP_VERSION));
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.telop.Studio"));
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("org.telop.Studio")));
+    TranslateWidgets(application);
+    PrepareStyle();
+    MainWindow window;
+    if (!options.files.empty())
+        window.OpenFiles(options.files);
+    window.show();
+    if (options.screenshot)
+        TakeScreenshot(window, *options.screenshot);
+    else if (options.files.empty())
+        QTimer::singleShot(0, &window, [&window] { window.OfferRestore(); });
+    return QApplication::exec();
+}
+
+} // namespace
+
+} // namespace studio
+
+int main(int argc, char** argv) {
+    studio::Options options;
+    CLI::App app("Burns text into animation frames, in a window.", "telop-studio");
+    app.add_option("FILE", options.files,
+                   "A document (.telop), a picture, a folder, a pattern such as shot.####.png, or "
+                   "several pictures; without any a test card is shown");
+    app.add_option("--language", options.language, "en or ja; otherwise the environment's")
+        ->check([](const std::string& name) {
+            studio::Language language {};
+            return studio::ParseLanguage(name, language) ? std::string()
+                                                         : "'" + name + "' is neither en nor ja";
+        });
+    app.add_option("--screenshot", options.screenshot,
+                   "Draw the window into this PNG file and exit");
+    app.set_version_flag("--version", "telop-studio " TELOP_VERSION, "Print the version and exit");
+    CLI11_PARSE(app, argc, argv);
+    return studio::Run(options, argc, argv);
+}
