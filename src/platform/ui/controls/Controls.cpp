@@ -62,8 +62,8 @@ OSStatus CreateEditTextControl(WindowRef window, const Rect& bounds, CFStringRef
     *control = Place(*field, *owner, bounds);
     if (!text)
         return kNoErr;
-    return SetControlData(*control, kControlEntireControl, kControlTextCFString, sizeof text,
-                          &text);
+    return Control::Find(*control)->SetData(kControlTextCFString,
+                                            std::as_bytes(std::span(&text, 1)));
 }
 
 namespace {
