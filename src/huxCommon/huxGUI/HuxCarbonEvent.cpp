@@ -37,8 +37,8 @@ OSStatus HuxCarbonEvent::PostAimed(const void* object, EventTargetRef target, Ev
         // Without its target the event would reach the application instead of nobody.
         if (!target)
             return kParamErr;
-        if (const OSStatus status =
-                SetParameter(kEventParamPostTarget, kTypeEventTargetRef, sizeof target, &target))
+        if (const OSStatus status = SetParameter(kEventParamPostTarget, kTypeEventTargetRef,
+                                                 sizeof(EventTargetRef), &target))
             return status;
     }
     return PostToQueue(queue, priority);

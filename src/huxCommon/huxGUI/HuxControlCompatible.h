@@ -28,11 +28,11 @@ public:
     template <class T>
     platform::OSStatus SetData(platform::ControlPartCode part, platform::OSType tag,
                                const T& data) {
-        return platform::SetControlData(m_hctrl, part, tag, sizeof data, &data);
+        return platform::SetControlData(m_hctrl, part, tag, sizeof(T), &data);
     }
     template <class T>
     platform::OSStatus GetData(platform::ControlPartCode part, platform::OSType tag,
                                T* data) const {
-        return platform::GetControlData(m_hctrl, part, tag, sizeof *data, data, nullptr);
+        return platform::GetControlData(m_hctrl, part, tag, sizeof(T), data, nullptr);
     }
 };

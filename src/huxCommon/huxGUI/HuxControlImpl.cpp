@@ -40,7 +40,7 @@ OSStatus HuxControlImpl::Attach(ControlRef control) {
         SetCommandID(static_cast<std::uint32_t>(GetID().id));
     HuxControlImpl* const self = this;
     if (const OSStatus status = SetControlProperty(control, kHuxPropertyCreator, kHuxPropertyObject,
-                                                   sizeof self, &self))
+                                                   sizeof(HuxControlImpl*), &self))
         return status;
     return Install(GetEventTarget());
 }
@@ -55,7 +55,7 @@ void HuxControlImpl::Detach() {
 HuxControlImpl* HuxControlImpl::FromControl(ControlRef control) {
     HuxControlImpl* wrapper = nullptr;
     const OSStatus status = GetControlProperty(control, kHuxPropertyCreator, kHuxPropertyObject,
-                                               sizeof wrapper, nullptr, &wrapper);
+                                               sizeof(HuxControlImpl*), nullptr, &wrapper);
     return status == kNoErr ? wrapper : nullptr;
 }
 

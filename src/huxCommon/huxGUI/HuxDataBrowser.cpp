@@ -20,7 +20,7 @@ constexpr OSType kParamMessage = 0x48586D73;  // "HXms", a 'magn'
 
 template <class T>
 void Put(HuxCarbonEvent& event, OSType name, OSType type, const T& value) {
-    if (const OSStatus status = event.SetParameter(name, type, sizeof value, &value))
+    if (const OSStatus status = event.SetParameter(name, type, sizeof(T), &value))
         huxThrowError(status, __FILE__, __LINE__);
 }
 
@@ -60,7 +60,7 @@ void TellNotification(ControlRef browser, DataBrowserItemID item,
 
 template <class T>
 void Take(const HuxCarbonEvent& event, OSType name, OSType type, T* value) {
-    event.GetParameter(name, type, sizeof *value, value);
+    event.GetParameter(name, type, sizeof(T), value);
 }
 
 HuxDataBrowserItemData* RowOf(ControlRef browser, DataBrowserItemID item) {

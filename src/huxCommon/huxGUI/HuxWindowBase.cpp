@@ -30,7 +30,7 @@ EventTargetRef HuxWindowBase::GetEventTarget() const {
 HuxWindowBase* HuxWindowBase::FromWindow(WindowRef window) {
     HuxWindowBase* object = nullptr;
     const OSStatus status = GetWindowProperty(window, kHuxPropertyCreator, kHuxPropertyObject,
-                                              sizeof object, nullptr, &object);
+                                              sizeof(HuxWindowBase*), nullptr, &object);
     return status == kNoErr ? object : nullptr;
 }
 
@@ -52,5 +52,6 @@ OSStatus HuxWindowBase::OpenNibWindow(const char* windowName, const char* nibNam
         return status;
     }
     HuxWindowBase* const self = this;
-    return SetWindowProperty(m_hwnd, kHuxPropertyCreator, kHuxPropertyObject, sizeof self, &self);
+    return SetWindowProperty(m_hwnd, kHuxPropertyCreator, kHuxPropertyObject,
+                             sizeof(HuxWindowBase*), &self);
 }
