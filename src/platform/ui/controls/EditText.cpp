@@ -15,6 +15,9 @@ class OneLine : public EditTextWidget {
 public:
     explicit OneLine(QLineEdit& edit) : m_edit(&edit) {}
 
+    void Watch(QObject& context, std::function<void()> changed) override {
+        QObject::connect(m_edit, &QLineEdit::textChanged, &context, std::move(changed));
+    }
     QString Text() const override { return m_edit->text(); }
     void Reset(const QString& text) override { m_edit->setText(text); }
     void Replace(Span span, const QString& text) override {
@@ -49,6 +52,9 @@ public:
         edit.setTabChangesFocus(true); // a tab has no place in the texts, and the keyboard leads on
     }
 
+    void Watch(QObject& context, std::function<void()> changed) override {
+        QObject::connect(m_edit, &QPlainTextEdit::textChanged, &context, std::move(changed));
+    }
     // The document's own text: the plain one has blanks for no-break spaces.
     QString Text() const override {
         QString text = m_edit->document()->toRawText();
@@ -90,21 +96,13 @@ private:
     QPlainTextEdit* m_edit;
 };
 
-// The control belongs to its widget.
-template <class Access, class Edit>
-Control* MakeEdit(Edit& edit, Window& owner) {
-    auto* const control = new EditTextControl(edit, owner, std::make_unique<Access>(edit));
-    QObject::connect(&edit, &Edit::textChanged, control, [control] { control->NoteChange(); });
-    return control;
-}
-
 } // namespace
 
 Control* MakeEditControl(QWidget& widget, Window& owner) {
     if (auto* const line = qobject_cast<QLineEdit*>(&widget))
-        return MakeEdit<OneLine>(*line, owner);
+        return new EditTextControl(widget, owner, std::make_unique<OneLine>(*line));
     if (auto* const lines = qobject_cast<QPlainTextEdit*>(&widget))
-        return MakeEdit<SeveralLines>(*lines, owner);
+        return new EditTextControl(widget, owner, std::make_unique<SeveralLines>(*lines));
     return nullptr;
 }
 

@@ -69,6 +69,7 @@ EditTextControl::EditTextControl(QWidget& widget, Window& owner,
                                  std::unique_ptr<EditTextWidget> edit)
     : Control(widget, owner), m_edit(std::move(edit)), m_seen(m_edit->Text()) {
     widget.installEventFilter(this);
+    m_edit->Watch(*this, [this] { NoteChange(); });
 }
 
 // Data ------------------------------------------------------------------------------------------

@@ -3,6 +3,7 @@
 // change. Which widget it is, only EditTextWidget's two classes know.
 #pragma once
 
+#include <functional>
 #include <memory>
 
 #include <QString>
@@ -20,6 +21,8 @@ public:
     };
 
     virtual ~EditTextWidget() = default;
+    // Calls changed, for as long as context lives, when the text or only its looks have changed.
+    virtual void Watch(QObject& context, std::function<void()> changed) = 0;
     virtual QString Text() const = 0;
     virtual void Reset(const QString& text) = 0; // forgets what could be undone
     // One step that the user can undo.
@@ -53,12 +56,11 @@ public:
     bool BlocksKey(std::uint32_t keyCode, std::int16_t charCode, std::uint32_t modifiers) override;
     bool DoEditCommand(std::uint32_t commandID) override;
 
-    void NoteChange(); // the widget says so
-
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    void NoteChange(); // the widget says so
     void SetText(const QString& text);
     void SetSelection(const ControlEditTextSelectionRec& selection);
     ControlEditTextSelectionRec Selection() const;
