@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include <QKeyEvent>
 #include <QLabel>
+#include <QMouseEvent>
 
+#include "platform/ui/support/Allocations.h"
 #include "platform/ui/support/WindowsFixture.h"
+#include "platform/ui/windows/EventSource.h"
 
 namespace platform {
 namespace {
@@ -117,6 +121,25 @@ TEST_F(MouseTest, WheelsAreCountedInNotches) {
         QCoreApplication::sendEvent(&Widget(window), &turn);
     }
     EXPECT_THAT(notches, testing::ElementsAre(1, -2, 1));
+}
+
+TEST_F(MouseTest, NothingIsAllocatedForEventsThatNobodyWants) {
+    ControlRef const field = Add<QLineEdit>(window);
+    QWidget& widget = *WidgetOf(field);
+    EventSource source(*qApp);
+    QMouseEvent move(QEvent::MouseMove, QPointF(3, 3), widget.mapToGlobal(QPointF(3, 3)),
+                     Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QKeyEvent key(QEvent::KeyPress, Qt::Key_Shift, Qt::ShiftModifier);
+    QMoveEvent moved({ 1, 1 }, { 2, 2 });
+    QEvent paint(QEvent::UpdateRequest);
+    source.eventFilter(&widget, &move); // what Qt keeps about the widget is there then
+    std::size_t const before = test::AllocationsSoFar();
+    for (QEvent* const event : std::initializer_list<QEvent*> { &move, &key, &paint }) {
+        EXPECT_FALSE(source.eventFilter(&widget, event));
+        EXPECT_FALSE(source.eventFilter(&Widget(window), event));
+    }
+    EXPECT_FALSE(source.eventFilter(&Widget(window), &moved));
+    EXPECT_EQ(test::AllocationsSoFar(), before);
 }
 
 TEST_F(MouseTest, BeepsAsInstalled) {
