@@ -16,7 +16,8 @@ install(DIRECTORY ${TELOP_BUNDLE_DIR} DESTINATION ${CMAKE_INSTALL_LIBDIR}/telop
 # The reference host, for programs in C++.
 set_target_properties(telop-platform PROPERTIES EXPORT_NAME platform)
 set_target_properties(telop-host PROPERTIES EXPORT_NAME host)
-install(TARGETS telop-platform telop-host EXPORT TelopHost)
+set_target_properties(telop-jobs PROPERTIES EXPORT_NAME jobs)
+install(TARGETS telop-platform telop-host telop-jobs EXPORT TelopHost)
 install(FILES
         src/platform/Commands.h
         src/platform/CoreFoundation.h

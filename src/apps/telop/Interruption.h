@@ -2,12 +2,15 @@
 // SIGINT and SIGTERM as a wish to stop, which the frames in work answer when they are whole.
 #pragma once
 
+#include "host/jobs/CancelToken.h"
+
 namespace telop {
 
-// While it lives the two signals are noted; a second one ends the process at once. One at a time.
+// While it lives the two signals are noted and cancel the token; a second one ends the process at
+// once. One at a time; the token must outlive it.
 class Interruption {
 public:
-    Interruption();
+    explicit Interruption(host::CancelToken& cancel);
     Interruption(const Interruption&) = delete;
     Interruption& operator=(const Interruption&) = delete;
     ~Interruption();

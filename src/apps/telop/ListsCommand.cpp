@@ -109,7 +109,7 @@ std::vector<std::string> LoadEntries(const std::string& file) {
 void Show(const ListsOptions& options) {
     auto const entries = LoadEntries(options.file);
     if (options.asJson) {
-        std::fputs(EntriesToJson(entries).c_str(), stdout);
+        std::fputs(host::EntriesToJson(entries).c_str(), stdout);
         return;
     }
     for (std::size_t i = 0; i < entries.size(); ++i)
@@ -127,16 +127,22 @@ _TEXT_DIALOG_PARAM DefaultLists(const std::optional<std::string>& plugin) {
     return lists;
 }
 
+void ReadLists(const std::string& file, _TEXT_DIALOG_PARAM& lists) {
+    std::string why;
+    if (!host::ListsFromJson(ReadText(file), lists, why))
+        throw CommandError(ExitCode::kBadInput, NameOf(file) + ": " + why);
+}
+
 void Load(const ListsOptions& options) {
     auto const entries = LoadEntries(options.file);
     auto lists = DefaultLists(options.plugin);
     if (options.into)
-        About(*options.into, [&] { ListsFromJson(ReadText(*options.into), lists); });
-    auto& registered = PairOf(lists, options.list).szPreset;
+        ReadLists(*options.into, lists);
+    auto& registered = host::PairOf(lists, options.list).szPreset;
     std::memset(registered, 0, sizeof registered);
     for (std::size_t i = 0; i < entries.size(); ++i)
         entries[i].copy(registered[i], kEntryBytes);
-    WriteText(options.output.value_or("-"), ListsToJson(lists), options.overwrite);
+    WriteText(options.output.value_or("-"), host::ListsToJson(lists), options.overwrite);
 }
 
 // ---------------------------------------------------------------------------------------- save
@@ -212,7 +218,11 @@ std::vector<std::string> EntriesOfLines(const ListsOptions& options) {
 std::vector<std::string> EntriesOfJson(const ListsOptions& options) {
     SetEncoding(options.encoding);
     auto const& file = *options.json;
-    auto entries = About(file, [&] { return EntriesFromJson(ReadText(file), options.list); });
+    std::string why;
+    auto parsed = host::EntriesFromJson(ReadText(file), options.list, why);
+    if (!parsed)
+        throw CommandError(ExitCode::kBadInput, NameOf(file) + ": " + why);
+    auto entries = *std::move(parsed);
     CheckCount(NameOf(file), entries.size(), options.cut);
     entries.resize(std::min(entries.size(), kListEntries));
     for (std::size_t i = 0; i < entries.size(); ++i)
@@ -247,8 +257,9 @@ CLI::App& AddAction(CLI::App& command, ListsOptions& options, ListsOptions::Acti
 }
 
 void AddList(CLI::App& action, ListsOptions& options, const char* what) {
-    static const std::map<std::string, ListOf> kLists { { "info", ListOf::kInfo },
-                                                        { "character", ListOf::kCharacter } };
+    static const std::map<std::string, host::ListOf> kLists {
+        { "info", host::ListOf::kInfo }, { "character", host::ListOf::kCharacter }
+    };
     action
         .add_option("--list", options.list, std::string(what) + ": info (the start) or character")
         ->transform(CLI::CheckedTransformer(kLists))

@@ -8,7 +8,7 @@
 
 #include "apps/telop/CommandError.h"
 #include "apps/telop/ListsFile.h"
-#include "apps/telop/ListsJson.h"
+#include "host/document/ListsJson.h"
 
 namespace CLI {
 class App;
@@ -21,7 +21,7 @@ struct ListsOptions {
     Action action = Action::kShow;
     std::string file;                            // "-": standard input or output
     std::optional<std::string> encoding, plugin; // encoding: of the file's texts
-    ListOf list = ListOf::kInfo;
+    host::ListOf list = host::ListOf::kInfo;
     bool asJson = false; // show
     // load
     std::optional<std::string> into; // JSON of lists to start from; else the plug-in's defaults

@@ -53,9 +53,24 @@ std::string ProgressBar(std::int64_t done, std::int64_t total, double seconds, i
     return "[" + std::string(filled, '#') + std::string(room - filled, '.') + "] " + text;
 }
 
-Progress::Progress(ProgressStyle style, std::int64_t total) : m_style(style), m_total(total) {}
+void Progress::Started(std::int64_t total) {
+    m_total = total;
+    m_start = Clock::now();
+}
 
-Progress::~Progress() {
+void Progress::FrameWritten(std::int64_t, const std::string& output) {
+    Done(output);
+}
+
+void Progress::FrameSkipped(std::int64_t, const std::string& output) {
+    Done(output + " (there already)");
+}
+
+void Progress::FrameFailed(const host::FrameFailure& failure) {
+    Console::Get().Error(failure.what);
+}
+
+void Progress::Finished(const host::RunResult&) {
     if (m_style == ProgressStyle::kBar)
         Console::Get().Status("");
 }

@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "host/jobs/RunListener.h"
+
 namespace telop {
 
 enum class ProgressStyle { kNone, kBar, kLines };
@@ -16,22 +18,25 @@ enum class ProgressStyle { kNone, kBar, kLines };
 // and the time left.
 std::string ProgressBar(std::int64_t done, std::int64_t total, double seconds, int columns);
 
-class Progress {
+// Frames that fail are told as errors, whatever the style.
+class Progress : public host::RunListener {
 public:
-    Progress(ProgressStyle style, std::int64_t total);
-    ~Progress(); // takes the bar away
-    Progress(const Progress&) = delete;
-    Progress& operator=(const Progress&) = delete;
+    explicit Progress(ProgressStyle style) : m_style(style) {}
 
-    // Any thread. what became of the frame, such as its output's path.
-    void Done(std::string_view what);
+    void Started(std::int64_t total) override;
+    void FrameWritten(std::int64_t frame, const std::string& output) override;
+    void FrameSkipped(std::int64_t frame, const std::string& output) override;
+    void FrameFailed(const host::FrameFailure& failure) override;
+    void Finished(const host::RunResult& result) override; // takes the bar away
 
 private:
     using Clock = std::chrono::steady_clock;
+    // what became of the frame, such as its output's path.
+    void Done(std::string_view what);
 
     ProgressStyle m_style;
-    std::int64_t m_total;
-    Clock::time_point m_start = Clock::now();
+    std::int64_t m_total = 0;
+    Clock::time_point m_start;
     std::mutex m_mutex;
     std::int64_t m_done = 0;
     Clock::time_point m_shown; // when the bar was last drawn

@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/telop/RenderCommand.h"
 
-#include <algorithm>
 #include <csignal>
 #include <cstdlib>
-#include <thread>
+#include <utility>
 
 #include "apps/telop/Console.h"
-#include "apps/telop/FontWatch.h"
-#include "apps/telop/FramePlan.h"
-#include "apps/telop/FramePump.h"
-#include "apps/telop/FrameRenderer.h"
 #include "apps/telop/Interruption.h"
 #include "apps/telop/LoadEffect.h"
 #include "apps/telop/OptionText.h"
+#include "apps/telop/PlanRun.h"
 #include "apps/telop/Progress.h"
+#include "host/document/Document.h"
+#include "host/jobs/FontWatch.h"
+#include "host/jobs/FramePump.h"
+#include "host/jobs/FrameRenderer.h"
 #include "host/text/TextField.h"
 
 namespace telop {
@@ -25,17 +25,30 @@ std::string Frames(std::int64_t count) {
     return std::to_string(count) + (count == 1 ? " frame" : " frames");
 }
 
-host::FrameRanges ApplyRanges(const RenderOptions& options) {
+using MaybeDocument = std::optional<host::Document>;
+
+MaybeDocument LoadDocument(const RenderOptions& options) {
+    if (!options.document)
+        return std::nullopt;
     std::string why;
-    auto ranges =
-        options.apply ? host::FrameRanges::Parse(*options.apply, why) : host::FrameRanges::All();
+    auto document = host::Document::Load(*options.document, why);
+    if (!document)
+        throw CommandError(ExitCode::kBadInput, why);
+    return document;
+}
+
+host::FrameRanges ApplyRanges(const RenderOptions& options, const MaybeDocument& document) {
+    std::string why;
+    auto ranges = options.apply ? host::FrameRanges::Parse(*options.apply, why)
+                  : document    ? document->textOn
+                                : host::FrameRanges::All();
     if (!ranges)
         FailUsage("--apply: " + why);
     return *std::move(ranges);
 }
 
-Placement PlacementOf(const RenderOptions& options) {
-    Placement placement { .scale = options.scale };
+host::Placement PlacementOf(const RenderOptions& options) {
+    host::Placement placement { .scale = options.scale };
     if (options.origin)
         placement.origin = ParsePoint("--origin", *options.origin);
     return placement;
@@ -51,17 +64,9 @@ ProgressStyle StyleOf(const RenderOptions& options) {
                                           : ProgressStyle::kNone;
 }
 
-int JobsOf(const RenderOptions& options, const FrameSource& source) {
-    int const wanted = options.jobs > 0
-                           ? options.jobs
-                           : static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
-    return source.Count() > 0 ? static_cast<int>(std::min<std::int64_t>(wanted, source.Count()))
-                              : wanted;
-}
-
 // The settings in their own archive, by the plug-in itself.
-void SaveText(host::Effect& effect, const FrameText& text, const RenderOptions& options) {
-    if (auto const option = text.OptionWithTokens(); !option.empty())
+void SaveText(host::Effect& effect, const host::FrameText& text, const RenderOptions& options) {
+    if (auto const option = text.NameWithTokens(); !option.empty())
         FailUsage("--save-settings keeps one text for all frames, and that of " + option +
                   " has tokens");
     if (options.text.strings)
@@ -71,12 +76,12 @@ void SaveText(host::Effect& effect, const FrameText& text, const RenderOptions& 
     SaveSettings(effect, *options.saveSettings, options.overwrite);
 }
 
-void CheckTokens(const FramePlan& plan, const FrameText& text) {
+void CheckTokens(const host::FramePlan& plan, const host::FrameText& text) {
     if (plan.ReadsStream() && text.NeedsFile())
         FailUsage("{file}: the frames of a stream have no file names");
 }
 
-std::int64_t ReportMissing(const FramePlan& plan) {
+std::int64_t ReportMissing(const host::FramePlan& plan) {
     std::string text;
     for (auto const frame : plan.Missing())
         text += (text.empty() ? "" : ", ") + std::to_string(frame);
@@ -86,7 +91,7 @@ std::int64_t ReportMissing(const FramePlan& plan) {
     return static_cast<std::int64_t>(plan.Missing().size());
 }
 
-void Summarize(const PumpResult& result) {
+void Summarize(const host::RunResult& result) {
     auto text = Frames(result.written) + " written";
     if (result.skipped > 0)
         text += ", " + std::to_string(result.skipped) + " there already";
@@ -95,7 +100,7 @@ void Summarize(const PumpResult& result) {
     Console::Get().Note(text);
 }
 
-ExitCode ReportInterruption(const FramePlan& plan, const PumpResult& result) {
+ExitCode ReportInterruption(const host::FramePlan& plan, const host::RunResult& result) {
     bool const terminated = Interruption::Signal() == SIGTERM;
     auto text =
         std::string(terminated ? "terminated" : "interrupted") + " after " + Frames(result.written);
@@ -105,7 +110,8 @@ ExitCode ReportInterruption(const FramePlan& plan, const PumpResult& result) {
     return terminated ? ExitCode::kTerminated : ExitCode::kInterrupted;
 }
 
-ExitCode Conclude(const FramePlan& plan, const PumpResult& result, std::int64_t missing) {
+ExitCode Conclude(const host::FramePlan& plan, const host::RunResult& result,
+                  std::int64_t missing) {
     auto& console = Console::Get();
     if (!result.fontViolation.empty()) {
         console.Error("--strict-fonts: " + result.fontViolation);
@@ -132,28 +138,37 @@ ExitCode Conclude(const FramePlan& plan, const PumpResult& result, std::int64_t 
 
 // The process's end while a thread waits for a stream that may never come: nothing is being
 // written, and nothing that the thread uses goes away before it.
-void EndIfReaderWaits(const PumpResult& result, ExitCode code) {
+void EndIfReaderWaits(const host::RunResult& result, ExitCode code) {
     if (result.readerWaits)
         std::_Exit(static_cast<int>(code));
 }
 
-ExitCode RenderFrames(FramePlan& plan, const FrameRenderer& renderer,
+ExitCode RenderFrames(const host::FramePlan& plan, const host::FrameRenderer& renderer,
                       const RenderOptions& options) {
-    plan.PrepareFolder();
-    Interruption const interruption;
+    PrepareFolder(plan);
+    host::CancelToken cancel;
+    Interruption const interruption(cancel);
     auto const missing = ReportMissing(plan);
-    PumpResult result;
-    ExitCode code;
-    {
-        Progress progress(StyleOf(options), plan.Source().Count());
-        FramePump pump(plan.Source(), renderer, plan.Sink(), progress,
-                       JobsOf(options, plan.Source()), options.compression);
-        result = pump.Run();
-        Console::Get().Status("");
-        code = Conclude(plan, result, missing);
-        EndIfReaderWaits(result, code);
-    }
+    Progress progress(StyleOf(options));
+    host::FramePump pump(plan.Source(), renderer, plan.Sink(), progress, cancel,
+                         host::ThreadsFor(options.jobs, plan.Source()), options.compression);
+    auto const result = pump.Run();
+    auto const code = Conclude(plan, result, missing);
+    EndIfReaderWaits(result, code);
     return code;
+}
+
+// A document has its own INPUT, so that a single operand is OUTPUT.
+RenderOptions WithOperandsOf(const MaybeDocument& document, RenderOptions options) {
+    if (!document || !options.output.empty())
+        return options;
+    options.output = std::exchange(options.input, document->input);
+    if (options.output.empty())
+        options.input.clear();
+    else if (options.input.empty())
+        throw CommandError(ExitCode::kBadInput,
+                           *options.document + ": has no frames; name them before OUTPUT");
+    return options;
 }
 
 void CheckOperands(const RenderOptions& options) {
@@ -161,26 +176,40 @@ void CheckOperands(const RenderOptions& options) {
     if (none && options.saveSettings)
         return;
     if (options.input.empty())
-        FailUsage("INPUT and OUTPUT are missing");
+        FailUsage(options.document ? "OUTPUT is missing" : "INPUT and OUTPUT are missing");
     if (options.output.empty())
         FailUsage("OUTPUT is missing");
 }
 
+std::unique_ptr<host::Effect> EffectFor(const RenderOptions& options,
+                                        const MaybeDocument& document) {
+    auto effect = LoadEffect(options.plugin, options.settings);
+    std::string why;
+    if (document && !document->GiveTo(*effect, why))
+        throw CommandError(ExitCode::kBadInput, *options.document + ": " + why);
+    return effect;
+}
+
 } // namespace
 
-ExitCode RunRender(const RenderOptions& options) {
+ExitCode RunRender(const RenderOptions& typed) {
+    Console::Get().SetQuiet(typed.quiet);
+    SetEncoding(typed.encoding);
+    auto const document = LoadDocument(typed);
+    auto const options = WithOperandsOf(document, typed);
     CheckOperands(options);
-    Console::Get().SetQuiet(options.quiet);
-    SetEncoding(options.encoding);
     auto const placement = PlacementOf(options);
-    auto const apply = ApplyRanges(options);
-    std::optional<FramePlan> plan;
+    auto const apply = ApplyRanges(options, document);
+    std::optional<host::FramePlan> plan;
     if (!options.input.empty())
-        plan.emplace(options);
+        plan.emplace(PlanRun(options));
 
-    FontWatch fonts(options.strictFonts ? FontWatch::Policy::kStrict : FontWatch::Policy::kWarn);
-    auto const effect = LoadEffect(options.plugin, options.settings);
-    FrameText const text(options.text, effect->CopyParams());
+    host::FontWatch fonts(options.strictFonts ? host::FontWatch::Policy::kStrict
+                                              : host::FontWatch::Policy::kWarn,
+                          [](const std::string& text) { Console::Get().Warn(text); });
+    auto const effect = EffectFor(options, document);
+    auto const text =
+        MakeFrameText(options.text, effect->CopyParams(), document ? &*document : nullptr);
     if (options.saveSettings)
         SaveText(*effect, text, options);
     if (!plan)
@@ -189,7 +218,7 @@ ExitCode RunRender(const RenderOptions& options) {
     fonts.CheckFamily(host::FieldBytes(text.Params().szFontName));
     if (auto const violation = fonts.Violation(); !violation.empty())
         throw CommandError(ExitCode::kStrictFonts, "--strict-fonts: " + violation);
-    FrameRenderer const renderer(*effect, text, apply, placement, fonts);
+    host::FrameRenderer const renderer(*effect, text, apply, placement, &fonts);
     return RenderFrames(*plan, renderer, options);
 }
 

@@ -30,6 +30,7 @@ constexpr const char* kExamples =
     "  telop render --score 0 --strings ,,12,{frame} --box black shot/ out/\n"
     "  telop render --character Hanako --off --opacity 100 --box none a.png b.png\n"
     "  telop render --dialogue @line.txt --font 'Noto Sans CJK JP' --size 48 a.png b.png\n"
+    "  telop render --document shot.telop out/\n"
     "  ffmpeg -i in.mov -f image2pipe -c:v pam - | telop render --info T.U. - - |\n"
     "    ffmpeg -f image2pipe -c:v pam -i - out.mov\n\n";
 
@@ -122,17 +123,27 @@ void AddFrameOptions(CLI::App& command, RenderOptions& options) {
 
 void AddSettingsOptions(CLI::App& command, RenderOptions& options) {
     auto const group = "Settings";
-    command.add_option("--settings", options.settings, "Settings to start from (480 bytes)")
-        ->option_text("FILE")
-        ->group(group);
+    auto* settings =
+        command.add_option("--settings", options.settings, "Settings to start from (480 bytes)")
+            ->option_text("FILE")
+            ->group(group);
+    auto* document =
+        command
+            .add_option("--document", options.document,
+                        "A telop-studio document: frames, text, ranges; INPUT may be left out")
+            ->option_text("FILE")
+            ->group(group);
     command
         .add_option("--save-settings", options.saveSettings,
                     "Write the settings with all options in them; needs no INPUT")
         ->option_text("FILE")
         ->group(group);
-    command.add_option("--encoding", options.encoding, "Of texts in settings; UTF-8, CP932, ...")
-        ->option_text("NAME")
-        ->group(group);
+    auto* encoding =
+        command
+            .add_option("--encoding", options.encoding, "Of texts in settings; UTF-8, CP932, ...")
+            ->option_text("NAME")
+            ->group(group);
+    document->excludes(settings)->excludes(encoding);
     command
         .add_flag("--strict-fonts", options.strictFonts,
                   "Stop when a font is not installed or no font has a character")

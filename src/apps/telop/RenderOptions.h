@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "apps/telop/FrameText.h"
+#include "apps/telop/TextOptions.h"
 
 namespace CLI {
 class App;
@@ -16,6 +16,7 @@ namespace telop {
 
 struct RenderOptions {
     std::string input, output; // both empty: only settings are saved
+    std::optional<std::string> document;
 
     TextOptions text;
     double scale = 1;

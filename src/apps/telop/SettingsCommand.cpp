@@ -25,10 +25,10 @@ constexpr const char* kDescription =
     "plug-in's defaults; a key that the JSON does not name keeps its value.";
 constexpr const char* kExamples =
     "Examples:\n"
-    "  telop settings shot.telop                                show it\n"
-    "  telop settings shot.telop > shot.json                    edit it in a text file ...\n"
-    "  telop settings --from shot.json -o new.telop             ... and make an archive of that\n"
-    "  echo '{\"size\": 48}' | telop settings --from - -o big.telop shot.telop\n";
+    "  telop settings shot.settings                             show it\n"
+    "  telop settings shot.settings > shot.json                 edit it in a text file ...\n"
+    "  telop settings --from shot.json -o new.settings          ... and make an archive of that\n"
+    "  echo '{\"size\": 48}' | telop settings --from - -o big.settings shot.settings\n";
 
 std::string ReadStandardInput() {
     std::string text;

@@ -40,8 +40,9 @@ struct Document {
     std::int64_t currentFrame = 0;           // 0 to kFrameMax, not always one that there is
     FrameRanges textOn = FrameRanges::All(); // the frames that get the text
     bool stringsPresent = true;              // false: the shot has no information strings
-    std::array<std::string, 4> strings;      // UTF-8 with tokens, which need not be right
-    std::string encoding = "UTF-8";          // canonical; of the texts in the two records
+    // UTF-8 with tokens, which need not be right.
+    std::array<std::string, 4> strings { "", "", "", "{frame}" };
+    std::string encoding = "UTF-8"; // canonical; of the texts in the two records
     _TEXTPARAM settings {};
     _TEXT_DIALOG_PARAM dialogs {};
 

@@ -11,13 +11,11 @@ FileSink::FileSink(PathOf pathOf, Existing existing)
 
 bool FileSink::Wants(const Ticket& ticket) const {
     std::error_code ignored;
-    return m_existing != Existing::kSkip ||
-           !std::filesystem::exists(m_pathOf(ticket), ignored);
+    return m_existing != Existing::kSkip || !std::filesystem::exists(m_pathOf(ticket), ignored);
 }
 
-OutputResult FileSink::Put(const Ticket& ticket, const Frame& frame,
-                                 const PixelRect& touched, PngWriter& writer,
-                                 std::string& why) {
+OutputResult FileSink::Put(const Ticket& ticket, const Frame& frame, const PixelRect& touched,
+                           PngWriter& writer, std::string& why) {
     return writer.Write(m_pathOf(ticket), frame, touched, m_existing, why);
 }
 

@@ -17,8 +17,7 @@ FrameSource::Taken FileSource::Take(Ticket& ticket, Frame&, std::string&) {
     return Taken::kFrame;
 }
 
-bool FileSource::Load(const Ticket& ticket, PngReader& reader, Frame& frame,
-                      std::string& why) {
+bool FileSource::Load(const Ticket& ticket, PngReader& reader, Frame& frame, std::string& why) {
     return reader.Read(ticket.input, frame, why);
 }
 

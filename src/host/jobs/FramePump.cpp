@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "host/jobs/FramePump.h"
 
+#include <algorithm>
 #include <chrono>
 #include <exception>
 #include <thread>
+#include <utility>
 #include <vector>
-
-#include "host/jobs/Console.h"
-#include "host/jobs/Interruption.h"
 
 namespace host {
 
 namespace {
 
-constexpr std::chrono::milliseconds kSignalInterval { 50 };
-// What a stream gets for its next frame to come after an interruption.
+// A token is looked at so often: it cannot wake anybody, for it is set in signal handlers too.
+constexpr std::chrono::milliseconds kCancelInterval { 50 };
+// What a stream gets for its next frame to come after a cancellation.
 constexpr int kGraceIntervals = 4;
 
 } // namespace
@@ -29,12 +29,20 @@ struct FramePump::Workspace {
     PngWriter writer;
 };
 
-FramePump::FramePump(FrameSource& source, const FrameRenderer& renderer, FrameSink& sink,
-                     Progress& progress, int jobs, int compression)
-    : m_source(source), m_renderer(renderer), m_sink(sink), m_progress(progress), m_jobs(jobs),
-      m_compression(compression) {}
+int ThreadsFor(int jobs, const FrameSource& source) {
+    int const wanted =
+        jobs > 0 ? jobs : static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
+    return source.Count() > 0 ? static_cast<int>(std::min<std::int64_t>(wanted, source.Count()))
+                              : wanted;
+}
 
-PumpResult FramePump::Run() {
+FramePump::FramePump(FrameSource& source, const FrameRenderer& renderer, FrameSink& sink,
+                     RunListener& listener, const CancelToken& cancel, int jobs, int compression)
+    : m_source(source), m_renderer(renderer), m_sink(sink), m_listener(listener), m_cancel(cancel),
+      m_jobs(jobs), m_compression(compression) {}
+
+RunResult FramePump::Run() {
+    m_listener.Started(m_source.Count());
     std::vector<std::thread> threads;
     threads.reserve(static_cast<std::size_t>(m_jobs));
     std::unique_lock lock(m_mutex);
@@ -42,20 +50,22 @@ PumpResult FramePump::Run() {
     for (int i = 0; i < m_jobs; ++i)
         threads.emplace_back([this] { Work(); });
     m_result.readerWaits = !AwaitWorkers(lock);
+    m_result.cancelled = m_cancel.IsCancelled();
     auto result = m_result;
     lock.unlock();
     for (auto& thread : threads)
         result.readerWaits ? thread.detach() : thread.join();
+    m_listener.Finished(result);
     return result;
 }
 
-// False when a stream keeps a thread waiting after the user interrupted: a read that waits for
-// another program cannot be called back.
+// False when a stream keeps a thread waiting after a cancellation: a read that waits for another
+// program cannot be called back.
 bool FramePump::AwaitWorkers(std::unique_lock<std::mutex>& lock) {
     int patience = kGraceIntervals;
     while (m_working > 0) {
-        m_changed.wait_for(lock, kSignalInterval);
-        if (!Interruption::Signal())
+        m_changed.wait_for(lock, kCancelInterval);
+        if (!m_cancel.IsCancelled())
             continue;
         m_stop = true;
         m_changed.notify_all();
@@ -71,7 +81,7 @@ void FramePump::Work() {
         try {
             Process(work);
         } catch (const std::exception& error) {
-            Fail(work.ticket.name + ": " + error.what());
+            Fail({ work.ticket.values.frame, work.ticket.name + ": " + error.what() });
         }
         PassTurn(work.ticket.order);
     }
@@ -84,7 +94,7 @@ bool FramePump::TakeNext(Workspace& work) {
     std::lock_guard const sourceLock(m_sourceMutex);
     {
         std::lock_guard const lock(m_mutex);
-        m_stop = m_stop || Interruption::Signal() != 0;
+        m_stop = m_stop || m_cancel.IsCancelled();
         if (m_stop || m_sourceEnded)
             return false;
     }
@@ -96,7 +106,7 @@ bool FramePump::TakeNext(Workspace& work) {
         why = error.what();
     }
     if (taken == FrameSource::Taken::kFailed)
-        Fail(why, &PumpResult::unreadable);
+        Fail({ {}, why }, &RunResult::unreadable);
     m_sourceEnded = taken != FrameSource::Taken::kFrame;
     if (!m_sourceEnded)
         work.ticket.order = m_taken++;
@@ -116,7 +126,7 @@ bool FramePump::Load(Workspace& work) {
     std::string why;
     if (m_source.Load(work.ticket, work.reader, work.frame, why))
         return true;
-    Fail(why, &PumpResult::unreadable);
+    Fail({ work.ticket.values.frame, why }, &RunResult::unreadable);
     return false;
 }
 
@@ -128,7 +138,8 @@ bool FramePump::Render(Workspace& work) {
     if (result == RenderResult::kFailed) {
         // A stream that lost a frame would be out of step with its sound from there on.
         bool const goesOn = m_sink.IsOrdered();
-        Fail(work.ticket.name + ": " + why + (goesOn ? "; it goes on without the text" : ""));
+        Fail({ work.ticket.values.frame,
+               work.ticket.name + ": " + why + (goesOn ? "; it goes on without the text" : "") });
         return goesOn;
     }
     std::lock_guard const lock(m_mutex);
@@ -178,15 +189,18 @@ void FramePump::Settle(const Ticket& ticket, OutputResult result, const std::str
         std::lock_guard const lock(m_mutex);
         ++(written ? m_result.written : m_result.skipped);
     }
-    m_progress.Done(m_sink.NameOf(ticket) + (written ? "" : " (there already)"));
+    auto const tell = written ? &RunListener::FrameWritten : &RunListener::FrameSkipped;
+    (m_listener.*tell)(ticket.values.frame, m_sink.NameOf(ticket));
 }
 
-void FramePump::Fail(const std::string& what, std::int64_t PumpResult::*also) {
-    Console::Get().Error(what);
+void FramePump::Fail(FrameFailure failure, std::int64_t RunResult::*also) {
+    m_listener.FrameFailed(failure);
     std::lock_guard const lock(m_mutex);
     ++m_result.failed;
     if (also)
         ++(m_result.*also);
+    if (m_result.failures.size() < RunResult::kFailuresKept)
+        m_result.failures.push_back(std::move(failure));
 }
 
 // Also frames that failed take their turn, or those behind them would wait for ever.

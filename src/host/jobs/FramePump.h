@@ -40,7 +40,6 @@ private:
     void EndWrite();
     void Settle(const Ticket& ticket, OutputResult result, const std::string& why);
     void Fail(FrameFailure failure, std::int64_t RunResult::*also = nullptr);
-    bool IsStopped();
     void PassTurn(std::int64_t order);
     bool AwaitWorkers(std::unique_lock<std::mutex>& lock);
 

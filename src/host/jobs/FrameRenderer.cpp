@@ -8,13 +8,13 @@
 
 namespace host {
 
-FrameRenderer::FrameRenderer(const Effect& effect, const FrameText& text,
-                             FrameRanges apply, Placement placement, const FontWatch* fonts)
+FrameRenderer::FrameRenderer(const Effect& effect, const FrameText& text, FrameRanges apply,
+                             Placement placement, const FontWatch* fonts)
     : m_effect(effect), m_text(text), m_apply(std::move(apply)), m_placement(placement),
       m_fonts(fonts) {}
 
-RenderResult FrameRenderer::Render(Frame& frame, const TokenValues& values,
-                                   PixelRect& touched, std::string& why) const {
+RenderResult FrameRenderer::Render(Frame& frame, const TokenValues& values, PixelRect& touched,
+                                   std::string& why) const {
     touched = {};
     bool const on = m_apply.Contains(values.frame);
     ResolvedText text;

@@ -34,6 +34,8 @@ public:
     // in why, when one of those has an unknown token or is too long whatever the frame is.
     static std::optional<FrameText> Of(const Document& document, std::string& why);
 
+    // The document's strings, where the parameters draw them.
+    bool SetStrings(const Document& document, std::string& why);
     // A text with tokens, UTF-8, in the place of the field's. name is what messages call it. False
     // with the reason.
     bool SetText(Field field, const std::string& name, std::string_view utf8, std::string& why);

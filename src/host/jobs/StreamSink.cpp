@@ -3,11 +3,9 @@
 
 namespace host {
 
-OutputResult StreamSink::Put(const Ticket&, const Frame& frame,
-                                   const PixelRect& touched, PngWriter&,
-                                   std::string& why) {
-    return m_writer.Write(frame, touched, why) ? OutputResult::kWritten
-                                               : OutputResult::kFailed;
+OutputResult StreamSink::Put(const Ticket&, const Frame& frame, const PixelRect& touched,
+                             PngWriter&, std::string& why) {
+    return m_writer.Write(frame, touched, why) ? OutputResult::kWritten : OutputResult::kFailed;
 }
 
 std::string StreamSink::NameOf(const Ticket& ticket) const {

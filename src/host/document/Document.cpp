@@ -1,0 +1,249 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "host/document/Document.h"
+
+#include <algorithm>
+#include <cstring>
+#include <span>
+#include <system_error>
+
+#include "host/WholeFile.h"
+#include "host/document/Base64.h"
+#include "host/document/RecordJson.h"
+#include "host/document/StrictJson.h"
+#include "host/frames/OutputFile.h"
+#include "platform/TextEncoding.h"
+#include "platform/Utf8.h"
+
+namespace host {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kFormat = "telop-document";
+constexpr std::size_t kMaxFile = std::size_t { 16 } << 20;
+constexpr const char* kAllFrames = "all";
+constexpr const char* kNoFrames = "none";
+
+// The application's encoding while a document in another one is read; the old one comes back unless
+// it is kept.
+class EncodingChange {
+public:
+    explicit EncodingChange(const std::string& name)
+        : m_before(platform::ApplicationTextEncoding()) {
+        m_isKnown = name == m_before || platform::SetApplicationTextEncoding(name);
+    }
+    EncodingChange(const EncodingChange&) = delete;
+    EncodingChange& operator=(const EncodingChange&) = delete;
+    ~EncodingChange() {
+        if (!m_keep && platform::ApplicationTextEncoding() != m_before)
+            platform::SetApplicationTextEncoding(m_before);
+    }
+
+    bool IsKnown() const { return m_isKnown; }
+    void Keep() { m_keep = true; }
+
+private:
+    std::string m_before;
+    bool m_isKnown = false;
+    bool m_keep = false;
+};
+
+// ------------------------------------------------------------------------------------ the frames
+
+bool IsUtf8(std::string_view text) {
+    while (!text.empty()) {
+        auto const length = platform::Utf8SequenceLength(text);
+        if (length == 0)
+            return false;
+        text.remove_prefix(length);
+    }
+    return true;
+}
+
+// As it is stored, and found again when the folder has moved with all that lies in it.
+std::string Relative(const std::string& input, const fs::path& folder) {
+    auto const path = fs::absolute(input).lexically_normal();
+    auto const relative = path.lexically_relative(folder.lexically_normal());
+    return relative.empty() || *relative.begin() == ".." ? path.string() : relative.string();
+}
+
+// File names are bytes; those that are no text stand in base64.
+Json InputToJson(const std::string& input, const fs::path& folder) {
+    if (input.empty())
+        return nullptr;
+    auto const stored = Relative(input, folder);
+    if (IsUtf8(stored))
+        return stored;
+    return { { "base64", ToBase64({ reinterpret_cast<const std::uint8_t*>(stored.data()),
+                                    stored.size() }) } };
+}
+
+std::string InputOf(const ObjectReader& reader, const fs::path& folder) {
+    auto const& json = reader.At("frames");
+    if (json.is_null())
+        return {};
+    std::string stored;
+    if (json.is_object()) {
+        ObjectReader const bytes(json, reader.PathOf("frames"), { "base64" });
+        auto const decoded = FromBase64(bytes.Text("base64"));
+        if (!decoded)
+            bytes.Refuse("base64", "is not base64");
+        stored.assign(decoded->begin(), decoded->end());
+    } else {
+        stored = reader.Text("frames");
+    }
+    if (stored.empty() || stored.find('\0') != std::string::npos)
+        reader.Refuse("frames", "is no path; null stands for no frames");
+    return (folder / stored).lexically_normal().string();
+}
+
+// -------------------------------------------------------------------------------- the other parts
+
+std::string RangesToText(const FrameRanges& ranges) {
+    auto const text = ranges.ToString();
+    return text.empty() ? kNoFrames : text == FrameRanges::All().ToString() ? kAllFrames : text;
+}
+
+FrameRanges RangesOf(const ObjectReader& reader) {
+    auto const& text = reader.Text("textOn");
+    if (text == kNoFrames)
+        return {};
+    std::string why;
+    auto const ranges = text == kAllFrames ? FrameRanges::All() : FrameRanges::Parse(text, why);
+    if (!ranges)
+        reader.Refuse("textOn", why + "; or write all, or none");
+    return *ranges;
+}
+
+void ReadStrings(const ObjectReader& reader, Document& document) {
+    ObjectReader const strings(reader.At("strings"), "strings", { "present", "texts" });
+    document.stringsPresent = strings.Boolean("present");
+    auto const& texts = strings.Array("texts", document.strings.size());
+    for (std::size_t i = 0; i < document.strings.size(); ++i)
+        document.strings[i] =
+            TextOf(texts[i], strings.PathOf("texts") + ", " + std::to_string(i + 1));
+}
+
+// Told before anything else is looked at, for there may be keys that only a newer program knows.
+void CheckFormat(const Json& json) {
+    auto const format = json.is_object() ? json.find("format") : json.end();
+    if (!json.is_object() || format == json.end() || *format != kFormat)
+        throw Refused { "is no Telop document" };
+    auto const found = json.find("version");
+    if (found == json.end())
+        throw Refused { "version: is missing" };
+    auto const version = IntegerOf(*found, "version", 1, kFrameMax);
+    if (version > Document::kVersion)
+        throw Refused { "was written by a newer Telop: the document has version " +
+                        std::to_string(version) + ", and this program reads up to " +
+                        std::to_string(Document::kVersion) };
+}
+
+Document Read(std::string_view text, const fs::path& folder) {
+    auto const json = ParseStrict(text);
+    CheckFormat(json);
+    ObjectReader const reader(json, "",
+                              { "format", "version", "frames", "currentFrame", "textOn", "strings",
+                                "encoding", "settings", "dialogs" });
+    Document document;
+    document.input = InputOf(reader, folder);
+    document.currentFrame = reader.Integer("currentFrame", 0, kFrameMax);
+    document.textOn = RangesOf(reader);
+    ReadStrings(reader, document);
+    EncodingChange encoding(reader.Text("encoding"));
+    if (!encoding.IsKnown())
+        reader.Refuse("encoding", "'" + reader.Text("encoding") + "' is no known encoding");
+    document.encoding = platform::ApplicationTextEncoding();
+    document.settings = SettingsRecordFromJson(reader.At("settings"), "settings");
+    document.dialogs = DialogsRecordFromJson(reader.At("dialogs"), "dialogs");
+    encoding.Keep();
+    return document;
+}
+
+} // namespace
+
+std::optional<Document> Document::FromJson(std::string_view json, const fs::path& folder,
+                                           std::string& why) {
+    try {
+        return Read(json, folder);
+    } catch (const Refused& refused) {
+        why = refused.reason;
+        return std::nullopt;
+    }
+}
+
+std::optional<Document> Document::Load(const fs::path& file, std::string& why) {
+    auto const bytes = ReadWholeFile(file, kMaxFile, why);
+    if (!bytes)
+        return std::nullopt;
+    std::string_view const text(reinterpret_cast<const char*>(bytes->data()), bytes->size());
+    auto document = FromJson(text, fs::absolute(file).parent_path(), why);
+    if (!document && bytes->size() == Effect::kArchiveSize && !text.starts_with('{'))
+        why = "is no Telop document; it has the size of a settings archive";
+    if (!document)
+        why = file.string() + ": " + why;
+    return document;
+}
+
+std::string Document::ToJson(const fs::path& folder) const {
+    Json json;
+    json["format"] = kFormat;
+    json["version"] = kVersion;
+    json["frames"] = InputToJson(input, folder);
+    json["currentFrame"] = currentFrame;
+    json["textOn"] = RangesToText(textOn);
+    json["strings"]["present"] = stringsPresent;
+    json["strings"]["texts"] = strings;
+    json["encoding"] = encoding;
+    json["settings"] = SettingsRecordToJson(settings);
+    json["dialogs"] = DialogsRecordToJson(dialogs);
+    // Strings that are no text come from no file and no field; their bytes become U+FFFD.
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+bool Document::Save(const fs::path& file, std::string& why) const {
+    if (platform::ApplicationTextEncoding() != encoding) {
+        why = file.string() + ": the document's texts are in " + encoding + ", the program's in " +
+              platform::ApplicationTextEncoding();
+        return false;
+    }
+    auto const json = ToJson(fs::absolute(file).parent_path());
+    auto const bytes = std::span(reinterpret_cast<const std::uint8_t*>(json.data()), json.size());
+    if (bytes.size() > kMaxFile) {
+        why = file.string() + ": cannot be written: more than " + std::to_string(kMaxFile) +
+              " bytes, which no program would read";
+        return false;
+    }
+    return WriteWhole(file, bytes, Existing::kOverwrite, why) == OutputResult::kWritten;
+}
+
+void Document::TakeFrom(Effect& effect) {
+    settings = effect.CopyParams();
+    auto const block = effect.Settings();
+    if (block.size() == sizeof dialogs)
+        std::memcpy(&dialogs, block.data(), sizeof dialogs);
+    encoding = platform::ApplicationTextEncoding();
+}
+
+bool Document::GiveTo(Effect& effect, std::string& why) const {
+    auto const block = effect.Settings();
+    if (block.size() != sizeof dialogs) {
+        why = "the plug-in keeps " + std::to_string(block.size()) +
+              " bytes of dialog settings, and a document has " + std::to_string(sizeof dialogs);
+        return false;
+    }
+    effect.SetParams(settings);
+    std::memcpy(block.data(), &dialogs, sizeof dialogs);
+    return true;
+}
+
+bool Document::operator==(const Document& other) const {
+    return input == other.input && currentFrame == other.currentFrame &&
+           textOn.ToString() == other.textOn.ToString() && stringsPresent == other.stringsPresent &&
+           strings == other.strings && encoding == other.encoding &&
+           std::memcmp(&settings, &other.settings, sizeof settings) == 0 &&
+           std::memcmp(&dialogs, &other.dialogs, sizeof dialogs) == 0;
+}
+
+} // namespace host

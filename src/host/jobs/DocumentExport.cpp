@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "host/jobs/DocumentExport.h"
+
+#include "host/jobs/FramePump.h"
+
+namespace host {
+
+std::unique_ptr<DocumentExport> DocumentExport::Make(const Document& document, const Effect& effect,
+                                                     const ExportOptions& options,
+                                                     PlanProblem& problem) {
+    if (document.input.empty()) {
+        problem = { PlanProblem::Kind::kInput, "the document has no frames" };
+        return nullptr;
+    }
+    std::unique_ptr<DocumentExport> made(new DocumentExport);
+    made->m_plan = FramePlan::Make({ .input = document.input,
+                                     .output = options.output,
+                                     .frames = options.frames.value_or(FrameRanges::All()),
+                                     .existing = options.existing },
+                                   problem);
+    if (!made->m_plan)
+        return nullptr;
+    std::string why;
+    made->m_text = FrameText::Of(document, why);
+    if (!made->m_text) {
+        problem = { PlanProblem::Kind::kText, why };
+        return nullptr;
+    }
+    made->m_renderer.emplace(effect, *made->m_text, document.textOn);
+    made->m_jobs = ThreadsFor(options.jobs, made->m_plan->Source());
+    made->m_compression = options.compression;
+    return made;
+}
+
+RunResult DocumentExport::Run(RunListener& listener, const CancelToken& cancel) {
+    RunResult result;
+    if (!m_plan->PrepareFolder(result.writeError)) {
+        listener.Started(FrameCount());
+        listener.Finished(result);
+        return result;
+    }
+    return FramePump(m_plan->Source(), *m_renderer, m_plan->Sink(), listener, cancel, m_jobs,
+                     m_compression)
+        .Run();
+}
+
+} // namespace host

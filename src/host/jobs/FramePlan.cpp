@@ -1,0 +1,144 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "host/jobs/FramePlan.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <unistd.h>
+
+#include "host/jobs/FileSink.h"
+#include "host/jobs/FileSource.h"
+#include "host/jobs/StreamSink.h"
+#include "host/jobs/StreamSource.h"
+
+namespace host {
+
+namespace {
+
+using Kind = PlanProblem::Kind;
+
+std::string Span(const std::vector<FrameFile>& frames) {
+    auto const first = std::to_string(frames.front().number);
+    return frames.size() == 1 ? "only " + first
+                              : first + " to " + std::to_string(frames.back().number);
+}
+
+// False when one of the outputs is there already.
+bool CheckExisting(const std::vector<std::string>& existing, PlanProblem& problem) {
+    if (existing.empty())
+        return true;
+    std::string text = existing.size() == 1
+                           ? "this output exists already:"
+                           : std::to_string(existing.size()) + " outputs exist already:";
+    for (std::size_t i = 0; i < std::min(existing.size(), FramePlan::kNamed); ++i)
+        text += "\n  " + existing[i];
+    if (existing.size() > FramePlan::kNamed)
+        text += "\n  and " + std::to_string(existing.size() - FramePlan::kNamed) + " more";
+    problem = { Kind::kExists, text };
+    return false;
+}
+
+} // namespace
+
+FramePlan::FramePlan(const PlanOptions& options)
+    : m_wanted(options.frames), m_readsStream(options.input == kStream),
+      m_writesStream(options.output == kStream) {}
+
+std::optional<FramePlan> FramePlan::Make(const PlanOptions& options, PlanProblem& problem) {
+    FramePlan plan(options);
+    if (!plan.OpenInput(options, problem) || !plan.OpenOutput(options, problem))
+        return std::nullopt;
+    return plan;
+}
+
+bool FramePlan::OpenInput(const PlanOptions& options, PlanProblem& problem) {
+    if (m_readsStream) {
+        m_source = std::make_unique<StreamSource>(STDIN_FILENO, options.start, m_wanted);
+        return true;
+    }
+    std::string why;
+    m_input = Sequence::Open(options.input, why);
+    if (!m_input) {
+        problem = { Kind::kInput, why };
+        return false;
+    }
+    for (auto const& file : m_input->Frames()) {
+        if (m_wanted.Contains(file.number))
+            m_files.push_back(file);
+    }
+    if (m_files.empty()) {
+        problem = { Kind::kNoFrames,
+                    options.input + " has none of them, it has " + Span(m_input->Frames()) };
+        return false;
+    }
+    m_missing = m_wanted.Missing(m_input->Numbers(), kNamed + 1);
+    m_source = std::make_unique<FileSource>(m_files);
+    return true;
+}
+
+bool FramePlan::OpenOutput(const PlanOptions& options, PlanProblem& problem) {
+    if (m_writesStream) {
+        m_sink = std::make_unique<StreamSink>(STDOUT_FILENO);
+        return true;
+    }
+    return m_readsStream ? OpenNumberedFiles(options, problem) : OpenFiles(options, problem);
+}
+
+bool FramePlan::OpenFiles(const PlanOptions& options, PlanProblem& problem) {
+    std::string why;
+    auto const output = SequenceOutput::Open(*m_input, options.output, why);
+    if (!output) {
+        problem = { Kind::kOutput, why };
+        return false;
+    }
+    m_folder = output->Folder();
+    std::vector<std::string> found;
+    for (auto const& file : m_files) {
+        std::error_code ignored;
+        if (auto const path = output->PathOf(file);
+            options.existing == Existing::kRefuse && std::filesystem::exists(path, ignored))
+            found.push_back(path.string());
+    }
+    m_sink = std::make_unique<FileSink>(
+        [output = *output](const Ticket& ticket) {
+            return output.PathOf({ ticket.values.frame, ticket.input });
+        },
+        options.existing);
+    return CheckExisting(found, problem);
+}
+
+bool FramePlan::OpenNumberedFiles(const PlanOptions& options, PlanProblem& problem) {
+    std::string why;
+    auto const pattern = FramePattern::LooksLikeOne(options.output)
+                             ? FramePattern::Parse(options.output, why)
+                             : std::nullopt;
+    if (!pattern) {
+        problem = { Kind::kOutput, why.empty()
+                                       ? options.output +
+                                             ": the frames of a stream need numbered names, such "
+                                             "as out.%04d.png, or - for a stream"
+                                       : why };
+        return false;
+    }
+    m_folder = pattern->Folder();
+    auto const there =
+        options.existing == Existing::kRefuse ? Sequence::Open(options.output, why) : std::nullopt;
+    // How long the stream is shows only at its end: any frame that it could write counts.
+    std::vector<std::string> found;
+    for (auto const& file : there ? there->Frames() : std::vector<FrameFile>()) {
+        if (file.number >= options.start && m_wanted.Contains(file.number))
+            found.push_back(file.path.string());
+    }
+    m_sink = std::make_unique<FileSink>(
+        [pattern = *pattern](const Ticket& ticket) {
+            return std::filesystem::path(pattern.PathOf(ticket.values.frame));
+        },
+        options.existing);
+    return CheckExisting(found, problem);
+}
+
+bool FramePlan::PrepareFolder(std::string& why) const {
+    return MakeFolder(m_folder, why);
+}
+
+} // namespace host

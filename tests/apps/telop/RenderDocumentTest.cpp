@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Documents through the real program: what it draws is what the window's export draws.
+#include "TelopProgram.h"
+
+#include "host/document/Document.h"
+#include "host/jobs/DocumentExport.h"
+#include "host/text/TextField.h"
+
+namespace telop {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+class RenderDocument : public TelopProgram {
+protected:
+    RenderDocument() {
+        std::string why;
+        m_effect = host::Effect::Make(host::Plugin::Load(TELOP_BUNDLE, why), why);
+        m_document.TakeFrom(*m_effect);
+        m_document.input = Path("a").string();
+        m_document.strings = { "", "", "12", "{frame}" };
+        m_document.textOn = *host::FrameRanges::Parse("2-3", why);
+        m_document.settings.nOpacity = 90;
+    }
+
+    void Save(const std::string& name = "shot.telop") {
+        std::string why;
+        ASSERT_TRUE(m_document.Save(Path(name), why)) << why;
+    }
+
+    std::unique_ptr<host::Effect> m_effect;
+    host::Document m_document;
+};
+
+TEST_F(RenderDocument, DrawsWhatAnExportDraws) {
+    WriteSequence("a", 1, 4);
+    Save();
+    host::PlanProblem problem;
+    auto const made = host::DocumentExport::Make(m_document, *m_effect,
+                                                 { .output = Path("window/").string() }, problem);
+    ASSERT_TRUE(made) << problem.text;
+    host::RunListener listener;
+    EXPECT_EQ(made->Run(listener, host::CancelToken()).written, 4);
+
+    auto const outcome = Run({ "render", "--document", "shot.telop", "b/" });
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_EQ(Files("b"), Files("window"));
+    for (auto const& name : Files("b"))
+        EXPECT_EQ(Contents("b/" + name), Contents("window/" + name)) << name;
+    for (int frame = 1; frame <= 4; ++frame) {
+        auto const name = "/shot." + std::to_string(frame) + ".png";
+        EXPECT_EQ(Compare(ReadPicture("a" + name), ReadPicture("b" + name)).pixels > 0,
+                  frame == 2 || frame == 3)
+            << frame;
+    }
+}
+
+TEST_F(RenderDocument, OptionsBesideItCountMore) {
+    WriteSequence("a", 1, 4);
+    WritePicture("single.png", MakeFrame(9));
+    Save();
+    auto const drawn = [&](const Arguments& options, const std::string& folder) {
+        Arguments arguments { "render", "--document", "shot.telop" };
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        arguments.push_back(folder + "/");
+        auto const outcome = Run(arguments);
+        EXPECT_EQ(outcome.code, 0) << outcome.err;
+        return Contents(folder + "/shot.2.png");
+    };
+    auto const plain = drawn({}, "plain");
+    EXPECT_EQ(drawn({ "--strings", ",,12,2" }, "same"), plain);
+    EXPECT_NE(drawn({ "--strings", ",,13,2" }, "strings"), plain);
+    EXPECT_NE(drawn({ "--info", "PAN" }, "info"), plain);
+    EXPECT_NE(drawn({ "--opacity", "20" }, "opacity"), plain);
+    EXPECT_EQ(Compare(ReadPicture("a/shot.1.png"), ReadPicture("plain/shot.1.png")).pixels, 0);
+    drawn({ "--apply", "1" }, "apply");
+    EXPECT_GT(Compare(ReadPicture("a/shot.1.png"), ReadPicture("apply/shot.1.png")).pixels, 0);
+    drawn({ "--frames", "2-3" }, "frames");
+    EXPECT_THAT(Files("frames"), ElementsAre("shot.2.png", "shot.3.png"));
+    EXPECT_EQ(Run({ "render", "--document", "shot.telop", "--apply", "-", "x" }).code, 2);
+    EXPECT_EQ(Run({ "render", "--document", "shot.telop", "single.png", "o.png" }).code, 0);
+    EXPECT_TRUE(std::filesystem::exists(Path("o.png"))) << "an INPUT stands in for the document's";
+}
+
+TEST_F(RenderDocument, BringsItsEncoding) {
+    WriteSequence("a", 2, 2);
+    std::string why;
+    m_document.settings.dwFlags = TEXT_INFO | TEXT_BOX;
+    ASSERT_TRUE(host::SetField(m_document.settings.szInfoText, "info", "表示", why)) << why;
+    Save("utf8.telop");
+    auto json = Contents("utf8.telop");
+    json.replace(json.find("\"UTF-8\""), 7, "\"CP932\"");
+    Write("cp932.telop", json);
+    ASSERT_EQ(Run({ "render", "--document", "utf8.telop", "u/" }).code, 0);
+    auto const outcome = Run({ "render", "--document", "cp932.telop", "c/" });
+    ASSERT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_EQ(Contents("u/shot.2.png"), Contents("c/shot.2.png"));
+}
+
+TEST_F(RenderDocument, TroubleIsNamed) {
+    WriteSequence("a", 1, 2);
+    Save();
+    m_document.strings[2] = "{cut}";
+    Save("token.telop");
+    m_document.input.clear();
+    Save("empty.telop");
+    Write("broken.telop", Contents("shot.telop").substr(0, 200));
+    struct Row {
+        Arguments arguments;
+        int code;
+        const char* message;
+    };
+    for (auto const& row : {
+             Row { { "shot.telop" }, 2, "OUTPUT is missing" },
+             Row { { "not.telop", "b/" }, 3, "not.telop: cannot be read" },
+             Row { { "broken.telop", "b/" }, 3, "broken.telop: not readable as JSON" },
+             Row { { "empty.telop", "b/" }, 3, "empty.telop: has no frames" },
+             Row { { "token.telop", "b/" }, 3, "information string 3: '{cut}' is no token" },
+             Row { { "shot.telop", "--settings", "s", "b/" }, 2, "--settings" },
+             Row { { "shot.telop", "--encoding", "GBK", "b/" }, 2, "--encoding" },
+             Row { { "shot.telop", "a/" }, 2, "over an input" },
+         }) {
+        Arguments arguments { "render", "--document" };
+        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+        auto const outcome = Run(arguments);
+        EXPECT_EQ(outcome.code, row.code) << testing::PrintToString(arguments) << outcome.err;
+        EXPECT_THAT(outcome.err, HasSubstr(row.message)) << testing::PrintToString(arguments);
+    }
+    EXPECT_FALSE(std::filesystem::exists(Path("b")));
+}
+
+} // namespace
+} // namespace telop

@@ -1,0 +1,119 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/telop/TextOptions.h"
+
+#include <cstring>
+
+#include <gmock/gmock.h>
+
+#include "apps/telop/CommandError.h"
+#include "host/text/TextField.h"
+
+namespace telop {
+namespace {
+
+using testing::HasSubstr;
+
+_TEXTPARAM Defaults() {
+    _TEXTPARAM params {};
+    params.dwFlags = TEXT_SCORE | TEXT_BOX;
+    params.nFontSize = 36;
+    return params;
+}
+
+std::string UsageError(const TextOptions& options, const _TEXTPARAM& settings = Defaults()) {
+    try {
+        MakeFrameText(options, settings);
+    } catch (const CommandError& error) {
+        EXPECT_EQ(error.Code(), ExitCode::kUsage);
+        return error.what();
+    }
+    return "(accepted)";
+}
+
+TEST(TextOptions, OptionsReplaceOnlyWhatTheyName) {
+    auto settings = Defaults();
+    settings.dwFlags = TEXT_CHARACTER | TEXT_MONOLOGUE | TEXT_BOX;
+    std::strcpy(settings.szCharacter, "Taro");
+    std::strcpy(settings.szFontName, "Somewhere");
+    auto const text = MakeFrameText(
+        { .off = true, .color = "#010203", .box = "none", .position = "-4,9" }, settings);
+    auto expected = settings;
+    expected.dwFlags = TEXT_CHARACTER | TEXT_OFFCHARACTER;
+    expected.crText = 0x030201;
+    expected.ptPos = { -4, 9 };
+    EXPECT_EQ(std::memcmp(&text.Params(), &expected, sizeof expected), 0);
+}
+
+TEST(TextOptions, ANewKindTakesTheOldOnesPlace) {
+    auto settings = Defaults();
+    settings.dwFlags = TEXT_CHARACTER | TEXT_DIALOGUE | TEXT_OFFCHARACTER | TEXT_BOX;
+    struct Row {
+        TextOptions options;
+        std::uint32_t flags;
+    };
+    for (auto const& row : {
+             Row { { .info = "a" }, TEXT_INFO | TEXT_OFFCHARACTER | TEXT_BOX },
+             Row { { .character = "a" }, TEXT_CHARACTER | TEXT_BOX },
+             Row { { .dialogue = "a" }, TEXT_DIALOGUE | TEXT_OFFCHARACTER | TEXT_BOX },
+             Row { { .score = 2 }, TEXT_SCORE | TEXT_OFFCHARACTER | TEXT_BOX },
+         })
+        EXPECT_EQ(MakeFrameText(row.options, settings).Params().dwFlags, row.flags);
+}
+
+TEST(TextOptions, FillsEveryFieldForTheFrame) {
+    auto const text =
+        MakeFrameText({ .score = 3, .strings = "E1,{file},12,{frame-1000}" }, Defaults());
+    host::ResolvedText resolved;
+    std::string why;
+    ASSERT_TRUE(text.Resolve({ 1042, "shot" }, resolved, why)) << why;
+    std::vector<std::string> strings;
+    for (auto const& field : resolved.strings)
+        strings.emplace_back(host::FieldBytes(field));
+    EXPECT_THAT(strings, testing::ElementsAre("E1", "shot", "12", "42"));
+    EXPECT_TRUE(text.NeedsFile());
+}
+
+TEST(TextOptions, AScoreLineWithoutStringsNumbersTheFrames) {
+    auto const text = MakeFrameText({}, Defaults());
+    host::ResolvedText resolved;
+    std::string why;
+    ASSERT_TRUE(text.Resolve({ 7, "" }, resolved, why)) << why;
+    EXPECT_EQ(host::FieldBytes(resolved.strings[3]), "7");
+    EXPECT_EQ(text.NameWithTokens(), "") << "strings are not part of the settings";
+}
+
+TEST(TextOptions, ATextMayOutgrowItsFieldInSomeFramesOnly) {
+    auto const text = MakeFrameText({ .info = std::string(60, 'x') + "{frame}" }, Defaults());
+    EXPECT_EQ(text.NameWithTokens(), "--info");
+    host::ResolvedText resolved;
+    std::string why;
+    EXPECT_TRUE(text.Resolve({ 999, "" }, resolved, why)) << why;
+    EXPECT_FALSE(text.Resolve({ 1000, "" }, resolved, why));
+    EXPECT_THAT(why, testing::AllOf(HasSubstr("--info"), HasSubstr("64"), HasSubstr("63")));
+}
+
+TEST(TextOptions, NamesTheOptionThatIsWrong) {
+    struct Row {
+        TextOptions options;
+        const char* named;
+    };
+    for (auto const& row : {
+             Row { { .info = std::string(64, 'x') }, "--info: the text has 64 bytes" },
+             Row { { .info = std::string(63, 'x') + "{frame}" }, "--info: the text has 64 bytes" },
+             Row { { .info = "{cut}" }, "--info: '{cut}' is no token" },
+             Row { { .info = "two\nlines" }, "--info: the text has a line break" },
+             Row { { .dialogue = std::string(256, 'x') }, "--dialogue: the text has 256 bytes" },
+             Row { { .score = 0, .strings = "1,2,3" }, "--strings: '1,2,3' has 3 of the four" },
+             Row { { .info = "x", .strings = ",,," }, "--strings are the parts of a score line" },
+             Row { { .off = true }, "--off says how a character speaks" },
+             Row { { .info = "x", .monologue = true }, "--monologue says how" },
+             Row { { .font = std::string(70, 'x') }, "--font: the text has 70 bytes" },
+             Row { { .color = "bleu" }, "--color: 'bleu' is no color" },
+             Row { { .box = "nothing" }, "--box: 'nothing' is no color" },
+             Row { { .position = "12" }, "--at: '12' is not X,Y" },
+         })
+        EXPECT_THAT(UsageError(row.options), HasSubstr(row.named));
+}
+
+} // namespace
+} // namespace telop

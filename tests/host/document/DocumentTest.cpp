@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "host/document/Document.h"
+
+#include <cstring>
+#include <random>
+
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/resource.h>
+
+#include "host/text/TextField.h"
+#include "platform/TextEncoding.h"
+#include "support/TemporaryFolder.h"
+
+namespace host {
+namespace {
+
+using testing::AllOf;
+using testing::HasSubstr;
+using testing::Not;
+
+class DocumentTest : public testing::Test {
+protected:
+    DocumentTest() { platform::SetApplicationTextEncoding("UTF-8"); }
+    ~DocumentTest() override { platform::SetApplicationTextEncoding("UTF-8"); }
+
+    std::filesystem::path Path(const std::string& name) const { return m_folder.Path() / name; }
+    std::string Frames(const std::string& name) const { return Path(name).string(); }
+
+    Document Sample() const {
+        Document document;
+        document.input = Frames("shot.####.png");
+        document.currentFrame = 1012;
+        std::string why;
+        document.textOn = *FrameRanges::Parse("1001-1010,1020-", why);
+        document.strings = { "Hügel", "", "12", "{frame:04}" };
+        document.settings.dwFlags = TEXT_DIALOGUE | TEXT_BOX;
+        document.settings.nFontSize = 48;
+        document.settings.nOpacity = 80;
+        std::strcpy(document.settings.szDialogue, "次の町まで\rあと少し。");
+        std::strcpy(document.dialogs.infoPopup.szPreset[0], "PAN");
+        std::strcpy(document.dialogs.characterPopup.szHistory[0], "美香");
+        document.dialogs.infoPopup.bLock = 1;
+        document.dialogs.nViewState2 = -7;
+        return document;
+    }
+
+    // Through a file in the test's folder, with the bytes of that in between.
+    Document Reloaded(const Document& document, std::string* json = nullptr) const {
+        std::string why;
+        EXPECT_TRUE(document.Save(Path("a.telop"), why)) << why;
+        if (json)
+            *json = document.ToJson(m_folder.Path());
+        auto loaded = Document::Load(Path("a.telop"), why);
+        EXPECT_TRUE(loaded) << why;
+        return loaded.value_or(Document {});
+    }
+
+    // The sample's JSON with a part of it replaced, and why it is refused.
+    std::string Refusal(const std::string& part, const std::string& by) const {
+        auto json = Sample().ToJson(m_folder.Path());
+        auto const at = json.find(part);
+        EXPECT_NE(at, std::string::npos) << part;
+        json.replace(at, part.size(), by);
+        std::string why = "(accepted)";
+        m_folder.Write("bad.telop", json);
+        auto const document = Document::Load(Path("bad.telop"), why);
+        EXPECT_FALSE(document) << part << " -> " << by;
+        return why;
+    }
+
+    TemporaryFolder m_folder;
+};
+
+TEST_F(DocumentTest, ComesBackWhole) {
+    std::string json;
+    auto const document = Sample();
+    EXPECT_TRUE(Reloaded(document, &json) == document);
+    EXPECT_THAT(json, AllOf(HasSubstr("\"frames\": \"shot.####.png\""),
+                            HasSubstr("\"textOn\": \"1001-1010,1020-\""), HasSubstr("次の町まで"),
+                            HasSubstr("\"present\": true"), Not(HasSubstr("archive")),
+                            Not(HasSubstr("block"))));
+}
+
+TEST_F(DocumentTest, UntitledAndEmptyOnesComeBackToo) {
+    Document document;
+    document.stringsPresent = false;
+    document.textOn = {};
+    EXPECT_TRUE(Reloaded(document) == document);
+    document.textOn = FrameRanges::All();
+    std::string json;
+    EXPECT_TRUE(Reloaded(document, &json) == document);
+    EXPECT_THAT(json, AllOf(HasSubstr("\"frames\": null"), HasSubstr("\"textOn\": \"all\"")));
+}
+
+TEST_F(DocumentTest, FramesAreRelativeWhereTheyMoveAlong) {
+    struct Row {
+        std::string input, stored;
+    };
+    for (auto const& row : {
+             Row { Frames("a.png"), "a.png" },
+             Row { Frames("below/deep/a.%04d.png"), "below/deep/a.%04d.png" },
+             Row { Frames("below/"), "below/" },
+             Row { m_folder.Path().string() + "/./x/../a.png", "a.png" },
+             Row { m_folder.Path().string() + "-other/a.png",
+                   m_folder.Path().string() + "-other/a.png" },
+             Row { "/elsewhere/a.png", "/elsewhere/a.png" },
+         }) {
+        Document document;
+        document.input = row.input;
+        EXPECT_THAT(document.ToJson(m_folder.Path()),
+                    HasSubstr("\"frames\": \"" + row.stored + "\""));
+        std::string why;
+        auto const moved = Document::FromJson(document.ToJson(m_folder.Path()), "/moved/here", why);
+        ASSERT_TRUE(moved) << why;
+        EXPECT_EQ(moved->input, (std::filesystem::path("/moved/here") / row.stored).string());
+    }
+    Document document;
+    document.input = Frames("caf\xE9/a.png"); // bytes that are no UTF-8
+    EXPECT_EQ(Reloaded(document).input, document.input);
+}
+
+TEST_F(DocumentTest, EveryByteOfTheRecordsComesBack) {
+    std::mt19937 random(20);
+    for (auto const* encoding : { "UTF-8", "CP932", "EUC-JP", "GBK" }) {
+        ASSERT_TRUE(platform::SetApplicationTextEncoding(encoding));
+        for (int round = 0; round < 40; ++round) {
+            Document document;
+            document.encoding = encoding;
+            auto const fill = [&](auto& record, unsigned share) {
+                auto* bytes = reinterpret_cast<unsigned char*>(&record);
+                for (std::size_t i = 0; i < sizeof record; ++i)
+                    bytes[i] = random() % 40 < share ? static_cast<unsigned char>(random()) : 0;
+            };
+            fill(document.settings, static_cast<unsigned>(round) + 1);
+            fill(document.dialogs, static_cast<unsigned>(round) + 1);
+            EXPECT_TRUE(Reloaded(document) == document) << encoding << ", round " << round;
+        }
+    }
+}
+
+TEST_F(DocumentTest, BytesBehindATextStayAndWhatAPersonChangesCounts) {
+    auto document = Sample();
+    std::memset(document.settings.szFontName, 'x', sizeof document.settings.szFontName);
+    std::strcpy(document.settings.szFontName, "DejaVu Sans");
+    std::strcpy(document.dialogs.infoPopup.szHistory[3], "behind an empty one");
+    auto json = document.ToJson(m_folder.Path());
+    EXPECT_THAT(json, AllOf(HasSubstr("\"archive\": \""), HasSubstr("\"block\": \"")));
+    for (auto const& [from, to] : { std::pair { "\"size\": 48", "\"size\": 52" },
+                                    std::pair { "\"PAN\"", "\"FOLLOW\", \"PAN\"" } })
+        json.replace(json.find(from), std::strlen(from), to);
+    std::string why;
+    auto const changed = Document::FromJson(json, m_folder.Path(), why);
+    ASSERT_TRUE(changed) << why;
+    document.settings.nFontSize = 52;
+    std::strcpy(document.dialogs.infoPopup.szPreset[0], "FOLLOW");
+    std::strcpy(document.dialogs.infoPopup.szPreset[1], "PAN");
+    EXPECT_TRUE(*changed == document);
+}
+
+TEST_F(DocumentTest, TextsKeepTheirOwnEncoding) {
+    ASSERT_TRUE(platform::SetApplicationTextEncoding("CP932"));
+    Document document;
+    document.encoding = "CP932";
+    std::string why;
+    ASSERT_TRUE(SetField(document.settings.szInfoText, "info", "表示", why)) << why;
+    ASSERT_TRUE(document.Save(Path("a.telop"), why)) << why;
+    EXPECT_THAT(document.ToJson("/"), HasSubstr("\"info\": \"表示\""));
+
+    ASSERT_TRUE(platform::SetApplicationTextEncoding("UTF-8"));
+    EXPECT_FALSE(document.Save(Path("b.telop"), why)) << "its texts would be taken for UTF-8";
+    EXPECT_THAT(Refusal("\"UTF-8\"", "\"CP-000\""), HasSubstr("encoding: 'CP-000'"));
+    EXPECT_EQ(platform::ApplicationTextEncoding(), "UTF-8");
+    auto const loaded = Document::Load(Path("a.telop"), why);
+    ASSERT_TRUE(loaded) << why;
+    EXPECT_TRUE(*loaded == document);
+    EXPECT_EQ(platform::ApplicationTextEncoding(), "CP932");
+}
+
+TEST_F(DocumentTest, BadFilesAreRefusedWithTheKeyAndTheReason) {
+    struct Row {
+        const char* part;
+        const char* by;
+        const char* reason;
+    };
+    for (auto const& row : {
+             Row { "{", "[", "not readable as JSON: " },
+             Row { "}\n}", "}\n", "not readable as JSON: " },
+             Row { "telop-document", "other", "is no Telop document" },
+             Row { "\"format\"", "\"kind\"", "is no Telop document" },
+             Row { "\"version\": 1", "\"version\": 2, \"colors\": 3", "newer Telop" },
+             Row { "\"version\": 1", "\"version\": 0", "version: 0 is outside" },
+             Row { "\"version\": 1", "\"version\": \"1\"", "version: expected a whole number" },
+             Row { "\"version\": 1,", "", "version: is missing" },
+             Row { "\"version\"", "\"x\": 1, \"version\"", "x: is unknown" },
+             Row { "\"currentFrame\": 1012,", "", "currentFrame: is missing" },
+             Row { "\"currentFrame\"", "\"frames\": \"b\", \"currentFrame\"",
+                   "frames: given twice" },
+             Row { "1012", "-1", "currentFrame: -1 is outside" },
+             Row { "1012", "18446744073709551615",
+                   "currentFrame: 18446744073709551615 is outside" },
+             Row { "1012", "1e3", "currentFrame: expected a whole number" },
+             Row { "\"shot.####.png\"", "\"\"", "frames: is no path" },
+             Row { "\"shot.####.png\"", "\"a\\u0000b\"", "frames: is no path" },
+             Row { "\"shot.####.png\"", "7", "frames: expected a text" },
+             Row { "\"shot.####.png\"", "{\"base64\": \"a\"}", "frames.base64: is not base64" },
+             Row { "1001-1010,1020-", "10-1", "textOn: '10-1': ends before it starts" },
+             Row { "\"12\"", "12", "strings.texts, 3: expected a text" },
+             Row { "\"12\",", "", "strings.texts: expected a list of 4" },
+             Row { "\"present\": true", "\"present\": 1", "strings.present: expected true" },
+             Row { "\"present\"", "\"absent\"", "strings.absent: is unknown" },
+             Row { "\"size\": 48", "\"size\": \"big\"", "settings.size: expected a whole number" },
+             Row { "\"size\": 48,", "", "settings.size: is missing" },
+             Row { "\"size\": 48", "\"size\": 48, \"size\": 9", "settings.size: given twice" },
+             Row { "\"size\": 48", "\"size\": 48, \"bold\": 1", "settings.bold: is unknown" },
+             Row { "\"size\": 48", "\"size\": 48, \"archive\": \"AAAA\"",
+                   "settings.archive: expected 480 bytes" },
+             Row { "\"opacity\": 80", "\"opacity\": 101", "settings.opacity: 101 is outside" },
+             Row { "[\n        \"PAN\"\n      ]", "\"PAN\"", "dialogs.info.registered: expected" },
+             Row { "\"PAN\"", "\"\"", "dialogs.info.registered: entry 1: is empty" },
+             Row { "\"history\": []", "\"locked\": true", "dialogs.info.locked: given twice" },
+             Row { "\"option\": 0", "\"option\": 4294967296", "dialogs.option: 4294967296 is" },
+             Row { "-7", "\"7\"", "dialogs.viewState: expected a whole number" },
+         })
+        EXPECT_THAT(Refusal(row.part, row.by),
+                    AllOf(HasSubstr(Frames("bad.telop") + ": "), HasSubstr(row.reason)))
+            << row.part << " -> " << row.by;
+}
+
+TEST_F(DocumentTest, FilesThatAreNoDocumentsAreNamed) {
+    m_folder.Write("archive.telop", std::string(480, '\0'));
+    m_folder.Write("empty.telop", "");
+    struct Row {
+        const char* file;
+        const char* reason;
+    };
+    for (auto const& row : {
+             Row { "not.telop", "cannot be read" },
+             Row { "archive.telop", "the size of a settings archive" },
+             Row { "empty.telop", "not readable as JSON" },
+             Row { ".", "cannot be read" },
+         }) {
+        std::string why;
+        EXPECT_FALSE(Document::Load(Path(row.file), why));
+        EXPECT_THAT(why, AllOf(HasSubstr(Frames(row.file)), HasSubstr(row.reason)));
+    }
+}
+
+TEST_F(DocumentTest, AFullDiskLeavesTheFileThatWasThere) {
+    auto const document = Sample();
+    std::string why;
+    ASSERT_TRUE(document.Save(Path("a.telop"), why)) << why;
+    // The system refuses to write more than a few bytes into any file.
+    auto const ignoreLimit = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit {};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    rlimit const small { 100, limit.rlim_max };
+    setrlimit(RLIMIT_FSIZE, &small);
+    auto changed = document;
+    changed.currentFrame = 1;
+    bool const saved = changed.Save(Path("a.telop"), why);
+    setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, ignoreLimit);
+    EXPECT_FALSE(saved);
+    EXPECT_THAT(why, HasSubstr(Frames("a.telop") + ": cannot be written"));
+    auto const loaded = Document::Load(Path("a.telop"), why);
+    ASSERT_TRUE(loaded) << why;
+    EXPECT_TRUE(*loaded == document);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_folder.Path()), {}), 1);
+}
+
+} // namespace
+} // namespace host

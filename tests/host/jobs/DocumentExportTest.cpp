@@ -1,0 +1,242 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Runs over real frames with the real plug-in, as front ends with a window make them.
+#include "host/jobs/DocumentExport.h"
+
+#include <algorithm>
+#include <mutex>
+#include <thread>
+
+#include <gmock/gmock.h>
+
+#include "host/Plugin.h"
+#include "host/frames/PngReader.h"
+#include "support/TemporaryFolder.h"
+
+namespace host {
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+// Writes down what it hears, and cancels after so many frames.
+class Notes : public RunListener {
+public:
+    explicit Notes(std::int64_t cancelAfter = -1) : m_cancelAfter(cancelAfter) {}
+
+    void Started(std::int64_t count) override { total = count; }
+    void FrameWritten(std::int64_t frame, const std::string&) override {
+        std::lock_guard const lock(m_mutex);
+        written.push_back(frame);
+        if (static_cast<std::int64_t>(written.size()) == m_cancelAfter)
+            cancel.Cancel();
+    }
+    void FrameSkipped(std::int64_t frame, const std::string&) override {
+        std::lock_guard const lock(m_mutex);
+        skipped.push_back(frame);
+    }
+    void FrameFailed(const FrameFailure& failure) override {
+        std::lock_guard const lock(m_mutex);
+        failed.push_back(failure);
+    }
+    void Finished(const RunResult& result) override { finished = result; }
+
+    CancelToken cancel;
+    std::int64_t total = -1;
+    std::vector<std::int64_t> written, skipped;
+    std::vector<FrameFailure> failed;
+    std::optional<RunResult> finished;
+
+private:
+    std::mutex m_mutex;
+    std::int64_t m_cancelAfter;
+};
+
+class DocumentExportTest : public testing::Test {
+protected:
+    DocumentExportTest() {
+        std::string why;
+        auto plugin = Plugin::Load(TELOP_BUNDLE, why);
+        EXPECT_TRUE(plugin) << why;
+        m_effect = Effect::Make(plugin, why);
+        m_document.TakeFrom(*m_effect);
+        m_document.input = Path("in/shot.####.png");
+        m_document.settings.nOpacity = 100;
+    }
+
+    std::string Path(const std::string& name) const { return (m_folder.Path() / name).string(); }
+    std::string Output(std::int64_t frame) const {
+        return Path("out/shot." + std::to_string(frame) + ".png");
+    }
+
+    void MakeFrames(std::int64_t first, std::int64_t last) const {
+        std::filesystem::create_directories(Path("in"));
+        for (auto number = first; number <= last; ++number) {
+            Frame frame;
+            frame.image = Image::Make(320, 120, kRgb24);
+            for (std::int32_t y = 0; y < 120; ++y)
+                std::ranges::fill(frame.image->Row(y), static_cast<std::uint8_t>(y + number));
+            std::string why;
+            EXPECT_EQ(PngWriter().Write(Path("in/shot." + std::to_string(number) + ".png"), frame,
+                                        {}, Existing::kRefuse, why),
+                      OutputResult::kWritten)
+                << why;
+        }
+    }
+
+    static std::vector<std::uint8_t> Pixels(const std::string& file) {
+        Frame frame;
+        std::string why;
+        EXPECT_TRUE(PngReader().Read(file, frame, why)) << why;
+        std::vector<std::uint8_t> pixels;
+        for (std::int32_t y = 0; frame.image && y < frame.image->Height(); ++y) {
+            auto const row = frame.image->Row(y);
+            pixels.insert(pixels.end(), row.begin(), row.end());
+        }
+        return pixels;
+    }
+    bool IsDrawn(std::int64_t frame) const {
+        return Pixels(Output(frame)) != Pixels(Path("in/shot." + std::to_string(frame) + ".png"));
+    }
+
+    std::unique_ptr<DocumentExport> Make(const ExportOptions& options, PlanProblem& problem) const {
+        return DocumentExport::Make(m_document, *m_effect, options, problem);
+    }
+    RunResult Run(Notes& notes, ExportOptions options = {}) const {
+        options.output = Path("out/");
+        PlanProblem problem;
+        auto const made = Make(options, problem);
+        EXPECT_TRUE(made) << problem.text;
+        return made ? made->Run(notes, notes.cancel) : RunResult {};
+    }
+
+    TemporaryFolder m_folder;
+    std::unique_ptr<Effect> m_effect;
+    Document m_document;
+};
+
+TEST_F(DocumentExportTest, TextIsDrawnWhereItIsOn) {
+    MakeFrames(1001, 1006);
+    std::string why;
+    m_document.textOn = *FrameRanges::Parse("1002-1003,1006", why);
+    Notes notes;
+    auto const result = Run(notes);
+    EXPECT_EQ(result.written, 6);
+    EXPECT_EQ(notes.total, 6);
+    ASSERT_TRUE(notes.finished);
+    EXPECT_EQ(notes.finished->written, 6);
+    for (std::int64_t frame = 1001; frame <= 1006; ++frame)
+        EXPECT_EQ(IsDrawn(frame), m_document.textOn.Contains(frame)) << frame;
+}
+
+TEST_F(DocumentExportTest, StringsAreFilledInForEachFrameAndOnlyWhenTheyArePresent) {
+    MakeFrames(1, 2);
+    auto const pictures = [&] {
+        Notes notes;
+        EXPECT_EQ(Run(notes, { .existing = Existing::kOverwrite }).written, 2);
+        return std::pair(Pixels(Output(1)), Pixels(Output(2)));
+    };
+    m_document.strings = { "", "", "", "{frame}" };
+    auto const numbered = pictures();
+    m_document.strings[3] = "1";
+    auto const literal = pictures();
+    EXPECT_EQ(numbered.first, literal.first);
+    EXPECT_NE(numbered.second, literal.second);
+    m_document.stringsPresent = false;
+    auto const absent = pictures();
+    EXPECT_NE(absent.first, literal.first);
+    m_document.stringsPresent = true;
+    m_document.strings = {};
+    EXPECT_EQ(pictures(), absent);
+}
+
+TEST_F(DocumentExportTest, CancellingOnAThreadLeavesOnlyWholeFramesAndTheRestCanFollow) {
+    MakeFrames(1, 60);
+    for (int const jobs : { 1, 4 }) {
+        std::filesystem::remove_all(Path("out"));
+        Notes notes(5);
+        RunResult result;
+        std::thread([&] { result = Run(notes, { .jobs = jobs }); }).join();
+        EXPECT_TRUE(result.cancelled);
+        EXPECT_FALSE(result.readerWaits);
+        EXPECT_GE(result.written, 5);
+        EXPECT_LT(result.written, 60);
+        EXPECT_EQ(std::distance(std::filesystem::directory_iterator(Path("out")), {}),
+                  result.written);
+        for (auto const frame : notes.written)
+            EXPECT_TRUE(IsDrawn(frame)) << frame;
+
+        Notes rest;
+        auto const second = Run(rest, { .existing = Existing::kSkip, .jobs = jobs });
+        EXPECT_EQ(second.skipped, result.written);
+        EXPECT_EQ(second.written, 60 - result.written);
+        EXPECT_THAT(rest.skipped, testing::UnorderedElementsAreArray(notes.written));
+        EXPECT_FALSE(second.cancelled);
+    }
+}
+
+TEST_F(DocumentExportTest, FramesThatFailAreListedWithTheirReasons) {
+    MakeFrames(98, 101);
+    m_folder.Write("in/shot.99.png", "this is no PNG");
+    m_document.strings[3] = std::string(61, 'x') + "{frame}"; // fits while the number has 2 digits
+    Notes notes;
+    auto const result = Run(notes, { .jobs = 1 });
+    EXPECT_THAT(notes.written, ElementsAre(98));
+    EXPECT_EQ(result.failed, 3);
+    EXPECT_EQ(result.unreadable, 1);
+    ASSERT_EQ(result.failures.size(), 3U);
+    EXPECT_EQ(notes.failed.size(), 3U);
+    EXPECT_EQ(result.failures[0].frame, 99);
+    EXPECT_THAT(result.failures[0].what, HasSubstr(Path("in/shot.99.png")));
+    EXPECT_EQ(result.failures[1].frame, 100);
+    EXPECT_THAT(result.failures[1].what, HasSubstr("information string 4: the text has 64 bytes"));
+}
+
+TEST_F(DocumentExportTest, APlaceThatCannotBeWrittenEndsTheRun) {
+    MakeFrames(1, 3);
+    m_folder.Write("out", "a file");
+    Notes notes;
+    PlanProblem problem;
+    auto const made = Make({ .output = Path("out/deep/shot.##.png") }, problem);
+    ASSERT_TRUE(made) << problem.text;
+    auto const result = made->Run(notes, notes.cancel);
+    EXPECT_THAT(result.writeError, HasSubstr(Path("out/deep")));
+    EXPECT_TRUE(notes.written.empty());
+    EXPECT_TRUE(notes.finished);
+}
+
+TEST_F(DocumentExportTest, WhatCannotBeExportedIsSaidBeforehand) {
+    using Kind = PlanProblem::Kind;
+    MakeFrames(1, 3);
+    m_folder.Write("there/shot.2.png", "x");
+    std::string why;
+    struct Row {
+        const char* input;
+        const char* frames;
+        const char* output;
+        const char* text;
+        Kind kind;
+        const char* reason;
+    };
+    for (auto const& row : {
+             Row { "", "1-3", "out/", "", Kind::kInput, "no frames" },
+             Row { "not/", "1-3", "out/", "", Kind::kInput, "not/" },
+             Row { "in", "7-9", "out/", "", Kind::kNoFrames, "1 to 3" },
+             Row { "in", "1-3", "one.png", "", Kind::kOutput, "one.png" },
+             Row { "in", "1-3", "in/", "", Kind::kOutput, "over an input" },
+             Row { "in", "1-3", "there/", "", Kind::kExists, "there/shot.2.png" },
+             Row { "in", "1-3", "out/", "{cut}", Kind::kText, "information string 4: '{cut}'" },
+         }) {
+        m_document.input = *row.input ? Path(row.input) : "";
+        m_document.strings[3] = row.text;
+        PlanProblem problem;
+        EXPECT_FALSE(
+            Make({ .output = Path(row.output), .frames = FrameRanges::Parse(row.frames, why) },
+                 problem));
+        EXPECT_EQ(problem.kind, row.kind) << problem.text;
+        EXPECT_THAT(problem.text, HasSubstr(row.reason));
+    }
+    EXPECT_FALSE(std::filesystem::exists(Path("out")));
+}
+
+} // namespace
+} // namespace host
