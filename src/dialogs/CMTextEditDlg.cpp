@@ -8,6 +8,7 @@
 #include "dialogs/PluginBundle.h"
 #include "dialogs/TextEditControls.h"
 #include "huxCommon/huxGUI/HuxCarbonEvent.h"
+#include "popup/CMEditPopupDlg.h"
 
 namespace {
 
@@ -55,13 +56,20 @@ const char* CMTextEditDlg::GetWindowName() {
 
 platform::WindowRef CMTextEditDlg::Create(_EPIRECORD* record) {
     m_hostRecord = *record;
-    if (CreateNibWindow(GetWindowName(), GetNibName(), GetBundle()) != platform::kNoErr)
+    const std::weak_ptr<const void> life = Life();
+    if (CreateNibWindow(GetWindowName(), GetNibName(), GetBundle()) != platform::kNoErr ||
+        life.expired())
         return nullptr;
+    // What failed has been reported; half a dialog would only fail again.
+    if (IsInitFailed())
+        Dispose();
     return GetWindowRef();
 }
 
 void CMTextEditDlg::Dispose() {
     m_nInitialized = 0;
+    if (m_pListEditor)
+        m_pListEditor->EndDialog(kHuxDialogCancel);
     m_preview.TermPreview();
     TerminateTextDlg();
     HuxDialogImpl::Dispose();
@@ -72,6 +80,7 @@ void CMTextEditDlg::ReceiveCompositeImage(_EPIRECORD* record) {
     RefreshRecord(m_hostRecord);
     ShowComposite();
     UpdatePreview(1);
+    RefreshViewScaleText();
 }
 
 void CMTextEditDlg::ShowComposite() {
@@ -87,6 +96,8 @@ void CMTextEditDlg::ShowComposite() {
 platform::OSStatus CMTextEditDlg::InstallSelf(platform::EventTargetRef target) {
     const platform::EventTypeSpec types[] = {
         { platform::kEventClassKeyboard, platform::kEventRawKeyDown },
+        { platform::kEventClassKeyboard, platform::kEventRawKeyRepeat },
+        { platform::kEventClassWindow, platform::kEventWindowBoundsChanged },
     };
     return InstallCarbonEventHandler(target, std::size(types), types);
 }
@@ -95,6 +106,9 @@ platform::OSStatus CMTextEditDlg::HandleEventCurrentSelf(platform::EventHandlerC
                                                          platform::EventRef event) {
     if (platform::GetEventClass(event) == platform::kEventClassKeyboard)
         return HandleRowKeyDown(event);
+    if (platform::GetEventClass(event) == platform::kEventClassWindow &&
+        platform::GetEventKind(event) == platform::kEventWindowBoundsChanged)
+        FitPreview();
     const auto command = dialogs::ControlCommandOf(event);
     if (!command)
         return platform::kEventNotHandledErr;
@@ -121,6 +135,15 @@ platform::OSStatus CMTextEditDlg::HandleRowKeyDown(platform::EventRef event) {
         return platform::kEventNotHandledErr;
     const WithoutDefaultButton without(GetWindowRef(), defaultButton);
     return CallNext();
+}
+
+// The preview has the size that the window leaves it, and a view of the whole frame follows.
+void CMTextEditDlg::FitPreview() {
+    if (m_nInitialized == 0)
+        return;
+    const platform::Rect bounds = m_preview.GetBounds();
+    FitArea(bounds.right - bounds.left, bounds.bottom - bounds.top);
+    RefreshViewScaleText();
 }
 
 void CMTextEditDlg::DragUpdate() {

@@ -16,7 +16,7 @@
 #include "preview/CMTextPreviewStatic.h"
 #include "preview/CTextEditDlg.h"
 
-class LockedParam;
+class CMEditPopupDlg;
 
 class CMTextEditDlg : public HuxDialogImpl, public CTextEditDlg {
 public:
@@ -46,7 +46,12 @@ public:
     void ZoomBy(long steps) override;
 
 private:
+    // One of the two texts that have a list, and the list.
+    using ListedText = char (_TEXTPARAM::*)[64];
+    using ListOfTexts = _POPUPSTRING _TEXT_DIALOG_PARAM::*;
+
     platform::OSStatus HandleRowKeyDown(platform::EventRef event);
+    void FitPreview();
     platform::OSStatus HandleCommand(std::uint32_t id, platform::ControlRef control, long value);
     platform::OSStatus HandleEditChange(std::uint32_t id, platform::ControlRef control, long value);
 
@@ -63,7 +68,7 @@ private:
 
     // What the user changed (CMTextEditDlgCommand.cpp).
     void ChangeFont(_TEXTPARAM& param);
-    void ChangeSizeByMenu(_TEXTPARAM& param);
+    bool ChangeSizeByMenu(_TEXTPARAM& param);
     void ChangeSuffix(_TEXTPARAM& param);
     void ChangeMode(_TEXTPARAM& param);
     void ChangePreviewMode();
@@ -72,7 +77,7 @@ private:
     bool RunCommand(std::uint32_t id, _TEXTPARAM& param);
     bool StoreNumbers(_TEXTPARAM& param);
     void KeepTexts(const _TEXTPARAM& param);
-    void ConfirmOption();
+    bool ConfirmsOption() const;
     void RefreshControls();
     void EnableField(HuxEditText& field, bool enabled);
     void RefreshViewScaleText();
@@ -81,11 +86,13 @@ private:
     void SetPopupInfoString(HuxPopupButton& popup, const _POPUPSTRING& list, const char* text);
     void SelectPopupInfoString(HuxPopupButton& popup, const _POPUPSTRING& list, const char* text);
     void SetPopupInfoLock(HuxPopupButton& popup, bool locked);
-    long DoPopupInfo(HuxPopupButton& popup, HuxEditText& field, _POPUPSTRING& list, char* text,
+    long DoPopupInfo(HuxPopupButton& popup, HuxEditText& field, ListOfTexts list, ListedText text,
                      long which);
+    long TakeText(HuxEditText& field, const _POPUPSTRING& list, std::int32_t place,
+                  ListedText text);
     void ToggleLock(HuxPopupButton& popup, _POPUPSTRING& list, const char* text);
-    void ClearHistory(HuxPopupButton& popup, _POPUPSTRING& list, const char* text);
-    void EditList(HuxPopupButton& popup, _POPUPSTRING& list, const char* text, long which);
+    void ClearHistory(HuxPopupButton& popup, ListOfTexts list, const char* text);
+    void EditList(HuxPopupButton& popup, ListOfTexts list, const char* text, long which);
 
     _TEXT_DIALOG_PARAM& DialogParam() const {
         return *static_cast<_TEXT_DIALOG_PARAM*>(m_hostRecord.pSettings);
@@ -119,4 +126,5 @@ private:
     // are ignored then.
     std::int32_t m_nInitialized = 0;
     _EPIRECORD m_hostRecord {};
+    CMEditPopupDlg* m_pListEditor = nullptr; // while one runs
 };

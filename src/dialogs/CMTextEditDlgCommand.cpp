@@ -41,12 +41,20 @@ void ReadText(const HuxEditText& field, char (&text)[size]) {
 
 platform::OSStatus CMTextEditDlg::HandleCommand(std::uint32_t id, platform::ControlRef /*control*/,
                                                 long /*value*/) {
-    LockedParam param(m_hostRecord);
-    if (m_nInitialized == 0 || !param)
+    if (m_nInitialized == 0)
         return platform::kNoErr;
-    const std::weak_ptr<const void> life =
-        Life(); // a question that is asked may outlast the dialog
-    if (RunCommand(id, *param) && !life.expired())
+    bool isChanged = false;
+    // The lists ask questions, and the parameters are not kept pinned meanwhile.
+    if (id == dialogs::kInfoPopup)
+        isChanged = DoPopupInfo(m_infoPopup, m_infoField, &_TEXT_DIALOG_PARAM::infoPopup,
+                                &_TEXTPARAM::szInfoText, 1) != 0;
+    else if (id == dialogs::kCharacterPopup)
+        isChanged =
+            DoPopupInfo(m_characterPopup, m_characterField, &_TEXT_DIALOG_PARAM::characterPopup,
+                        &_TEXTPARAM::szCharacter, 0) != 0;
+    else if (const LockedParam param(m_hostRecord); param)
+        isChanged = RunCommand(id, *param);
+    if (isChanged)
         UpdatePreview(1);
     return platform::kNoErr;
 }
@@ -72,8 +80,7 @@ bool CMTextEditDlg::RunCommand(std::uint32_t id, _TEXTPARAM& param) {
         ChangeFont(param);
         return true;
     case dialogs::kSizePopup:
-        ChangeSizeByMenu(param);
-        return true;
+        return ChangeSizeByMenu(param);
     case dialogs::kTextColorButton:
         param.crText = ColorOf(m_textColorButton);
         return true;
@@ -88,12 +95,6 @@ bool CMTextEditDlg::RunCommand(std::uint32_t id, _TEXTPARAM& param) {
         param.nScoreFormat = m_scoreFormatPopup.GetValue() - 1;
         RefreshControls();
         return true;
-    case dialogs::kInfoPopup:
-        return DoPopupInfo(m_infoPopup, m_infoField, DialogParam().infoPopup, param.szInfoText,
-                           1) != 0;
-    case dialogs::kCharacterPopup:
-        return DoPopupInfo(m_characterPopup, m_characterField, DialogParam().characterPopup,
-                           param.szCharacter, 0) != 0;
     case dialogs::kSuffixPopup:
         ChangeSuffix(param);
         return true;
@@ -124,13 +125,15 @@ void CMTextEditDlg::ChangeFont(_TEXTPARAM& param) {
         HuxString(family).GetCString(param.szFontName, sizeof param.szFontName);
 }
 
-void CMTextEditDlg::ChangeSizeByMenu(_TEXTPARAM& param) {
+// False when no size is picked.
+bool CMTextEditDlg::ChangeSizeByMenu(_TEXTPARAM& param) {
     const auto size = m_sizePopup.GetSelectRefCon();
     if (!size)
-        return;
+        return false;
     param.nFontSize = *size;
     const Quiet quiet(m_nInitialized);
     m_sizeField.SetSInt(*size);
+    return true;
 }
 
 void CMTextEditDlg::ChangeSuffix(_TEXTPARAM& param) {
@@ -213,8 +216,12 @@ bool CMTextEditDlg::OnOK() {
         DialogParam().nViewState1 = m_nPreviewMode;
         DialogParam().nViewState2 = m_nPreviewOption;
     }
-    dialogs::ParametersChanged(m_hostRecord);
-    ConfirmOption();
+    // Either call may end this dialog.
+    const _EPIRECORD record = m_hostRecord;
+    const bool isConfirmed = ConfirmsOption();
+    dialogs::ParametersChanged(record);
+    if (isConfirmed)
+        dialogs::OptionConfirmed(record);
     return true;
 }
 
@@ -239,11 +246,10 @@ void CMTextEditDlg::KeepTexts(const _TEXTPARAM& param) {
     keep(DialogParam().characterPopup, param.szCharacter);
 }
 
-void CMTextEditDlg::ConfirmOption() {
+bool CMTextEditDlg::ConfirmsOption() const {
     if ((m_hostRecord.dwDialogFlags & EPI_DIALOG_NO_OPTION) != 0)
-        return;
-    if ((m_hostRecord.dwDialogFlags & EPI_DIALOG_TEXT_EDIT) != 0 || m_optionCheck.IsChecked())
-        dialogs::OptionConfirmed(m_hostRecord);
+        return false;
+    return (m_hostRecord.dwDialogFlags & EPI_DIALOG_TEXT_EDIT) != 0 || m_optionCheck.IsChecked();
 }
 
 void CMTextEditDlg::RefreshControls() {

@@ -2,10 +2,13 @@
 // The menus of reusable texts: registered ones, then those that were used before, then what can be
 // done with them.
 #include <cstring>
+#include <string>
 
 #include "dialogs/CMTextEditDlg.h"
+#include "dialogs/LockedParam.h"
 #include "dialogs/MessageBox.h"
 #include "dialogs/PluginBundle.h"
+#include "dialogs/RunningDialog.h"
 #include "platform/TextEncoding.h"
 #include "popup/CMEditPopupDlg.h"
 
@@ -86,21 +89,15 @@ void CMTextEditDlg::SetPopupInfoLock(HuxPopupButton& popup, bool locked) {
     popup.CheckItem(popup.FindLastItem(kLock), locked);
 }
 
-long CMTextEditDlg::DoPopupInfo(HuxPopupButton& popup, HuxEditText& field, _POPUPSTRING& list,
-                                char* text, long which) {
+long CMTextEditDlg::DoPopupInfo(HuxPopupButton& popup, HuxEditText& field, ListOfTexts list,
+                                ListedText text, long which) {
     char current[256] = {};
     field.GetText(current, sizeof current, false);
     const std::int32_t picked = popup.GetSelectRefCon().value_or(-1);
-    if (picked >= 0 && picked < 2 * kTexts) {
-        const char* chosen =
-            picked < kTexts ? list.szPreset[picked] : list.szHistory[picked - kTexts];
-        const std::string bytes(chosen, strnlen(chosen, sizeof list.szPreset[0] - 1));
-        field.SetText(bytes.c_str());
-        std::memcpy(text, bytes.c_str(), bytes.size() + 1);
-        return 1;
-    }
+    if (picked >= 0 && picked < 2 * kTexts)
+        return TakeText(field, DialogParam().*list, picked, text);
     if (picked == kLock)
-        ToggleLock(popup, list, current);
+        ToggleLock(popup, DialogParam().*list, current);
     else if (picked == kClear)
         ClearHistory(popup, list, current);
     else if (picked == kEdit)
@@ -108,37 +105,54 @@ long CMTextEditDlg::DoPopupInfo(HuxPopupButton& popup, HuxEditText& field, _POPU
     return 0;
 }
 
+long CMTextEditDlg::TakeText(HuxEditText& field, const _POPUPSTRING& list, std::int32_t place,
+                             ListedText text) {
+    const LockedParam param(m_hostRecord);
+    if (!param)
+        return 0;
+    const std::string taken(place < kTexts ? TextAt(list.szPreset, place)
+                                           : TextAt(list.szHistory, place - kTexts));
+    field.SetText(taken.c_str());
+    auto& kept = (*param).*text;
+    kept[taken.copy(kept, sizeof kept - 1)] = '\0';
+    return 1;
+}
+
 void CMTextEditDlg::ToggleLock(HuxPopupButton& popup, _POPUPSTRING& list, const char* text) {
     list.bLock = list.bLock == 0 ? 1 : 0;
     SelectPopupInfoString(popup, list, text);
 }
 
-void CMTextEditDlg::ClearHistory(HuxPopupButton& popup, _POPUPSTRING& list, const char* text) {
+// A host may end this dialog, or give it other memory for its settings, while a question is asked or a
+// list is edited.
+void CMTextEditDlg::ClearHistory(HuxPopupButton& popup, ListOfTexts list, const char* text) {
     const std::weak_ptr<const void> life = Life();
-    HuxString question = PluginText("IDS_QUESTION_HISTORY_CLEAR");
-    HuxString title = PluginText("IDS_FILTER");
-    const bool confirmed = MessageBox(question, title, 1);
+    const bool isConfirmed =
+        MessageBox(PluginText("IDS_QUESTION_HISTORY_CLEAR"), PluginText("IDS_FILTER"), 1);
     if (life.expired())
         return;
-    if (!confirmed) {
-        SelectPopupInfoString(popup, list, text);
+    _POPUPSTRING& texts = DialogParam().*list;
+    if (!isConfirmed) {
+        SelectPopupInfoString(popup, texts, text);
         return;
     }
-    std::memset(list.szHistory, 0, sizeof list.szHistory);
-    SetPopupInfoString(popup, list, text);
+    std::memset(texts.szHistory, 0, sizeof texts.szHistory);
+    SetPopupInfoString(popup, texts, text);
 }
 
-void CMTextEditDlg::EditList(HuxPopupButton& popup, _POPUPSTRING& list, const char* text,
+void CMTextEditDlg::EditList(HuxPopupButton& popup, ListOfTexts list, const char* text,
                              long which) {
     const std::weak_ptr<const void> life = Life();
-    CMEditPopupDlg editor(&m_hostRecord, &list, &DialogParam(), which);
+    CMEditPopupDlg editor(&m_hostRecord, &(DialogParam().*list), &DialogParam(), which);
+    const RunningDialog running(m_pListEditor, editor, life);
     const long result = editor.DoModal(nullptr);
     if (life.expired())
         return;
+    _POPUPSTRING& texts = DialogParam().*list;
     if (result != kHuxDialogOK) {
-        SelectPopupInfoString(popup, list, text);
+        SelectPopupInfoString(popup, texts, text);
         return;
     }
-    list = editor.GetList();
-    SetPopupInfoString(popup, list, text);
+    texts = editor.GetList();
+    SetPopupInfoString(popup, texts, text);
 }

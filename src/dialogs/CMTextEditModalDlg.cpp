@@ -2,6 +2,7 @@
 #include "dialogs/CMTextEditModalDlg.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "dialogs/CMTextEditDlg.h"
 #include "dialogs/DialogCommand.h"
@@ -53,9 +54,13 @@ CMTextEditModalDlg::CMTextEditModalDlg() {
     m_patcher.SetHandler(this, s_HandlePatchEvent);
 }
 
+CMTextEditModalDlg::~CMTextEditModalDlg() = default;
+
 // A frame that ended in any other way than by EndDialog still has its editor.
-CMTextEditModalDlg::~CMTextEditModalDlg() {
+long CMTextEditModalDlg::DoModal(platform::WindowRef parent) {
+    const long result = HuxDialogImpl::DoModal(parent);
     EndEditor();
+    return result;
 }
 
 const char* CMTextEditModalDlg::GetNibName() {
@@ -74,8 +79,10 @@ platform::OSStatus CMTextEditModalDlg::InstallSelf(platform::EventTargetRef targ
 }
 
 bool CMTextEditModalDlg::OnInitDialog() {
-    dialogs::ModalOpens(*m_pRecord, GetWindowRef());
-    m_hostKnows = true;
+    m_announced = GetWindowRef();
+    dialogs::ModalOpens(*m_pRecord, m_announced);
+    if (!m_announced)
+        return false; // the host has ended everything
     m_editor = std::make_unique<CMTextEditDlg>();
     if (m_editor->Create(m_pRecord))
         TieEditor();
@@ -187,11 +194,8 @@ void CMTextEditModalDlg::EndDialog(long code) {
 
 void CMTextEditModalDlg::EndEditor() {
     m_patcher.Remove();
-    if (m_editor)
-        m_editor->Dispose();
-    m_editor.reset();
-    if (!m_hostKnows)
-        return;
-    m_hostKnows = false;
-    dialogs::ModalEnds(*m_pRecord, GetWindowRef());
+    if (const auto editor = std::move(m_editor))
+        editor->Dispose();
+    if (const platform::WindowRef frame = std::exchange(m_announced, nullptr))
+        dialogs::ModalEnds(*m_pRecord, frame);
 }

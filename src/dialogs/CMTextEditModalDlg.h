@@ -17,6 +17,7 @@ class CMTextEditModalDlg : public HuxDialogImpl {
 public:
     CMTextEditModalDlg();
     ~CMTextEditModalDlg() override;
+    long DoModal(platform::WindowRef parent) override;
 
     // Before DoModal; must outlive the run.
     void SetRecord(_EPIRECORD* record) { m_pRecord = record; }
@@ -48,5 +49,5 @@ private:
     std::unique_ptr<CMTextEditDlg> m_editor;
     HuxWindowGroup m_group;
     HuxCarbonEventPatcherT<CMTextEditModalDlg> m_patcher;
-    bool m_hostKnows = false; // that the modal window opened
+    platform::WindowRef m_announced = nullptr; // the frame, from when the host hears of it
 };

@@ -6,6 +6,7 @@
 #include "dialogs/DialogCommand.h"
 #include "dialogs/LockedParam.h"
 #include "dialogs/PluginBundle.h"
+#include "dialogs/RunningDialog.h"
 #include "render/CTextRenderer.h"
 #include "render/TerminatedFields.h"
 
@@ -15,20 +16,6 @@ constexpr std::int32_t kEditButton = 101;
 constexpr std::int32_t kSummary = 201;
 constexpr std::size_t kSummarySize = 1024;
 
-// Null again when the editor has ended, however it ended.
-class OpenDialog {
-public:
-    OpenDialog(CMTextEditModalDlg*& open, CMTextEditModalDlg& dialog) : m_open(open) {
-        m_open = &dialog;
-    }
-    OpenDialog(const OpenDialog&) = delete;
-    OpenDialog& operator=(const OpenDialog&) = delete;
-    ~OpenDialog() { m_open = nullptr; }
-
-private:
-    CMTextEditModalDlg*& m_open;
-};
-
 } // namespace
 
 CMTextSettings::CMTextSettings() {
@@ -36,6 +23,7 @@ CMTextSettings::CMTextSettings() {
 }
 
 CMTextSettings::~CMTextSettings() {
+    Dispose();
     m_summary.Detach();
     m_editButton.Detach();
 }
@@ -53,6 +41,13 @@ platform::WindowRef CMTextSettings::Create(_EPIRECORD* record) {
     if (CreateNibWindow(GetWindowName(), GetNibName(), GetBundle()) != platform::kNoErr)
         return nullptr;
     return GetWindowRef();
+}
+
+// The editor works with this object's record, so it does not outlive it.
+void CMTextSettings::Dispose() {
+    if (m_pModalDialog)
+        m_pModalDialog->EndDialog(kHuxDialogCancel);
+    HuxDialogImpl::Dispose();
 }
 
 void CMTextSettings::_AttachControls() {
@@ -111,15 +106,13 @@ platform::OSStatus CMTextSettings::HandleEventCurrentSelf(platform::EventHandler
 platform::OSStatus CMTextSettings::HandleButtonEdit(std::uint32_t /*commandID*/,
                                                     platform::ControlRef /*control*/,
                                                     long /*value*/) {
+    if (m_pModalDialog)
+        return platform::kNoErr;
     CMTextEditModalDlg dialog;
     dialog.SetRecord(&m_record);
     const std::weak_ptr<const void> life = Life();
-    long result = kHuxDialogCancel;
-    {
-        const OpenDialog open(m_pModalDialog, dialog);
-        result = dialog.DoModal(nullptr);
-    }
-    if (result == kHuxDialogOK && !life.expired())
+    const RunningDialog running(m_pModalDialog, dialog, life);
+    if (dialog.DoModal(nullptr) == kHuxDialogOK && !life.expired())
         UpdateControls();
     return platform::kNoErr;
 }

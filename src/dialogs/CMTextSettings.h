@@ -21,6 +21,8 @@ public:
     // Only an open editor shows the frame.
     void ReceiveCompositeImage(_EPIRECORD* record);
     void UpdateControls();
+    // Ends the editor as well, when it runs.
+    void Dispose() override;
 
     const char* GetNibName() override;
     const char* GetWindowName() override;

@@ -77,8 +77,9 @@ long DialogNotify(_EPIRECORD* record) {
 long DestroySettingDialog(_EPIRECORD* record) {
     const std::unique_ptr<DialogHolder> holder(&HolderOf(*record));
     const std::unique_ptr<HuxDialogImpl> dialog(holder->pDialog);
-    dialog->Dispose();
+    // Also when the host throws out of what it is told meanwhile, there is no dialog any more.
     record->pDialogHolder = nullptr;
     record->hDialogWindow = nullptr;
+    dialog->Dispose();
     return 0;
 }

@@ -46,9 +46,7 @@ void Swap(_POPUPSTRING& list, std::int32_t a, std::int32_t b) {
 }
 
 bool Ask(const char* key, long withCancel) {
-    HuxString message = PluginText(key);
-    HuxString title = PluginText("IDS_FILTER");
-    return MessageBox(message, title, withCancel);
+    return MessageBox(PluginText(key), PluginText("IDS_FILTER"), withCancel);
 }
 
 template <class FileDialog>
@@ -91,6 +89,12 @@ bool CMEditPopupDlg::HandleInitWindow() {
     m_listView.InstallCallbacks(kName);
     CreateList();
     return true;
+}
+
+// Who ran it may have ended it, and be gone with the record, while a file is being chosen.
+void CMEditPopupDlg::EndDialog(long code) {
+    m_pRecord = nullptr;
+    HuxDialogImpl::EndDialog(code);
 }
 
 platform::OSStatus CMEditPopupDlg::HandleEventCurrentSelf(platform::EventHandlerCallRef,
@@ -243,7 +247,7 @@ void CMEditPopupDlg::LoadList() {
     HuxGetFileDialog dialog;
     SetUp(dialog, kLoadPreference, GetWindowRef());
     const FSSpec* file = dialog.Run() ? dialog.GetFiles().GetAt(0) : nullptr;
-    if (!file)
+    if (!file || !m_pRecord)
         return;
     _POPUPSTRING loaded = m_list;
     bool isLoaded = false;
@@ -266,7 +270,7 @@ void CMEditPopupDlg::SaveList() {
         return;
     HuxPutFileDialog dialog;
     SetUp(dialog, kSavePreference, GetWindowRef());
-    if (!dialog.Run())
+    if (!dialog.Run() || !m_pRecord)
         return;
     const FSSpec file = dialog.GetFile();
     if (CText::SavePopupString(m_pRecord, &file, m_list.szPreset) == 0)

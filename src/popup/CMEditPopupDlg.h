@@ -33,6 +33,7 @@ public:
     const char* GetWindowName() override;
     void _AttachControls() override;
     bool HandleInitWindow() override;
+    void EndDialog(long code) override;
     platform::OSStatus HandleEventCurrentSelf(platform::EventHandlerCallRef call,
                                               platform::EventRef event) override;
 
@@ -52,7 +53,7 @@ private:
     void LoadList();
     void SaveList();
 
-    _EPIRECORD* m_pRecord;
+    _EPIRECORD* m_pRecord; // null when the dialog has ended
     _POPUPSTRING m_list;
     _TEXT_DIALOG_PARAM* m_pDialogParam;
     std::int32_t m_nWhich;
