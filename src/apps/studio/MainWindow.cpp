@@ -148,17 +148,17 @@ void MainWindow::Show(const Composed& composed) {
     ShowReports();
     auto const strings =
         Resolve(m_project.Committed().strings, composed.shot->Values(composed.index));
-    if (composed.background == m_background && strings == m_dialogStrings && m_panel->IsOpen())
+    // Without a frame the panel keeps the one that it has.
+    if (!composed.background || (composed.background == m_background && strings == m_dialogStrings))
         return;
     // The panel lets go of the old picture before it ends.
     auto const before = std::exchange(m_background, composed.background);
-    bool const otherSize = !before || !m_background ||
-                           before->image->Width() != m_background->image->Width() ||
+    bool const otherSize = !before || before->image->Width() != m_background->image->Width() ||
                            before->image->Height() != m_background->image->Height();
-    if (m_panel->IsOpen() && (!otherSize || m_modal))
-        m_panel->ShowFrame(DialogFrame());
-    else if (!m_modal)
+    if (otherSize && !m_modal)
         OpenPanel();
+    else
+        m_panel->ShowFrame(DialogFrame());
 }
 
 void MainWindow::ShowStatus(const Composed& composed) {
@@ -289,14 +289,6 @@ void MainWindow::FollowModal() {
 
 void MainWindow::FileFailed(const std::string& why) {
     Complain(T("A file could not be read or written."), why);
-}
-
-void MainWindow::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::PaletteChange && m_messages) {
-        for (auto* const widget : findChildren<QWidget*>())
-            widget->update();
-    }
-    QMainWindow::changeEvent(event);
 }
 
 } // namespace studio

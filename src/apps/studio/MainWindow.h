@@ -24,6 +24,7 @@
 #include "host/Dialog.h"
 #include "host/Tables.h"
 #include "host/document/Autosave.h"
+#include "platform/TextEncoding.h"
 
 class QActionGroup;
 class QDockWidget;
@@ -85,7 +86,6 @@ protected:
     void closeEvent(QCloseEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
-    void changeEvent(QEvent* event) override;
 
 private:
     // The plug-in's dialogs
@@ -158,7 +158,8 @@ private:
     void EndExport();
     void ShowFailures(const QString& summary, const QString& failures);
 
-    std::string m_pluginTrouble; // why there is no effect
+    const std::string m_encoding = platform::ApplicationTextEncoding(); // of new documents
+    std::string m_pluginTrouble;                                        // why there is no effect
     Project m_project;
     std::string m_file;
     Recent m_recentDocuments { QStringLiteral("recent/documents") };

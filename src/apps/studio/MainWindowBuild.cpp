@@ -176,7 +176,7 @@ void MainWindow::BuildBody() {
     area->setWidget(m_strings);
     resizeDocks({ AddDock(T("Text"), QStringLiteral("effectDock"), m_panel),
                   AddDock(T("Information Strings"), QStringLiteral("stringsDock"), area) },
-                { 2, 3 }, Qt::Vertical);
+                { 2, 5 }, Qt::Vertical);
 }
 
 QDockWidget* MainWindow::AddDock(const QString& title, const QString& name, QWidget* content) {
@@ -247,7 +247,7 @@ void MainWindow::RestoreLayout() {
 void MainWindow::ChooseTheme(Theme theme) {
     Preferences().setValue("window/theme", static_cast<int>(theme));
     SetTheme(theme);
-    ShowContent(); // texts of a colour of their own take the new one
+    m_messages->FollowPalette();
 }
 
 void MainWindow::UpdateActions() {
@@ -262,6 +262,9 @@ void MainWindow::UpdateActions() {
     Action("undo")->setEnabled(free && stack.canUndo());
     Action("redo")->setEnabled(free && stack.canRedo());
     Action("export")->setEnabled(free && m_project.Effect() && !m_exporter);
+    // These may change the encoding of the texts that an export draws.
+    for (auto const* const action : { "new", "open" })
+        Action(action)->setEnabled(free && !m_exporter);
     Action("textOn")->setChecked(m_project.IsOnAt(m_project.Current()));
     Action("play")->setIcon(MakeIcon(m_player.IsPlaying() ? Glyph::kPause : Glyph::kPlay));
     Action("play")->setText(m_player.IsPlaying() ? T("&Pause") : T("P&lay"));

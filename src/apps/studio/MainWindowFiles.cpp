@@ -87,13 +87,22 @@ void MainWindow::NewDocument() {
     m_player.Stop();
     m_autosave->Forget();
     SetFile({});
+    // Nobody draws text while its encoding changes.
+    m_compositor.reset();
+    platform::SetApplicationTextEncoding(m_encoding);
     m_project.Reset();
+    StartCompositor();
     ShowShot();
 }
 
 bool MainWindow::OpenDocument(const std::string& given) {
     auto const file = Absolute(given);
     m_player.Stop();
+    if (m_exporter) {
+        m_messages->Show(MessageBar::Kind::kInformation,
+                         T("An export is running. Open the document when it is done."));
+        return false;
+    }
     // Loading may change the text encoding, so nobody draws text meanwhile.
     m_compositor.reset();
     std::string why;

@@ -78,7 +78,7 @@ void MessageBar::Show(Kind kind, const QString& text, const QString& button,
     m_label->setAccessibleName(text);
     m_button->setText(button);
     m_button->setVisible(!button.isEmpty());
-    Recolor();
+    FollowPalette();
     show();
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
@@ -100,7 +100,7 @@ void MessageBar::Clear() {
     hide();
 }
 
-void MessageBar::Recolor() {
+void MessageBar::FollowPalette() {
     auto const look = LookOf(m_kind);
     auto colors = parentWidget() ? parentWidget()->palette() : palette();
     colors.setColor(QPalette::Window, Mix(colors.color(QPalette::Window), look.accent, 0.22));

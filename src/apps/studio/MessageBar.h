@@ -27,10 +27,10 @@ public:
     Kind TheKind() const { return m_kind; }
     void Press(); // the button
     void Clear();
+    // The parent's palette changed.
+    void FollowPalette();
 
 private:
-    void Recolor();
-
     Kind m_kind = Kind::kInformation;
     std::function<void()> m_action;
     QLabel* m_icon;

@@ -48,11 +48,11 @@ QPalette DarkPalette() {
                          QColor(56, 128, 214) });
 }
 
-void SetTextColor(QWidget& widget, const QColor& color) {
-    auto palette = widget.palette();
-    palette.setColor(QPalette::Active, QPalette::WindowText, color);
-    palette.setColor(QPalette::Inactive, QPalette::WindowText, color);
-    widget.setPalette(palette);
+// Roles, not colours: they follow the palette when it changes.
+QPalette WithAlarm(QPalette palette) {
+    bool const dark = palette.color(QPalette::Window).lightness() < 128;
+    palette.setColor(QPalette::BrightText, dark ? QColor(255, 128, 118) : QColor(184, 32, 32));
+    return palette;
 }
 
 } // namespace
@@ -64,18 +64,17 @@ void PrepareStyle() {
 }
 
 void SetTheme(Theme theme) {
-    QApplication::setPalette(theme == Theme::kDark    ? DarkPalette()
-                             : theme == Theme::kLight ? LightPalette()
-                                                      : s_systemPalette);
+    QApplication::setPalette(WithAlarm(theme == Theme::kDark    ? DarkPalette()
+                                       : theme == Theme::kLight ? LightPalette()
+                                                                : s_systemPalette));
 }
 
 void SetFaint(QWidget& widget) {
-    SetTextColor(widget, QApplication::palette().color(QPalette::PlaceholderText));
+    widget.setForegroundRole(QPalette::PlaceholderText);
 }
 
 void SetAlarming(QWidget& widget) {
-    bool const dark = QApplication::palette().color(QPalette::Window).lightness() < 128;
-    SetTextColor(widget, dark ? QColor(255, 128, 118) : QColor(184, 32, 32));
+    widget.setForegroundRole(QPalette::BrightText);
 }
 
 } // namespace studio

@@ -175,6 +175,8 @@ inline constexpr std::pair<std::string_view, const char*> kJapaneseTexts[] {
     { "%1 will be written as PNG files.", "%1をPNGファイルとして書き出します。" },
     { "The test card is not exported. Open the frames that get the text.",
       "テストカードは書き出せません。文字を入れるフレームを開いてください。" },
+    { "An export is running. Open the document when it is done.",
+      "書き出し中です。完了してからドキュメントを開いてください。" },
     { "The frames cannot be exported.", "フレームを書き出せません。" },
     { "Exporting: %1 of %2", "書き出し中: %1 / %2" },
     { ", %1 per second, %2 left", "、毎秒%1、残り%2" },

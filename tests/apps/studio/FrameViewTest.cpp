@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "apps/studio/FrameView.h"
+
+#include <algorithm>
+#include <memory>
+
+#include <QApplication>
+#include <QtTest>
+#include <gmock/gmock.h>
+
+#include "apps/studio/StudioFixture.h"
+
+namespace studio {
+
+namespace {
+
+// A colour of its own in every pixel.
+QImage Pattern(int width, int height) {
+    QImage picture(width, height, QImage::Format_RGB32);
+    for (int y = 0; y < height; ++y) {
+        for (int x = 0; x < width; ++x)
+            picture.setPixelColor(x, y, QColor(x % 256, y % 256, (x * 7 + y * 13) % 256));
+    }
+    return picture;
+}
+
+class FrameViewTest : public testing::Test {
+protected:
+    FrameViewTest() {
+        TheApplication();
+        m_view.reset(new FrameView);
+        m_view->resize(400, 300);
+    }
+
+    QImage Shown() const { return m_view->grab().toImage().convertToFormat(QImage::Format_RGB32); }
+
+    std::unique_ptr<FrameView> m_view;
+};
+
+TEST_F(FrameViewTest, ShowsPixelsAsTheyAreAtFullSize) {
+    // Sides that leave half a pixel over, and a frame that is larger than the view.
+    for (auto const& size : { QSize(121, 77), QSize(120, 80), QSize(701, 502) }) {
+        auto const picture = Pattern(size.width(), size.height());
+        m_view->SetPicture(picture, {});
+        m_view->SetScale(1);
+        auto const shown = Shown();
+        auto const left = qRound(200 - size.width() / 2.0);
+        auto const top = qRound(150 - size.height() / 2.0);
+        auto const place = QRect(QPoint(left, top), size).intersected(shown.rect());
+        EXPECT_EQ(shown.copy(place), picture.copy(place.translated(-left, -top))) << size.width();
+    }
+}
+
+TEST_F(FrameViewTest, FitsTheWholeFrameWhateverItsShape) {
+    for (auto const& size : { QSize(2000, 100), QSize(100, 2000), QSize(16, 9) }) {
+        m_view->SetPicture(Pattern(size.width(), size.height()), {});
+        m_view->Fit();
+        EXPECT_LE(size.width() * m_view->Scale(), 400);
+        EXPECT_LE(size.height() * m_view->Scale(), 300);
+        EXPECT_GT(
+            std::max(size.width() * m_view->Scale() / 400, size.height() * m_view->Scale() / 300),
+            0.85);
+    }
+}
+
+TEST_F(FrameViewTest, ZoomingKeepsWhatIsUnderThePointer) {
+    QImage picture(1000, 800, QImage::Format_RGB32);
+    picture.fill(Qt::black);
+    for (int y = 380; y < 420; ++y) {
+        for (int x = 580; x < 620; ++x)
+            picture.setPixelColor(x, y, Qt::white);
+    }
+    m_view->SetPicture(picture, {});
+    m_view->SetScale(1);
+    // The white square's middle is 100 to the right of the frame's, and so of the view's.
+    QPoint const pointer(300, 150);
+    ASSERT_EQ(Shown().pixelColor(pointer), QColor(Qt::white));
+    for (int step : { 1, 1, 1, -1, -1, -1, -1 }) {
+        m_view->ZoomBy(step, pointer);
+        EXPECT_EQ(Shown().pixelColor(pointer), QColor(Qt::white)) << m_view->Scale();
+    }
+    EXPECT_LT(m_view->Scale(), 1);
+}
+
+TEST_F(FrameViewTest, TransparencyShowsTheCheckerboard) {
+    QImage picture(200, 200, QImage::Format_ARGB32_Premultiplied);
+    picture.fill(Qt::transparent);
+    m_view->SetPicture(picture, {});
+    m_view->SetScale(1);
+    auto const shown = Shown();
+    EXPECT_NE(shown.pixelColor(104, 54), shown.pixelColor(112, 54));
+    EXPECT_EQ(shown.pixelColor(104, 54), shown.pixelColor(112, 62));
+}
+
+} // namespace
+
+} // namespace studio

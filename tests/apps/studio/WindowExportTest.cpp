@@ -1,0 +1,84 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// Exported frames are those of the command line.
+#include <cstdlib>
+
+#include <QAction>
+#include <gmock/gmock.h>
+
+#include "apps/studio/ExportBar.h"
+#include "apps/studio/MessageBar.h"
+#include "apps/studio/StudioFixture.h"
+
+namespace studio {
+
+namespace {
+
+class WindowExportTest : public StudioTest {
+protected:
+    std::string Export(const host::ExportOptions& options) {
+        Window().StartExport(options);
+        EXPECT_TRUE(WaitUntil([&] { return Window().Exports().isHidden(); }));
+        return Window().Messages().Text().toStdString();
+    }
+    host::ExportOptions To(const std::string& folder) const {
+        host::ExportOptions options;
+        options.output = (Path(folder) / "").string();
+        return options;
+    }
+    std::string Frame(const std::string& folder, int number) const {
+        return Contents(Path(folder) / ("shot.000" + std::to_string(number) + ".png"));
+    }
+};
+
+TEST_F(WindowExportTest, WritesWhatTheCommandLineMakesOfTheDocument) {
+    ASSERT_TRUE(Window().OpenFrames(WriteShot("shot", 6)));
+    auto& project = Window().TheProject();
+    project.Effect()->Params()->ptPos = { 20, 30 };
+    project.CommitParams();
+    project.ChangeStrings({ true, { "題", "3", "{file}", "{frame+10}" } }, 0);
+    project.ChangeSpans({ { 1, 3 } });
+    EXPECT_EQ(Export(To("studio")), "The export is done: 6 frames written.");
+
+    ASSERT_TRUE(Window().SaveDocument(Path("work.telop").string()));
+    auto const command = std::string(TELOP_PROGRAM) + " render --quiet --document '" +
+                         Path("work.telop").string() + "' '" + (Path("line") / "").string() + "'";
+    ASSERT_EQ(std::system(command.c_str()), 0) << command;
+    for (int i = 1; i <= 6; ++i) {
+        ASSERT_FALSE(Frame("studio", i).empty()) << i;
+        EXPECT_EQ(Frame("studio", i), Frame("line", i)) << i;
+    }
+    EXPECT_NE(Frame("studio", 2), Frame("shot", 2));
+}
+
+TEST_F(WindowExportTest, NamesWhatFailed) {
+    ASSERT_TRUE(Window().OpenFrames(WriteShot("shot", 3)));
+    m_home.Write("shot/shot.0002.png", "no picture");
+    auto const message = Export(To("out"));
+    EXPECT_THAT(message, testing::HasSubstr("2 frames written, 1 failed"));
+    EXPECT_THAT(message, testing::HasSubstr("shot.0002.png"));
+    EXPECT_EQ(Window().Messages().TheKind(), MessageBar::Kind::kError);
+    EXPECT_FALSE(std::filesystem::exists(Path("out/shot.0002.png")));
+}
+
+TEST_F(WindowExportTest, RefusesKeepsOrReplacesWhatIsThere) {
+    ASSERT_TRUE(Window().OpenFrames(WriteShot("shot", 2)));
+    m_home.Write("out/shot.0001.png", "mine");
+    auto options = To("out");
+    EXPECT_THAT(Export(options), testing::HasSubstr("shot.0001.png"));
+    EXPECT_FALSE(std::filesystem::exists(Path("out/shot.0002.png")));
+    options.existing = host::Existing::kSkip;
+    EXPECT_THAT(Export(options), testing::HasSubstr("1 frame written, 1 there already"));
+    EXPECT_EQ(Frame("out", 1), "mine");
+    options.existing = host::Existing::kOverwrite;
+    EXPECT_THAT(Export(options), testing::HasSubstr("2 frames written"));
+    EXPECT_NE(Frame("out", 1), "mine");
+}
+
+TEST_F(WindowExportTest, TheTestCardIsNotExported) {
+    Window().Action("export")->trigger();
+    EXPECT_THAT(Window().Messages().Text().toStdString(), testing::HasSubstr("test card"));
+}
+
+} // namespace
+
+} // namespace studio
