@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <utility>
 
 #include "effect/VamRect.h"
 #include "huxCommon/huxCoreFoundation/HuxString.h"
@@ -58,6 +59,32 @@ Seen SeenOn(std::int32_t offset, long control, long preview) {
     };
     return { within(seen.start), within(seen.end) };
 }
+
+// The offset of an axis whose preview is larger than the control after a move of the mouse; any other
+// keeps the one that it has.
+std::int32_t MovedBy(int by, std::int32_t from, std::int32_t offset, long control, long preview) {
+    if (control >= preview)
+        return offset;
+    return SaturateToInt32(std::clamp<long>(long { from } + by, control - preview, 0));
+}
+
+// 1 while it lives, then 0, unless what the flag belongs to is gone by then.
+class WhileSet {
+public:
+    WhileSet(std::int32_t& flag, std::weak_ptr<void> life) : m_flag(flag), m_life(std::move(life)) {
+        m_flag = 1;
+    }
+    WhileSet(const WhileSet&) = delete;
+    WhileSet& operator=(const WhileSet&) = delete;
+    ~WhileSet() {
+        if (!m_life.expired())
+            m_flag = 0;
+    }
+
+private:
+    std::int32_t& m_flag;
+    std::weak_ptr<void> m_life;
+};
 
 } // namespace
 
@@ -135,15 +162,15 @@ void CMPreviewStatic::SetImage(PIOffscreen& image) {
     m_pPreview.reset();
     m_pScaled.reset();
     m_pSource = MakeHostImage(*m_pRecord, image.Width(), image.Height());
-    if (!m_pSource)
-        return;
-    CopyHostImage(*m_pSource, image);
-    if (isFirst)
-        FitFirstImage();
-    else
-        KeepOffsets();
-    if (MakePreviewImages())
-        UpdatePreview();
+    if (m_pSource) {
+        CopyHostImage(*m_pSource, image);
+        if (isFirst)
+            FitFirstImage();
+        else
+            KeepOffsets();
+        MakePreviewImages();
+    }
+    UpdatePreview();
 }
 
 // The first step that is smaller than what would fill the control. One that fills it exactly is not
@@ -173,15 +200,14 @@ void CMPreviewStatic::KeepOffsets() {
     m_nOffsetY = keep(m_nOffsetY, control.height, GetPreviewHeight());
 }
 
-bool CMPreviewStatic::MakePreviewImages() {
+// Without memory for them there is no preview, and the control shows its grey.
+void CMPreviewStatic::MakePreviewImages() {
     const auto width = SaturateToInt32(GetPreviewWidth());
     const auto height = SaturateToInt32(GetPreviewHeight());
     m_pScaled = MakeHostImage(*m_pRecord, width, height);
     m_pPreview = MakeHostImage(*m_pRecord, width, height);
-    if (!m_pScaled || !m_pPreview)
-        return false;
-    StretchCopy(*m_pScaled, *m_pSource);
-    return true;
+    if (m_pScaled && m_pPreview)
+        StretchCopy(*m_pScaled, *m_pSource);
 }
 
 void CMPreviewStatic::ShowPreview(long show, long redraw) {
@@ -217,8 +243,8 @@ bool CMPreviewStatic::SetViewScale(long index) {
     const Size control = ControlSize();
     m_nOffsetX = OffsetFor(control.width, GetPreviewWidth(), centerX);
     m_nOffsetY = OffsetFor(control.height, GetPreviewHeight(), centerY);
-    if (MakePreviewImages())
-        UpdatePreview();
+    MakePreviewImages();
+    UpdatePreview();
     return true;
 }
 
@@ -301,6 +327,10 @@ void CMPreviewStatic::DoFilter(PIOffscreen* /*image*/, tagRECT /*visible*/) {}
 
 platform::OSStatus CMPreviewStatic::HandleControlDraw(platform::EventRef /*event*/) {
     const Size size = ControlSize();
+    if (size.width != m_bufferSize.width || size.height != m_bufferSize.height) {
+        KeepOffsets();
+        UpdatePreview();
+    }
     const platform::Rect whole =
         vamRECTToRect({ 0, 0, SaturateToInt32(size.width), SaturateToInt32(size.height) });
     if (m_gworld)
@@ -314,40 +344,56 @@ platform::OSStatus CMPreviewStatic::HandleControlHitTest(platform::EventRef even
     return platform::kNoErr;
 }
 
-platform::OSStatus CMPreviewStatic::HandleControlTrack(platform::EventRef /*event*/) {
+// Where the button went down, as a place of the desktop.
+platform::Point CMPreviewStatic::PressedAt(platform::EventRef event) const {
+    platform::HIPoint local {};
+    HuxCarbonEvent(event, true)
+        .GetParameter(platform::kEventParamMouseLocation, platform::kTypeHIPoint, sizeof local,
+                      &local);
+    platform::Rect bounds {};
+    platform::GetControlBounds(GetControlRef(), &bounds);
+    platform::Point point { static_cast<std::int16_t>(local.y + static_cast<float>(bounds.top)),
+                            static_cast<std::int16_t>(local.x + static_cast<float>(bounds.left)) };
+    platform::WindowToGlobal(GetOwner(), &point);
+    return point;
+}
+
+platform::OSStatus CMPreviewStatic::HandleControlTrack(platform::EventRef event) {
     const Size control = ControlSize();
-    const long width = GetPreviewWidth();
-    const long height = GetPreviewHeight();
-    if (width <= control.width && height <= control.height)
+    if (GetPreviewWidth() <= control.width && GetPreviewHeight() <= control.height)
         return platform::kNoErr;
     const std::weak_ptr<void> life = m_life;
-    const tagPOINT startOffset { m_nOffsetX, m_nOffsetY };
-    platform::Point start {};
-    platform::GetGlobalMouse(&start);
-    m_fTracking = 1;
-    SetToolCursor();
-    for (;;) {
-        platform::Point now {};
-        platform::MouseTracking result {};
-        const platform::OSStatus status =
-            platform::TrackMouseLocation(GetOwner(), kTrackTimeout, &now, &result);
-        if (life.expired())
-            return platform::kNoErr;
-        if (status != platform::kNoErr || result == platform::MouseTracking::kMouseUp ||
-            result == platform::MouseTracking::kUserCancelled)
-            break;
-        const auto moved = [](std::int32_t from, int by, long size, long preview) {
-            return size < preview ? std::clamp(from + by, SaturateToInt32(size - preview), 0)
-                                  : from;
-        };
-        PanTo({ moved(startOffset.x, now.h - start.h, control.width, width),
-                moved(startOffset.y, now.v - start.v, control.height, height) });
+    {
+        const WhileSet tracking(m_fTracking, life);
+        SetToolCursor();
+        Track(PressedAt(event));
     }
-    m_fTracking = 0;
+    if (life.expired())
+        return platform::kNoErr;
     SetToolCursor();
     UpdatePreview(); // with the filter again
     Update();
     return platform::kNoErr;
+}
+
+// Returns with the button up, or with this object gone.
+void CMPreviewStatic::Track(platform::Point start) {
+    const std::weak_ptr<void> life = m_life;
+    const tagPOINT from { m_nOffsetX, m_nOffsetY };
+    while (!life.expired()) {
+        platform::Point now {};
+        platform::MouseTracking result {};
+        const platform::OSStatus status =
+            platform::TrackMouseLocation(GetOwner(), kTrackTimeout, &now, &result);
+        if (life.expired() || status != platform::kNoErr ||
+            result == platform::MouseTracking::kMouseUp ||
+            result == platform::MouseTracking::kUserCancelled)
+            return;
+        // The host may set another image, or resize the control, meanwhile.
+        const Size control = ControlSize();
+        PanTo({ MovedBy(now.h - start.h, from.x, m_nOffsetX, control.width, GetPreviewWidth()),
+                MovedBy(now.v - start.v, from.y, m_nOffsetY, control.height, GetPreviewHeight()) });
+    }
 }
 
 void CMPreviewStatic::PanTo(tagPOINT offset) {

@@ -52,10 +52,12 @@ private:
     bool HasBuffer();
     void FitFirstImage();
     void KeepOffsets();
-    bool MakePreviewImages();
+    void MakePreviewImages();
     tagRECT VisibleRect() const;
     void DrawVisible();
     void CopyToBuffer(const tagRECT& visible);
+    platform::Point PressedAt(platform::EventRef event) const;
+    void Track(platform::Point start);
     void PanTo(tagPOINT offset);
 
     _EPIRECORD* m_pRecord = nullptr;

@@ -370,8 +370,9 @@ PIRect CTextEditDlg::ViewToImage(PIRect rect) const {
 }
 
 PIPoint CTextEditDlg::PosScreenToView(PIPoint global) const {
-    platform::Point point { static_cast<std::int16_t>(global.y),
-                            static_cast<std::int16_t>(global.x) };
+    const tagRECT place = WithinPlaces(ToRect({ global.x, global.y, 0, 0 }));
+    platform::Point point { static_cast<std::int16_t>(place.top),
+                            static_cast<std::int16_t>(place.left) };
     platform::GlobalToWindow(m_hWindow, &point);
     platform::Rect bounds {};
     vamGetWindowItemAsRect(m_hWindow, m_nPreviewItem, &bounds);

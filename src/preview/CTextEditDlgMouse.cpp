@@ -48,15 +48,16 @@ void CTextEditDlg::Pan(PIPoint from) {
     const std::weak_ptr<void> life = m_life;
     ChangePreviewCursor({ SaturateToInt32(from.x), SaturateToInt32(from.y) });
     PIPoint last = from;
-    while (IsDragButton() && !life.expired()) {
+    while (!life.expired() && IsDragButton() && !life.expired()) {
         const PIPoint now = PosScreenToView(GetMousePos());
         if (now == last)
             continue;
-        const long scrolledX = ScrollHorz(last.x - now.x, 1);
-        const long scrolledY = ScrollVert(last.y - now.y, 1);
+        // Showing what was dragged draws the buffer, once for both.
+        const long scrolledX = ScrollHorz(last.x - now.x, 0);
+        const long scrolledY = ScrollVert(last.y - now.y, 0);
+        last = now;
         if (scrolledX != 0 || scrolledY != 0)
             ShowDragged();
-        last = now;
     }
     if (!life.expired())
         ChangePreviewCursor({ SaturateToInt32(last.x), SaturateToInt32(last.y) });
@@ -70,7 +71,7 @@ void CTextEditDlg::Drag(PIPoint from) {
     const std::weak_ptr<void> life = m_life;
     const PIPoint start = ImageToView(PIPoint { param->ptPos.x, param->ptPos.y });
     PIPoint last = from;
-    while (IsDragButton() && !life.expired()) {
+    while (!life.expired() && IsDragButton() && !life.expired()) {
         const PIPoint now = PosScreenToView(GetMousePos());
         if (now == last)
             continue;

@@ -19,12 +19,13 @@ public:
     Axis(std::int32_t to, std::int32_t toEnd, std::int32_t from, std::int32_t fromEnd,
          std::int32_t limit)
         : m_first(std::max(to, 0)) {
-        const std::int64_t pixels = toEnd - to;
-        const std::int64_t size = fromEnd - from;
-        for (std::int64_t i = m_first - to; i < std::min(toEnd, limit) - to; ++i) {
-            const auto start = static_cast<std::int32_t>(from + i * size / pixels);
-            const auto end = static_cast<std::int32_t>(from + (i + 1) * size / pixels);
-            m_spans.push_back({ start, std::max(start + 1, end) });
+        const std::int64_t pixels = std::int64_t { toEnd } - to;
+        const std::int64_t size = std::int64_t { fromEnd } - from;
+        const std::int64_t end = std::int64_t { std::min(toEnd, limit) } - to;
+        for (std::int64_t i = std::int64_t { m_first } - to; i < end; ++i) {
+            const auto first = static_cast<std::int32_t>(from + i * size / pixels);
+            const auto behind = static_cast<std::int32_t>(from + (i + 1) * size / pixels);
+            m_spans.push_back({ first, std::max(first + 1, behind) });
         }
     }
 
