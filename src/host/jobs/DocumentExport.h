@@ -18,8 +18,8 @@
 namespace host {
 
 struct ExportOptions {
-    std::string output;                // picture, pattern or folder, as SequenceOutput takes it
-    std::optional<FrameRanges> frames; // those to make; nothing: all
+    std::string output = {}; // picture, pattern or folder, as SequenceOutput takes it
+    std::optional<FrameRanges> frames = {}; // those to make; nothing: all
     Existing existing = Existing::kRefuse;
     int jobs = 0; // frames made at once; 0: as many as cores
     int compression = kPngLevelDefault;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "host/document/Document.h"
 
+#include <csignal>
 #include <cstring>
 #include <random>
 
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 

@@ -59,7 +59,7 @@ protected:
         EXPECT_TRUE(plugin) << why;
         m_effect = Effect::Make(plugin, why);
         m_document.TakeFrom(*m_effect);
-        m_document.input = Path("in/shot.####.png");
+        m_document.input = Path("in/shot.#.png");
         m_document.settings.nOpacity = 100;
     }
 
