@@ -47,7 +47,9 @@ ExportDialog::ExportDialog(const Shot& shot, const host::ExportOptions& proposal
     m_jobs->setValue(proposal.jobs);
 
     auto* const form = new QFormLayout;
-    form->addRow(T("&To:"), place);
+    auto* const to = new QLabel(T("&To:"), this);
+    to->setBuddy(m_output);
+    form->addRow(to, place);
     form->addRow(T("&Frames:"), m_frames);
     form->addRow(T("Files that &exist:"), m_existing);
     form->addRow(T("Frames at &once:"), m_jobs);

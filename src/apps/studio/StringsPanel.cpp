@@ -40,6 +40,7 @@ void StringsPanel::AddField(std::size_t i, const QString& label, const QString& 
     auto* const field = m_fields[i] = new QLineEdit(m_body);
     auto* const title = new QLabel(label, m_body);
     title->setBuddy(field);
+    title->setContentsMargins(0, i > 0 ? 6 : 0, 0, 0);
     field->setToolTip(tip);
     field->setAccessibleName(QString(label).remove(QLatin1Char('&')).simplified());
     field->setClearButtonEnabled(true);

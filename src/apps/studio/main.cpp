@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // The program: reads the command line, opens the window, runs.
 #include <cstdlib>
+#include <exception>
 #include <iostream>
 #include <optional>
 #include <string>
@@ -77,7 +78,8 @@ int Run(const Options& options, int argc, char** argv) {
     if (options.screenshot)
         TakeScreenshot(window, *options.screenshot);
     else if (options.files.empty())
-        QTimer::singleShot(0, &window, [&window] { window.OfferRestore(); });
+        QMetaObject::invokeMethod(
+            &window, [&window] { window.OfferRestore(); }, Qt::QueuedConnection);
     return QApplication::exec();
 }
 
@@ -85,7 +87,7 @@ int Run(const Options& options, int argc, char** argv) {
 
 } // namespace studio
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     studio::Options options;
     CLI::App app("Burns text into animation frames, in a window.", "telop-studio");
     app.add_option("FILE", options.files,
@@ -102,4 +104,7 @@ int main(int argc, char** argv) {
     app.set_version_flag("--version", "telop-studio " TELOP_VERSION, "Print the version and exit");
     CLI11_PARSE(app, argc, argv);
     return studio::Run(options, argc, argv);
+} catch (const std::exception& error) {
+    std::cerr << "telop-studio: " << error.what() << '\n';
+    return 1;
 }
