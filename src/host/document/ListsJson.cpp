@@ -88,7 +88,8 @@ void SetPair(_POPUPSTRING& pair, const Json& json, const std::string& name) {
         Refuse(name +
                ": expected { \"registered\": [...], \"history\": [...], \"locked\": false }");
     for (auto const& [key, value] : json.items()) {
-        auto const start = name + "." + key + ": ";
+        auto start = name;
+        start.append(".").append(key).append(": ");
         if (key == "registered")
             SetList(pair.szPreset, value, start);
         else if (key == "history")
