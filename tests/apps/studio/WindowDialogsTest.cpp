@@ -7,9 +7,12 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QPushButton>
+#include <QTimer>
 #include <QtTest>
 #include <gmock/gmock.h>
 
+#include "apps/studio/EffectPanel.h"
 #include "apps/studio/ErrorEvents.h"
 #include "apps/studio/FrameView.h"
 #include "apps/studio/MessageBar.h"
@@ -103,6 +106,48 @@ TEST_F(WindowDialogsTest, AConfirmedDialogStaysAndItsOptionTurnsTheTextOnHere) {
     EXPECT_EQ(project.Spans(), (OnSpans { { 4, 4 } }));
     EXPECT_EQ(Window().TheTimeline().Spans(), (OnSpans { { 4, 4 } }));
     platform::DisposeWindow(m_modal);
+}
+
+template <class Widget>
+Widget* VisibleWith(const QWidget& notIn, const QString& text) {
+    for (auto* const window : QApplication::topLevelWidgets()) {
+        for (auto* const widget : window->findChildren<Widget*>()) {
+            if (window != &notIn && widget->isVisible() && widget->text() == text)
+                return widget;
+        }
+    }
+    return nullptr;
+}
+
+TEST_F(WindowDialogsTest, TheRealDialogMakesAStepWithOKAndNoneWithCancel) {
+    ASSERT_TRUE(Window().OpenFrames(WriteShot("shot", 2)));
+    ASSERT_TRUE(Settle());
+    ASSERT_TRUE(Window().Panel().IsOpen()) << Window().Panel().Message().toStdString();
+    auto* const edit = Window().Panel().findChild<QPushButton*>();
+    ASSERT_TRUE(edit);
+    struct Row {
+        const char* button;
+        std::int32_t size;
+    };
+    for (auto const& row : { Row { "Cancel", 36 }, Row { "OK", 72 } }) {
+        bool shown = false;
+        auto const plain = Window().View().Picture();
+        QTimer::singleShot(0, &Window(), [&] {
+            EXPECT_TRUE(WaitUntil([&] { return VisibleWith<QLineEdit>(Window(), "36"); }));
+            auto* const size = VisibleWith<QLineEdit>(Window(), "36");
+            size->selectAll();
+            QTest::keyClicks(size, "72");
+            shown = WaitUntil([&] { return Window().View().Picture() != plain; });
+            QTest::mouseClick(VisibleWith<QPushButton>(Window(), row.button), Qt::LeftButton);
+        });
+        QTest::mouseClick(edit, Qt::LeftButton); // comes back when the dialog has ended
+        EXPECT_TRUE(shown) << row.button;
+        EXPECT_EQ(Window().TheProject().LiveParams().nFontSize, row.size) << row.button;
+        EXPECT_EQ(Window().TheProject().Undo().canUndo(), row.size == 72) << row.button;
+        EXPECT_TRUE(Window().Action("open")->isEnabled());
+        ASSERT_TRUE(
+            WaitUntil([&] { return (Window().View().Picture() == plain) == (row.size == 36); }));
+    }
 }
 
 // A dialog that an exception ended says nothing.
