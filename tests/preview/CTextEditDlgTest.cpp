@@ -1,0 +1,269 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include <limits>
+
+#include "effect/EntryPoint.h"
+#include "preview/ViewFixture.h"
+
+namespace {
+
+using test::MakePicture;
+using test::PixelsOf;
+
+class CTextEditDlgTest : public test::ViewFixture {};
+
+TEST_F(CTextEditDlgTest, StartsInTheMiddleAndZoomsAroundIt) {
+    ASSERT_EQ(Start(720, 481, 361, 240), 1);
+    EXPECT_EQ(view->Scale(), 100);
+    EXPECT_EQ(view->Scroll(), (PIPoint { 180, 120 }));
+    struct Row {
+        long asked, scale;
+        PIPoint scroll;
+    };
+    for (const Row& row : {
+             Row { 5, 10, { 36 - 180, 24 - 120 } }, // in the middle, beyond the frame's edges
+             Row { 250, 200, { 550, 360 } },
+             Row { 200, 200, { 550, 360 } },
+             Row { 100, 100, { 185, 120 } },
+             Row { std::numeric_limits<long>::min(), 10, { -144, -96 } },
+             Row { std::numeric_limits<long>::max(), 200, { 550, 360 } },
+         }) {
+        view->SetViewScale(row.asked, 1);
+        EXPECT_EQ(view->Scale(), row.scale) << row.asked;
+        EXPECT_EQ(view->Scroll(), row.scroll) << row.asked;
+    }
+}
+
+TEST_F(CTextEditDlgTest, ThePresentScaleDrawsNothing) {
+    ASSERT_EQ(Start(100, 100, 60, 60), 1);
+    view->DrawOffscreen();
+    const auto before = PixelsOf(view->Buffer(), 60, 60);
+    view->SetGrid(1, false); // shows with the next drawing
+    view->SetViewScale(100, 1);
+    EXPECT_EQ(PixelsOf(view->Buffer(), 60, 60), before);
+    view->SetViewScale(110, 1);
+    EXPECT_NE(PixelsOf(view->Buffer(), 60, 60), before);
+}
+
+TEST_F(CTextEditDlgTest, TheWholeViewFillsTheNarrowSide) {
+    struct Row {
+        int frameWidth, frameHeight;
+        long scale;
+        PIPoint scroll;
+    };
+    for (const Row& row : {
+             Row { 720, 480, 50, { 0, 0 } }, Row { 100, 400, 360, { 0, 600 } },
+             Row { 240, 240, 100, { -60, 0 } }, Row { 1, 1, 24050, { -180, -120 } },
+             Row { 32000, 20, 1200, { 191820, 0 } },
+             Row { 30000, 20000, 10, { 1320, 880 } }, // fits not even so
+         }) {
+        record.nFrameWidth = row.frameWidth;
+        record.nFrameHeight = row.frameHeight;
+        ShowPane(360, 240);
+        test::View fresh;
+        ASSERT_EQ(fresh.InitializeTextDlg(&record, window, 0, 0), 1) << row.frameWidth;
+        fresh.WholeSizeView(1);
+        EXPECT_EQ(fresh.Scale(), row.scale) << row.frameWidth;
+        EXPECT_EQ(fresh.Scroll(), row.scroll) << row.frameWidth;
+        platform::DisposeWindow(window);
+    }
+}
+
+TEST_F(CTextEditDlgTest, ScrollsWithinTheView) {
+    ASSERT_EQ(Start(200, 50, 100, 80), 1);
+    struct Row {
+        long delta, changed, at;
+    };
+    for (const Row& row : { Row { 20, 1, 70 }, Row { 1000000, 1, 100 }, Row { 1, 0, 100 },
+                            Row { -1000000, 1, 0 }, Row { -1, 0, 0 }, Row { 0, 0, 0 } }) {
+        EXPECT_EQ(view->ScrollHorz(row.delta, 1), row.changed) << row.delta;
+        EXPECT_EQ(view->Scroll().x, row.at) << row.delta;
+    }
+    const long before = view->Scroll().y; // the view fits there
+    EXPECT_EQ(view->ScrollVert(10, 1), 0);
+    EXPECT_EQ(view->Scroll().y, before);
+}
+
+TEST_F(CTextEditDlgTest, AnotherAreaKeepsTheCentreOrTheWholeView) {
+    ASSERT_EQ(Start(400, 400, 100, 100), 1);
+    view->FitArea(200, 60);
+    EXPECT_EQ(view->Scroll(), (PIPoint { 100, 170 }));
+    view->WholeSizeView(0);
+    view->FitArea(300, 200);
+    EXPECT_EQ(view->Scale(), 50);
+    view->FitArea(0, 0); // nothing to draw into, and nothing to harm
+    EXPECT_EQ(view->Buffer(), nullptr);
+    view->UpdatePreview(1);
+    view->FitArea(400, 400);
+    EXPECT_EQ(view->Scale(), 100);
+    EXPECT_NE(view->Buffer(), nullptr);
+}
+
+TEST_F(CTextEditDlgTest, AFrameThatCannotBeMadeIsRefusedAndShowsGrey) {
+    EPIOffscreenProcs noAllocate = *record.pOffscreenProcs;
+    noAllocate.Allocate = nullptr;
+    struct Row {
+        const char* what;
+        int side;
+        const EPIOffscreenProcs* procs;
+    };
+    for (const Row& row : { Row { "no side", 0, record.pOffscreenProcs },
+                            Row { "a side below 0", -5, record.pOffscreenProcs },
+                            Row { "no allocation", 50, &noAllocate } }) {
+        record.pOffscreenProcs = row.procs;
+        record.nFrameWidth = record.nFrameHeight = row.side;
+        ShowPane(30, 20);
+        test::View fresh;
+        EXPECT_EQ(fresh.InitializeTextDlg(&record, window, 1, 1), 0) << row.what;
+        fresh.WholeSizeView(1);
+        fresh.UpdatePreview(1);
+        fresh.MoveText(10, 10);
+        fresh.SetGrid(0, false);
+        fresh.DrawOffscreen();
+        EXPECT_EQ(PixelsOf(fresh.Buffer(), 30, 20)[10 * 30 + 15], 0xA0A0A0U) << row.what;
+        platform::DisposeWindow(window);
+    }
+}
+
+// Lines of the grid along the first row of the area but its border.
+std::vector<int> LinesOf(const test::View& view, int width, int height) {
+    const auto pixels = PixelsOf(view.Buffer(), width, height);
+    std::vector<int> lines;
+    for (int x = 0; x < width; ++x) {
+        if (pixels[static_cast<std::size_t>(width + x)] == 0x606060)
+            lines.push_back(x);
+    }
+    return lines;
+}
+
+TEST_F(CTextEditDlgTest, TheGridNeverCrowds) {
+    ASSERT_EQ(Start(120, 120, 400, 400), 1);
+    host::Pinned<_TEXTPARAM>(params)->dwFlags = 0;
+    view->UpdatePreview(0);
+    struct Row {
+        int mode;
+        long scale;
+        std::vector<int> lines; // the scroll makes the frame's left lie at 10
+    };
+    for (const Row& row :
+         { Row { 0, 100, {} }, Row { 1, 100, { 10, 50, 90 } }, Row { 1, 200, { 10, 90, 170 } },
+           Row { 2, 100, { 10, 30, 50, 70, 90, 110 } }, Row { 7, 50, { 10, 20, 30, 40, 50, 60 } },
+           Row { 2, 40, { 10, 26, 42 } }, Row { 2, 10, { 10, 20 } } }) {
+        view->SetViewScale(row.scale, 0);
+        view->SetScroll(-10, 0);
+        view->SetGrid(row.mode, false);
+        view->DrawOffscreen();
+        EXPECT_EQ(LinesOf(*view, 400, 400), row.lines) << row.mode << " at " << row.scale;
+    }
+}
+
+TEST_F(CTextEditDlgTest, FramesTheTextAndTheArea) {
+    ASSERT_EQ(Start(300, 200, 300, 200), 1);
+    PutText(40, 50);
+    const PIRect frame = view->TextFrame();
+    const auto pixels = PixelsOf(view->Buffer(), 300, 200);
+    const auto at = [&](long x, long y) { return pixels[static_cast<std::size_t>(y * 300 + x)]; };
+    EXPECT_EQ(frame.left, 40);
+    EXPECT_EQ(frame.top, 50);
+    for (const PIPoint& corner :
+         { PIPoint { 40, 50 }, PIPoint { frame.right - 1, 50 }, PIPoint { 40, frame.bottom - 1 } })
+        EXPECT_EQ(at(corner.x, corner.y), 0xFF0000U) << testing::PrintToString(corner);
+    EXPECT_EQ(at(39, 50), 0xFFFFFFU); // no background is white
+    EXPECT_EQ(at(0, 0), 0U);
+    EXPECT_EQ(at(299, 199), 0U);
+}
+
+// What the effect makes of a copy of the frame, for the same record.
+std::unique_ptr<host::Image> Rendered(_EPIRECORD record, const host::Image& frame) {
+    auto image = host::Image::Make(frame.Width(), frame.Height(), frame.Format());
+    host::CopyPixels(*image, 0, 0, frame, { 0, 0, frame.Width(), frame.Height() });
+    const double apply = 1;
+    record.pParamValues = &apply;
+    record.hDestination = image->Ref();
+    record.dScale = 1;
+    EXPECT_EQ(EntryPoint(epiDoFilter, &record), 0);
+    return image;
+}
+
+TEST_F(CTextEditDlgTest, ShowsThePixelsOfTheRender) {
+    struct Row {
+        const char* what;
+        host::PixelFormat format;
+        std::uint32_t flags;
+        // In steps of 8 bits. The text is blended at 8 bits, so that of a frame of 16 bits a
+        // weight of 256ths counts instead of one of 65536ths, and both round down.
+        int tolerance;
+    };
+    const host::PixelFormat bgra { 32, 3, 2, 1, 0 };
+    ASSERT_EQ(Start(240, 130, 240, 130), 1);
+    for (const Row& row : {
+             Row { "argb", host::kArgb32, TEXT_DIALOGUE, 0 },
+             Row { "argb, box", host::kArgb32, TEXT_DIALOGUE | TEXT_BOX, 0 },
+             Row { "bgra", bgra, TEXT_DIALOGUE, 0 },
+             Row { "rgba, score", host::kRgba32, TEXT_SCORE | TEXT_BOX, 0 },
+             Row { "rgb", host::kRgb24, TEXT_DIALOGUE, 0 },
+             Row { "16 bits, box", host::kArgb64, TEXT_DIALOGUE | TEXT_BOX, 2 },
+             Row { "16 bits", host::kRgba64, TEXT_DIALOGUE, 2 },
+             Row { "16 bits, no text", host::kArgb64, 0, 0 },
+         }) {
+        record.bInfoPresent = 1;
+        std::strcpy(record.szInfo1, "ep");
+        std::strcpy(record.szInfo3, "7");
+        std::strcpy(record.szInfo4, "12");
+        host::Pinned<_TEXTPARAM>(params)->dwFlags = row.flags;
+        host::Pinned<_TEXTPARAM>(params)->ptPos = { 31, 17 };
+        auto frame = MakePicture(240, 130, row.format);
+        view->RefreshRecord(record);
+        const auto background = test::Borrow(record, *frame);
+        view->SetBkImage(background.get(), 0);
+        view->UpdatePreview(0);
+        const PIRect text = view->TextFrame();
+        ASSERT_EQ(text.right > text.left, row.flags != 0) << row.what;
+
+        const auto rendered = Rendered(record, *frame);
+        const auto shown = PixelsOf(view->Buffer(), 240, 130);
+        long differing = 0;
+        bool isTextDrawn = false;
+        for (int y = 1; y < 129; ++y) {
+            for (int x = 1; x < 239; ++x) {
+                const bool isFrame = (x == text.left || x == text.right - 1 || y == text.top ||
+                                      y == text.bottom - 1) &&
+                                     x >= text.left && x < text.right && y >= text.top &&
+                                     y < text.bottom;
+                if (isFrame)
+                    continue;
+                rendered->MoveTo(x, y);
+                frame->MoveTo(x, y);
+                const std::uint32_t pixel = rendered->GetPixel();
+                isTextDrawn = isTextDrawn || pixel != frame->GetPixel();
+                const std::uint32_t color = shown[static_cast<std::size_t>(y * 240 + x)];
+                for (const unsigned shift : { 0U, 8U, 16U }) {
+                    const int wanted = static_cast<int>((pixel >> shift) & 0xFF);
+                    const int got = static_cast<int>((color >> (16 - shift)) & 0xFF);
+                    if (std::abs(wanted - got) > row.tolerance)
+                        ++differing;
+                }
+            }
+        }
+        EXPECT_EQ(differing, 0) << row.what;
+        EXPECT_EQ(isTextDrawn, row.flags != 0) << row.what;
+        view->SetBkImage(nullptr, 0);
+    }
+}
+
+TEST_F(CTextEditDlgTest, WithoutABackgroundItIsTheRenderOverWhite) {
+    ASSERT_EQ(Start(200, 90, 200, 90), 1);
+    PutText(20, 10);
+    auto white = host::Image::Make(200, 90, host::kArgb32);
+    for (int y = 0; y < 90; ++y) {
+        auto row = white->Row(y);
+        for (std::size_t i = 0; i < row.size(); ++i)
+            row[i] = i % 4 == 0 ? 0 : 0xFF;
+    }
+    const auto rendered = Rendered(record, *white);
+    const host::Image& work =
+        *host::Image::FromRef(static_cast<EPIImageRef>(view->WorkImage()->Object()));
+    for (int y = 0; y < 90; ++y)
+        ASSERT_TRUE(std::ranges::equal(work.Row(y), std::as_const(*rendered).Row(y))) << y;
+}
+
+} // namespace

@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "preview/ScaledCopy.h"
+
+#include <algorithm>
+#include <ostream>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+namespace {
+
+constexpr std::uint8_t kUntouched = 0xA5;
+constexpr int kWorldWidth = 13;
+constexpr int kWorldHeight = 9;
+constexpr int kWorldRow = kWorldWidth * 4 + 8;
+constexpr int kImageWidth = 11;
+constexpr int kImageHeight = 8;
+constexpr int kImageRow = kImageWidth * 4 + 4;
+
+struct Row {
+    const char* what;
+    PixelBox to, from;
+    render::ChannelOrder order;
+    bool draws = true;
+};
+void PrintTo(const Row& row, std::ostream* out) {
+    *out << row.what;
+}
+
+std::vector<std::uint8_t> ImageBytes() {
+    std::vector<std::uint8_t> bytes(std::size_t { kImageRow } * kImageHeight);
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<std::uint8_t>(i * i + i / 3);
+    return bytes;
+}
+
+// The mean of the pixels from the first to the one behind, of which there is at least one.
+int MeanOf(const std::vector<std::uint8_t>& image, const Row& row, int x, int y, int place) {
+    const auto at = [](long i, long to, long toEnd, long from, long fromEnd) {
+        return static_cast<int>(from + (i - to) * (fromEnd - from) / (toEnd - to));
+    };
+    const auto [to, from] = std::pair(row.to, row.from);
+    const int left = at(x, to.left, to.right, from.left, from.right);
+    const int top = at(y, to.top, to.bottom, from.top, from.bottom);
+    const int right = std::max(left + 1, at(x + 1, to.left, to.right, from.left, from.right));
+    const int bottom = std::max(top + 1, at(y + 1, to.top, to.bottom, from.top, from.bottom));
+    int sum = 0;
+    for (int v = top; v < bottom; ++v) {
+        for (int u = left; u < right; ++u)
+            sum += image[static_cast<std::size_t>(v * kImageRow + u * 4 + place)];
+    }
+    const int count = (right - left) * (bottom - top);
+    return (2 * sum + count) / (2 * count);
+}
+
+class ScaledCopyTest : public testing::TestWithParam<Row> {};
+
+TEST_P(ScaledCopyTest, IsTheMeanWithinTheWorldAndNothingElse) {
+    const Row& row = GetParam();
+    std::vector<std::uint8_t> image = ImageBytes();
+    std::vector<std::uint8_t> world(std::size_t { kWorldRow } * kWorldHeight, kUntouched);
+    std::vector<std::uint8_t> expected = world;
+    for (int y = std::max(row.to.top, 0); y < std::min(row.to.bottom, kWorldHeight); ++y) {
+        for (int x = std::max(row.to.left, 0); row.draws && x < std::min(row.to.right, kWorldWidth);
+             ++x) {
+            auto* const pixel = &expected[static_cast<std::size_t>(y * kWorldRow + x * 4)];
+            pixel[0] = 0;
+            pixel[1] = static_cast<std::uint8_t>(MeanOf(image, row, x, y, row.order.red));
+            pixel[2] = static_cast<std::uint8_t>(MeanOf(image, row, x, y, row.order.green));
+            pixel[3] = static_cast<std::uint8_t>(MeanOf(image, row, x, y, row.order.blue));
+        }
+    }
+    CopyScaled({ world.data(), kWorldRow, kWorldWidth, kWorldHeight }, row.to,
+               { image.data(), kImageRow, kImageWidth, kImageHeight, 32, row.order }, row.from);
+    EXPECT_EQ(world, expected);
+}
+
+constexpr render::ChannelOrder kArgb { 0, 1, 2, 3 };
+constexpr render::ChannelOrder kBgra { 3, 2, 1, 0 };
+INSTANTIATE_TEST_SUITE_P(
+    Boxes, ScaledCopyTest,
+    testing::Values(
+        Row { "one to one", { 1, 1, 9, 7 }, { 2, 1, 10, 7 }, kArgb },
+        Row { "one to one in another order", { 1, 1, 9, 7 }, { 2, 1, 10, 7 }, kBgra },
+        Row { "one to one over every edge", { -3, -2, 19, 13 }, { 0, 0, 11, 8 }, kBgra },
+        Row { "a third", { 0, 0, 4, 3 }, { 0, 0, 11, 8 }, kArgb },
+        Row { "shrunk over the left and the top", { -2, -1, 4, 4 }, { 0, 0, 11, 8 }, kBgra },
+        Row { "to a single pixel", { 12, 8, 13, 9 }, { 0, 0, 11, 8 }, kArgb },
+        Row { "grown over the right and the bottom", { 5, 4, 38, 28 }, { 0, 0, 11, 8 }, kArgb },
+        Row { "narrower and taller", { 2, 0, 7, 9 }, { 0, 3, 11, 6 }, kBgra },
+        Row { "an empty image", { 0, 0, 4, 4 }, { 5, 5, 5, 8 }, kArgb, false },
+        Row { "an empty place", { 4, 0, 4, 4 }, { 0, 0, 11, 8 }, kArgb },
+        Row { "outside the world", { 40, 0, 44, 4 }, { 0, 0, 4, 4 }, kArgb },
+        Row { "channels that lie in no pixel",
+              { 0, 0, 4, 4 },
+              { 0, 0, 4, 4 },
+              { 0, 4, 2, 3 },
+              false },
+        Row { "one pixel as large as all places",
+              { -2000000000, -2000000000, 2000000000, 2000000000 },
+              { 3, 3, 4, 4 },
+              kArgb }));
+
+} // namespace
