@@ -138,9 +138,7 @@ private:
 Compositor::Compositor(const host::Effect* effect, Deliver deliver)
     : m_deliver(std::move(deliver)),
       m_worker(std::make_unique<Worker>(effect, [this](Composed composed) {
-          QMetaObject::invokeMethod(
-              &m_receiver, [this, composed = std::move(composed)] { m_deliver(composed); },
-              Qt::QueuedConnection);
+          m_mailbox.Post([this, composed = std::move(composed)] { m_deliver(composed); });
       })) {}
 
 Compositor::~Compositor() = default;

@@ -10,10 +10,10 @@
 #include <string>
 
 #include <QImage>
-#include <QObject>
 
 #include <epi/epi.h>
 
+#include "apps/studio/Mailbox.h"
 #include "apps/studio/Shot.h"
 #include "host/Effect.h"
 
@@ -59,7 +59,7 @@ public:
 private:
     class Worker;
 
-    QObject m_receiver; // deliveries that are on their way end with it
+    Mailbox m_mailbox;
     Deliver m_deliver;
     std::unique_ptr<Worker> m_worker;
 };

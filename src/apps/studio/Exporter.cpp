@@ -18,7 +18,7 @@ std::unique_ptr<Exporter> Exporter::Start(const host::Document& document,
         return nullptr;
     exporter->m_thread = std::thread([self = exporter.get(), finished = std::move(finished)] {
         self->m_result = self->m_export->Run(*self, self->m_cancel);
-        QMetaObject::invokeMethod(&self->m_receiver, finished, Qt::QueuedConnection);
+        self->m_mailbox.Post(finished);
     });
     return exporter;
 }

@@ -8,9 +8,9 @@
 #include <memory>
 #include <thread>
 
-#include <QObject>
 #include <QString>
 
+#include "apps/studio/Mailbox.h"
 #include "host/jobs/DocumentExport.h"
 
 namespace studio {
@@ -48,7 +48,7 @@ private:
     host::RunResult m_result;
     std::atomic<std::int64_t> m_done { 0 };
     std::atomic<std::int64_t> m_failed { 0 };
-    QObject m_receiver;
+    Mailbox m_mailbox;
     std::thread m_thread;
 };
 

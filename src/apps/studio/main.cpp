@@ -15,6 +15,7 @@
 #include <QTimer>
 #include <QTranslator>
 
+#include "apps/studio/Mailbox.h"
 #include "apps/studio/MainWindow.h"
 #include "apps/studio/Texts.h"
 
@@ -75,11 +76,11 @@ int Run(const Options& options, int argc, char** argv) {
     if (!options.files.empty())
         window.OpenFiles(options.files);
     window.show();
+    Mailbox mailbox;
     if (options.screenshot)
         TakeScreenshot(window, *options.screenshot);
     else if (options.files.empty())
-        QMetaObject::invokeMethod(
-            &window, [&window] { window.OfferRestore(); }, Qt::QueuedConnection);
+        mailbox.Post([&window] { window.OfferRestore(); });
     return QApplication::exec();
 }
 
