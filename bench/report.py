@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: BSD-3-Clause
-"""Turns the times of telop-bench, telop-bench-dispatch and render_programs.py into tables of ratios
-beside their limits, prints them, and writes them into README.md between its two markers."""
+"""Turns the times of telop-bench, telop-bench-dispatch, telop-bench-preview and render_programs.py
+into tables of ratios beside their limits, prints them, and writes them into README.md between its two markers."""
 
 import argparse
 import json
@@ -40,6 +40,14 @@ DISPATCHES = {
     "command": "a command up three targets, which nobody wants",
     "made": "made, with a parameter, three handlers, released",
 }
+PREVIEWS = {
+    "keystroke/50": "a keystroke, at 50 %",
+    "keystroke/100": "a keystroke, at 100 %",
+    "drag/50": "a drag step, at 50 %",
+    "drag/100": "a drag step, at 100 %",
+    "pan/100": "a step of the hand, at 100 %",
+    "pan/200": "a step of the hand, at 200 %",
+}
 AREA_CASES = ["score-100", "score-50", "latin"]
 
 UNCHANGED_TO_BLEND = 1.8
@@ -54,6 +62,8 @@ GROWTH_OF_PIXEL_COST = 1.5  # the larger rectangle does not fit into the process
 START_SECONDS = 0.020
 LOAD_SECONDS = 0.010
 UNWANTED_ALLOCATIONS = 0.0
+DISPLAY_FRAME = 16e6  # nanoseconds
+DISPLAY_FRAMES = 1.0
 BUSY = 1.05  # time of the clock for each of the processor, from which on others had a share
 
 
@@ -196,6 +206,12 @@ def dispatch_checks(dispatch):
             for name in ["unwanted/3"]]
 
 
+def preview_checks(preview):
+    return [Check(f"preview of 1920x1080, {what}: share of a display frame of 16 ms",
+                  preview.time(f"preview/{name}") / DISPLAY_FRAME, DISPLAY_FRAMES)
+            for name, what in PREVIEWS.items()]
+
+
 def table(head, rows):
     line = "|" + "|".join(" --- " if i == 0 else " ---: " for i in range(len(head))) + "|"
     return ["| " + " | ".join(head) + " |", line] + ["| " + " | ".join(row) + " |" for row in rows]
@@ -301,9 +317,10 @@ def machine(bench, programs):
     ]
 
 
-def report(bench, programs, dispatch):
+def report(bench, programs, dispatch, preview):
     by_case = {case: text_checks(bench, case) for case in CASES}
-    others = area_checks(bench) + program_checks(programs) + dispatch_checks(dispatch)
+    others = (area_checks(bench) + program_checks(programs) + dispatch_checks(dispatch)
+              + preview_checks(preview))
     checks = [check for row in by_case.values() for check in row] + others
     missed = sum(not check.met() for check in checks)
     columns = next(iter(by_case.values()))
@@ -338,9 +355,11 @@ def main():
     parser.add_argument("bench", type=Path, help="JSON of telop-bench")
     parser.add_argument("programs", type=Path, help="JSON of render_programs.py")
     parser.add_argument("dispatch", type=Path, help="JSON of telop-bench-dispatch")
+    parser.add_argument("preview", type=Path, help="JSON of telop-bench-preview")
     parser.add_argument("--readme", type=Path, help="the file to write the tables into")
     args = parser.parse_args()
-    text = report(Bench(args.bench), json.loads(args.programs.read_text()), Bench(args.dispatch))
+    text = report(Bench(args.bench), json.loads(args.programs.read_text()), Bench(args.dispatch),
+                  Bench(args.preview))
     print(text)
     if args.readme:
         update(args.readme, text)
