@@ -1,0 +1,230 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The editor of a list of texts, opened from the list's menu.
+#include <cstring>
+#include <fstream>
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+
+#include "dialogs/DialogFixture.h"
+#include "support/TemporaryFolder.h"
+
+namespace {
+
+using test::Drain;
+using testing::ElementsAre;
+
+class CMEditPopupDlgTest : public test::DialogFixture {
+protected:
+    void SetUp() override {
+        DialogFixture::SetUp();
+        std::memset(&Settings().infoPopup, 0, sizeof(_POPUPSTRING));
+        SetTexts({ "one", "two", "three" });
+        SetMode(TEXT_INFO);
+    }
+    void SetTexts(const std::vector<const char*>& texts) {
+        std::memset(Settings().infoPopup.szPreset, 0, sizeof Settings().infoPopup.szPreset);
+        for (std::size_t i = 0; i < texts.size(); ++i)
+            std::strcpy(Settings().infoPopup.szPreset[i], texts[i]);
+    }
+    std::vector<std::string> Texts() {
+        std::vector<std::string> texts;
+        for (const auto& text : Settings().infoPopup.szPreset) {
+            if (text[0] != '\0')
+                texts.emplace_back(text);
+        }
+        return texts;
+    }
+    // Opens the editor; the user acts in it and ends it with button end.
+    void Edit(int end, const std::function<void()>& act, int list = 207) {
+        if (!record.pDialogHolder)
+            Open(kEdit);
+        QWidget* const editor = root;
+        When([] { return WindowWith(108, 91) != nullptr; },
+             [&] {
+                 root = WindowWith(108, 91);
+                 act();
+                 Click(end);
+             });
+        Pick(list, -1);
+        root = editor;
+    }
+    QAbstractItemView& View() { return Get<QAbstractItemView>(201); }
+    void Select(int row) { View().setCurrentIndex(View().model()->index(row, 0)); }
+    int Selected() { return View().currentIndex().row(); }
+    void TypeName(const char* name) {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the last field
+        auto* const field = View().findChild<QLineEdit*>();
+        ASSERT_NE(field, nullptr);
+        field->selectAll();
+        QTest::keyClick(field, Qt::Key_Delete);
+        QTest::keyClicks(field, name);
+        QTest::keyClick(field, Qt::Key_Return);
+        Drain();
+    }
+    // Answers the next file dialog with the file, or cancels it.
+    void WithFile(int button, const std::string& file) {
+        WhenModal<QFileDialog>([&](QFileDialog& dialog) {
+            if (file.empty())
+                return dialog.reject();
+            dialog.setDirectory(QFileInfo(QString::fromStdString(file)).absolutePath());
+            dialog.findChild<QLineEdit*>()->setText(QString::fromStdString(file));
+            QMetaObject::invokeMethod(&dialog, "accept");
+        });
+        Click(button);
+    }
+    void Answer(QMessageBox::StandardButton button) {
+        WhenModal<QMessageBox>([=](QMessageBox& box) { box.button(button)->click(); });
+    }
+    enum : int { kOK = 1, kCancel, kAdd = 101, kDelete, kUp, kDown, kRename, kReset, kLoad, kSave };
+};
+
+TEST_F(CMEditPopupDlgTest, ChangesTheOrder) {
+    const struct {
+        int row, button;
+        std::vector<std::string> texts;
+        int selected;
+    } rows[] = {
+        { 1, kUp, { "two", "one", "three" }, 0 },   { 0, kUp, { "one", "two", "three" }, 0 },
+        { 1, kDown, { "one", "three", "two" }, 2 }, { 2, kDown, { "one", "two", "three" }, 2 },
+        { 0, kDelete, { "two", "three" }, 0 },      { 2, kDelete, { "one", "two" }, 1 },
+    };
+    for (const auto& row : rows) {
+        SetTexts({ "one", "two", "three" });
+        Edit(kOK, [&] {
+            Select(row.row);
+            Click(row.button);
+            EXPECT_EQ(Selected(), row.selected) << row.button << ' ' << row.row;
+            EXPECT_EQ(View().model()->rowCount(), static_cast<int>(row.texts.size()));
+        });
+        EXPECT_EQ(Texts(), row.texts) << row.button << ' ' << row.row;
+    }
+    EXPECT_EQ(Get<QComboBox>(207).count(), 2 + 1 + 4) << "the menu shows what is left";
+}
+
+TEST_F(CMEditPopupDlgTest, DoesNothingWithoutASelection) {
+    Edit(kOK, [&] {
+        View().clearSelection();
+        for (const int button : { kDelete, kUp, kDown, kRename })
+            Click(button);
+        EXPECT_EQ(View().findChild<QLineEdit*>(), nullptr);
+    });
+    EXPECT_THAT(Texts(), ElementsAre("one", "two", "three"));
+}
+
+TEST_F(CMEditPopupDlgTest, NamesANewTextAtOnce) {
+    Edit(kOK, [&] {
+        Click(kAdd);
+        TypeName("four");
+        Select(0);
+        Click(kRename);
+        TypeName(std::string(70, 'x').c_str());
+        Select(1);
+        Click(kRename);
+        TypeName("");
+        EXPECT_EQ(View().model()->rowCount(), 4) << "an empty one stays a row";
+    });
+    EXPECT_THAT(Texts(), ElementsAre(std::string(63, 'x'), "three", "four"));
+    EXPECT_STREQ(Settings().infoPopup.szPreset[1], "");
+    Edit(kCancel, [&] { EXPECT_EQ(View().model()->rowCount(), 1) << "up to the empty one"; });
+}
+
+TEST_F(CMEditPopupDlgTest, KeepsANameThatIsBeingTypedAtOK) {
+    Edit(kOK, [&] {
+        Select(2);
+        Click(kRename);
+        QTest::keyClicks(View().findChild<QLineEdit*>(), "x");
+    });
+    EXPECT_THAT(Texts(), ElementsAre("one", "two", "x"));
+}
+
+TEST_F(CMEditPopupDlgTest, RefusesMoreThanTwenty) {
+    SetTexts(std::vector<const char*>(20, "t"));
+    Edit(kOK, [&] {
+        Answer(QMessageBox::Ok);
+        Click(kAdd);
+        EXPECT_EQ(View().model()->rowCount(), 20);
+        Select(19);
+        Click(kDelete);
+        Click(kAdd);
+        TypeName("last");
+    });
+    EXPECT_EQ(Texts().size(), 20U);
+    EXPECT_STREQ(Settings().infoPopup.szPreset[19], "last");
+}
+
+TEST_F(CMEditPopupDlgTest, ForgetsEverythingOnCancel) {
+    Settings().infoPopup.bLock = 1;
+    std::strcpy(Settings().infoPopup.szHistory[0], "old");
+    const _POPUPSTRING before = Settings().infoPopup;
+    Edit(kCancel, [&] {
+        Select(0);
+        Click(kDown);
+        Click(kDelete);
+        Answer(QMessageBox::Ok);
+        Click(kReset);
+    });
+    EXPECT_EQ(std::memcmp(&before, &Settings().infoPopup, sizeof before), 0);
+}
+
+TEST_F(CMEditPopupDlgTest, ResetsToTheDefaultsOfItsOwnList) {
+    std::string why;
+    auto fresh = host::Effect::Make(ThePlugin(), why);
+    const auto& defaults = *reinterpret_cast<const _TEXT_DIALOG_PARAM*>(fresh->Settings().data());
+    const struct {
+        std::uint32_t mode;
+        int list;
+        _POPUPSTRING _TEXT_DIALOG_PARAM::*edited;
+    } rows[] = { { TEXT_INFO, 207, &_TEXT_DIALOG_PARAM::infoPopup },
+                 { TEXT_CHARACTER, 209, &_TEXT_DIALOG_PARAM::characterPopup } };
+    for (const auto& row : rows) {
+        std::memset(&(Settings().*row.edited), 0, sizeof(_POPUPSTRING));
+        std::strcpy((Settings().*row.edited).szHistory[0], "old");
+        (Settings().*row.edited).bLock = 1;
+        Destroy();
+        SetMode(row.mode);
+        const auto reset = [&] {
+            Answer(QMessageBox::Ok);
+            Click(kReset);
+        };
+        Edit(kOK, reset, row.list);
+        EXPECT_EQ(
+            std::memcmp(&(Settings().*row.edited), &(defaults.*row.edited), sizeof(_POPUPSTRING)),
+            0)
+            << row.list;
+    }
+}
+
+TEST_F(CMEditPopupDlgTest, LoadsAndSavesFiles) {
+    TemporaryFolder folder;
+    const std::string file = (folder.Path() / "list.txt").string();
+    const std::string missing = (folder.Path() / "empty.txt").string();
+    std::ofstream(missing).close();
+    Edit(kOK, [&] {
+        WithFile(kSave, "");
+        EXPECT_FALSE(std::filesystem::exists(file));
+        WithFile(kSave, file);
+        Select(0);
+        Click(kDelete);
+        WithFile(kLoad, "");
+        EXPECT_EQ(View().model()->rowCount(), 2);
+        WithFile(kLoad, file);
+        EXPECT_EQ(View().model()->rowCount(), 3);
+        Answer(QMessageBox::Ok);
+        WithFile(kLoad, missing);
+        EXPECT_EQ(View().model()->rowCount(), 3) << "as it was";
+        for (int i = 0; i < 3; ++i) {
+            Select(0);
+            Click(kDelete);
+        }
+        EXPECT_EQ(View().model()->rowCount(), 0);
+        Click(kSave); // nothing to save, so no file is asked for
+        EXPECT_EQ(qobject_cast<QFileDialog*>(QApplication::activeModalWidget()), nullptr);
+    });
+    std::ifstream saved(file);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(saved), {}), "one\rtwo\rthree\r");
+    EXPECT_TRUE(Texts().empty());
+}
+
+} // namespace

@@ -1,0 +1,403 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The text edit dialog: what it shows at first, and what each of its controls does.
+#include <cstring>
+
+#include <QColorDialog>
+#include <QMessageBox>
+
+#include "dialogs/DialogFixture.h"
+
+namespace {
+
+using test::Drain;
+using testing::StrEq;
+
+constexpr std::uint32_t kAllModes = TEXT_SCORE | TEXT_INFO | TEXT_CHARACTER | TEXT_DIALOGUE;
+
+class CMTextEditDlgTest : public test::DialogFixture {
+protected:
+    void Reopen() {
+        Destroy();
+        Open(kEdit);
+    }
+    // The last rows of a list's menu.
+    enum Rows { kEditList = -1, kClearHistory = -3, kLock = -4 };
+    bool IsLockMarked(int id) const {
+        auto& popup = Get<QComboBox>(id);
+        const QVariant mark =
+            popup.model()->index(popup.count() + kLock, 0).data(Qt::CheckStateRole);
+        return mark.isValid() && mark.toInt() == Qt::Checked;
+    }
+};
+
+// Beginnings -----------------------------------------------------------------------------------------
+
+TEST_F(CMTextEditDlgTest, SelectsOneModeAndEnablesWhatBelongsToIt) {
+    const int controls[] = { 205, 206, 207, 208, 209, 210, 211 };
+    const struct {
+        std::uint32_t flags;
+        int infoPresent, radio;
+        std::vector<int> enabled;
+        std::uint32_t kept;
+    } rows[] = {
+        { TEXT_SCORE, 1, 201, { 205 }, TEXT_SCORE },
+        { TEXT_INFO, 1, 202, { 206, 207 }, TEXT_INFO },
+        { TEXT_CHARACTER, 1, 203, { 208, 209, 210 }, TEXT_CHARACTER },
+        { TEXT_DIALOGUE, 0, 204, { 211 }, TEXT_DIALOGUE },
+        { TEXT_SCORE, 0, 202, { 206, 207 }, TEXT_INFO }, // no score without the host's strings
+        { TEXT_SCORE | TEXT_DIALOGUE, 1, 201, { 205, 211 }, TEXT_SCORE | TEXT_DIALOGUE },
+        { 0, 1, 204, {}, 0 },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.flags);
+        SetMode(row.flags);
+        record.bInfoPresent = row.infoPresent;
+        Reopen();
+        EXPECT_EQ(IsEnabled(201), row.infoPresent != 0);
+        EXPECT_TRUE(Get<QAbstractButton>(row.radio).isChecked());
+        EXPECT_EQ(Param().dwFlags, row.kept);
+        for (const int control : controls)
+            EXPECT_EQ(IsEnabled(control), testing::Matches(testing::Contains(control))(row.enabled))
+                << control;
+    }
+}
+
+TEST_F(CMTextEditDlgTest, ShowsTheParameters) {
+    const auto text = [this](int id) { return Get<QLineEdit>(id).text().toStdString(); };
+    {
+        auto const param = effect->Params();
+        param->dwFlags = TEXT_CHARACTER | TEXT_BOX | TEXT_MONOLOGUE;
+        param->nFontSize = 19;
+        param->nOpacity = 70;
+        param->nScoreFormat = 2;
+        std::strcpy(param->szInfoText, "PAN");
+        std::strcpy(param->szCharacter, "Rei");
+        std::strcpy(param->szDialogue, "One\rTwo");
+    }
+    Settings().nViewState1 = 2;
+    Settings().nViewState2 = 1;
+    Open(kEdit);
+    EXPECT_EQ(text(102) + " " + text(107) + " " + text(206) + " " + text(208), "19 70 PAN Rei");
+    EXPECT_EQ(Get<QPlainTextEdit>(211).toPlainText(), "One\nTwo");
+    EXPECT_EQ(Shown(103), "") << "a size that is not in the menu";
+    EXPECT_EQ(Get<QComboBox>(103).count(), 25);
+    EXPECT_EQ(Get<QComboBox>(205).currentIndex(), 2);
+    EXPECT_EQ(Shown(207), "PAN");
+    EXPECT_EQ(Get<QComboBox>(210).currentIndex(), 2);
+    EXPECT_EQ(Get<QComboBox>(97).currentIndex(), 2);
+    EXPECT_TRUE(Get<QAbstractButton>(98).isChecked() && IsEnabled(98) && IsEnabled(106));
+    EXPECT_EQ(TakeHeard(), "call1 ");
+
+    std::strcpy(effect->Params()->szFontName, "No Such Family");
+    effect->Params()->dwFlags = TEXT_DIALOGUE | TEXT_OFFCHARACTER | TEXT_MONOLOGUE;
+    Settings().nViewState1 = 0;
+    answer = 0;
+    Reopen();
+    EXPECT_EQ(Shown(101), "");
+    EXPECT_EQ(Get<QComboBox>(210).currentIndex(), 1);
+    EXPECT_FALSE(IsEnabled(98) || IsEnabled(106));
+    EXPECT_EQ(TakeHeard(), "call1 call0 ") << "asked again after 0";
+}
+
+// Commands -------------------------------------------------------------------------------------------
+
+TEST_F(CMTextEditDlgTest, StoresWhatIsPickedAndClicked) {
+    record.bInfoPresent = 1;
+    Open(kEdit);
+    const std::uint32_t suffixes = TEXT_OFFCHARACTER | TEXT_MONOLOGUE;
+    const auto flags = [this](std::uint32_t mask) { return Param().dwFlags & mask; };
+    const auto focus = [this] { return root->focusWidget(); };
+    const struct {
+        const char* what;
+        std::function<void()> act;
+        std::function<bool()> isDone;
+    } rows[] = {
+        { "box on", [&] { Click(105); }, [&] { return flags(TEXT_BOX) && IsEnabled(106); } },
+        { "box off", [&] { Click(105); }, [&] { return !flags(TEXT_BOX) && !IsEnabled(106); } },
+        { "score", [&] { Click(201); }, [&] { return flags(kAllModes) == TEXT_SCORE; } },
+        { "format", [&] { Pick(205, 3); }, [&] { return Param().nScoreFormat == 3; } },
+        { "info", [&] { Click(202); },
+          [&] { return flags(kAllModes) == TEXT_INFO && focus() == &Get<QWidget>(206); } },
+        { "character", [&] { Click(203); },
+          [&] { return flags(kAllModes) == TEXT_CHARACTER && focus() == &Get<QWidget>(208); } },
+        { "off", [&] { Pick(210, 1); }, [&] { return flags(suffixes) == TEXT_OFFCHARACTER; } },
+        { "monologue", [&] { Pick(210, 2); }, [&] { return flags(suffixes) == TEXT_MONOLOGUE; } },
+        { "no suffix", [&] { Pick(210, 0); }, [&] { return flags(suffixes) == 0; } },
+        { "dialogue", [&] { Click(204); },
+          [&] { return flags(kAllModes) == TEXT_DIALOGUE && focus() == &Get<QWidget>(211); } },
+        { "size", [&] { Pick(103, 23); },
+          [&] { return Param().nFontSize == 64 && Get<QLineEdit>(102).text() == "64"; } },
+        { "font", [&] { Pick(101, 0); },
+          [&] { return Shown(101) == Param().szFontName && Param().szFontName[0] != '\0'; } },
+        { "larger", [&] { Click(94); }, [] { return true; } },
+        { "grid", [&] { Pick(97, 1); }, [&] { return IsEnabled(98); } },
+        { "snap", [&] { Click(98); }, [&] { return Get<QAbstractButton>(98).isChecked(); } },
+        { "no grid", [&] { Pick(97, 0); }, [&] { return !IsEnabled(98); } },
+    };
+    for (const auto& row : rows) {
+        row.act();
+        EXPECT_TRUE(row.isDone()) << row.what;
+    }
+}
+
+TEST_F(CMTextEditDlgTest, TakesColorsThatArePicked) {
+    SetMode(TEXT_DIALOGUE | TEXT_BOX);
+    Open(kEdit);
+    const struct {
+        int button;
+        std::uint32_t _TEXTPARAM::*color;
+    } rows[] = { { 104, &_TEXTPARAM::crText }, { 106, &_TEXTPARAM::crBack } };
+    for (const auto& row : rows) {
+        WhenModal<QColorDialog>([](QColorDialog& picker) {
+            picker.setCurrentColor(QColor(0x11, 0x22, 0x33));
+            picker.accept();
+        });
+        Click(row.button);
+        EXPECT_EQ(Param().*row.color & 0xFFFFFF, 0x332211U) << row.button;
+    }
+}
+
+TEST_F(CMTextEditDlgTest, ZoomsInStepsAndShowsTheScale) {
+    Open(kEdit);
+    const auto scale = [this] { return Get<QWidget>(96).property("text").toInt(); };
+    const int first = scale();
+    Click(95);
+    EXPECT_EQ(scale(), std::min(first, 210) - 10);
+    Click(94);
+    Click(94);
+    EXPECT_LE(scale(), 200);
+    for (int i = 0; i < 30; ++i)
+        Click(95);
+    EXPECT_EQ(scale(), 10);
+}
+
+TEST_F(CMTextEditDlgTest, ShowsTheWholeFrameInAnySizeOfTheWindow) {
+    Open(kEdit);
+    const auto scale = [this] { return Get<QWidget>(96).property("text").toInt(); };
+    const int before = scale();
+    root->resize(root->width(), root->height() + 200);
+    Drain();
+    EXPECT_GT(scale(), before);
+    image = host::Image::Make(640, 480, host::kArgb32);
+    record.nFrameWidth = 640;
+    record.nFrameHeight = 480;
+    record.hComposite = image->Ref();
+    const int larger = scale();
+    Notify(epiNotifyCompositeImage);
+    EXPECT_LT(scale(), larger);
+}
+
+// Fields ---------------------------------------------------------------------------------------------
+
+TEST_F(CMTextEditDlgTest, StoresWhatIsTypedAtOnce) {
+    const struct {
+        std::uint32_t mode;
+        int field;
+        const char* typed;
+        std::function<std::string(const _TEXTPARAM&)> stored;
+        const char* result;
+    } rows[] = {
+        { TEXT_DIALOGUE, 102, "48", [](auto& p) { return std::to_string(p.nFontSize); }, "48" },
+        { TEXT_DIALOGUE, 102, "19", [](auto& p) { return std::to_string(p.nFontSize); }, "19" },
+        // On the way to 2 digits, 4 is a size; what cannot be one is not stored.
+        { TEXT_DIALOGUE, 102, "2", [](auto& p) { return std::to_string(p.nFontSize); }, "19" },
+        { TEXT_DIALOGUE, 107, "7x5", [](auto& p) { return std::to_string(p.nOpacity); }, "75" },
+        { TEXT_DIALOGUE, 107, "101", [](auto& p) { return std::to_string(p.nOpacity); }, "10" },
+        { TEXT_INFO, 206, "WIPE", [](auto& p) { return std::string(p.szInfoText); }, "WIPE" },
+        { TEXT_CHARACTER, 208, "Rei", [](auto& p) { return std::string(p.szCharacter); }, "Rei" },
+        { TEXT_DIALOGUE, 211, "No!", [](auto& p) { return std::string(p.szDialogue); }, "No!" },
+    };
+    for (const auto& row : rows) {
+        if (!root || (Param().dwFlags & row.mode) == 0) {
+            SetMode(row.mode);
+            Reopen();
+        }
+        Type(row.field, row.typed);
+        EXPECT_EQ(row.stored(Param()), row.result) << row.field << ' ' << row.typed;
+    }
+}
+
+TEST_F(CMTextEditDlgTest, FollowsATypedSizeOrTextInItsMenu) {
+    SetMode(TEXT_INFO);
+    Open(kEdit);
+    Type(102, "48");
+    EXPECT_EQ(Shown(103), "48");
+    Type(102, "49");
+    EXPECT_EQ(Shown(103), "48") << "none for this one, so the last one stays";
+    Type(206, "PAN");
+    EXPECT_EQ(Shown(207), "PAN");
+    Type(206, "PAN X");
+    EXPECT_EQ(Shown(207), "");
+}
+
+TEST_F(CMTextEditDlgTest, LimitsTexts) {
+    Open(kEdit);
+    Type(211, std::string(70, 'x').c_str());
+    EXPECT_EQ(std::strlen(Param().szDialogue), 63U);
+    SetMode(TEXT_CHARACTER);
+    Reopen();
+    Get<QLineEdit>(208).clear();
+    Get<QLineEdit>(208).insert(QString(63, QChar(0x30A2))); // three bytes each
+    Drain();
+    EXPECT_EQ(Param().szCharacter, QString(21, QChar(0x30A2)).toStdString()) << "whole characters";
+}
+
+TEST_F(CMTextEditDlgTest, StepsTheOpacity) {
+    effect->Params()->nOpacity = 99;
+    Open(kEdit);
+    auto& arrows = Get<QWidget>(108);
+    const auto press = [&](int y) {
+        QTest::mouseClick(&arrows, Qt::LeftButton, {}, { arrows.width() / 2, y });
+    };
+    press(3);
+    press(3);
+    EXPECT_EQ(Param().nOpacity, 100);
+    press(arrows.height() - 4);
+    EXPECT_EQ(Param().nOpacity, 99);
+    EXPECT_EQ(Get<QLineEdit>(107).text(), "99");
+}
+
+// Lists ----------------------------------------------------------------------------------------------
+
+TEST_F(CMTextEditDlgTest, OffersTheTextsOfItsList) {
+    SetMode(TEXT_INFO);
+    std::strcpy(Settings().infoPopup.szHistory[0], "A-1 & (B");
+    Open(kEdit);
+    auto& popup = Get<QComboBox>(207);
+    EXPECT_EQ(popup.count(), 7 + 1 + 1 + 1 + 4);
+    Pick(207, 8);
+    EXPECT_THAT(Param().szInfoText, StrEq("A-1 & (B")) << "nothing in it means anything to a menu";
+    EXPECT_EQ(Get<QLineEdit>(206).text(), "A-1 & (B");
+    Pick(207, 0);
+    EXPECT_THAT(Param().szInfoText, StrEq(Settings().infoPopup.szPreset[0]));
+}
+
+TEST_F(CMTextEditDlgTest, CountsTheSeparatorOfAnEmptyHalf) {
+    SetMode(TEXT_CHARACTER);
+    auto& list = Settings().characterPopup;
+    std::memset(&list, 0, sizeof list);
+    std::strcpy(list.szHistory[0], "Rei");
+    std::strcpy(list.szHistory[1], "Ken");
+    std::strcpy(effect->Params()->szCharacter, "Rei");
+    Open(kEdit);
+    EXPECT_EQ(Get<QComboBox>(209).currentIndex(), 1) << "the one after its own";
+}
+
+TEST_F(CMTextEditDlgTest, MarksTheLockOnlyForATextOfNoList) {
+    SetMode(TEXT_INFO);
+    std::strcpy(effect->Params()->szInfoText, "PAN");
+    Open(kEdit);
+    Pick(207, kLock);
+    EXPECT_EQ(Settings().infoPopup.bLock, 1);
+    EXPECT_EQ(Shown(207), "PAN");
+    EXPECT_FALSE(IsLockMarked(207));
+    Type(206, "none of them");
+    EXPECT_TRUE(IsLockMarked(207));
+    Pick(207, kLock);
+    EXPECT_EQ(Settings().infoPopup.bLock, 0);
+    EXPECT_FALSE(IsLockMarked(207));
+}
+
+TEST_F(CMTextEditDlgTest, ClearsAHistoryWhenTheUserAgrees) {
+    SetMode(TEXT_INFO);
+    for (auto& text : Settings().infoPopup.szHistory)
+        std::strcpy(text, "old");
+    Open(kEdit);
+    const auto answerWith = [this](QMessageBox::StandardButton button) {
+        WhenModal<QMessageBox>([=](QMessageBox& box) { box.button(button)->click(); });
+        Pick(207, kClearHistory);
+    };
+    answerWith(QMessageBox::Cancel);
+    EXPECT_THAT(Settings().infoPopup.szHistory[0], StrEq("old"));
+    answerWith(QMessageBox::Ok);
+    for (const auto& text : Settings().infoPopup.szHistory)
+        EXPECT_THAT(text, StrEq(""));
+    EXPECT_EQ(Get<QComboBox>(207).count(), 7 + 1 + 4);
+}
+
+// OK -------------------------------------------------------------------------------------------------
+
+TEST_F(CMTextEditDlgTest, StoresOnOKAndTellsTheHost) {
+    SetMode(TEXT_INFO);
+    Open(kEdit);
+    Pick(97, 2);
+    Click(98);
+    Type(206, "new one");
+    TakeHeard();
+    EXPECT_EQ(Notify(epiNotifyOK), 1);
+    EXPECT_EQ(TakeHeard(), "changed option1 ");
+    EXPECT_THAT(Settings().infoPopup.szHistory[0], StrEq("new one"));
+    EXPECT_EQ(Settings().nViewState1, 2);
+    EXPECT_EQ(Settings().nViewState2, 1);
+    Type(206, "another");
+    Settings().infoPopup.bLock = 1;
+    EXPECT_EQ(Notify(epiNotifyOK), 1);
+    EXPECT_THAT(Settings().infoPopup.szHistory[1], StrEq("")) << "locked";
+    record.dwDialogFlags = EPI_DIALOG_TEXT_EDIT | EPI_DIALOG_NO_OPTION;
+    Notify(epiNotifyCompositeImage);
+    TakeHeard();
+    Notify(epiNotifyOK);
+    EXPECT_EQ(TakeHeard(), "changed ");
+}
+
+TEST_F(CMTextEditDlgTest, StaysOpenOverANumberThatCannotBe) {
+    std::strcpy(effect->Params()->szInfoText, "not kept");
+    Open(kEdit);
+    TakeHeard();
+    for (const int field : { 102, 107 }) {
+        Type(field, field == 102 ? "1" : "101");
+        EXPECT_EQ(Notify(epiNotifyOK), 0) << field;
+    }
+    EXPECT_EQ(TakeHeard(), "");
+    EXPECT_THAT(Settings().infoPopup.szHistory[0], StrEq(""));
+    EXPECT_EQ(Get<QLineEdit>(102).text() + Get<QLineEdit>(107).text(), "3100") << "corrected";
+    EXPECT_EQ(Notify(epiNotifyOK), 1);
+    EXPECT_EQ(Param().nFontSize, 3);
+    EXPECT_EQ(Param().nOpacity, 100);
+}
+
+// Hosts that are difficult ---------------------------------------------------------------------------
+
+TEST_F(CMTextEditDlgTest, LetsTheHostDestroyItWhileItTellsOrAsks) {
+    for (const char* moment : { "changed", "option1", "call1" }) {
+        Destroy();
+        onHeard = [&](const std::string& what) {
+            if (what == moment)
+                Destroy();
+        };
+        if (Open(kEdit))
+            Notify(epiNotifyOK);
+        EXPECT_EQ(record.pDialogHolder, nullptr) << moment;
+        onHeard = nullptr;
+    }
+    SetMode(TEXT_INFO);
+    Open(kEdit);
+    WhenModal<QMessageBox>([this](QMessageBox& box) {
+        Destroy();
+        box.button(QMessageBox::Ok)->click();
+    });
+    Pick(207, kClearHistory);
+    EXPECT_EQ(root, nullptr);
+}
+
+TEST_F(CMTextEditDlgTest, EndsTheListEditorThatItRan) {
+    SetMode(TEXT_INFO);
+    Open(kEdit);
+    When([] { return WindowWith(108, 91) != nullptr; }, [this] { Destroy(); });
+    auto& popup = Get<QComboBox>(207);
+    popup.showPopup();
+    popup.view()->setCurrentIndex(popup.model()->index(popup.count() - 1, 0));
+    QTest::keyClick(popup.view(), Qt::Key_Return);
+    EXPECT_EQ(root, nullptr);
+    EXPECT_EQ(WindowWith(108, 91), nullptr);
+}
+
+TEST_F(CMTextEditDlgTest, PassesWhatTheHostThrows) {
+    Open(kEdit);
+    onHeard = [](const std::string&) { throw test::HostThrows(); };
+    EXPECT_THROW(Notify(epiNotifyOK), test::HostThrows);
+    onHeard = nullptr;
+    EXPECT_EQ(Notify(epiNotifyOK), 1);
+}
+
+} // namespace

@@ -1,0 +1,201 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The real bundle under a host that notes what it is told, its dialogs with real widgets, and a user who
+// waits for windows to come up.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <QAbstractButton>
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTest>
+#include <QTimer>
+#include <gmock/gmock.h>
+
+#include "host/Effect.h"
+#include "host/Ledger.h"
+#include "huxCommon/ToolkitForms.h"
+#include "platform/ui/UIObject.h"
+#include "platform/ui/WindowWidget.h"
+
+namespace test {
+
+struct HostThrows {};
+
+class DialogFixture : public testing::Test, public host::FrontEnd {
+protected:
+    enum : std::uint32_t { kPanel = 0, kEdit = EPI_DIALOG_TEXT_EDIT };
+
+    void SetUp() override {
+        ASSERT_TRUE(platform::EnsureUserInterface());
+        host::SetFrontEnd(this);
+        std::string why;
+        effect = host::Effect::Make(ThePlugin(), why);
+        ASSERT_TRUE(effect) << why;
+        image = host::Image::Make(320, 180, host::kArgb32);
+        record = effect->Record();
+        record.nFrameWidth = 320;
+        record.nFrameHeight = 180;
+        record.hComposite = image->Ref();
+        SetMode(TEXT_DIALOGUE);
+    }
+    // Loaded once: nobody unloads and loads a user interface again and again.
+    static std::shared_ptr<host::Plugin> ThePlugin() {
+        static std::string why;
+        static const std::shared_ptr<host::Plugin> plugin = host::Plugin::Load(TELOP_BUNDLE, why);
+        EXPECT_TRUE(plugin) << why;
+        return plugin;
+    }
+    void TearDown() override {
+        Destroy();
+        m_users.clear();
+        EXPECT_TRUE(errors.TakeAll().empty());
+        host::SetFrontEnd(nullptr);
+        effect.reset();
+        EXPECT_EQ(host::Ledger::Get().Describe(), "");
+    }
+
+    // The host ----------------------------------------------------------------------------------
+    std::int32_t ParametersChanged(EPIHandleRef) override { return Hear("changed"); }
+    std::int32_t Option(double value) override {
+        return Hear("option" + std::to_string(static_cast<int>(value)));
+    }
+    std::int32_t Call(std::int32_t flag) override {
+        Hear("call" + std::to_string(flag));
+        return answer;
+    }
+    std::int32_t ModalOpens(EPIWindowRef window) override {
+        EXPECT_TRUE(platform::IsValidWindowPtr(window));
+        return Hear("opens");
+    }
+    std::int32_t ModalEnds(EPIWindowRef window) override {
+        EXPECT_NE(window, nullptr);
+        return Hear("ends");
+    }
+    std::int32_t Hear(const std::string& what) {
+        heard += what + " ";
+        if (onHeard)
+            onHeard(what);
+        return 0;
+    }
+    std::string TakeHeard() { return std::exchange(heard, {}); }
+
+    void SetMode(std::uint32_t mode) { effect->Params()->dwFlags = mode; }
+    _TEXTPARAM Param() const { return effect->CopyParams(); }
+    _TEXT_DIALOG_PARAM& Settings() {
+        return *reinterpret_cast<_TEXT_DIALOG_PARAM*>(effect->Settings().data());
+    }
+    long Run(long selector) { return effect->ThePlugin().Call(selector, &record); }
+    QWidget* Open(std::uint32_t flags) {
+        record.dwDialogFlags = flags;
+        EXPECT_EQ(Run(epiCreateSettingDialog), 0);
+        root = platform::GetWindowWidget(record.hDialogWindow);
+        if (root)
+            platform::ShowWindow(record.hDialogWindow);
+        return root;
+    }
+    void Destroy() {
+        if (record.pDialogHolder)
+            Run(epiDestroySettingDialog);
+        root = nullptr;
+        EXPECT_EQ(record.hDialogWindow, nullptr);
+    }
+    std::int32_t Notify(std::int32_t code) {
+        record.nNotifyCode = code;
+        record.nNotifyResult = 77;
+        EXPECT_EQ(Run(epiDialogNotify), 0);
+        return record.nNotifyResult;
+    }
+
+    // The user ----------------------------------------------------------------------------------
+    static QWidget* Find(const QWidget& window, int id) {
+        for (QWidget* const widget : window.findChildren<QWidget*>()) {
+            if (widget->property("controlID").isValid() &&
+                widget->property("controlID").toInt() == id)
+                return widget;
+        }
+        return nullptr;
+    }
+    template <class Widget>
+    Widget& Get(int id) const {
+        auto* const widget = dynamic_cast<Widget*>(Find(*root, id));
+        if (!widget)
+            throw std::runtime_error("no control " + std::to_string(id));
+        return *widget;
+    }
+    bool IsEnabled(int id) const { return Get<QWidget>(id).isEnabled(); }
+    void Click(int id) const { Get<QAbstractButton>(id).click(); }
+    void Type(int id, const char* text) const {
+        auto& field = Get<QWidget>(id);
+        field.activateWindow();
+        field.setFocus();
+        Drain();
+        QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClick(&field, Qt::Key_Delete);
+        // The dialog hears of each key after it has typed.
+        for (const char* key = text; *key != '\0'; ++key) {
+            Drain();
+            QTest::keyClick(&field, *key);
+        }
+        Drain();
+    }
+    // row counts from the end when it is negative.
+    void Pick(int id, int row) const {
+        auto& popup = Get<QComboBox>(id);
+        popup.showPopup();
+        popup.view()->setCurrentIndex(
+            popup.model()->index(row < 0 ? popup.count() + row : row, popup.modelColumn()));
+        QTest::keyClick(popup.view(), Qt::Key_Return);
+        Drain();
+    }
+    std::string Shown(int id) const {
+        auto& popup = Get<QComboBox>(id);
+        return popup.currentIndex() < 0 ? "" : popup.currentText().toStdString();
+    }
+    // The visible window that has the first control and not the second one.
+    static QWidget* WindowWith(int id, int without) {
+        for (QWidget* const window : QApplication::topLevelWidgets()) {
+            if (window->isVisible() && Find(*window, id) && !Find(*window, without))
+                return window;
+        }
+        return nullptr;
+    }
+    // Acts once, when what it waits for is there, in whatever loop runs then.
+    void When(std::function<bool()> isThere, std::function<void()> act) {
+        auto* const timer = m_users.emplace_back(std::make_unique<QTimer>()).get();
+        QObject::connect(timer, &QTimer::timeout, timer, [=] {
+            if (!isThere())
+                return;
+            timer->stop();
+            act();
+        });
+        timer->start(5);
+    }
+    template <class Dialog>
+    void WhenModal(std::function<void(Dialog&)> act) {
+        const auto current = [] {
+            return qobject_cast<Dialog*>(QApplication::activeModalWidget());
+        };
+        When([=] { return current() != nullptr; }, [=] { act(*current()); });
+    }
+
+    std::unique_ptr<host::Effect> effect;
+    std::unique_ptr<host::Image> image;
+    _EPIRECORD record {};
+    QWidget* root = nullptr; // the window whose controls are meant
+    std::int32_t answer = 1;
+    std::string heard;
+    std::function<void(const std::string&)> onHeard;
+    HostErrors errors;
+
+private:
+    std::vector<std::unique_ptr<QTimer>> m_users;
+};
+
+} // namespace test

@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// The three calls of a host: what each dialog makes of notifications, and what is left of dialogs that
+// were destroyed.
+#include <cstring>
+
+#include <malloc.h>
+
+#include "dialogs/DialogFixture.h"
+
+namespace {
+
+using DialogHooksTest = test::DialogFixture;
+
+TEST_F(DialogHooksTest, NotifiesEachDialogOfWhatConcernsIt) {
+    const struct {
+        std::uint32_t flags;
+        std::int32_t code, result;
+        const char* heard;
+        bool showsUpdate;
+    } rows[] = {
+        { kPanel, epiNotifyOK, 77, "", false },
+        { kPanel, epiNotifyUpdate, 77, "", true },
+        { kPanel, epiNotifyCompositeImage, 77, "", false },
+        { kPanel, 4, 77, "", false },
+        { kEdit, epiNotifyOK, 1, "changed option1 ", false },
+        { kEdit, epiNotifyUpdate, 77, "", false },
+        { kEdit, epiNotifyCompositeImage, 77, "", false },
+        { kEdit, 0, 77, "", false },
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::Message() << row.flags << ' ' << row.code);
+        Destroy();
+        std::strcpy(effect->Params()->szDialogue, "Before");
+        Open(row.flags);
+        std::strcpy(effect->Params()->szDialogue, "After");
+        TakeHeard();
+        EXPECT_EQ(Notify(row.code), row.result);
+        EXPECT_EQ(TakeHeard(), row.heard);
+        auto* const shown = root->findChild<QPlainTextEdit*>();
+        EXPECT_EQ(shown->toPlainText(), row.showsUpdate ? "After" : "Before");
+    }
+}
+
+TEST_F(DialogHooksTest, MakesNoWindowWithoutParametersOrSettings) {
+    record.pSettings = nullptr;
+    EXPECT_EQ(Open(kEdit), nullptr);
+    Destroy();
+    record.hFixedParam = nullptr;
+    EXPECT_EQ(Open(kEdit), nullptr);
+    Destroy();
+    EXPECT_NE(Open(kPanel), nullptr) << "it has a summary of nothing";
+}
+
+TEST_F(DialogHooksTest, WorksWithoutTheTablesThatMayBeAbsent) {
+    record.pParamProcs = nullptr;
+    record.pHostProcs = nullptr;
+    record.pWindowProcs = nullptr;
+    record.hComposite = nullptr;
+    ASSERT_NE(Open(kEdit), nullptr);
+    EXPECT_EQ(Notify(epiNotifyOK), 1);
+    EXPECT_EQ(heard, "");
+}
+
+// What the process holds when everything that was deferred is done.
+std::size_t BytesInUse() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCoreApplication::processEvents();
+    return mallinfo2().uordblks;
+}
+
+TEST_F(DialogHooksTest, LeavesNothingOfAThousandDialogs) {
+    const platform::EventTypeSpec watched[] = {
+        { platform::kEventClassCommand, platform::kEventCommandProcess },
+        { platform::kEventClassMouse, platform::kEventMouseMoved },
+        { platform::kEventClassWindow, platform::kEventWindowClosed },
+    };
+    const auto handlers = [&] {
+        std::size_t count = 0;
+        for (const auto& type : watched)
+            count += platform::CountEventHandlers(platform::GetApplicationEventTarget(), type);
+        return count;
+    };
+    for (const std::uint32_t flags : { kPanel, kEdit }) {
+        const auto makeAndDestroy = [&](int count) {
+            for (int i = 0; i < count; ++i) {
+                Open(flags);
+                Destroy();
+            }
+        };
+        makeAndDestroy(50); // caches are full then
+        const std::size_t before = BytesInUse();
+        const std::size_t handlersBefore = handlers();
+        const auto windowsBefore = platform::UIObject::All(platform::ObjectKind::kWindow).size();
+        makeAndDestroy(1000);
+        EXPECT_LT(BytesInUse(), before + 100'000) << "100 bytes for each dialog are none of it";
+        EXPECT_EQ(handlers(), handlersBefore);
+        EXPECT_EQ(platform::UIObject::All(platform::ObjectKind::kWindow).size(), windowsBefore);
+        EXPECT_EQ(host::Ledger::Get().Outstanding(host::Lent::kHandle), 1) << "the parameters";
+        EXPECT_EQ(host::Ledger::Get().Outstanding(host::Lent::kImage), 1) << "the composite";
+        EXPECT_TRUE(host::Ledger::Get().IsBalanced()) << host::Ledger::Get().Describe();
+        TakeHeard();
+    }
+}
+
+} // namespace
