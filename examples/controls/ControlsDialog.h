@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
-#include "controls/CommandLog.h"
-#include "controls/RowData.h"
-#include "controls/TextPane.h"
+#include "CommandLog.h"
+#include "RowData.h"
+#include "TextPane.h"
 #include "huxCommon/huxGUI/HuxBevelButton.h"
 #include "huxCommon/huxGUI/HuxCheckBox.h"
 #include "huxCommon/huxGUI/HuxDataBrowser.h"

@@ -17,7 +17,11 @@ std::string_view Bytes(const _EPIRECORD& record) {
 
 class UIModuleTest : public testing::Test {
 protected:
-    UIModuleTest() : m_bundle(TELOP_BUNDLE, TELOP_MODULE) { platform::ForgetReports(); }
+    // The copy of the bundle starts without the dialogs that the build has put into it.
+    UIModuleTest() : m_bundle(TELOP_BUNDLE, TELOP_MODULE) {
+        std::filesystem::remove(m_bundle.ModuleFolder() / kUIModuleFileName);
+        platform::ForgetReports();
+    }
     ~UIModuleTest() override { platform::ForgetReports(); }
 
     void PutBeside(const char* module) {

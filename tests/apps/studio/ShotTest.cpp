@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 
+#include "apps/studio/StudioFixture.h"
 #include "apps/studio/TestCard.h"
 
 namespace studio {
@@ -45,6 +46,7 @@ TEST(Shot, TakesSeveralFilesAsOneInput) {
 }
 
 TEST(Shot, TestCardHasAFrameForEachNumberAndNoTwoAlike) {
+    TheApplication(); // the card is drawn with its fonts
     auto const card = Shot::TestCard();
     ASSERT_EQ(card->Count(), 100U);
     EXPECT_EQ(card->IndexOf(100), 99U);
