@@ -43,7 +43,7 @@ CMTextEditDlg::CMTextEditDlg() : CTextEditDlg(dialogs::kPreview), m_preview(*thi
 }
 
 CMTextEditDlg::~CMTextEditDlg() {
-    Dispose();
+    CMTextEditDlg::Dispose();
 }
 
 const char* CMTextEditDlg::GetNibName() {

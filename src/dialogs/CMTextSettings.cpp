@@ -23,7 +23,7 @@ CMTextSettings::CMTextSettings() {
 }
 
 CMTextSettings::~CMTextSettings() {
-    Dispose();
+    CMTextSettings::Dispose();
     m_summary.Detach();
     m_editButton.Detach();
 }
