@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Panes that handlers draw and track: which port they draw into, what is shown, who hears a press.
+#include <optional>
+
+#include <QCoreApplication>
 #include <QImage>
 #include <QTest>
 
@@ -49,6 +52,30 @@ TEST_F(ControlsUserPaneTest, DrawsIntoAPortOfItsOwnAndRestoresTheCallers) {
     EXPECT_EQ(shown.pixelColor(0, 0), QColor(Qt::red));
     EXPECT_EQ(shown.pixelColor(79, 39), QColor(Qt::red));
     EXPECT_EQ(shown.pixelColor(1, 1), widget->palette().color(QPalette::Window)); // left undrawn
+}
+
+// Its widget paints all of itself, which Qt takes as a reason not to update it with the window.
+TEST_F(ControlsUserPaneTest, IsDrawnAgainWhenItsPartOfTheWindowIsStale) {
+    int draws = 0;
+    const Handler draw(GetControlEventTarget(pane), { kDraw }, [&](EventRef) {
+        ++draws;
+        return kNoErr;
+    });
+    struct Row {
+        const char* part;
+        std::optional<Rect> bounds;
+        bool draws;
+    };
+    for (const Row& row :
+         { Row { "all", std::nullopt, true }, Row { "the pane", Rect { 10, 10, 50, 90 }, true },
+           Row { "its last pixel", Rect { 49, 89, 60, 100 }, true },
+           Row { "beside it", Rect { 50, 90, 60, 100 }, false } }) {
+        QCoreApplication::processEvents();
+        draws = 0;
+        ASSERT_EQ(InvalWindowRect(window, row.bounds ? &*row.bounds : nullptr), kNoErr);
+        QCoreApplication::processEvents();
+        EXPECT_EQ(draws > 0, row.draws) << row.part;
+    }
 }
 
 TEST_F(ControlsUserPaneTest, RestoresThePortWhenAHandlerThrows) {

@@ -228,9 +228,24 @@ OSStatus RemoveWindowProperty(WindowRef window, OSType creator, OSType tag) {
 
 // Drawing ---------------------------------------------------------------------------------------
 
+namespace {
+
+// Also the widgets in it that paint all of themselves, which an update of their parent leaves out.
+void UpdateWhole(QWidget& widget, const QRect& part) {
+    widget.update(part);
+    for (QWidget* const child :
+         widget.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (!child->isWindow() && child->geometry().intersects(part))
+            UpdateWhole(*child, part.translated(-child->pos()));
+    }
+}
+
+} // namespace
+
 OSStatus InvalWindowRect(WindowRef window, const Rect* part) {
-    return WithWidget(
-        window, [part](QWidget& widget) { widget.update(part ? ToQRect(*part) : widget.rect()); });
+    return WithWidget(window, [part](QWidget& widget) {
+        UpdateWhole(widget, part ? ToQRect(*part) : widget.rect());
+    });
 }
 
 // What is drawn goes into a buffer first, which is shown as a whole.
