@@ -51,7 +51,7 @@ ExportDialog::ExportDialog(const Shot& shot, const host::ExportOptions& proposal
     to->setBuddy(m_output);
     form->addRow(to, place);
     form->addRow(T("&Frames:"), m_frames);
-    form->addRow(T("Files that &exist:"), m_existing);
+    form->addRow(T("Files that e&xist:"), m_existing);
     form->addRow(T("Frames at &once:"), m_jobs);
     m_note->setWordWrap(true);
     m_note->setMinimumHeight(2 * fontMetrics().lineSpacing());

@@ -64,7 +64,8 @@ void MainWindow::BuildFileActions() {
     Make("card", T("Show &Test Card"), {}, [this] { TakeShot(Shot::TestCard()); });
     Make("save", T("&Save"), QKeySequence::Save, [this] { Save(); });
     Make("saveAs", T("Save &As…"), { "Ctrl+Shift+S" }, [this] { SaveAs(); });
-    Make("export", T("&Export Frames…"), { "Ctrl+E" }, [this] { AskForExport(); });
+    // Without Shift the keys belong to text fields, where they go to the end of the line.
+    Make("export", T("&Export Frames…"), { "Ctrl+Shift+E" }, [this] { AskForExport(); });
     Make("quit", T("&Quit"), { "Ctrl+Q" }, [this] { close(); });
     Action("frames")->setIcon(MakeIcon(Glyph::kOpen));
     Action("save")->setIcon(MakeIcon(Glyph::kSave));

@@ -129,7 +129,7 @@ void MainWindow::TakeDocument(const host::Document& document, const std::string&
             MessageBar::Kind::kWarning,
             T("The document's frames could not be opened, so the test card stands in for them.") +
                 QLatin1Char('\n') + QString::fromStdString(why),
-            T("Open &Frames…"), [this] { AskForFrames(); });
+            T("&Open Frames…"), [this] { AskForFrames(); });
     }
     SetFile(file);
     if (!m_project.Take(document, shot, why))
@@ -393,7 +393,7 @@ void MainWindow::AskForExport() {
         return m_messages->Show(
             MessageBar::Kind::kInformation,
             T("The test card is not exported. Open the frames that get the text."),
-            T("Open &Frames…"), [this] { AskForFrames(); });
+            T("&Open Frames…"), [this] { AskForFrames(); });
     host::ExportOptions proposal;
     proposal.output = (FolderOf(shot.Input()) / "telop" / "").string();
     ExportDialog dialog(shot, proposal, this);
@@ -430,7 +430,7 @@ void MainWindow::EndExport() {
     if (failures.isEmpty())
         return m_messages->Show(MessageBar::Kind::kInformation, summary);
     auto const first = failures.section(QLatin1Char('\n'), 0, 0);
-    m_messages->Show(MessageBar::Kind::kError, summary + QLatin1Char('\n') + first, T("&Details…"),
+    m_messages->Show(MessageBar::Kind::kError, summary + QLatin1Char('\n') + first, T("De&tails…"),
                      [this, summary, failures] { ShowFailures(summary, failures); });
 }
 

@@ -12,7 +12,7 @@
 namespace studio {
 
 StringsPanel::StringsPanel(QWidget* parent)
-    : QWidget(parent), m_present(new QCheckBox(T("The shot &has these strings"), this)),
+    : QWidget(parent), m_present(new QCheckBox(T("The shot has these &strings"), this)),
       m_body(new QWidget(this)) {
     auto* const explanation =
         new QLabel(T("They make up the score line. {frame} is the frame's number, {frame:04} with "

@@ -44,7 +44,7 @@ Transport::Transport(const QList<QAction*>& actions, const QList<QAction*>& more
     row->setSpacing(2);
     AddButtons(*row, actions);
     row->addSpacing(12);
-    auto* const label = new QLabel(T("F&rame"), this);
+    auto* const label = new QLabel(T("Fra&me"), this);
     label->setBuddy(m_number);
     row->addWidget(label);
     row->addSpacing(4);
