@@ -192,10 +192,15 @@ std::string Fitting(const std::string& name, const std::string& bytes, bool cut)
     if (!cut)
         throw CommandError(ExitCode::kBadInput,
                            name + " has " + size + ", and the limit is 63; --cut shortens it");
-    auto const fitting = std::string(platform::CutToWholeCharacters(bytes, kEntryBytes));
+    std::string fitting(platform::CutToWholeCharacters(bytes, kEntryBytes));
     Console::Get().Warn(name + " has " + size + " and is cut to '" + host::EscapeBytes(fitting) +
                         "'");
     return fitting;
+}
+
+std::string Lacking(std::string name, const std::string& utf8) {
+    name.append(": '").append(utf8).append("' has characters that ");
+    return name.append(platform::ApplicationTextEncoding()).append(" lacks");
 }
 
 std::vector<std::string> EntriesOfLines(const ListsOptions& options) {
@@ -207,9 +212,7 @@ std::vector<std::string> EntriesOfLines(const ListsOptions& options) {
     for (auto const& [name, utf8] : lines) {
         auto const encoded = platform::EncodeText(utf8);
         if (!encoded.complete)
-            throw CommandError(ExitCode::kBadInput, name + ": '" + utf8 + "' has characters that " +
-                                                        platform::ApplicationTextEncoding() +
-                                                        " lacks");
+            throw CommandError(ExitCode::kBadInput, Lacking(name, utf8));
         entries.push_back(Fitting(name, encoded.bytes, options.cut));
     }
     return entries;

@@ -138,7 +138,7 @@ private:
     std::string HelpCommand() const {
         std::string names;
         for (auto const* command = Named(); command != &m_app; command = command->get_parent())
-            names = command->get_name() + " " + names;
+            names.insert(0, command->get_name() + " ");
         return "telop " + names + "--help";
     }
 
