@@ -48,7 +48,7 @@ std::string_view PascalBytes(const unsigned char* text) {
 
 } // namespace
 
-HuxString::HuxString(CountedString string) : m_ref(string ? std::move(string) : Empty()) {}
+HuxString::HuxString(const CountedString& string) : m_ref(string ? string : Empty()) {}
 
 HuxString::HuxString() : HuxString(Empty()) {}
 

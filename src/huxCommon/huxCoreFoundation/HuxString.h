@@ -49,7 +49,7 @@ protected:
     void Assign(std::u32string_view characters);
 
 private:
-    explicit HuxString(HuxCFObject<platform::CFStringRef> string);
+    explicit HuxString(const HuxCFObject<platform::CFStringRef>& string);
 
     HuxCFObject<platform::CFStringRef> m_ref; // never null
 };

@@ -193,18 +193,17 @@ OSStatus HuxDialog::HandleCommand(EventRef event) {
     return kNoErr;
 }
 
-// Each step may end this object, or the dialog's run.
-bool HuxDialog::GoesOn() const {
-    return GetCurrentObject() && m_run != Run::kEnded;
-}
-
+// Each step may end this object, or the dialog's run. Whether the object is there is asked first: no
+// member of one that is gone may be called.
 void HuxDialog::PressOK() {
-    if (CheckControlValue() && GoesOn() && HandleOKButton() && GoesOn())
+    if (!CheckControlValue() || !GetCurrentObject() || m_run == Run::kEnded)
+        return;
+    if (HandleOKButton() && GetCurrentObject() && m_run != Run::kEnded)
         EndDialog(kHuxDialogOK);
 }
 
 void HuxDialog::PressCancel() {
-    if (HandleCancelButton() && GoesOn())
+    if (HandleCancelButton() && GetCurrentObject() && m_run != Run::kEnded)
         EndDialog(kHuxDialogCancel);
 }
 

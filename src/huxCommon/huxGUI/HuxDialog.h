@@ -51,7 +51,6 @@ private:
     void TakeParent(platform::WindowRef parent);
     void ReleaseParent();
     platform::OSStatus HandleCommand(platform::EventRef event);
-    bool GoesOn() const;
     void PressOK();
     void PressCancel();
 
