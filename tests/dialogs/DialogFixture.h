@@ -45,13 +45,7 @@ protected:
         record.hComposite = image->Ref();
         SetMode(TEXT_DIALOGUE);
     }
-    // Loaded once: nobody unloads and loads a user interface again and again.
-    static std::shared_ptr<host::Plugin> ThePlugin() {
-        static std::string why;
-        static const std::shared_ptr<host::Plugin> plugin = host::Plugin::Load(TELOP_BUNDLE, why);
-        EXPECT_TRUE(plugin) << why;
-        return plugin;
-    }
+    static std::shared_ptr<host::Plugin> ThePlugin();
     void TearDown() override {
         Destroy();
         m_users.clear();

@@ -62,12 +62,12 @@ protected:
 };
 
 TEST_F(AutosaveTest, ACopyIsFoundOnlyAfterItsProgramCrashed) {
-    auto const process = KeepElsewhere(Numbered(7), "/work/shot one.telop");
+    auto const process = KeepElsewhere(Numbered(7), "/shots/shot one.telop");
     EXPECT_TRUE(LeftCopy::Find(Folder()).empty()) << "its program lives";
     Crash(process);
     auto left = LeftCopy::Find(Folder());
     ASSERT_EQ(left.size(), 1U);
-    EXPECT_EQ(left[0].Original(), "/work/shot one.telop");
+    EXPECT_EQ(left[0].Original(), "/shots/shot one.telop");
     EXPECT_TRUE(LeftCopy::Find(Folder()).empty()) << "somebody has it already";
     std::string why;
     auto const document = left[0].Load(why);

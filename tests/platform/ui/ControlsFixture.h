@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// A window with controls of any class, and handlers that end with the test.
+// A window with controls of any class.
 #pragma once
 
 #include <functional>
@@ -13,35 +13,10 @@
 
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/controls/Families.h"
+#include "platform/ui/support/ChainHandler.h"
 #include "platform/ui/windows/Window.h"
 
 namespace test {
-
-// Calls act for each event of the types at the target, until it ends.
-class Handler {
-public:
-    using Act = std::function<platform::OSStatus(platform::EventRef)>;
-
-    Handler(platform::EventTargetRef target, const std::vector<platform::EventTypeSpec>& types,
-            Act act)
-        : m_act(std::make_unique<Act>(std::move(act))) {
-        const auto run = [](platform::EventHandlerCallRef, platform::EventRef event, void* data) {
-            const Act kept = *static_cast<Act*>(data); // it may end this handler
-            return kept(event);
-        };
-        EXPECT_EQ(platform::InstallEventHandler(target, run,
-                                                static_cast<std::uint32_t>(types.size()),
-                                                types.data(), m_act.get(), &m_handler),
-                  platform::kNoErr);
-    }
-    Handler(const Handler&) = delete;
-    Handler& operator=(const Handler&) = delete;
-    ~Handler() { platform::RemoveEventHandler(m_handler); }
-
-private:
-    std::unique_ptr<Act> m_act;
-    platform::EventHandlerRef m_handler = nullptr;
-};
 
 inline constexpr platform::EventTypeSpec kHit { platform::kEventClassControl,
                                                 platform::kEventControlHit };

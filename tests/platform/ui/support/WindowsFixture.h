@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Windows with fields and buttons, handlers that take part in their chains, and real input.
+// Windows with fields and buttons, and real input.
 #pragma once
 
 #include <chrono>
@@ -17,37 +17,10 @@
 
 #include "platform/ui/WindowWidget.h"
 #include "platform/ui/controls/Control.h"
+#include "platform/ui/support/ChainHandler.h"
 #include "platform/ui/windows/Window.h"
 
 namespace test {
-
-// Calls act for each event of the types at the target, until this ends.
-class ChainHandler {
-public:
-    using Act =
-        std::function<platform::OSStatus(platform::EventHandlerCallRef, platform::EventRef)>;
-
-    ChainHandler(platform::EventTargetRef target, const std::vector<platform::EventTypeSpec>& types,
-                 Act act)
-        : m_act(std::make_shared<Act>(std::move(act))) {
-        auto const run = [](platform::EventHandlerCallRef call, platform::EventRef event,
-                            void* data) {
-            std::shared_ptr<Act> const kept = static_cast<ChainHandler*>(data)->m_act;
-            return (*kept)(call, event); // it may end this handler
-        };
-        EXPECT_EQ(platform::InstallEventHandler(target, run,
-                                                static_cast<std::uint32_t>(types.size()),
-                                                types.data(), this, &m_handler),
-                  platform::kNoErr);
-    }
-    ChainHandler(const ChainHandler&) = delete;
-    ChainHandler& operator=(const ChainHandler&) = delete;
-    ~ChainHandler() { platform::RemoveEventHandler(m_handler); }
-
-private:
-    std::shared_ptr<Act> m_act;
-    platform::EventHandlerRef m_handler = nullptr;
-};
 
 inline constexpr platform::EventTypeSpec kCommand { platform::kEventClassCommand,
                                                     platform::kEventCommandProcess };
