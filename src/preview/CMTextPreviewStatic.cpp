@@ -3,10 +3,10 @@
 
 #include <optional>
 
-#include "huxCommon/huxCoreFoundation/HuxString.h"
 #include "huxCommon/huxGUI/HuxCarbonEvent.h"
-#include "huxCommon/huxUtility/VamCursor.h"
 #include "preview/CTextEditDlg.h"
+#include "preview/PreviewCursors.h"
+#include "preview/PreviewMouse.h"
 
 namespace {
 
@@ -14,27 +14,20 @@ constexpr platform::ControlPartCode kPreviewPart = 1;
 constexpr long kKeyStep = 1; // image pixels
 constexpr long kShiftKeyStep = 10;
 
-struct Place {
+struct Step {
     long x, y;
 };
 
-std::optional<Place> LocationIn(const HuxCarbonEvent& event, platform::OSType name) {
-    platform::HIPoint point {};
-    if (event.GetParameter(name, platform::kTypeHIPoint, sizeof point, &point) != platform::kNoErr)
-        return std::nullopt;
-    return Place { static_cast<long>(point.x), static_cast<long>(point.y) };
-}
-
-std::optional<Place> StepOf(std::uint32_t keyCode) {
+std::optional<Step> StepOf(std::uint32_t keyCode) {
     switch (keyCode) {
     case platform::kVirtualKeyLeft:
-        return Place { -1, 0 };
+        return Step { -1, 0 };
     case platform::kVirtualKeyRight:
-        return Place { 1, 0 };
+        return Step { 1, 0 };
     case platform::kVirtualKeyUp:
-        return Place { 0, -1 };
+        return Step { 0, -1 };
     case platform::kVirtualKeyDown:
-        return Place { 0, 1 };
+        return Step { 0, 1 };
     default:
         return std::nullopt;
     }
@@ -43,8 +36,7 @@ std::optional<Place> StepOf(std::uint32_t keyCode) {
 } // namespace
 
 void CMTextPreviewStatic::InitPreview(platform::CFBundleRef bundle) {
-    for (const char* name : { "CursorPreviewHand", "CursorPreviewDrag" })
-        vamRegisterNamedCursorFromBundle(bundle, HuxString(name).GetCFString(), nullptr);
+    RegisterPreviewCursors(bundle);
     m_patcher.SetHandler(this, s_HandlePatchEvent);
     const platform::EventTypeSpec types[] = {
         { platform::kEventClassMouse, platform::kEventMouseMoved },
@@ -103,15 +95,10 @@ platform::OSStatus CMTextPreviewStatic::HandleHitTest(platform::EventRef event) 
 }
 
 platform::OSStatus CMTextPreviewStatic::HandleTrack(platform::EventRef event) {
-    const auto place = LocationIn(HuxCarbonEvent(event, true), platform::kEventParamMouseLocation);
+    const auto place = PressedAt(GetControlRef(), event);
     if (!place)
         return platform::kEventNotHandledErr;
-    platform::Rect bounds {};
-    platform::GetControlBounds(GetControlRef(), &bounds);
-    platform::Point point { static_cast<std::int16_t>(place->y + bounds.top),
-                            static_cast<std::int16_t>(place->x + bounds.left) };
-    platform::WindowToGlobal(GetOwner(), &point);
-    m_view.ClickPreviewArea({ point.h, point.v }); // this wrapper may be gone afterwards
+    m_view.ClickPreviewArea({ place->h, place->v }); // this wrapper may be gone afterwards
     return platform::kNoErr;
 }
 
@@ -138,17 +125,12 @@ platform::OSStatus CMTextPreviewStatic::s_HandlePatchEvent(platform::EventHandle
 
 // The mouse is somewhere over the window.
 platform::OSStatus CMTextPreviewStatic::HandlePatchEvent(platform::EventRef event) {
-    const auto place =
-        LocationIn(HuxCarbonEvent(event, true), platform::kEventParamWindowMouseLocation);
-    platform::Rect bounds {};
-    platform::GetControlBounds(GetControlRef(), &bounds);
-    if (!place || place->x < bounds.left || place->y < bounds.top || place->x >= bounds.right ||
-        place->y >= bounds.bottom)
+    const auto place = MouseOver(GetControlRef(), event);
+    if (!place)
         return platform::kEventNotHandledErr;
     if (platform::GetEventKind(event) == platform::kEventMouseWheelMoved)
         return HandleWheel(event);
-    m_view.ChangePreviewCursor({ static_cast<std::int32_t>(place->x - bounds.left),
-                                 static_cast<std::int32_t>(place->y - bounds.top) });
+    m_view.ChangePreviewCursor(*place);
     return platform::kNoErr;
 }
 

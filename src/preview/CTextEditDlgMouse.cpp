@@ -3,18 +3,12 @@
 #include <algorithm>
 
 #include "effect/PIHandle.h"
-#include "huxCommon/huxCoreFoundation/HuxString.h"
-#include "huxCommon/huxUtility/VamCursor.h"
 #include "preview/CTextEditDlg.h"
 #include "preview/GridLines.h"
+#include "preview/PreviewCursors.h"
 #include "render/Rounding.h"
 
 namespace {
-
-void SetCursorNamed(const char* name) {
-    const HuxString string(name);
-    vamSetNamedCursor(string.GetCFString());
-}
 
 bool operator==(const PIPoint& a, const PIPoint& b) {
     return a.x == b.x && a.y == b.y;
@@ -30,9 +24,9 @@ bool CTextEditDlg::IsInText(PIPoint view) const {
 
 void CTextEditDlg::ChangePreviewCursor(tagPOINT viewPoint) {
     if (IsInText({ viewPoint.x, viewPoint.y }))
-        SetCursorNamed("arrowCursor");
+        SetPreviewCursor(kArrowCursor);
     else
-        SetCursorNamed(platform::Button() ? "CursorPreviewDrag" : "CursorPreviewHand");
+        SetPreviewCursor(platform::Button() ? kDragCursor : kHandCursor);
 }
 
 void CTextEditDlg::ClickPreviewArea(tagPOINT globalPoint) {

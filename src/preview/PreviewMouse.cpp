@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: BSD-3-Clause
+#include "preview/PreviewMouse.h"
+
+#include "huxCommon/huxGUI/HuxCarbonEvent.h"
+
+namespace {
+
+std::optional<tagPOINT> LocationIn(platform::EventRef event, platform::OSType name) {
+    platform::HIPoint point {};
+    if (HuxCarbonEvent(event, true)
+            .GetParameter(name, platform::kTypeHIPoint, sizeof point, &point) != platform::kNoErr)
+        return std::nullopt;
+    return tagPOINT { static_cast<std::int32_t>(point.x), static_cast<std::int32_t>(point.y) };
+}
+
+} // namespace
+
+std::optional<tagPOINT> MouseOver(platform::ControlRef control, platform::EventRef event) {
+    const auto place = LocationIn(event, platform::kEventParamWindowMouseLocation);
+    platform::Rect bounds {};
+    platform::GetControlBounds(control, &bounds);
+    if (!place || place->x < bounds.left || place->y < bounds.top || place->x >= bounds.right ||
+        place->y >= bounds.bottom)
+        return std::nullopt;
+    return tagPOINT { place->x - bounds.left, place->y - bounds.top };
+}
+
+std::optional<platform::Point> PressedAt(platform::ControlRef control, platform::EventRef event) {
+    const auto place = LocationIn(event, platform::kEventParamMouseLocation);
+    if (!place)
+        return std::nullopt;
+    platform::Rect bounds {};
+    platform::GetControlBounds(control, &bounds);
+    platform::Point point { static_cast<std::int16_t>(place->y + bounds.top),
+                            static_cast<std::int16_t>(place->x + bounds.left) };
+    platform::WindowToGlobal(platform::GetControlOwner(control), &point);
+    return point;
+}
