@@ -7,13 +7,11 @@
 #include <utility>
 
 #include "effect/VamRect.h"
-#include "huxCommon/huxCoreFoundation/HuxString.h"
-#include "huxCommon/huxGUI/HuxCarbonEvent.h"
-#include "huxCommon/huxUtility/VamCursor.h"
 #include "preview/HostImage.h"
+#include "preview/PreviewCursors.h"
+#include "preview/PreviewMouse.h"
 #include "preview/ScaledCopy.h"
 #include "render/ImageOperations.h"
-#include "render/LockedPixels.h"
 #include "render/Rounding.h"
 #include "render/StateSavers.h"
 
@@ -25,18 +23,13 @@ constexpr platform::RGBColor kBlack { 0, 0, 0 };
 constexpr platform::ControlPartCode kPreviewPart = 1;
 constexpr platform::EventTime kTrackTimeout = 0.1; // seconds
 
-void SetCursorNamed(const char* name) {
-    const HuxString string(name);
-    vamSetNamedCursor(string.GetCFString());
-}
-
 // The watch while it lives, then the arrow.
 class WatchCursor {
 public:
-    WatchCursor() { SetCursorNamed("watchCursor"); }
+    WatchCursor() { SetPreviewCursor(kWatchCursor); }
     WatchCursor(const WatchCursor&) = delete;
     WatchCursor& operator=(const WatchCursor&) = delete;
-    ~WatchCursor() { SetCursorNamed("arrowCursor"); }
+    ~WatchCursor() { SetPreviewCursor(kArrowCursor); }
 };
 
 // Where a preview lies on an axis of the control so that the place in it that was in the middle stays
@@ -94,12 +87,7 @@ CMPreviewStatic::~CMPreviewStatic() {
 }
 
 void CMPreviewStatic::Init(_EPIRECORD* record, platform::CFBundleRef bundle) {
-    static bool s_cursorsRegistered = false;
-    if (!s_cursorsRegistered) {
-        for (const char* name : { "CursorPreviewHand", "CursorPreviewDrag" })
-            vamRegisterNamedCursorFromBundle(bundle, HuxString(name).GetCFString(), nullptr);
-        s_cursorsRegistered = true;
-    }
+    RegisterPreviewCursors(bundle);
     m_pRecord = record;
     m_pShowFlag = record->pPreviewSwitch;
     m_nShow = m_pShowFlag ? *m_pShowFlag : 1;
@@ -303,24 +291,12 @@ void CMPreviewStatic::DrawVisible() {
 }
 
 void CMPreviewStatic::CopyToBuffer(const tagRECT& visible) {
-    const platform::PixMapHandle pixMap = platform::GetGWorldPixMap(m_gworld);
-    const XPixMapLocker locker(pixMap);
-    const PIOffscreenLock lock(*m_pPreview, PIOffscreen::Access::kRead,
-                               PIOffscreenLock::Unlock::kIfLockedHere);
-    if (!locker.IsLocked() || !lock.IsLocked())
-        return;
-    std::uint8_t* const base = platform::GetWritablePixBaseAddr(pixMap);
-    const auto image = render::LockedPixels::Of(*m_pPreview);
-    if (!base || !image)
-        return;
-    const Size size = m_bufferSize;
     const std::int32_t left = std::max(m_nOffsetX, 0);
     const std::int32_t top = std::max(m_nOffsetY, 0);
     CopyScaled(
-        { base, platform::GetPixRowBytes(pixMap), SaturateToInt32(size.width),
-          SaturateToInt32(size.height) },
+        { m_gworld, SaturateToInt32(m_bufferSize.width), SaturateToInt32(m_bufferSize.height) },
         { left, top, left + visible.right - visible.left, top + visible.bottom - visible.top },
-        *image, { visible.left, visible.top, visible.right, visible.bottom });
+        *m_pPreview, { visible.left, visible.top, visible.right, visible.bottom });
 }
 
 void CMPreviewStatic::DoFilter(PIOffscreen* /*image*/, tagRECT /*visible*/) {}
@@ -344,29 +320,16 @@ platform::OSStatus CMPreviewStatic::HandleControlHitTest(platform::EventRef even
     return platform::kNoErr;
 }
 
-// Where the button went down, as a place of the desktop.
-platform::Point CMPreviewStatic::PressedAt(platform::EventRef event) const {
-    platform::HIPoint local {};
-    HuxCarbonEvent(event, true)
-        .GetParameter(platform::kEventParamMouseLocation, platform::kTypeHIPoint, sizeof local,
-                      &local);
-    platform::Rect bounds {};
-    platform::GetControlBounds(GetControlRef(), &bounds);
-    platform::Point point { static_cast<std::int16_t>(local.y + static_cast<float>(bounds.top)),
-                            static_cast<std::int16_t>(local.x + static_cast<float>(bounds.left)) };
-    platform::WindowToGlobal(GetOwner(), &point);
-    return point;
-}
-
 platform::OSStatus CMPreviewStatic::HandleControlTrack(platform::EventRef event) {
     const Size control = ControlSize();
-    if (GetPreviewWidth() <= control.width && GetPreviewHeight() <= control.height)
+    const auto start = PressedAt(GetControlRef(), event);
+    if (!start || (GetPreviewWidth() <= control.width && GetPreviewHeight() <= control.height))
         return platform::kNoErr;
     const std::weak_ptr<void> life = m_life;
     {
         const WhileSet tracking(m_fTracking, life);
         SetToolCursor();
-        Track(PressedAt(event));
+        Track(*start);
     }
     if (life.expired())
         return platform::kNoErr;
@@ -413,21 +376,12 @@ platform::OSStatus CMPreviewStatic::s_HandleDispatcherEvent(platform::EventHandl
 }
 
 platform::OSStatus CMPreviewStatic::HandleDispatcherEvent(platform::EventRef event) {
-    platform::HIPoint point {};
-    platform::Rect bounds {};
-    platform::GetControlBounds(GetControlRef(), &bounds);
-    if (HuxCarbonEvent(event, true)
-            .GetParameter(platform::kEventParamWindowMouseLocation, platform::kTypeHIPoint,
-                          sizeof point, &point) != platform::kNoErr)
-        return platform::kEventNotHandledErr;
-    const auto x = static_cast<int>(point.x);
-    const auto y = static_cast<int>(point.y);
-    if (x < bounds.left || y < bounds.top || x >= bounds.right || y >= bounds.bottom)
+    if (!MouseOver(GetControlRef(), event))
         return platform::kEventNotHandledErr;
     SetToolCursor();
     return platform::kNoErr;
 }
 
 void CMPreviewStatic::SetToolCursor() {
-    SetCursorNamed(m_fTracking != 0 ? "CursorPreviewDrag" : "CursorPreviewHand");
+    SetPreviewCursor(m_fTracking != 0 ? kDragCursor : kHandCursor);
 }

@@ -56,7 +56,6 @@ private:
     tagRECT VisibleRect() const;
     void DrawVisible();
     void CopyToBuffer(const tagRECT& visible);
-    platform::Point PressedAt(platform::EventRef event) const;
     void Track(platform::Point start);
     void PanTo(tagPOINT offset);
 

@@ -207,8 +207,12 @@ void CTextEditDlg::RenderText(_TEXTPARAM* param) {
 void CTextEditDlg::DrawOffscreen() {
     if (!m_offscreen)
         return;
-    PaintRect(m_offscreen, &m_rcArea, kAreaColor);
-    DrawWorkImage();
+    const PIRect visible = VisiblePart();
+    const tagRECT place = ToRect(ImageToView(visible));
+    if (DrawWorkImage(ToRect(visible), place))
+        PaintAround(place);
+    else
+        PaintRect(m_offscreen, &m_rcArea, kAreaColor);
     DrawGrid();
     if (m_rcText.left < m_rcText.right && m_rcText.top < m_rcText.bottom) {
         const tagRECT frame = ToRect(ImageToView(m_rcText));
@@ -224,25 +228,22 @@ PIRect CTextEditDlg::VisiblePart() const {
     return { withinX(part.left), withinY(part.top), withinX(part.right), withinY(part.bottom) };
 }
 
-void CTextEditDlg::DrawWorkImage() const {
-    if (!m_pWorkImage)
-        return;
-    const platform::PixMapHandle pixMap = platform::GetGWorldPixMap(m_offscreen);
-    const XPixMapLocker locker(pixMap);
-    const PIOffscreenLock lock(*m_pWorkImage, PIOffscreen::Access::kRead,
-                               PIOffscreenLock::Unlock::kIfLockedHere);
-    if (!locker.IsLocked() || !lock.IsLocked())
-        return;
-    std::uint8_t* const base = platform::GetWritablePixBaseAddr(pixMap);
-    const auto image = render::LockedPixels::Of(*m_pWorkImage);
-    if (!base || !image)
-        return;
-    const tagRECT from = ToRect(VisiblePart());
-    const tagRECT to = ToRect(ImageToView(VisiblePart()));
-    CopyScaled({ base, platform::GetPixRowBytes(pixMap), Width(m_rcArea), Height(m_rcArea) },
-               { to.left, to.top, to.right, to.bottom }, *image,
-               { from.left, from.top, std::min(from.right, image->width),
-                 std::min(from.bottom, image->height) });
+bool CTextEditDlg::DrawWorkImage(const tagRECT& visible, const tagRECT& place) const {
+    return m_pWorkImage &&
+           CopyScaled({ m_offscreen, Width(m_rcArea), Height(m_rcArea) },
+                      { place.left, place.top, place.right, place.bottom }, *m_pWorkImage,
+                      { visible.left, visible.top, visible.right, visible.bottom });
+}
+
+// The area beside the place. A picture mostly covers all of it, and painting what lies below would
+// take as long as the picture.
+void CTextEditDlg::PaintAround(const tagRECT& place) const {
+    const tagRECT& area = m_rcArea;
+    for (const tagRECT& side : { tagRECT { area.left, area.top, area.right, place.top },
+                                 tagRECT { area.left, place.top, place.left, place.bottom },
+                                 tagRECT { place.right, place.top, area.right, place.bottom },
+                                 tagRECT { area.left, place.bottom, area.right, area.bottom } })
+        PaintRect(m_offscreen, &side, kAreaColor);
 }
 
 void CTextEditDlg::DrawGrid() const {

@@ -105,8 +105,10 @@ private:
     bool MakeBuffer(long width, long height);
     void CopyBackground();
     void RenderText(_TEXTPARAM* param);
-    PIRect VisiblePart() const; // of the frame, in view pixels
-    void DrawWorkImage() const;
+    PIRect VisiblePart() const; // of the frame, in image pixels
+    // False when nothing could be drawn.
+    bool DrawWorkImage(const tagRECT& visible, const tagRECT& place) const;
+    void PaintAround(const tagRECT& place) const;
     void DrawGrid() const;
     bool IsInText(PIPoint view) const;
     void Pan(PIPoint from);

@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/Drawing.h"
 #include "render/LockedPixels.h"
+#include "render/PIOffscreen.h"
 
 // Pixels of a drawing world: 4 bytes each, unused, red, green, blue.
 struct WorldPixels {
@@ -18,10 +20,20 @@ struct PixelBox {
     std::int32_t left, top, right, bottom; // right and bottom lie outside
 };
 
+struct SizedWorld {
+    platform::GWorldPtr world;
+    std::int32_t width, height;
+};
+
 // Draws the part from of a 32-bit image, which must lie within it, onto the part to of the world, of
 // which only what lies in the world is drawn. Where the picture shrinks, a pixel is the mean of those that it
 // stands for; where it grows, pixels repeat, so that single ones can be counted. At one size it is
 // an exact copy. Alpha is not looked at. Empty parts draw nothing. A pixel may stand for up to 2^23
-// others.
-void CopyScaled(const WorldPixels& world, const PixelBox& to, const render::LockedPixels& image,
+// others. False when nothing is drawn.
+bool CopyScaled(const WorldPixels& world, const PixelBox& to, const render::LockedPixels& image,
+                const PixelBox& from);
+
+// The same of a host's image, which is locked meanwhile, as the world is. The part from is cut at the
+// image's right and bottom edges.
+bool CopyScaled(const SizedWorld& to, const PixelBox& place, PIOffscreen& image,
                 const PixelBox& from);

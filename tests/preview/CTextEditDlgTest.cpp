@@ -124,6 +124,42 @@ TEST_F(CTextEditDlgTest, AFrameThatCannotBeMadeIsRefusedAndShowsGrey) {
     }
 }
 
+// The buffer is drawn over what it showed before, and only where that changes.
+TEST_F(CTextEditDlgTest, NothingOfAnEarlierViewIsLeft) {
+    struct Row {
+        const char* what;
+        long scale;
+        PIPoint scroll;
+    };
+    ASSERT_EQ(Start(120, 90, 100, 80), 1);
+    const auto frame = MakePicture(120, 90, host::kArgb32);
+    const auto background = test::Borrow(record, *frame);
+    const auto draw = [&](test::View& drawn, const Row& row) {
+        drawn.SetBkImage(background.get(), 0);
+        drawn.SetViewScale(row.scale, 0);
+        drawn.SetScroll(static_cast<std::int32_t>(row.scroll.x),
+                        static_cast<std::int32_t>(row.scroll.y));
+        drawn.UpdatePreview(0);
+        drawn.SetBkImage(nullptr, 0);
+    };
+    for (const Row& row : {
+             Row { "smaller, in the middle", 50, { -20, -17 } },
+             Row { "over the left and the top", 100, { 30, 25 } },
+             Row { "from the right and the bottom", 100, { -30, -25 } },
+             Row { "larger than the area", 200, { 40, 30 } },
+             Row { "grown, with an edge", 190, { -7, 150 } },
+             Row { "out of sight", 100, { 500, 0 } },
+             Row { "out of sight below", 50, { 0, -400 } },
+         }) {
+        test::View fresh;
+        ASSERT_EQ(fresh.InitializeTextDlg(&record, window, 0, 0), 1);
+        draw(fresh, row);
+        draw(*view, { "over all of the area", 100, { 5, 5 } });
+        draw(*view, row);
+        EXPECT_EQ(PixelsOf(view->Buffer(), 100, 80), PixelsOf(fresh.Buffer(), 100, 80)) << row.what;
+    }
+}
+
 // Lines of the grid along the first row of the area but its border.
 std::vector<int> LinesOf(const test::View& view, int width, int height) {
     const auto pixels = PixelsOf(view.Buffer(), width, height);

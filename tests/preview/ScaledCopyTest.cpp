@@ -2,6 +2,7 @@
 #include "preview/ScaledCopy.h"
 
 #include <algorithm>
+#include <array>
 #include <ostream>
 #include <vector>
 
@@ -70,18 +71,23 @@ TEST_P(ScaledCopyTest, IsTheMeanWithinTheWorldAndNothingElse) {
             pixel[3] = static_cast<std::uint8_t>(MeanOf(image, row, x, y, row.order.blue));
         }
     }
-    CopyScaled({ world.data(), kWorldRow, kWorldWidth, kWorldHeight }, row.to,
-               { image.data(), kImageRow, kImageWidth, kImageHeight, 32, row.order }, row.from);
+    EXPECT_EQ(CopyScaled({ world.data(), kWorldRow, kWorldWidth, kWorldHeight }, row.to,
+                         { image.data(), kImageRow, kImageWidth, kImageHeight, 32, row.order },
+                         row.from),
+              row.draws);
     EXPECT_EQ(world, expected);
 }
 
 constexpr render::ChannelOrder kArgb { 0, 1, 2, 3 };
 constexpr render::ChannelOrder kBgra { 3, 2, 1, 0 };
+constexpr render::ChannelOrder kRgba { 3, 0, 1, 2 };
 INSTANTIATE_TEST_SUITE_P(
     Boxes, ScaledCopyTest,
     testing::Values(
         Row { "one to one", { 1, 1, 9, 7 }, { 2, 1, 10, 7 }, kArgb },
         Row { "one to one in another order", { 1, 1, 9, 7 }, { 2, 1, 10, 7 }, kBgra },
+        Row { "one to one, alpha last", { 1, 0, 12, 8 }, { 0, 0, 11, 8 }, kRgba },
+        Row { "as many columns, fewer rows", { 1, 0, 12, 3 }, { 0, 0, 11, 8 }, kRgba },
         Row { "one to one over every edge", { -3, -2, 19, 13 }, { 0, 0, 11, 8 }, kBgra },
         Row { "a third", { 0, 0, 4, 3 }, { 0, 0, 11, 8 }, kArgb },
         Row { "shrunk over the left and the top", { -2, -1, 4, 4 }, { 0, 0, 11, 8 }, kBgra },
@@ -89,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row { "grown over the right and the bottom", { 5, 4, 38, 28 }, { 0, 0, 11, 8 }, kArgb },
         Row { "narrower and taller", { 2, 0, 7, 9 }, { 0, 3, 11, 6 }, kBgra },
         Row { "an empty image", { 0, 0, 4, 4 }, { 5, 5, 5, 8 }, kArgb, false },
-        Row { "an empty place", { 4, 0, 4, 4 }, { 0, 0, 11, 8 }, kArgb },
+        Row { "an empty place", { 4, 0, 4, 4 }, { 0, 0, 11, 8 }, kArgb, false },
         Row { "outside the world", { 40, 0, 44, 4 }, { 0, 0, 4, 4 }, kArgb },
         Row { "channels that lie in no pixel",
               { 0, 0, 4, 4 },
@@ -100,5 +106,15 @@ INSTANTIATE_TEST_SUITE_P(
               { -2000000000, -2000000000, 2000000000, 2000000000 },
               { 3, 3, 4, 4 },
               kArgb }));
+
+TEST(ScaledCopyOfMany, APixelMayStandForATallColumn) {
+    constexpr int kRows = 1000;
+    std::vector<std::uint8_t> column(4 * kRows, 0xFF);
+    std::fill_n(column.begin(), 4 * 400, 0);
+    std::array<std::uint8_t, 4> pixel {};
+    EXPECT_TRUE(CopyScaled({ pixel.data(), 4, 1, 1 }, { 0, 0, 1, 1 },
+                           { column.data(), 4, 1, kRows, 32, kArgb }, { 0, 0, 1, kRows }));
+    EXPECT_THAT(pixel, testing::ElementsAre(0, 153, 153, 153)); // 255 * 600 / 1000
+}
 
 } // namespace
