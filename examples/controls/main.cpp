@@ -2,6 +2,7 @@
 // Opens one window with every control of the platform, made from a form, and logs the commands that
 // arrive. The window itself is written against the toolkit alone; this file is its host, which has an
 // application of Qt's.
+#include <exception>
 #include <iostream>
 
 #include <CLI/CLI.hpp>
@@ -24,7 +25,7 @@ QPalette DarkPalette() {
 
 } // namespace
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     CLI::App options {
         "A window with every control. The commands that arrive are written into it, and "
         "to the standard output."
@@ -45,4 +46,7 @@ int main(int argc, char** argv) {
         return 1;
     }
     return 0;
+} catch (const std::exception& error) {
+    std::cerr << "controls: " << error.what() << '\n';
+    return 1;
 }

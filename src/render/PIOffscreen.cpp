@@ -3,8 +3,9 @@
 #include "render/PIOffscreen.h"
 
 #include <array>
-#include <cstddef>
 #include <limits>
+
+#include "render/TableEntry.h"
 
 namespace {
 
@@ -28,12 +29,7 @@ void Tell(long* out, std::int32_t index) {
 
 template <class Entry>
 Entry PIOffscreen::Find(Entry EPIOffscreenProcs::*entry) const {
-    if (!m_object || !pOffscreenProcs)
-        return nullptr;
-    const auto* table = reinterpret_cast<const std::byte*>(pOffscreenProcs);
-    const auto* slot = reinterpret_cast<const std::byte*>(&(pOffscreenProcs->*entry));
-    const auto end = static_cast<std::size_t>(slot - table) + sizeof(Entry);
-    return end <= pOffscreenProcs->nSize ? pOffscreenProcs->*entry : nullptr;
+    return m_object ? render::FindEntry(pOffscreenProcs, entry) : nullptr;
 }
 
 // The two entries that came later exist together or not at all.

@@ -65,6 +65,7 @@ MainWindow::MainWindow()
         m_messages->Show(MessageBar::Kind::kError,
                          T("The text effect was not found, so frames are shown without text.") +
                              QLatin1Char('\n') + QString::fromStdString(m_pluginTrouble));
+    OpenPanel();
     ShowShot();
     ShowContent();
     m_view->setFocus();
@@ -153,12 +154,7 @@ void MainWindow::Show(const Composed& composed) {
         return;
     // The panel lets go of the old picture before it ends.
     auto const before = std::exchange(m_background, composed.background);
-    bool const otherSize = !before || before->image->Width() != m_background->image->Width() ||
-                           before->image->Height() != m_background->image->Height();
-    if (otherSize && !m_modal)
-        OpenPanel();
-    else
-        m_panel->ShowFrame(DialogFrame());
+    m_panel->ShowFrame(DialogFrame());
 }
 
 void MainWindow::ShowStatus(const Composed& composed) {

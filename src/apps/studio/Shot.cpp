@@ -76,7 +76,7 @@ std::optional<std::string> PatternOf(const std::string& file) {
 std::optional<std::string> InputOf(const std::vector<std::string>& files, std::string& why) {
     if (files.size() == 1)
         return files.front();
-    auto const pattern = PatternOf(files.front());
+    auto pattern = PatternOf(files.front());
     if (pattern && std::ranges::all_of(
                        files, [&](const std::string& file) { return PatternOf(file) == pattern; }))
         return pattern;

@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // The one application of the process: the host's, or, where the host has none, ours.
 #include <array>
+#include <memory>
 #include <string>
 
 #include <QApplication>
+#include <QLibraryInfo>
 #include <QPointer>
 #include <QThread>
+#include <QTranslator>
 
+#include "platform/Languages.h"
 #include "platform/ui/UIObject.h"
 #include "platform/ui/windows/Display.h"
 #include "platform/ui/windows/EventSource.h"
@@ -15,6 +19,21 @@
 namespace platform {
 
 namespace {
+
+// What Qt itself says, as in its colour and file dialogs, is said in the first of the user's languages
+// that Qt knows. A host that makes the application sees to that itself.
+void TranslateQt(QApplication& application) {
+    auto translator = std::make_unique<QTranslator>();
+    QString const folder = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+    for (std::string const& language : UserLanguages()) {
+        if (translator->load(QStringLiteral("qtbase_") + QString::fromStdString(language),
+                             folder)) {
+            translator->setParent(&application);
+            QCoreApplication::installTranslator(translator.release());
+            return;
+        }
+    }
+}
 
 // Lives as long as the process, as the host knows nothing of it. Its arguments do, too.
 bool MakeApplication() {
@@ -27,7 +46,8 @@ bool MakeApplication() {
     static std::array<char*, 4> arguments { name.data(), option.data(), platform.data(), nullptr };
     static int count = 3;
     QGuiApplication::setQuitOnLastWindowClosed(false);
-    static QApplication const& application = *new QApplication(count, arguments.data());
+    static QApplication& application = *new QApplication(count, arguments.data());
+    TranslateQt(application);
     return QCoreApplication::instance() == &application;
 }
 

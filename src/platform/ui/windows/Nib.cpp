@@ -2,6 +2,7 @@
 // Nibs: folders of forms in a bundle, and the windows that are made of them.
 #include <filesystem>
 #include <memory>
+#include <utility>
 
 #include <QFile>
 #include <QPushButton>
@@ -85,9 +86,9 @@ OSStatus MakeWindow(const OpaqueNib& nib, const QString& path, WindowRef* window
     std::unique_ptr<QWidget> widget = MakeFormWidget(form, &why);
     if (!widget)
         return Broken(path, why);
-    auto* const made = new Window(*widget.release()); // which end together
-    MakeFormControls(*made);
-    *window = made->Ref();
+    Window& made = Window::Adopt(std::move(widget));
+    MakeFormControls(made);
+    *window = made.Ref();
     return kNoErr;
 }
 

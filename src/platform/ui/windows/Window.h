@@ -2,6 +2,8 @@
 // What stands behind a WindowRef: a widget with controls, default and cancel buttons and modal runs.
 #pragma once
 
+#include <memory>
+
 #include <QEventLoop>
 #include <QObject>
 #include <QPointer>
@@ -20,6 +22,8 @@ public:
     explicit Window(QWidget& widget);
     ~Window() override;
 
+    // Makes a window of the widget. They end together.
+    static Window& Adopt(std::unique_ptr<QWidget> widget) { return *new Window(*widget.release()); }
     static Window* Find(WindowRef window) {
         return static_cast<Window*>(UIObject::Find(window, ObjectKind::kWindow));
     }

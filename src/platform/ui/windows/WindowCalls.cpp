@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Making, showing, moving and disposing windows.
 #include <memory>
+#include <utility>
 
 #include <QApplication>
 #include <QScreen>
 
 #include "platform/ui/QtStrings.h"
+#include "platform/ui/controls/Control.h"
 #include "platform/ui/windows/Points.h"
 #include "platform/ui/windows/Window.h"
 #include "platform/ui/windows/WindowModality.h"
@@ -47,7 +49,7 @@ OSStatus CreateNewWindow(const Rect& contentBounds, WindowRef* window) {
         return kErrNoUserInterface;
     auto widget = std::make_unique<QWidget>();
     widget->setGeometry(ToQRect(contentBounds));
-    *window = (new Window(*widget.release()))->Ref(); // which end together
+    *window = Window::Adopt(std::move(widget)).Ref();
     return kNoErr;
 }
 
@@ -228,23 +230,18 @@ OSStatus RemoveWindowProperty(WindowRef window, OSType creator, OSType tag) {
 
 // Drawing ---------------------------------------------------------------------------------------
 
-namespace {
-
-// Also the widgets in it that paint all of themselves, which an update of their parent leaves out.
-void UpdateWhole(QWidget& widget, const QRect& part) {
-    widget.update(part);
-    for (QWidget* const child :
-         widget.findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
-        if (!child->isWindow() && child->geometry().intersects(part))
-            UpdateWhole(*child, part.translated(-child->pos()));
-    }
-}
-
-} // namespace
-
+// Widgets keep themselves fresh; what handlers draw alone, they cannot know to be stale. A window full
+// of widgets takes longer to paint than its picture, so they are left alone.
 OSStatus InvalWindowRect(WindowRef window, const Rect* part) {
-    return WithWidget(window, [part](QWidget& widget) {
-        UpdateWhole(widget, part ? ToQRect(*part) : widget.rect());
+    return WithWidget(window, [window, part](const QWidget& widget) {
+        QRect const stale = part ? ToQRect(*part) : widget.rect();
+        for (UIObject* const object : UIObject::All(ObjectKind::kControl)) {
+            auto const& control = static_cast<const Control&>(*object);
+            if (control.Owner().Ref() != window || !control.IsDrawnByHandlers())
+                continue;
+            QWidget& drawn = control.Widget();
+            drawn.update(stale.translated(-drawn.mapTo(&widget, QPoint())));
+        }
     });
 }
 
@@ -253,10 +250,11 @@ bool IsWindowBuffered(WindowRef window) {
     return Window::Find(window);
 }
 
-OSStatus FlushWindowBuffer(WindowRef window, const Rect* part) {
-    return WithWidget(window, [part](QWidget& widget) {
-        if (widget.isVisible())
-            widget.repaint(part ? ToQRect(*part) : widget.rect());
+// Drawing ends on the screen by itself, so what is left are updates that wait for the loop: the
+// window's as a whole, as no part of them can be had alone.
+OSStatus FlushWindowBuffer(WindowRef window, const Rect* /*part*/) {
+    return WithWidget(window, [](QWidget& widget) {
+        QCoreApplication::sendPostedEvents(widget.window(), QEvent::UpdateRequest);
     });
 }
 
