@@ -45,6 +45,22 @@ TEST(LruCacheTest, StaysWithinItsBytes) {
     EXPECT_EQ(cache.Count().bytes, 0);
 }
 
+TEST(LruCacheTest, RecentValuesAreTheCachesUntilItIsCleared) {
+    LruCache<Item> cache(10000, 1);
+    RecentValues<Item> recent(cache, 4, 100);
+    recent.Keep(1, MakeItem(1, 100));
+    recent.Keep(2, MakeItem(2, 101)); // too large
+    ASSERT_TRUE(recent.Find(1, 1));
+    EXPECT_EQ((*recent.Find(1, 1))->key, 1);
+    EXPECT_FALSE(recent.Find(1, 7)); // another key of the same hash
+    EXPECT_FALSE(recent.Find(2, 2));
+    recent.Keep(5, MakeItem(5, 10)); // takes the place of 1
+    EXPECT_FALSE(recent.Find(1, 1));
+    EXPECT_TRUE(recent.Find(5, 5));
+    cache.Clear();
+    EXPECT_FALSE(recent.Find(5, 5));
+}
+
 TEST(LruCacheTest, AnotherKeyOfTheSameHashIsNotTakenForTheOne) {
     LruCache<Item> cache(10000, 1);
     cache.Insert(5, MakeItem(1, 10));

@@ -69,6 +69,8 @@ namespace {
 
 struct Block {
     std::int64_t x, width;
+
+    bool operator==(const Block&) const = default;
 };
 
 class BlockLine final : public Line {
@@ -116,12 +118,8 @@ LinePtr LayOutLine(FontNumber /*font*/, std::int32_t size, std::string_view byte
     static std::vector<std::shared_ptr<const BlockLine>> lines;
     const std::lock_guard lock(mutex);
     for (const auto& line : lines) {
-        const auto same = [](const Block& a, const Block& b) {
-            return a.x == b.x && a.width == b.width;
-        };
         if (line->Height() == block_font::Ascent(size) && line->WidthPx() == pen &&
-            std::equal(line->Blocks().begin(), line->Blocks().end(), blocks.begin(), blocks.end(),
-                       same)) {
+            line->Blocks() == blocks) {
             return line;
         }
     }
@@ -139,6 +137,25 @@ void PaintLine(const Line& line, std::int64_t x, std::int64_t y, CoverageTarget&
             target.PaintSpan(x + block.x, row, block.width, 255);
         }
     }
+}
+
+PixelBox InkOf(const Line& line) {
+    return { 0, -std::int64_t { static_cast<const BlockLine&>(line).Height() }, line.WidthPx(), 0 };
+}
+
+PixelBox DifferenceOf(const Line& a, const Line& b) {
+    const auto& lineA = static_cast<const BlockLine&>(a);
+    const auto& lineB = static_cast<const BlockLine&>(b);
+    PixelBox box = Union(InkOf(a), InkOf(b));
+    if (lineA.Height() == lineB.Height()) {
+        const auto leftOf = [&box](const auto& block, const auto& end) {
+            return block == end ? box.right : block->x;
+        };
+        const auto [blockA, blockB] = std::ranges::mismatch(lineA.Blocks(), lineB.Blocks());
+        box.left =
+            std::min(leftOf(blockA, lineA.Blocks().end()), leftOf(blockB, lineB.Blocks().end()));
+    }
+    return box;
 }
 
 ServiceCacheCounts CountServiceCaches() {

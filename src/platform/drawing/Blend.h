@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Colour over pixels by coverage: the exact arithmetic, and the loops over rows.
+// Colour over pixels by coverage: the exact arithmetic, and text over a ground of any colours.
 #pragma once
 
 #include <cstdint>
@@ -18,25 +18,8 @@ constexpr std::uint8_t Mix(std::uint8_t under, std::uint8_t color, std::uint8_t 
     return static_cast<std::uint8_t>(Div255(under * (255u - coverage) + color * coverage));
 }
 
-// Rows of coverage over rows of pixels, both width long; the strides are in bytes.
-struct BlendArea {
-    std::uint8_t* pixels;
-    std::int64_t pixelStride;
-    const std::uint8_t* coverage;
-    std::int64_t coverageStride;
-    std::int64_t width, height;
-};
-
-// By the widest vectors that the processor has; every way gives the same bytes.
-void Blend(const BlendArea& area, Pixel color);
-
-// The ways themselves, for comparing. Null where the processor lacks what it takes.
-using BlendFunction = void (*)(const BlendArea& area, Pixel color);
-struct BlendWay {
-    const char* name;
-    BlendFunction function;
-};
-inline constexpr int kBlendWays = 3;
-BlendWay BlendWayAt(int index); // 0 is the plain one
+// Mixes color into count pixels, each by its coverage.
+void BlendPixels(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t count,
+                 Pixel color);
 
 } // namespace platform

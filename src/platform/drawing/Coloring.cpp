@@ -23,21 +23,17 @@ Pixel MixPixels(const TwoColors& colors, std::uint8_t coverage) {
     return mixed;
 }
 
-void ColorPlain(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t count,
-                const TwoColors& colors) {
-    constexpr std::int64_t kFewPixels = 64; // a table for fewer costs more than it saves
-    if (count < kFewPixels) {
-        for (std::int64_t i = 0; i < count; ++i) {
-            std::memcpy(pixels + i * 4, MixPixels(colors, coverage[i]).data(), sizeof(Pixel));
-        }
-        return;
-    }
+void ColorPlain(const ColorArea& area, const TwoColors& colors) {
     std::array<Pixel, 256> table;
     for (std::size_t i = 0; i < table.size(); ++i) {
         table[i] = MixPixels(colors, static_cast<std::uint8_t>(i));
     }
-    for (std::int64_t i = 0; i < count; ++i) {
-        std::memcpy(pixels + i * 4, table[coverage[i]].data(), sizeof(Pixel));
+    for (std::int64_t y = 0; y < area.height; ++y) {
+        std::uint8_t* const pixels = area.pixels + y * area.pixelStride;
+        const std::uint8_t* const coverage = area.coverage + y * area.coverageStride;
+        for (std::int64_t x = 0; x < area.width; ++x) {
+            std::memcpy(pixels + x * 4, table[coverage[x]].data(), sizeof(Pixel));
+        }
     }
 }
 
@@ -117,31 +113,41 @@ Pixel Shade(const Pixel& grey) {
     return { grey[1], grey[1], grey[1], grey[1] };
 }
 
-TELOP_AVX2 void ColorAvx2(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t count,
-                          const TwoColors& colors) {
+TELOP_AVX2 void ColorAvx2(const ColorArea& area, const TwoColors& colors) {
     const bool grey = IsGrey(colors.ground) && IsGrey(colors.text);
     const Lanes lanes =
         LanesOf(grey ? TwoColors { Shade(colors.ground), Shade(colors.text) } : colors);
     const __m256i ground =
         _mm256_set1_epi32(static_cast<int>(std::bit_cast<std::uint32_t>(colors.ground)));
-    std::int64_t i = 0;
-    for (; i + 32 <= count; i += 32) {
-        const __m256i some = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(coverage + i));
-        std::uint8_t* const to = pixels + i * 4;
-        if (_mm256_testz_si256(some, some)) {
-            for (std::int64_t part = 0; part < 4; ++part) {
-                Store(to + part * 32, ground);
+    for (std::int64_t y = 0; y < area.height; ++y) {
+        std::uint8_t* const pixels = area.pixels + y * area.pixelStride;
+        const std::uint8_t* const coverage = area.coverage + y * area.coverageStride;
+        std::int64_t x = 0;
+        for (; x + 32 <= area.width; x += 32) {
+            const __m256i some = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(coverage + x));
+            std::uint8_t* const to = pixels + x * 4;
+            if (_mm256_testz_si256(some, some)) {
+                for (std::int64_t part = 0; part < 4; ++part) {
+                    Store(to + part * 32, ground);
+                }
+            } else if (grey) {
+                ColorGrey32(to, some, lanes);
+            } else {
+                ColorAny32(to, some, lanes);
             }
-        } else if (grey) {
-            ColorGrey32(to, some, lanes);
-        } else {
-            ColorAny32(to, some, lanes);
+        }
+        for (; x < area.width; ++x) {
+            std::memcpy(pixels + x * 4, MixPixels(colors, coverage[x]).data(), sizeof(Pixel));
         }
     }
-    ColorPlain(pixels + i * 4, coverage + i, count - i, colors);
 }
 
 #endif
+
+// One long row has one odd end.
+ColorArea OneRow(const ColorArea& area) {
+    return { area.pixels, 0, area.coverage, 0, area.width * area.height, 1 };
+}
 
 } // namespace
 
@@ -154,13 +160,13 @@ ColorWay ColorWayAt(int index) {
     return { "plain", index == 0 ? ColorPlain : nullptr };
 }
 
-void ColorPixels(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t count,
-                 const TwoColors& colors) {
+void ColorPixels(const ColorArea& area, const TwoColors& colors) {
     static const ColorFunction widest = [] {
         const ColorFunction vectors = ColorWayAt(kColorWays - 1).function;
         return vectors ? vectors : ColorPlain;
     }();
-    widest(pixels, coverage, count, colors);
+    const bool gapless = area.pixelStride == area.width * 4 && area.coverageStride == area.width;
+    widest(gapless ? OneRow(area) : area, colors);
 }
 
 } // namespace platform

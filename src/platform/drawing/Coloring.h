@@ -14,14 +14,21 @@ struct TwoColors {
     Pixel text;   // where it is 255
 };
 
-// Writes count pixels, each the Mix of the two colours by its coverage, with the widest vectors that
-// the processor has; every way gives the same bytes.
-void ColorPixels(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t count,
-                 const TwoColors& colors);
+// Rows of pixels and of their coverage, both width long; the strides are in bytes.
+struct ColorArea {
+    std::uint8_t* pixels;
+    std::int64_t pixelStride;
+    const std::uint8_t* coverage;
+    std::int64_t coverageStride;
+    std::int64_t width, height;
+};
+
+// Writes each pixel as the Mix of the two colours by its coverage, with the widest vectors that the
+// processor has; every way gives the same bytes.
+void ColorPixels(const ColorArea& area, const TwoColors& colors);
 
 // The ways themselves, for comparing. Null where the processor lacks what it takes.
-using ColorFunction = void (*)(std::uint8_t* pixels, const std::uint8_t* coverage,
-                               std::int64_t count, const TwoColors& colors);
+using ColorFunction = void (*)(const ColorArea& area, const TwoColors& colors);
 struct ColorWay {
     const char* name;
     ColorFunction function;

@@ -3,7 +3,6 @@
 #include "platform/drawing/CoveragePlane.h"
 
 #include <algorithm>
-#include <cstring>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -73,36 +72,30 @@ void Add(const Rows& rows) {
 
 } // namespace
 
-CoveragePlane::CoveragePlane(std::int32_t width, std::int32_t height, std::int64_t stride)
-    : m_width(width), m_height(height), m_stride(stride),
-      m_bytes(PixelBuffer::Make(stride * height)) {
-    std::memset(m_bytes->Data(), 0, static_cast<std::size_t>(Count()));
-}
+CoveragePlane::CoveragePlane(const text::PixelBox& box)
+    : m_box(box), m_bytes(static_cast<std::size_t>(box.Width() * box.Height())) {}
 
 void CoveragePlane::PaintBitmap(std::int64_t x, std::int64_t y,
                                 const text::CoverageBitmap& bitmap) {
-    // The empty columns that fill up the bitmap's stride may fall behind the width: whole groups of
-    // eight are faster than the glyph's own width.
-    const std::int64_t left = std::max<std::int64_t>(x, 0);
-    const std::int64_t right = std::min(x + bitmap.stride, m_stride);
-    const std::int64_t top = std::max<std::int64_t>(y, 0);
-    const std::int64_t bottom = std::min<std::int64_t>(y + bitmap.height, m_height);
-    if (left < right && top < bottom) {
-        Add({ At(left, top), m_stride, bitmap.pixels + (top - y) * bitmap.stride + (left - x),
-              bitmap.stride, right - left, bottom - top });
+    // The empty columns that fill up the bitmap's stride come along: whole groups of eight are
+    // faster than the glyph's own width.
+    const text::PixelBox part = Intersection(m_box, { x, y, x + bitmap.stride, y + bitmap.height });
+    if (!part.IsEmpty()) {
+        Add({ m_bytes.data() + Place(part.left, part.top), m_box.Width(),
+              bitmap.pixels + (part.top - y) * bitmap.stride + (part.left - x), bitmap.stride,
+              part.Width(), part.Height() });
     }
 }
 
 void CoveragePlane::PaintSpan(std::int64_t x, std::int64_t y, std::int64_t length,
                               std::uint8_t coverage) {
-    const std::int64_t left = std::max<std::int64_t>(x, 0);
-    const std::int64_t right = std::min<std::int64_t>(x + length, m_width);
-    if (y < 0 || y >= m_height) {
+    const text::PixelBox part = Intersection(m_box, { x, y, x + length, y + 1 });
+    if (part.IsEmpty()) {
         return;
     }
-    for (std::int64_t i = left; i < right; ++i) {
-        std::uint8_t& there = *At(i, y);
-        there = Add(there, coverage);
+    std::uint8_t* const row = m_bytes.data() + Place(part.left, y);
+    for (std::int64_t i = 0; i < part.Width(); ++i) {
+        row[i] = Add(row[i], coverage);
     }
 }
 

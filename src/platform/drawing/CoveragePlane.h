@@ -1,37 +1,35 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// One byte of coverage for each pixel of a picture, in which the glyphs of several lines gather before
-// the picture is coloured: a quarter of the memory, and glyphs that overlap never exceed 255.
+// One byte of coverage for each pixel of a box, in which the glyphs of several lines gather before
+// they are coloured: a quarter of the memory, and glyphs that overlap never exceed 255.
 #pragma once
 
 #include <cstdint>
-#include <memory>
+#include <vector>
 
-#include "platform/drawing/Pixels.h"
 #include "platform/text/TextService.h"
 
 namespace platform {
 
 class CoveragePlane final : public text::CoverageTarget {
 public:
-    // Empty. stride is at least width; the bytes of a row behind width may be written too. Throws
-    // std::bad_alloc.
-    CoveragePlane(std::int32_t width, std::int32_t height, std::int64_t stride);
+    // No coverage yet. The box is not empty. Throws std::bad_alloc.
+    explicit CoveragePlane(const text::PixelBox& box);
 
-    // All rows, one after the other without gaps.
-    const std::uint8_t* Bytes() const { return m_bytes->Data(); }
-    std::int64_t Count() const { return m_stride * m_height; }
+    // Rows of the box's width, top row first, one after the other without gaps.
+    const std::uint8_t* Row(std::int64_t y) const { return m_bytes.data() + Place(m_box.left, y); }
 
-    text::PixelBox Clip() const override { return { 0, 0, m_width, m_height }; }
+    text::PixelBox Clip() const override { return m_box; }
     void PaintBitmap(std::int64_t x, std::int64_t y, const text::CoverageBitmap& bitmap) override;
     void PaintSpan(std::int64_t x, std::int64_t y, std::int64_t length,
                    std::uint8_t coverage) override;
 
 private:
-    std::uint8_t* At(std::int64_t x, std::int64_t y) { return m_bytes->Data() + y * m_stride + x; }
+    std::int64_t Place(std::int64_t x, std::int64_t y) const {
+        return (y - m_box.top) * m_box.Width() + (x - m_box.left);
+    }
 
-    std::int32_t m_width, m_height;
-    std::int64_t m_stride;
-    std::shared_ptr<PixelBuffer> m_bytes;
+    text::PixelBox m_box;
+    std::vector<std::uint8_t> m_bytes;
 };
 
 } // namespace platform

@@ -11,7 +11,7 @@ namespace platform {
 namespace {
 
 constexpr std::int64_t kMaxRecycledBytes = 8 << 20;
-using BufferRecycler = Recycler<PixelBuffer, 4>;
+using BufferRecycler = Recycler<PixelBuffer, 2>;
 
 BufferRecycler& Recycled() {
     thread_local BufferRecycler recycler;
@@ -34,18 +34,20 @@ void PixelBuffer::Free::operator()(std::uint8_t* data) const {
     ::operator delete (data, std::align_val_t { kPixelAlignment });
 }
 
+bool PixelBuffer::IsRecyclable() const {
+    return m_capacity <= kMaxRecycledBytes;
+}
+
 std::shared_ptr<PixelBuffer> PixelBuffer::Make(std::int64_t bytes) {
-    // Room for the next, slightly longer text, but not much more than is asked for.
-    const auto fits = [bytes](const PixelBuffer& buffer) {
-        return buffer.m_capacity >= bytes && buffer.m_capacity / 4 <= bytes;
-    };
+    const auto fits = [bytes](const PixelBuffer& buffer) { return buffer.Fits(bytes); };
     std::unique_ptr<PixelBuffer> buffer = BufferRecycler::Alive() ? Recycled().Take(fits) : nullptr;
     if (!buffer) {
+        // With room for the next, slightly longer text.
         buffer = std::make_unique<PixelBuffer>(std::max<std::int64_t>(bytes + bytes / 8, 4096));
     }
     return { buffer.release(), [](PixelBuffer* returned) {
                 std::unique_ptr<PixelBuffer> owned(returned);
-                if (BufferRecycler::Alive() && owned->Capacity() <= kMaxRecycledBytes) {
+                if (BufferRecycler::Alive() && owned->IsRecyclable()) {
                     Recycled().Give(std::move(owned));
                 }
             } };

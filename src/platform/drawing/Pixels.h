@@ -40,6 +40,10 @@ public:
     std::uint8_t* Data() { return m_data.get(); }
     const std::uint8_t* Data() const { return m_data.get(); }
     std::int64_t Capacity() const { return m_capacity; }
+    // Room for so many bytes, but not much more.
+    bool Fits(std::int64_t bytes) const { return m_capacity >= bytes && m_capacity / 4 <= bytes; }
+    // Not so large that a thread should hold on to it.
+    bool IsRecyclable() const;
 
     explicit PixelBuffer(std::int64_t bytes);
 

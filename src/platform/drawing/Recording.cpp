@@ -3,7 +3,7 @@
 #include "platform/drawing/Recording.h"
 
 #include <algorithm>
-#include <cstring>
+#include <span>
 
 #include "platform/drawing/Blend.h"
 #include "platform/drawing/Coloring.h"
@@ -12,59 +12,60 @@
 namespace platform {
 namespace {
 
-// Blends coverage of one colour into a canvas, clipped to it.
-class CanvasTarget final : public text::CoverageTarget {
-public:
-    CanvasTarget(const Canvas& canvas, Pixel color) : m_canvas(canvas), m_color(color) {}
-
-    text::PixelBox Clip() const override { return { 0, 0, m_canvas.width, m_canvas.height }; }
-
-    void PaintBitmap(std::int64_t x, std::int64_t y, const text::CoverageBitmap& bitmap) override {
-        // The empty columns that fill up the stride may fall into the padding of the rows: whole
-        // vectors are faster than the glyph's own width.
-        const std::int64_t left = std::max<std::int64_t>(x, 0);
-        const std::int64_t right = std::min(x + bitmap.stride, m_canvas.rowBytes / 4);
-        const std::int64_t top = std::max<std::int64_t>(y, 0);
-        const std::int64_t bottom = std::min<std::int64_t>(y + bitmap.height, m_canvas.height);
-        if (left < right && top < bottom) {
-            Blend({ At(left, top), m_canvas.rowBytes,
-                    bitmap.pixels + (top - y) * bitmap.stride + (left - x), bitmap.stride,
-                    right - left, bottom - top },
-                  m_color);
-        }
-    }
-
-    void PaintSpan(std::int64_t x, std::int64_t y, std::int64_t length,
-                   std::uint8_t coverage) override {
-        std::int64_t left = std::max<std::int64_t>(x, 0);
-        const std::int64_t right = std::min<std::int64_t>(x + length, m_canvas.width);
-        if (y < 0 || y >= m_canvas.height || left >= right) {
-            return;
-        }
-        if (coverage == 255) {
-            FillPixels(At(left, y), right - left, m_color);
-            return;
-        }
-        std::array<std::uint8_t, 256> row;
-        row.fill(coverage);
-        for (; left < right; left += row.size()) {
-            const std::int64_t count = std::min<std::int64_t>(right - left, row.size());
-            Blend({ At(left, y), 0, row.data(), 0, count, 1 }, m_color);
-        }
-    }
-
-private:
-    std::uint8_t* At(std::int64_t x, std::int64_t y) const {
-        return m_canvas.pixels + y * m_canvas.rowBytes + x * 4;
-    }
-
-    const Canvas& m_canvas;
-    Pixel m_color;
-};
-
 bool IsWhole(const Command& command, std::int32_t width, std::int32_t height) {
     return command.kind == Command::kFill && command.left == 0 && command.top == 0 &&
            command.right == width && command.bottom == height;
+}
+
+void DrawFill(const Canvas& canvas, const Command& fill) {
+    if (fill.left == 0 && fill.right == canvas.width) {
+        FillPixels(canvas.At(0, fill.top), (fill.bottom - fill.top) * (canvas.rowBytes / 4),
+                   fill.color);
+        return;
+    }
+    for (std::int64_t row = fill.top; row < fill.bottom; ++row) {
+        FillPixels(canvas.At(fill.left, row), fill.right - fill.left, fill.color);
+    }
+}
+
+void PaintTexts(std::span<const Command> texts, std::span<const text::LinePtr> lines,
+                CoveragePlane& plane) {
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        text::PaintLine(*lines[i], texts[i].left, texts[i].top, plane);
+    }
+}
+
+text::PixelBox InkOfTexts(std::span<const Command> texts, std::span<const text::LinePtr> lines) {
+    text::PixelBox ink {};
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        ink = Union(ink, Shifted(text::InkOf(*lines[i]), texts[i].left, texts[i].top));
+    }
+    return ink;
+}
+
+// Onto any ground. The texts have one colour and gather in one plane, so that glyphs that overlap add
+// up as they do over a ground of one colour.
+void DrawTexts(const Canvas& canvas, std::span<const Command> texts,
+               std::span<const text::LinePtr> lines) {
+    const text::PixelBox box =
+        Intersection(InkOfTexts(texts, lines), { 0, 0, canvas.width, canvas.height });
+    if (box.IsEmpty()) {
+        return;
+    }
+    CoveragePlane plane(box);
+    PaintTexts(texts, lines, plane);
+    for (std::int64_t y = box.top; y < box.bottom; ++y) {
+        BlendPixels(canvas.At(box.left, y), plane.Row(y), box.Width(), texts.front().color);
+    }
+}
+
+// Odd ends of rows cost more than some pixels that are drawn again as they are.
+text::PixelBox WidenToVectors(const text::PixelBox& box, std::int64_t rowPixels) {
+    constexpr std::int64_t kVector = 32;
+    const std::int64_t vectors = (box.Width() + kVector - 1) / kVector * kVector;
+    const std::int64_t width = std::min(vectors, rowPixels);
+    const std::int64_t left = std::min(box.left, rowPixels - width);
+    return { left, box.top, left + width, box.bottom };
 }
 
 } // namespace
@@ -100,10 +101,13 @@ std::uint64_t Recording::Hash() const {
     return HashBytes(0, { bytes, m_commands.size() * sizeof(Command) });
 }
 
-bool Recording::SameAs(const std::vector<Command>& commands) const {
-    return commands.size() == m_commands.size() &&
-           (commands.empty() || std::memcmp(commands.data(), m_commands.data(),
-                                            commands.size() * sizeof(Command)) == 0);
+bool Recording::SameAs(const Recording& other) const {
+    return m_commands == other.m_commands;
+}
+
+std::int64_t Recording::Bytes() const {
+    return static_cast<std::int64_t>(m_commands.capacity() * sizeof(Command) +
+                                     m_lines.capacity() * sizeof(text::LinePtr));
 }
 
 bool Recording::CoversCanvas(std::int32_t width, std::int32_t height) const {
@@ -119,48 +123,62 @@ bool Recording::IsFlat(std::int32_t width, std::int32_t height) const {
            std::all_of(m_commands.begin() + 1, m_commands.end(), like);
 }
 
-void Recording::DrawFlat(const Canvas& canvas) const {
-    CoveragePlane plane(canvas.width, canvas.height, canvas.rowBytes / 4);
-    for (std::size_t i = 0; i < m_lines.size(); ++i) {
-        const Command& command = m_commands[i + 1];
-        text::PaintLine(*m_lines[i], command.left, command.top, plane);
-    }
-    ColorPixels(canvas.pixels, plane.Bytes(), plane.Count(),
-                { m_commands.front().color, m_commands.back().color });
-}
-
 void Recording::Draw(const Canvas& canvas) const {
     if (IsFlat(canvas.width, canvas.height)) {
-        DrawFlat(canvas);
+        DrawFlat(canvas, { 0, 0, canvas.rowBytes / 4, canvas.height });
         return;
     }
-    auto line = m_lines.begin();
-    for (const Command& command : m_commands) {
-        if (command.kind == Command::kText) {
-            DrawLine(canvas, **line++, command.left, command.top, command.color);
-        } else {
-            DrawFill(canvas, { command.left, command.top, command.right, command.bottom },
-                     command.color);
+    std::span lines(m_lines);
+    for (auto step = m_commands.begin(); step != m_commands.end();) {
+        if (step->kind == Command::kFill) {
+            DrawFill(canvas, *step++);
+            continue;
+        }
+        const auto last = std::find_if_not(step, m_commands.end(), [step](const Command& other) {
+            return other.kind == Command::kText && other.color == step->color;
+        });
+        const std::span<const Command> texts(step, last);
+        DrawTexts(canvas, texts, lines.first(texts.size()));
+        lines = lines.subspan(texts.size());
+        step = last;
+    }
+}
+
+void Recording::DrawFlat(const Canvas& canvas, const text::PixelBox& box) const {
+    CoveragePlane plane(box);
+    PaintTexts(std::span(m_commands).subspan(1), m_lines, plane);
+    const TwoColors colors { m_commands.front().color, m_commands.back().color };
+    ColorPixels({ canvas.At(box.left, box.top), canvas.rowBytes, plane.Row(box.top), box.Width(),
+                  box.Width(), box.Height() },
+                colors);
+}
+
+std::optional<text::PixelBox> Recording::DifferenceFrom(const Recording& other, std::int32_t width,
+                                                        std::int32_t height) const {
+    const auto sameButForTheLine = [](Command a, const Command& b) {
+        a.line = b.line;
+        return a == b;
+    };
+    if (!IsFlat(width, height) ||
+        !std::equal(m_commands.begin(), m_commands.end(), other.m_commands.begin(),
+                    other.m_commands.end(), sameButForTheLine)) {
+        return std::nullopt;
+    }
+    text::PixelBox box {};
+    for (std::size_t i = 0; i < m_lines.size(); ++i) {
+        if (m_lines[i] != other.m_lines[i]) {
+            const Command& text = m_commands[i + 1];
+            const text::PixelBox seenFromPen = DifferenceOf(*m_lines[i], *other.m_lines[i]);
+            box = Union(box, Shifted(seenFromPen, text.left, text.top));
         }
     }
+    return Intersection(box, { 0, 0, width, height });
 }
 
-void DrawFill(const Canvas& canvas, const text::PixelBox& box, Pixel color) {
-    if (box.left == 0 && box.right == canvas.width) {
-        FillPixels(canvas.pixels + box.top * canvas.rowBytes,
-                   (box.bottom - box.top) * (canvas.rowBytes / 4), color);
-        return;
+void Recording::Redraw(const Canvas& canvas, const text::PixelBox& box) const {
+    if (!box.IsEmpty()) {
+        DrawFlat(canvas, WidenToVectors(box, canvas.rowBytes / 4));
     }
-    for (std::int64_t row = box.top; row < box.bottom; ++row) {
-        FillPixels(canvas.pixels + row * canvas.rowBytes + box.left * 4, box.right - box.left,
-                   color);
-    }
-}
-
-void DrawLine(const Canvas& canvas, const text::Line& line, std::int64_t x, std::int64_t y,
-              Pixel color) {
-    CanvasTarget target(canvas, color);
-    text::PaintLine(line, x, y, target);
 }
 
 } // namespace platform

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "platform/drawing/Pixels.h"
@@ -15,9 +16,11 @@ struct Canvas {
     std::uint8_t* pixels;
     std::int64_t rowBytes;
     std::int32_t width, height;
+
+    std::uint8_t* At(std::int64_t x, std::int64_t y) const { return pixels + y * rowBytes + x * 4; }
 };
 
-// One step of a drawing, of plain words so that lists are compared and hashed as bytes.
+// One step of a drawing, of plain words so that lists are hashed as bytes.
 struct Command {
     enum Kind : std::uint32_t { kFill, kText };
 
@@ -26,6 +29,8 @@ struct Command {
     std::int32_t left, top;     // of the rectangle; for text, the pen
     std::int32_t right, bottom; // 0 for text
     std::uint64_t line;         // the text's line, 0 for fills
+
+    bool operator==(const Command&) const = default;
 };
 static_assert(sizeof(Command) == 32);
 
@@ -37,25 +42,30 @@ public:
     void Clear();
 
     std::size_t Count() const { return m_commands.size(); }
+    std::int64_t Bytes() const; // that its lists take
     std::uint64_t Hash() const;
-    bool SameAs(const std::vector<Command>& commands) const;
-    const std::vector<Command>& Commands() const { return m_commands; }
+    bool SameAs(const Recording& other) const;
 
     // True when the first step fills the whole canvas, so that no older byte shows through.
     bool CoversCanvas(std::int32_t width, std::int32_t height) const;
+    // Onto what the canvas holds. Throws std::bad_alloc.
     void Draw(const Canvas& canvas) const;
+
+    // Where this and another drawing on canvases of that size may differ, clipped to them, when both
+    // are text of one colour over the same ground, on the same pens. Nothing when they have less in
+    // common than that.
+    std::optional<text::PixelBox> DifferenceFrom(const Recording& other, std::int32_t width,
+                                                 std::int32_t height) const;
+    // Onto a canvas that holds another drawing, from which this one differs in the box alone. Throws
+    // std::bad_alloc; the canvas then holds either drawing or parts of both.
+    void Redraw(const Canvas& canvas, const text::PixelBox& box) const;
 
 private:
     bool IsFlat(std::int32_t width, std::int32_t height) const;
-    void DrawFlat(const Canvas& canvas) const;
+    void DrawFlat(const Canvas& canvas, const text::PixelBox& box) const;
 
     std::vector<Command> m_commands;
     std::vector<text::LinePtr> m_lines; // of the text commands, in order
 };
-
-// The steps themselves.
-void DrawFill(const Canvas& canvas, const text::PixelBox& box, Pixel color);
-void DrawLine(const Canvas& canvas, const text::Line& line, std::int64_t x, std::int64_t y,
-              Pixel color);
 
 } // namespace platform

@@ -22,6 +22,8 @@ public:
     // False once the thread's own is destroyed: things that end later must not use it.
     static bool Alive() { return s_alive; }
 
+    bool IsFull() const { return m_count == kMost; }
+
     // The one that was given last of those that suit; null when there is none.
     template <class Suits>
     std::unique_ptr<Object> Take(const Suits& suits) {

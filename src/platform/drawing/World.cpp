@@ -47,25 +47,18 @@ void PixMap::Fill(const Rect& rect, Pixel color) {
                                std::max<std::int32_t>(rect.top, 0),
                                std::min<std::int32_t>(rect.right, width),
                                std::min<std::int32_t>(rect.bottom, height) };
-    if (box.left >= box.right || box.top >= box.bottom) {
+    if (box.IsEmpty()) {
         return;
     }
-    const bool whole = box.right - box.left == width && box.bottom - box.top == height;
-    if (own && !whole) {
-        DrawFill(OwnCanvas(), box, color);
-        return;
+    if (box.Width() == width && box.Height() == height) {
+        own = nullptr;
     }
-    own = nullptr;
     shared = nullptr;
     recording.Fill(box, color, width, height);
     BoundRecording();
 }
 
 void PixMap::Text(std::int32_t x, std::int32_t y, const text::LinePtr& line, Pixel color) {
-    if (own) {
-        DrawLine(OwnCanvas(), *line, x, y, color);
-        return;
-    }
     shared = nullptr;
     recording.Text(x, y, line, color);
     BoundRecording();
@@ -77,13 +70,9 @@ void PixMap::BoundRecording() {
     }
 }
 
-Canvas PixMap::OwnCanvas() {
-    return { own->Data(), RowBytesFor(width), width, height };
-}
-
 const std::uint8_t* PixMap::Pixels() {
     if (own) {
-        return own->Data();
+        return WritablePixels();
     }
     if (!shared) {
         shared = PictureOf(recording, width, height);
@@ -95,8 +84,10 @@ std::uint8_t* PixMap::WritablePixels() {
     if (!own) {
         own = DrawPicture(recording, width, height);
         shared = nullptr;
-        recording.Clear();
+    } else {
+        recording.Draw({ own->Data(), RowBytesFor(width), width, height });
     }
+    recording.Clear();
     return own->Data();
 }
 

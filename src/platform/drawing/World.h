@@ -6,14 +6,14 @@
 
 namespace platform {
 
-// What LockPixels and its companions see of a world. Drawing is recorded until somebody wants to
-// write pixels; from then on it goes straight into pixels of the world's own, until the next erase
-// of the whole world.
+// What LockPixels and its companions see of a world. Drawing is recorded. Once somebody wants to write
+// pixels the world has its own, onto which the recording is drawn, until the next erase of the whole
+// world.
 struct PixMap {
     std::int32_t width = 0, height = 0;
     std::int32_t locks = 0;
-    Recording recording;                       // not used once own is there
-    std::shared_ptr<const PixelBuffer> shared; // a picture of the recording as it stands
+    Recording recording;                       // with own, what was drawn since
+    std::shared_ptr<const PixelBuffer> shared; // without own, a picture of the recording
     std::shared_ptr<PixelBuffer> own;
 
     void Fill(const Rect& rect, Pixel color);
@@ -25,7 +25,6 @@ struct PixMap {
 
 private:
     void BoundRecording();
-    Canvas OwnCanvas();
 };
 
 struct PortState {

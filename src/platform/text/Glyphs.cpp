@@ -45,6 +45,7 @@ struct GlyphBitmap {
     std::int64_t stride = 0, width = 0, height = 0;
     std::vector<std::uint8_t> pixels;
 
+    PixelBox Box() const { return { left, top, left + width, top + height }; }
     bool Matches(const GlyphKey& other) const { return key == other; }
     std::int64_t Bytes() const {
         return static_cast<std::int64_t>(sizeof *this + pixels.capacity());
@@ -227,17 +228,29 @@ void RasteriseInto(FT_Outline& outline, std::int64_t x, std::int64_t y, Coverage
     FT_Outline_Render(Library(), &outline, &params);
 }
 
-bool Meets(const PixelBox& box, std::int64_t x, std::int64_t y, const PixelBox& clip) {
-    return x + box.left < clip.right && x + box.right > clip.left && y + box.top < clip.bottom &&
-           y + box.bottom > clip.top;
-}
+// A glyph whose origin lies at a 26.6 position, y down: the pixel of the origin, and what is cached
+// for where in that pixel it lies.
+struct Origin {
+    Origin(const PlacedGlyph& glyph, std::int32_t size, std::int64_t x26, std::int64_t y26)
+        : key { glyph.face->Id(), glyph.glyph, size, Quarters(x26) | (Quarters(y26) << 2) },
+          hash(key.Hash()), x(x26 >> 6), y(y26 >> 6) {}
+
+    GlyphKey key;
+    std::uint64_t hash;
+    std::int64_t x, y;
+
+private:
+    static std::uint32_t Quarters(std::int64_t position) {
+        return static_cast<std::uint32_t>((position >> 4) & 3);
+    }
+};
 
 // The glyph's bitmap, from the cache when it is there; null when it was painted as spans or has no
 // ink.
-std::shared_ptr<const GlyphBitmap> BitmapOf(const Face& face, const GlyphKey& key,
-                                            std::uint64_t hash, std::int64_t x, std::int64_t y,
+std::shared_ptr<const GlyphBitmap> BitmapOf(const Face& face, const Origin& origin,
                                             CoverageTarget& target) {
-    if (auto cached = Cache().Find(hash, key)) {
+    const GlyphKey& key = origin.key;
+    if (auto cached = Cache().Find(origin.hash, key)) {
         return cached;
     }
     Outline outline = OutlineOf(face, key.glyph, key.size, key.phase);
@@ -246,38 +259,44 @@ std::shared_ptr<const GlyphBitmap> BitmapOf(const Face& face, const GlyphKey& ke
         return nullptr;
     }
     const PixelBox box = BoxOf(*view);
-    if ((box.right - box.left) * (box.bottom - box.top) > kMaxBitmapBytes) {
-        if (Meets(box, x, y, target.Clip())) {
-            RasteriseInto(*view, x, y, target);
+    if (box.Width() * box.Height() > kMaxBitmapBytes) {
+        if (!Intersection(Shifted(box, origin.x, origin.y), target.Clip()).IsEmpty()) {
+            RasteriseInto(*view, origin.x, origin.y, target);
         }
         return nullptr;
     }
     auto bitmap = Rasterise(key, *view, box);
-    Cache().Insert(hash, bitmap);
+    Cache().Insert(origin.hash, bitmap);
     return bitmap;
 }
 
-// x and y lead to the origin's pixel.
-void PaintBitmap(const GlyphBitmap& bitmap, std::int64_t x, std::int64_t y,
-                 CoverageTarget& target) {
-    target.PaintBitmap(x + bitmap.left, y + bitmap.top,
+void PaintBitmap(const GlyphBitmap& bitmap, const Origin& origin, CoverageTarget& target) {
+    target.PaintBitmap(origin.x + bitmap.left, origin.y + bitmap.top,
                        { bitmap.pixels.data(), bitmap.stride, bitmap.width, bitmap.height });
 }
 
-// The origin lies at the 26.6 position (x, y), y down.
-void PaintGlyph(const PlacedGlyph& glyph, std::int32_t size, std::int64_t x, std::int64_t y,
-                RecentGlyphs& recent, CoverageTarget& target) {
-    const auto quarters = [](std::int64_t position) {
-        return static_cast<std::uint32_t>((position >> 4) & 3);
-    };
-    const GlyphKey key { glyph.face->Id(), glyph.glyph, size, quarters(x) | (quarters(y) << 2) };
-    const std::uint64_t hash = key.Hash();
-    if (const auto* const bitmap = recent.Find(hash, key)) {
-        PaintBitmap(**bitmap, x >> 6, y >> 6, target);
-    } else if (const auto found = BitmapOf(*glyph.face, key, hash, x >> 6, y >> 6, target)) {
-        recent.Keep(hash, found);
-        PaintBitmap(*found, x >> 6, y >> 6, target);
+void PaintGlyph(const Face& face, const Origin& origin, RecentGlyphs& recent,
+                CoverageTarget& target) {
+    if (const auto* const bitmap = recent.Find(origin.hash, origin.key)) {
+        PaintBitmap(**bitmap, origin, target);
+    } else if (const auto found = BitmapOf(face, origin, target)) {
+        recent.Keep(origin.hash, found);
+        PaintBitmap(*found, origin, target);
     }
+}
+
+// As seen from the pixel that origin counts from.
+PixelBox InkOfGlyph(const Face& face, const Origin& origin, RecentGlyphs& recent) {
+    if (const auto* const bitmap = recent.Find(origin.hash, origin.key)) {
+        return Shifted((*bitmap)->Box(), origin.x, origin.y);
+    }
+    const GlyphKey& key = origin.key;
+    if (const auto bitmap = Cache().Find(origin.hash, key)) {
+        return Shifted(bitmap->Box(), origin.x, origin.y);
+    }
+    Outline outline = OutlineOf(face, key.glyph, key.size, key.phase);
+    std::optional<FT_Outline> view = outline.View();
+    return view ? Shifted(BoxOf(*view), origin.x, origin.y) : PixelBox {};
 }
 
 } // namespace
@@ -286,8 +305,19 @@ void PaintGlyphs(std::span<const PlacedGlyph> glyphs, std::int32_t size, std::in
                  std::int64_t y, CoverageTarget& target) {
     RecentGlyphs& recent = Recent();
     for (const PlacedGlyph& glyph : glyphs) {
-        PaintGlyph(glyph, size, x * 64 + glyph.x, y * 64 - glyph.y, recent, target);
+        const Origin origin(glyph, size, x * 64 + glyph.x, y * 64 - glyph.y);
+        PaintGlyph(*glyph.face, origin, recent, target);
     }
+}
+
+PixelBox InkOfGlyphs(std::span<const PlacedGlyph> glyphs, std::int32_t size) {
+    RecentGlyphs& recent = Recent();
+    PixelBox ink {};
+    for (const PlacedGlyph& glyph : glyphs) {
+        const Origin origin(glyph, size, glyph.x, -std::int64_t { glyph.y });
+        ink = Union(ink, InkOfGlyph(*glyph.face, origin, recent));
+    }
+    return ink;
 }
 
 CacheCount CountGlyphs() {

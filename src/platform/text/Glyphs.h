@@ -17,6 +17,8 @@ struct PlacedGlyph {
     const Face* face;
     std::uint32_t glyph;
     std::int32_t x, y; // 26.6 pixels from the left end of the baseline, y up; quarters
+
+    bool operator==(const PlacedGlyph&) const = default;
 };
 
 // Paints the glyphs of a line at size pixels an em, with the left end of the baseline at the top left
@@ -24,6 +26,9 @@ struct PlacedGlyph {
 // everywhere.
 void PaintGlyphs(std::span<const PlacedGlyph> glyphs, std::int32_t size, std::int64_t x,
                  std::int64_t y, CoverageTarget& target);
+
+// A box around all that the glyphs cover, as seen from pixel (x, y). Any thread.
+PixelBox InkOfGlyphs(std::span<const PlacedGlyph> glyphs, std::int32_t size);
 
 CacheCount CountGlyphs();
 std::int64_t MaxGlyphBytes();

@@ -2,7 +2,9 @@
 // The text service over the font libraries: lines are cached by font, size, encoding and bytes.
 #include "platform/text/TextService.h"
 
+#include <algorithm>
 #include <atomic>
+#include <span>
 
 #include "platform/EncodingSerial.h"
 #include "platform/TextEncoding.h"
@@ -137,6 +139,30 @@ LinePtr LayOutLine(FontNumber font, std::int32_t size, std::string_view bytes) {
 void PaintLine(const Line& line, std::int64_t x, std::int64_t y, CoverageTarget& target) {
     const auto& cached = static_cast<const CachedLine&>(line);
     PaintGlyphs(cached.Glyphs(), cached.Size(), x, y, target);
+}
+
+PixelBox InkOf(const Line& line) {
+    const auto& cached = static_cast<const CachedLine&>(line);
+    return InkOfGlyphs(cached.Glyphs(), cached.Size());
+}
+
+// A counter that goes on by one changes a glyph or two: what the lines have in common at either end
+// is left out.
+PixelBox DifferenceOf(const Line& a, const Line& b) {
+    const auto& lineA = static_cast<const CachedLine&>(a);
+    const auto& lineB = static_cast<const CachedLine&>(b);
+    std::span<const PlacedGlyph> glyphsA(lineA.Glyphs());
+    std::span<const PlacedGlyph> glyphsB(lineB.Glyphs());
+    if (lineA.Size() == lineB.Size()) {
+        const auto heads = std::ranges::mismatch(glyphsA, glyphsB);
+        glyphsA = { heads.in1, glyphsA.end() };
+        glyphsB = { heads.in2, glyphsB.end() };
+        const auto tails = std::ranges::mismatch(glyphsA.rbegin(), glyphsA.rend(), //
+                                                 glyphsB.rbegin(), glyphsB.rend());
+        glyphsA = { glyphsA.begin(), tails.in1.base() };
+        glyphsB = { glyphsB.begin(), tails.in2.base() };
+    }
+    return Union(InkOfGlyphs(glyphsA, lineA.Size()), InkOfGlyphs(glyphsB, lineB.Size()));
 }
 
 ServiceCacheCounts CountServiceCaches() {

@@ -9,6 +9,7 @@
 
 #include "platform/Fonts.h"
 #include "platform/LruCache.h"
+#include "platform/text/PixelBox.h"
 
 namespace platform::text {
 
@@ -45,11 +46,6 @@ using LinePtr = std::shared_ptr<const Line>;
 // null. Any thread.
 LinePtr LayOutLine(FontNumber font, std::int32_t size, std::string_view bytes);
 
-// Pixels left <= x < right, top <= y < bottom.
-struct PixelBox {
-    std::int64_t left, top, right, bottom;
-};
-
 // How much of each pixel a glyph covers, 0..255; top row first. The bytes of a row from width to
 // stride are there and 0.
 struct CoverageBitmap {
@@ -73,6 +69,11 @@ public:
 // Hands the line's glyphs to target, with the left end of the baseline at the top left corner of
 // pixel (x, y). No lock is held while the target paints. Any thread.
 void PaintLine(const Line& line, std::int64_t x, std::int64_t y, CoverageTarget& target);
+
+// Boxes that hold, as seen from the pen's pixel, all coverage of the line, and all that is not the
+// same in two lines. Either may be larger than it must. Any thread.
+PixelBox InkOf(const Line& line);
+PixelBox DifferenceOf(const Line& a, const Line& b);
 
 struct ServiceCacheCounts {
     CacheCount lines, glyphs;

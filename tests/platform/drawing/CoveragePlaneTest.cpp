@@ -13,7 +13,10 @@ using namespace platform;
 
 constexpr std::int32_t kWidth = 37;
 constexpr std::int32_t kHeight = 11;
-constexpr std::int64_t kStride = 40;
+// Away from the origin, as the part of a picture that changed is.
+constexpr std::int64_t kLeft = 3;
+constexpr std::int64_t kTop = -2;
+constexpr text::PixelBox kBox { kLeft, kTop, kLeft + kWidth, kTop + kHeight };
 
 struct Bitmap {
     std::int64_t x, y, width, height, stride;
@@ -36,11 +39,11 @@ Bitmap RandomBitmap(std::minstd_rand& random) {
 TEST(CoveragePlaneTest, GathersWhatFallsInsideWhereverBitmapsLie) {
     std::minstd_rand random(5);
     for (int round = 0; round < 200; ++round) {
-        CoveragePlane plane(kWidth, kHeight, kStride);
+        CoveragePlane plane(kBox);
         std::vector<int> expected(kWidth * kHeight);
         for (int glyph = 0; glyph < 4; ++glyph) {
             const Bitmap bitmap = RandomBitmap(random);
-            plane.PaintBitmap(bitmap.x, bitmap.y,
+            plane.PaintBitmap(kLeft + bitmap.x, kTop + bitmap.y,
                               { bitmap.bytes.data(), bitmap.stride, bitmap.width, bitmap.height });
             for (std::int64_t i = 0; i < bitmap.width * bitmap.height; ++i) {
                 const std::int64_t x = bitmap.x + i % bitmap.width;
@@ -54,7 +57,7 @@ TEST(CoveragePlaneTest, GathersWhatFallsInsideWhereverBitmapsLie) {
         }
         for (std::int64_t y = 0; y < kHeight; ++y) {
             for (std::int64_t x = 0; x < kWidth; ++x) {
-                ASSERT_EQ(plane.Bytes()[y * kStride + x], expected[y * kWidth + x])
+                ASSERT_EQ(plane.Row(kTop + y)[x], expected[y * kWidth + x])
                     << "round " << round << " at " << x << ", " << y;
             }
         }
@@ -62,20 +65,20 @@ TEST(CoveragePlaneTest, GathersWhatFallsInsideWhereverBitmapsLie) {
 }
 
 TEST(CoveragePlaneTest, SpansAreCutAtTheEdges) {
-    CoveragePlane plane(kWidth, kHeight, kStride);
+    CoveragePlane plane(kBox);
     constexpr std::int64_t kFar = std::int64_t { 1 } << 40;
-    plane.PaintSpan(-kFar, 2, 2 * kFar, 100);
-    plane.PaintSpan(-5, 3, 6, 200);
-    plane.PaintSpan(0, -1, 5, 255);
-    plane.PaintSpan(0, kHeight, 5, 255);
-    plane.PaintSpan(kWidth, 4, 5, 255);
+    plane.PaintSpan(-kFar, kTop + 2, 2 * kFar, 100);
+    plane.PaintSpan(kLeft - 5, kTop + 3, 6, 200);
+    plane.PaintSpan(kLeft, kTop - 1, 5, 255);
+    plane.PaintSpan(kLeft, kTop + kHeight, 5, 255);
+    plane.PaintSpan(kLeft + kWidth, kTop + 4, 5, 255);
     std::int64_t inked = 0;
-    for (std::int64_t i = 0; i < plane.Count(); ++i) {
-        inked += plane.Bytes()[i] != 0;
+    for (std::int64_t i = 0; i < std::int64_t { kWidth } * kHeight; ++i) {
+        inked += plane.Row(kTop)[i] != 0;
     }
     EXPECT_EQ(inked, kWidth + 1);
-    EXPECT_EQ(plane.Bytes()[2 * kStride + kWidth - 1], 100);
-    EXPECT_EQ(plane.Bytes()[3 * kStride], 200);
+    EXPECT_EQ(plane.Row(kTop + 2)[kWidth - 1], 100);
+    EXPECT_EQ(plane.Row(kTop + 3)[0], 200);
 }
 
 } // namespace

@@ -200,6 +200,59 @@ TEST(WorldTest, WritersGetPixelsOfTheirOwn) {
     EXPECT_EQ(reader.Pixels(), before);
 }
 
+// Pixels that a writer asks for are always drawn as a whole.
+std::vector<std::uint32_t> DrawnAsAWhole(const TestWorld& world) {
+    LockPixels(world.Map());
+    GetWritablePixBaseAddr(world.Map());
+    UnlockPixels(world.Map());
+    return world.Pixels();
+}
+
+TEST(WorldTest, ATextThatChangesGivesThePixelsOfAFreshOne) {
+    const char* const texts[] = { "CUT 008", "CUT 009",        "CUT 010", "CUT 01",
+                                  "CUT 01.", "cut 01.",        "W.W",     "WWW",
+                                  "WjW",     "\xE6\x97\xA5jW", "",        "WjW" };
+    for (const std::int16_t size : { 16, 31, 120, 900 }) {
+        for (const std::int16_t width : { 20, 100, 233 }) {
+            for (const char* const text : texts) {
+                const TestWorld world(width, 90);
+                RGBBackColor(kKey);
+                world.Erase();
+                TextSize(size);
+                Draw(-3, 30, text);
+                Draw(2, 45, "fixed, jay"); // in the way
+                const std::vector<std::uint32_t> pixels = world.Pixels();
+                ASSERT_EQ(pixels, DrawnAsAWhole(world)) << size << " " << width << " " << text;
+            }
+        }
+    }
+}
+
+// Over one colour, over what is only known to be one colour, and over pixels of the world's own.
+TEST(WorldTest, OverlappingTextIsTheSameOverEveryGround) {
+    enum class Ground { kWhole, kParts, kOwn };
+    std::vector<std::uint32_t> first;
+    for (const Ground ground : { Ground::kWhole, Ground::kParts, Ground::kOwn }) {
+        const TestWorld world(60, 20);
+        RGBBackColor(kKey);
+        world.Erase();
+        if (ground == Ground::kParts) {
+            EraseRect({ 0, 3, 20, 30 });
+        } else if (ground == Ground::kOwn) {
+            DrawnAsAWhole(world);
+        }
+        RGBForeColor(kRed);
+        TextSize(16);
+        for (const std::int16_t x : { 2, 3, 7 }) {
+            Draw(x, 15, "Ag/");
+        }
+        const std::vector<std::uint32_t> pixels = world.Pixels();
+        first = first.empty() ? pixels : first;
+        EXPECT_EQ(pixels, first);
+        EXPECT_NE(pixels, std::vector<std::uint32_t>(60 * 20, 0xFEFEFE));
+    }
+}
+
 TEST(WorldTest, DrawingWithoutEndGivesThePixelsOfFewSteps) {
     const TestWorld world(8, 8);
     EraseRect({ 0, 0, 8, 8 });
