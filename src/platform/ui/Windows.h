@@ -98,7 +98,8 @@ OSStatus GetWindowProperty(WindowRef window, OSType creator, OSType tag, std::ui
                            std::uint32_t* actualSize, void* data);
 OSStatus RemoveWindowProperty(WindowRef window, OSType creator, OSType tag);
 
-// Redraws the part (local; null: all) when the loop gets to it.
+// What handlers draw in the part (local; null: all) is drawn again when the loop gets to it. Other
+// controls see to that themselves.
 OSStatus InvalWindowRect(WindowRef window, const Rect* part);
 bool IsWindowBuffered(WindowRef window);
 // Shows at once what is drawn in the part (local; null: all).

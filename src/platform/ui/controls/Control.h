@@ -70,6 +70,8 @@ public:
     virtual Control* Super() const;   // what it is embedded in; null for the window itself
     virtual std::vector<Control*> Subs() const;
     virtual void Draw(); // now
+    // Its picture comes from handlers of the draw event alone.
+    virtual bool IsDrawnByHandlers() const { return false; }
     // What the control itself does with a hit that no handler took, before its command is sent.
     virtual void ApplyHit(ControlPartCode /*part*/) {}
 

@@ -88,29 +88,35 @@ void UserPane::DrawWorld() {
     // What the handlers leave undrawn looks like the window around it, in light and dark palettes.
     RGBBackColor(ToRGBColor(palette().color(QPalette::Window)));
     RGBForeColor(ToRGBColor(palette().color(QPalette::WindowText)));
-    EraseRect({ 0, 0, static_cast<std::int16_t>(height()), static_cast<std::int16_t>(width()) });
+    // In two halves: a world that is erased as a whole gives its memory back, and a pane of a screen's
+    // size would ask for new pages with every picture.
+    const auto right = static_cast<std::int16_t>(width());
+    const auto bottom = static_cast<std::int16_t>(height());
+    const auto middle = static_cast<std::int16_t>(height() / 2);
+    EraseRect({ 0, 0, middle, right });
+    EraseRect({ middle, 0, bottom, right });
     if (!onDraw)
         return;
     const ScopedFlag drawing(m_drawing);
     onDraw();
 }
 
-QImage UserPane::PictureOf(const QRect& part) const {
+bool UserPane::TakePicture(const QRect& part) {
+    if (m_picture.size() != m_worldSize)
+        m_picture = QImage(m_worldSize, QImage::Format_RGB32);
     const PixMapHandle pixels = GetGWorldPixMap(m_world.get());
-    if (!LockPixels(pixels))
-        return {};
-    QImage picture(part.size(), QImage::Format_RGB32);
+    if (m_picture.isNull() || !LockPixels(pixels))
+        return false;
     const std::uint8_t* const base = GetPixBaseAddr(pixels);
     const std::ptrdiff_t rowBytes = GetPixRowBytes(pixels);
-    for (int y = 0; base && !picture.isNull() && y < part.height(); ++y) {
-        const std::uint8_t* from =
-            base + (part.y() + y) * rowBytes + std::ptrdiff_t { 4 } * part.x();
-        auto* const to = reinterpret_cast<QRgb*>(picture.scanLine(y));
-        for (int x = 0; x < part.width(); ++x)
+    for (int y = part.top(); base && y <= part.bottom(); ++y) {
+        const std::uint8_t* const from = base + y * rowBytes;
+        auto* const to = reinterpret_cast<QRgb*>(m_picture.scanLine(y));
+        for (int x = part.left(); x <= part.right(); ++x)
             to[x] = ToScreen(from + std::ptrdiff_t { 4 } * x);
     }
     UnlockPixels(pixels);
-    return picture;
+    return base;
 }
 
 void UserPane::paintEvent(QPaintEvent* event) {
@@ -122,8 +128,8 @@ void UserPane::paintEvent(QPaintEvent* event) {
     const double scale = devicePixelRatioF();
     // Whole factors keep pixels sharp; between them, sharp ones would differ in width.
     painter.setRenderHint(QPainter::SmoothPixmapTransform, scale != std::floor(scale));
-    if (drawn)
-        painter.drawImage(part, PictureOf(part));
+    if (drawn && TakePicture(part))
+        painter.drawImage(part, m_picture, part);
     else
         painter.fillRect(part, palette().color(QPalette::Window));
     if (!isEnabled()) {
@@ -183,6 +189,7 @@ public:
     }
     ControlPartCode FocusPart() const override { return kPanePart; }
     void Draw() override { m_pane->DrawNow(); }
+    bool IsDrawnByHandlers() const override { return true; }
 
 private:
     void SendDraw() {

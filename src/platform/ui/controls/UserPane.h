@@ -38,10 +38,12 @@ private:
 
     bool FitWorld(); // false: there can be none of this size
     void DrawWorld();
-    QImage PictureOf(const QRect& part) const;
+    bool TakePicture(const QRect& part); // of the world; false: there is no memory
 
     std::unique_ptr<GWorld, WorldDisposer> m_world;
     QSize m_worldSize;
+    QImage
+        m_picture; // of the world, as the screen wants it; kept, as panes are drawn again and again
     bool m_drawing = false; // within onDraw
     bool m_pressed = false;
 };
