@@ -54,8 +54,24 @@ TEST_F(ControlsUserPaneTest, DrawsIntoAPortOfItsOwnAndRestoresTheCallers) {
     EXPECT_EQ(shown.pixelColor(1, 1), widget->palette().color(QPalette::Window)); // left undrawn
 }
 
+// Counts how often a widget is painted.
+class PaintCount : public QObject {
+public:
+    explicit PaintCount(QWidget& widget) { widget.installEventFilter(this); }
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        count += event->type() == QEvent::Paint ? 1 : 0;
+        return false;
+    }
+    int count = 0;
+};
+
 // Its widget paints all of itself, which Qt takes as a reason not to update it with the window.
 TEST_F(ControlsUserPaneTest, IsDrawnAgainWhenItsPartOfTheWindowIsStale) {
+    ControlRef button = nullptr;
+    CreatePushButtonControl(window, { 55, 10, 75, 90 }, nullptr, &button);
+    PaintCount paints(*WidgetOf(button));
+    ASSERT_TRUE(QTest::qWaitFor([&] { return paints.count > 0; }));
+    paints.count = 0;
     int draws = 0;
     const Handler draw(GetControlEventTarget(pane), { kDraw }, [&](EventRef) {
         ++draws;
@@ -76,6 +92,7 @@ TEST_F(ControlsUserPaneTest, IsDrawnAgainWhenItsPartOfTheWindowIsStale) {
         QCoreApplication::processEvents();
         EXPECT_EQ(draws > 0, row.draws) << row.part;
     }
+    EXPECT_EQ(paints.count, 0); // a button looks as it did
 }
 
 TEST_F(ControlsUserPaneTest, RestoresThePortWhenAHandlerThrows) {
@@ -100,6 +117,52 @@ TEST_F(ControlsUserPaneTest, DrawsNowWhenAskedAndNotWithinItself) {
     InvalidateControl(pane);
     EXPECT_EQ(draws, 1); // when the loop gets to it
     EXPECT_TRUE(QTest::qWaitFor([&] { return draws > 1; }));
+}
+
+// A drag draws, flushes and marks the window stale for each step: that is one picture.
+TEST_F(ControlsUserPaneTest, AFlushDrawsOnlyWhatWaits) {
+    int draws = 0;
+    const Handler draw(GetControlEventTarget(pane), { kDraw }, [&](EventRef) {
+        ++draws;
+        return kNoErr;
+    });
+    const Rect bounds { 10, 10, 50, 90 };
+    QCoreApplication::processEvents();
+    draws = 0;
+    ASSERT_EQ(InvalWindowRect(window, nullptr), kNoErr);
+    ASSERT_EQ(DrawOneControl(pane), kNoErr);
+    EXPECT_EQ(draws, 1);
+    ASSERT_EQ(FlushWindowBuffer(window, &bounds), kNoErr);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(draws, 1);
+    InvalidateControl(pane);
+    ASSERT_EQ(FlushWindowBuffer(window, &bounds), kNoErr);
+    EXPECT_EQ(draws, 2);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(draws, 2);
+}
+
+TEST_F(ControlsUserPaneTest, APictureHasNothingOfTheOneBefore) {
+    Rect place { 0, 0, 3, 3 };
+    const Handler draw(GetControlEventTarget(pane), { kDraw }, [&](EventRef) {
+        // Pixels, not recorded steps, are what the world keeps.
+        const PixMapHandle pixels = GetGWorldPixMap(GetPort());
+        LockPixels(pixels);
+        GetWritablePixBaseAddr(pixels);
+        UnlockPixels(pixels);
+        RGBForeColor({ 65535, 0, 0 });
+        PaintRect(place);
+        return kNoErr;
+    });
+    const QColor undrawn = widget->palette().color(QPalette::Window);
+    EXPECT_EQ(Shown().pixelColor(1, 1), QColor(Qt::red));
+    place = { 37, 77, 40, 80 };
+    const QImage second = Shown();
+    EXPECT_EQ(second.pixelColor(1, 1), undrawn);
+    EXPECT_EQ(second.pixelColor(78, 38), QColor(Qt::red));
+    EXPECT_EQ(second.pixelColor(40, 20), undrawn);
+    place = { 18, 38, 22, 42 };
+    EXPECT_EQ(Shown().pixelColor(78, 38), undrawn);
 }
 
 TEST_F(ControlsUserPaneTest, ItsWorldFollowsItsSize) {
