@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Measures what it takes until the placement view shows a change of a frame of 1920x1080 pixels.
-//   preview/keystroke/<scale>   another text in the dialogue
-//   preview/drag/<scale>        a step of a drag, which moves the text
-//   preview/pan/<scale>         a step of the hand, which moves the frame
+//   preview/keystroke/<scale>          another text in the dialogue
+//   preview/drag/<scale>               a step of a drag, which moves the text
+//   preview/pan/<scale>                a step of the hand, which moves the frame
+//   preview/dialog-keystroke/<scale>   a real key in the text field of the plug-in's own dialog
+//   preview/dialog-drag/<scale>        an arrow key that moves the text in its preview
 // The pane is as large as the frame is at that scale (per cent), except for the hand, which needs a
 // frame that is larger than its pane. Each ends with the pixels in the window's buffer.
 #include <cstdio>
@@ -10,14 +12,19 @@
 #include <memory>
 #include <stdexcept>
 
-#include <QCoreApplication>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QWidget>
 #include <benchmark/benchmark.h>
 
+#include "host/Effect.h"
 #include "host/Handle.h"
 #include "host/Image.h"
 #include "host/Tables.h"
 #include "huxCommon/huxGUI/HuxEvents.h"
 #include "platform/ui/Controls.h"
+#include "platform/ui/UIObject.h"
+#include "platform/ui/WindowWidget.h"
 #include "preview/CMTextPreviewStatic.h"
 #include "preview/CTextEditDlg.h"
 
@@ -26,6 +33,22 @@ namespace {
 constexpr std::int32_t kFrameWidth = 1920;
 constexpr std::int32_t kFrameHeight = 1080;
 constexpr std::int32_t kPreviewItem = 91;
+constexpr std::int32_t kDialogueItem = 211;
+
+std::unique_ptr<host::Image> MakeFrame() {
+    auto frame = host::Image::Make(kFrameWidth, kFrameHeight, host::kArgb32);
+    for (std::int32_t y = 0; y < kFrameHeight; ++y) {
+        std::uint8_t value = static_cast<std::uint8_t>(y);
+        for (std::uint8_t& byte : frame->Row(y))
+            byte = value++;
+    }
+    return frame;
+}
+
+// What the loop has to do before it waits again.
+void Settle() {
+    QCoreApplication::processEvents();
+}
 
 // As the text edit dialog is one.
 class View : public CTextEditDlg {
@@ -45,7 +68,7 @@ public:
 class Scene {
 public:
     Scene(std::int32_t width, std::int32_t height)
-        : m_frame(host::Image::Make(kFrameWidth, kFrameHeight, host::kArgb32)),
+        : m_frame(MakeFrame()),
           m_background(&host::ObjectTable(), &host::OffscreenTable(host::LateEntries::kPresent),
                        m_frame->Ref()) {
         const auto right = static_cast<std::int16_t>(width);
@@ -57,11 +80,6 @@ public:
             throw std::runtime_error("there is no user interface");
         platform::SetControlID(pane, { kHuxPropertyCreator, kPreviewItem });
         platform::ShowWindow(m_window);
-        for (std::int32_t y = 0; y < kFrameHeight; ++y) {
-            std::uint8_t value = static_cast<std::uint8_t>(y);
-            for (std::uint8_t& byte : m_frame->Row(y))
-                byte = value++;
-        }
         FillText();
         _EPIRECORD record = host::MakeRecord();
         record.hFixedParam = m_params.Ref();
@@ -88,8 +106,6 @@ public:
         std::snprintf(param->szDialogue, sizeof param->szDialogue,
                       "The first line of a dialogue,\rand %05u letters of another.", number);
     }
-    // What the loop has to do before it waits again.
-    static void Settle() { QCoreApplication::processEvents(); }
 
     View view;
 
@@ -110,6 +126,60 @@ private:
     platform::WindowRef m_window = nullptr;
 };
 
+// The plug-in's own dialog over the frame, with its window so large that the preview has the size asked
+// for.
+class Dialog {
+public:
+    Dialog(std::int32_t width, std::int32_t height) : m_frame(MakeFrame()) {
+        std::string why;
+        static const std::shared_ptr<host::Plugin> plugin = host::Plugin::Load(TELOP_BUNDLE, why);
+        m_effect = plugin ? host::Effect::Make(plugin, why) : nullptr;
+        if (!m_effect || !platform::EnsureUserInterface())
+            throw std::runtime_error("there is no dialog: " + why);
+        m_effect->Params()->dwFlags = TEXT_DIALOGUE;
+        m_record = m_effect->Record();
+        m_record.nFrameWidth = kFrameWidth;
+        m_record.nFrameHeight = kFrameHeight;
+        m_record.hComposite = m_frame->Ref();
+        m_record.dwDialogFlags = EPI_DIALOG_TEXT_EDIT;
+        plugin->Call(epiCreateSettingDialog, &m_record);
+        QWidget* const window = platform::GetWindowWidget(m_record.hDialogWindow);
+        if (!window)
+            throw std::runtime_error("there is no dialog");
+        platform::ShowWindow(m_record.hDialogWindow);
+        Settle();
+        const QSize around = window->size() - Get(kPreviewItem).size();
+        window->resize(around + QSize(width, height));
+        Settle();
+        if (Get(kPreviewItem).size() != QSize(width, height))
+            throw std::runtime_error("the preview has another size");
+    }
+    Dialog(const Dialog&) = delete;
+    Dialog& operator=(const Dialog&) = delete;
+    ~Dialog() { m_effect->ThePlugin().Call(epiDestroySettingDialog, &m_record); }
+
+    QWidget& Get(std::int32_t id) const {
+        for (QWidget* const widget :
+             platform::GetWindowWidget(m_record.hDialogWindow)->findChildren<QWidget*>()) {
+            if (widget->property("controlID").toInt() == id)
+                return *widget;
+        }
+        throw std::runtime_error("there is no control " + std::to_string(id));
+    }
+    void Press(std::int32_t id, Qt::Key key, const QString& text = {}) const {
+        QWidget& widget = Get(id);
+        widget.setFocus();
+        QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier, text);
+        QCoreApplication::sendEvent(&widget, &press);
+        Settle();
+    }
+
+private:
+    std::unique_ptr<host::Image> m_frame;
+    std::unique_ptr<host::Effect> m_effect;
+    _EPIRECORD m_record {};
+};
+
 std::int32_t At(std::int64_t scale, std::int32_t side) {
     return static_cast<std::int32_t>(side * scale / 100);
 }
@@ -121,7 +191,7 @@ void Keystroke(benchmark::State& state) {
     for ([[maybe_unused]] auto _ : state) {
         scene.Type(++number % 100000);
         scene.view.UpdatePreview(1);
-        Scene::Settle();
+        Settle();
     }
 }
 
@@ -131,7 +201,7 @@ void Drag(benchmark::State& state) {
     long step = 7;
     for ([[maybe_unused]] auto _ : state) {
         scene.view.MoveText(step, step);
-        Scene::Settle();
+        Settle();
         step = -step;
     }
 }
@@ -144,8 +214,29 @@ void Pan(benchmark::State& state) {
         scene.view.ScrollHorz(step, 0);
         scene.view.UpdatePreview(1);
         scene.view.DragUpdate();
-        Scene::Settle();
+        Settle();
         step = -step;
+    }
+}
+
+void DialogKeystroke(benchmark::State& state) {
+    const Dialog dialog(At(state.range(0), kFrameWidth), At(state.range(0), kFrameHeight));
+    bool isLonger = false;
+    for ([[maybe_unused]] auto _ : state) {
+        isLonger = !isLonger;
+        if (isLonger)
+            dialog.Press(kDialogueItem, Qt::Key_A, QStringLiteral("a"));
+        else
+            dialog.Press(kDialogueItem, Qt::Key_Backspace);
+    }
+}
+
+void DialogDrag(benchmark::State& state) {
+    const Dialog dialog(At(state.range(0), kFrameWidth), At(state.range(0), kFrameHeight));
+    bool isRight = false;
+    for ([[maybe_unused]] auto _ : state) {
+        isRight = !isRight;
+        dialog.Press(kPreviewItem, isRight ? Qt::Key_Right : Qt::Key_Left);
     }
 }
 
@@ -159,6 +250,8 @@ int main(int argc, char** argv) {
     benchmark::RegisterBenchmark("preview/keystroke", Keystroke)->Arg(50)->Arg(100);
     benchmark::RegisterBenchmark("preview/drag", Drag)->Arg(50)->Arg(100);
     benchmark::RegisterBenchmark("preview/pan", Pan)->Arg(100)->Arg(200);
+    benchmark::RegisterBenchmark("preview/dialog-keystroke", DialogKeystroke)->Arg(50)->Arg(100);
+    benchmark::RegisterBenchmark("preview/dialog-drag", DialogDrag)->Arg(50)->Arg(100);
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
 }

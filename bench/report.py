@@ -47,6 +47,10 @@ PREVIEWS = {
     "drag/100": "a drag step, at 100 %",
     "pan/100": "a step of the hand, at 100 %",
     "pan/200": "a step of the hand, at 200 %",
+    "dialog-keystroke/50": "a key in the real dialog, at 50 %",
+    "dialog-keystroke/100": "a key in the real dialog, at 100 %",
+    "dialog-drag/50": "a drag step in the real dialog, at 50 %",
+    "dialog-drag/100": "a drag step in the real dialog, at 100 %",
 }
 AREA_CASES = ["score-100", "score-50", "latin"]
 
