@@ -66,6 +66,8 @@ const char* Noun(ReportKind kind) {
         return "character";
     case ReportKind::kTextMalformed:
         return "text bytes";
+    case ReportKind::kTextTooLarge:
+        return "font size";
     case ReportKind::kBundleBroken:
         return "bundle file";
     }
@@ -75,9 +77,10 @@ const char* Noun(ReportKind kind) {
 } // namespace
 
 std::string Describe(const Report& report) {
-    // Characters and bytes stand in a notation of their own and need no quotes.
-    const bool isNamed =
-        report.kind != ReportKind::kGlyphMissing && report.kind != ReportKind::kTextMalformed;
+    // Characters, bytes and sizes stand in a notation of their own and need no quotes.
+    const bool isNamed = report.kind != ReportKind::kGlyphMissing &&
+                         report.kind != ReportKind::kTextMalformed &&
+                         report.kind != ReportKind::kTextTooLarge;
     const char* const quote = isNamed ? "'" : "";
     std::string line = Noun(report.kind);
     line += " " + (quote + report.asked) + quote + ": " + report.reason;

@@ -15,13 +15,14 @@ enum class ReportKind {
     kFontBroken,      // a font file could not be read
     kGlyphMissing,    // no installed font has the character
     kTextMalformed,   // bytes that are no text in the application's encoding
+    kTextTooLarge,    // no picture can hold the text at its font size
     kBundleBroken,    // a bundle's file is missing or not readable
 };
 
 struct Report {
     ReportKind kind;
-    std::string asked;  // family name, character as U+XXXX, bytes in hex, or path, in UTF-8
-    std::string used;   // what stands in for it
+    std::string asked;  // family name, character as U+XXXX, bytes in hex, points, or path, in UTF-8
+    std::string used;   // what stands in for it; empty for nothing
     std::string reason; // why, one clause without a full stop
 };
 

@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <cmath>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "platform/Drawing.h"
+#include "platform/Report.h"
 #include "render/BoundedText.h"
 #include "render/ColorRef.h"
 #include "render/LineWalk.h"
@@ -169,18 +171,31 @@ void DrawLines(const Lines& lines, const TextBox& box, const _TEXTPARAM& param) 
     }
 }
 
-// False when there was no memory for the picture.
+// A text without an extent fits any picture: it draws nothing, as it should.
+void ReportTooLarge(const TextBox& box, const TextStyle& style, const char* why) {
+    if (box.width <= 0 || box.height <= 0)
+        return;
+    platform::ReportOnce({ platform::ReportKind::kTextTooLarge, std::to_string(style.size), "",
+                           "the text is not drawn, as it takes " + std::to_string(box.width) +
+                               " x " + std::to_string(box.height) + " pixels, " + why });
+}
+
+// False, and reported, when there can be no picture as large as that.
 bool DrawAndBlend(PIOffscreen* image, const Lines& lines, const TextBox& box,
                   const TextStyle& style, _TEXTPARAM* param, const tagPOINT& position) {
     const platform::GWorldPtr world = TextWorld::Make(box.width, box.height);
-    if (!world)
+    if (!world) {
+        ReportTooLarge(box, style, "more than a picture can have");
         return false;
+    }
     const TextWorld current(world, style);
     DrawLines(lines, box, *param);
     const platform::PixMapHandle pixels = platform::GetGWorldPixMap(world);
     const XPixMapLocker locker(pixels);
-    if (!locker.IsLocked())
+    if (!locker.IsLocked()) {
+        ReportTooLarge(box, style, "more than there is memory for");
         return false;
+    }
     _RTEXTIMAGE_INFO info { box.width, box.height, platform::GetPixRowBytes(pixels),
                             platform::GetPixBaseAddr(pixels),
                             kTextImageXrgb32 | kTextImageTopDown };

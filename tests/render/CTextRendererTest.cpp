@@ -10,9 +10,11 @@
 #include <limits>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "platform/Report.h"
 #include "platform/TextEncoding.h"
 #include "render/FakeImage.h"
 #include "support/TestWorld.h"
@@ -224,10 +226,27 @@ TEST_F(CTextRendererTest, ReadsFullFieldsToTheirEnd) {
     EXPECT_EQ(Summary(), std::string(param.szDialogue, 255));
     param.dwFlags = TEXT_CHARACTER;
     EXPECT_EQ(Summary(), std::string(64, 'c'));
-    // Too high for any world.
+}
+
+TEST_F(CTextRendererTest, ATextThatNoPictureHoldsIsReportedOnceForItsSize) {
+    platform::ForgetReports();
     param.dwFlags = TEXT_DIALOGUE | TEXT_BOX;
+    std::memset(param.szDialogue, '\r', 255); // 256 lines, none of which has a width
     param.nFontSize = 400;
     EXPECT_EQ(Draw(), kNothing);
+    param.szDialogue[0] = 'a';
+    param.nFontSize = -1;
+    EXPECT_EQ(Draw(), kNothing);
+    EXPECT_TRUE(platform::ReportsSoFar().empty());
+    for (const int size : { 400, 400, 32767, 400 }) {
+        param.nFontSize = size;
+        EXPECT_EQ(Draw(), kNothing) << size;
+    }
+    const std::vector<platform::Report> reports = platform::ReportsSoFar();
+    ASSERT_EQ(reports.size(), 2u);
+    EXPECT_EQ(reports[0].kind, platform::ReportKind::kTextTooLarge);
+    EXPECT_EQ(platform::Describe(reports[0]).rfind("font size 400: the text is not drawn", 0), 0u);
+    EXPECT_EQ(reports[1].asked, "32767");
 }
 
 TEST_F(CTextRendererTest, ClearsAsMuchAsItIsToldAndCopiesAsMuchAsThereIs) {
