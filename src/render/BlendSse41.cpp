@@ -50,6 +50,7 @@ struct Sse41 {
     static Vec Not(Vec a) { return Xor(a, Ones()); }
     static Vec Select(Vec clear, Vec set, Vec mask) { return _mm_blendv_epi8(clear, set, mask); }
     static bool AllOnes(Vec a) { return _mm_movemask_epi8(a) == 0xFFFF; }
+    static bool AllZero(Vec a) { return _mm_movemask_epi8(a) == 0; }
     static Vec Equal16(Vec a, Vec b) { return _mm_cmpeq_epi16(a, b); }
     static Vec Equal32(Vec a, Vec b) { return _mm_cmpeq_epi32(a, b); }
     static Vec Shuffle(Vec a, Vec pattern) { return _mm_shuffle_epi8(a, pattern); }

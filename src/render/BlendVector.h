@@ -47,6 +47,14 @@ public:
         return m_source[place] > 0 ? static_cast<std::uint8_t>(4 * pixel + m_source[place])
                                    : kZeroByte;
     }
+    // Whether every byte of a pixel that draws is written.
+    bool AreComplete() const {
+        for (const int source : m_source) {
+            if (source == kAbsent)
+                return false;
+        }
+        return true;
+    }
     std::uint8_t TextByte(const BlendJob& job, int place) const {
         const std::uint8_t colors[4] = { 0, job.red, job.green, job.blue };
         return m_source[place] > 0 ? colors[m_source[place]] : std::uint8_t { 0 };
@@ -86,11 +94,15 @@ public:
         m_text = text.Load();
         m_low = low.Load();
         m_high = high.Load();
+        m_complete = places.AreComplete();
     }
 
+    // What the source makes of d where all of its pixels draw; for pixels without a gap.
+    bool IsComplete() const { return m_complete; }
+    Vec All(Vec source, Vec d) const { return V::Or(Colors(source, d), m_opaque); }
     // d with the source drawn over it; key has all bits of the source pixels that draw nothing.
     Vec operator()(Vec source, Vec key, Vec d) const {
-        return V::Select(V::Or(Colors(source, d), m_opaque), d, V::Or(key, m_absent));
+        return V::Select(All(source, d), d, V::Or(key, m_absent));
     }
 
 private:
@@ -128,6 +140,7 @@ private:
     }
 
     Vec m_opacity, m_weights, m_opaque, m_absent, m_pick, m_text, m_low, m_high;
+    bool m_complete;
 };
 
 // Pixels of four 16-bit channels, two to a group. The source comes with the pixels of each group in
@@ -221,17 +234,21 @@ struct Block {
 
     Block(const std::uint8_t* src, const KeyTest<V>& isKey) {
         Vec all = V::Ones();
+        Vec any = V::Zero();
         for (int i = 0; i < kVecs; ++i) {
             source[i] = V::Load(src + 4 * V::kPixels * i);
             key[i] = isKey(source[i]);
             all = V::And(all, key[i]);
+            any = V::Or(any, key[i]);
         }
         draws = !V::AllOnes(all);
+        fills = V::AllZero(any);
     }
 
     Vec source[kVecs];
     Vec key[kVecs];
-    bool draws;
+    bool draws; // any of its pixels
+    bool fills; // every one
 };
 
 // Each row blend draws whole blocks, then what is left of the row.
@@ -246,9 +263,12 @@ public:
     void operator()(std::uint8_t* dst, const std::uint8_t* src, int width) const {
         for (; width >= kBlockPixels; width -= kBlockPixels) {
             const Block<V> block(src, m_isKey);
+            // In a box nearly every block is whole, among glyphs alone hardly one is.
+            const bool whole = kMode != BlendMode::kPlain && block.fills && m_mix.IsComplete();
             for (int i = 0; block.draws && i < Block<V>::kVecs; ++i) {
                 std::uint8_t* to = dst + kVecBytes * i;
-                V::Store(to, m_mix(block.source[i], block.key[i], V::Load(to)));
+                V::Store(to, whole ? m_mix.All(block.source[i], V::Load(to))
+                                   : m_mix(block.source[i], block.key[i], V::Load(to)));
             }
             dst += 4 * kBlockPixels;
             src += 4 * kBlockPixels;
