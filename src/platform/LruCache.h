@@ -173,29 +173,29 @@ private:
 // What one thread used last of a cache, found again without a lock: one place for each hash, and the
 // latest value stays. Values come from or go to the cache as well, so that it forgets them no later
 // than after its next use when the cache is cleared.
-template <class Value>
+template <class Value, std::size_t kSlots>
 class RecentValues {
 public:
     using Pointer = std::shared_ptr<const Value>;
 
-    // Keeps at most slots values of at most maxBytes each. The cache must live longer.
-    RecentValues(const LruCache<Value>& cache, std::size_t slots, std::int64_t maxBytes)
-        : m_cache(cache), m_maxBytes(maxBytes), m_slots(slots) {}
+    // Keeps at most kSlots values of at most maxBytes each. The cache must live longer.
+    RecentValues(const LruCache<Value>& cache, std::int64_t maxBytes)
+        : m_cache(cache), m_maxBytes(maxBytes), m_slots(kSlots) {}
 
     // Null when it is not there. Lent until the next call of any function.
     template <class Key>
     const Pointer* Find(std::uint64_t hash, const Key& key) {
         if (m_generation != m_cache.Generation()) {
             m_generation = m_cache.Generation();
-            m_slots.assign(m_slots.size(), nullptr);
+            m_slots.assign(kSlots, nullptr);
         }
-        const Pointer& value = m_slots[hash % m_slots.size()];
+        const Pointer& value = m_slots[hash % kSlots];
         return value && value->Matches(key) ? &value : nullptr;
     }
 
     void Keep(std::uint64_t hash, const Pointer& value) {
         if (value->Bytes() <= m_maxBytes) {
-            m_slots[hash % m_slots.size()] = value;
+            m_slots[hash % kSlots] = value;
         }
     }
 

@@ -47,7 +47,7 @@ TEST(LruCacheTest, StaysWithinItsBytes) {
 
 TEST(LruCacheTest, RecentValuesAreTheCachesUntilItIsCleared) {
     LruCache<Item> cache(10000, 1);
-    RecentValues<Item> recent(cache, 4, 100);
+    RecentValues<Item, 4> recent(cache, 100);
     recent.Keep(1, MakeItem(1, 100));
     recent.Keep(2, MakeItem(2, 101)); // too large
     ASSERT_TRUE(recent.Find(1, 1));

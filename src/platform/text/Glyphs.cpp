@@ -57,9 +57,9 @@ LruCache<GlyphBitmap>& Cache() {
     return *cache;
 }
 
-using RecentGlyphs = RecentValues<GlyphBitmap>;
+using RecentGlyphs = RecentValues<GlyphBitmap, kRecentGlyphs>;
 RecentGlyphs& Recent() {
-    thread_local RecentGlyphs recent(Cache(), kRecentGlyphs, kMaxRecentBytes);
+    thread_local RecentGlyphs recent(Cache(), kMaxRecentBytes);
     return recent;
 }
 

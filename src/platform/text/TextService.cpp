@@ -121,7 +121,7 @@ FontMetrics MetricsOf(FontNumber font, std::int32_t size) {
 LinePtr LayOutLine(FontNumber font, std::int32_t size, std::string_view bytes) {
     const LineKey key { Given(font), size, ApplicationEncodingSerial(), bytes };
     const std::uint64_t hash = key.Hash();
-    thread_local RecentValues<CachedLine> recent(Lines(), kRecentLines, kMaxRecentBytes);
+    thread_local RecentValues<CachedLine, kRecentLines> recent(Lines(), kMaxRecentBytes);
     if (const auto* const line = recent.Find(hash, key)) {
         return *line;
     }
