@@ -82,16 +82,10 @@ void CMTextSettings::UpdateControls() {
     if (!param)
         return;
     _TEXTPARAM text = render::TerminatedCopy(*param);
-    const render::InfoString infos[] = { render::InfoString(m_record.szInfo1),
-                                         render::InfoString(m_record.szInfo2),
-                                         render::InfoString(m_record.szInfo3),
-                                         render::InfoString(m_record.szInfo4) };
-    const auto given = [&](std::size_t index) {
-        return m_record.bInfoPresent != 0 ? infos[index].Get() : nullptr;
-    };
+    const render::InfoStrings infos(m_record);
     char summary[kSummarySize] = {};
-    CTextRenderer::GetTextInfoText(&text, summary, sizeof summary, given(0), given(1), given(2),
-                                   given(3));
+    CTextRenderer::GetTextInfoText(&text, summary, sizeof summary, infos.Present(0),
+                                   infos.Present(1), infos.Present(2), infos.Present(3));
     m_summary.SetText(summary);
 }
 

@@ -9,8 +9,6 @@
 
 namespace {
 
-using render::InfoString;
-
 // The switch is on when the value's integer part is not 0: NaN is off, infinite and huge values are
 // on.
 bool IsApplied(const _EPIRECORD& record) {
@@ -19,13 +17,10 @@ bool IsApplied(const _EPIRECORD& record) {
 
 long DrawText(PIOffscreen& image, const _EPIRECORD& record, const _TEXTPARAM& param) {
     _TEXTPARAM text = render::TerminatedCopy(param);
-    const InfoString info1(record.szInfo1);
-    const InfoString info2(record.szInfo2);
-    const InfoString info3(record.szInfo3);
-    const InfoString info4(record.szInfo4);
+    const render::InfoStrings infos(record);
     tagPOINT origin = record.ptOrigin; // the packed record gives no address that may be kept
-    return CText::DoText(&image, &text, nullptr, info1.Get(), info2.Get(), info3.Get(), info4.Get(),
-                         record.dScale, &origin);
+    return CText::DoText(&image, &text, nullptr, infos.Get(0), infos.Get(1), infos.Get(2),
+                         infos.Get(3), record.dScale, &origin);
 }
 
 } // namespace

@@ -190,17 +190,11 @@ void CTextEditDlg::CopyBackground() {
 
 void CTextEditDlg::RenderText(_TEXTPARAM* param) {
     _TEXTPARAM text = render::TerminatedCopy(*param);
-    const render::InfoString info1(m_record.szInfo1);
-    const render::InfoString info2(m_record.szInfo2);
-    const render::InfoString info3(m_record.szInfo3);
-    const render::InfoString info4(m_record.szInfo4);
-    const auto given = [&](const render::InfoString& info) {
-        return m_record.bInfoPresent != 0 ? info.Get() : nullptr;
-    };
+    const render::InfoStrings infos(m_record);
     tagRECT covered {};
     tagPOINT origin { 0, 0 };
-    CTextRenderer::DoText(m_pWorkImage.get(), &text, &covered, given(info1), given(info2),
-                          given(info3), given(info4), 1.0, &origin);
+    CTextRenderer::DoText(m_pWorkImage.get(), &text, &covered, infos.Present(0), infos.Present(1),
+                          infos.Present(2), infos.Present(3), 1.0, &origin);
     m_rcText = { covered.left, covered.top, covered.right, covered.bottom };
 }
 

@@ -10,14 +10,22 @@
 
 namespace render {
 
-// An information string of up to 64 bytes, with the NUL that the field itself may lack.
-class InfoString {
+// A record's four information strings of up to 64 bytes, with the NULs that the fields may lack.
+class InfoStrings {
 public:
-    explicit InfoString(const char (&field)[64]) { std::memcpy(m_text, field, sizeof field); }
-    const char* Get() const { return m_text; }
+    explicit InfoStrings(const _EPIRECORD& record) : m_arePresent(record.bInfoPresent != 0) {
+        std::memcpy(m_texts[0], record.szInfo1, sizeof record.szInfo1);
+        std::memcpy(m_texts[1], record.szInfo2, sizeof record.szInfo2);
+        std::memcpy(m_texts[2], record.szInfo3, sizeof record.szInfo3);
+        std::memcpy(m_texts[3], record.szInfo4, sizeof record.szInfo4);
+    }
+    const char* Get(std::size_t index) const { return m_texts[index]; }
+    // Null when the host says that it has none.
+    const char* Present(std::size_t index) const { return m_arePresent ? m_texts[index] : nullptr; }
 
 private:
-    char m_text[65] = {};
+    char m_texts[4][65] = {};
+    bool m_arePresent;
 };
 
 // Strings that fill their field lose their last byte, in the copy only.
