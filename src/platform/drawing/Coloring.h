@@ -24,7 +24,9 @@ struct ColorArea {
 };
 
 // Writes each pixel as the Mix of the two colours by its coverage, with the widest vectors that the
-// processor has; every way gives the same bytes.
+// processor has; every way gives the same bytes. Where the rows have no gaps, the coverage may lie in
+// the last quarter of the pixels' own memory: a pixel ends no later than its byte of that quarter, so
+// that each byte is read before it is overwritten.
 void ColorPixels(const ColorArea& area, const TwoColors& colors);
 
 // The ways themselves, for comparing. Null where the processor lacks what it takes.

@@ -72,8 +72,10 @@ void Add(const Rows& rows) {
 
 } // namespace
 
-CoveragePlane::CoveragePlane(const text::PixelBox& box)
-    : m_box(box), m_bytes(static_cast<std::size_t>(box.Width() * box.Height())) {}
+CoveragePlane::CoveragePlane(const text::PixelBox& box, std::uint8_t* bytes)
+    : m_box(box), m_bytes(bytes) {
+    std::fill_n(m_bytes, box.Width() * box.Height(), std::uint8_t { 0 });
+}
 
 void CoveragePlane::PaintBitmap(std::int64_t x, std::int64_t y,
                                 const text::CoverageBitmap& bitmap) {
@@ -81,7 +83,7 @@ void CoveragePlane::PaintBitmap(std::int64_t x, std::int64_t y,
     // faster than the glyph's own width.
     const text::PixelBox part = Intersection(m_box, { x, y, x + bitmap.stride, y + bitmap.height });
     if (!part.IsEmpty()) {
-        Add({ m_bytes.data() + Place(part.left, part.top), m_box.Width(),
+        Add({ m_bytes + Place(part.left, part.top), m_box.Width(),
               bitmap.pixels + (part.top - y) * bitmap.stride + (part.left - x), bitmap.stride,
               part.Width(), part.Height() });
     }
@@ -93,7 +95,7 @@ void CoveragePlane::PaintSpan(std::int64_t x, std::int64_t y, std::int64_t lengt
     if (part.IsEmpty()) {
         return;
     }
-    std::uint8_t* const row = m_bytes.data() + Place(part.left, y);
+    std::uint8_t* const row = m_bytes + Place(part.left, y);
     for (std::int64_t i = 0; i < part.Width(); ++i) {
         row[i] = Add(row[i], coverage);
     }

@@ -76,7 +76,7 @@ std::shared_ptr<const Picture> Lend(std::unique_ptr<Picture> picture) {
             } };
 }
 
-// An older picture with what differs drawn anew; null when most of it would be.
+// An older picture with what differs drawn anew; null when none is alike.
 std::unique_ptr<Picture> UpdateOlder(const PictureKey& key) {
     std::optional<text::PixelBox> difference;
     const auto isAlike = [&](const Picture& older) {
@@ -84,8 +84,7 @@ std::unique_ptr<Picture> UpdateOlder(const PictureKey& key) {
             return false;
         }
         difference = key.recording.DifferenceFrom(older.recording, key.width, key.height);
-        return difference && difference->Width() * difference->Height() * 2 <=
-                                 std::int64_t { key.width } * key.height;
+        return difference.has_value();
     };
     std::unique_ptr<Picture> picture = Recycled().Take(isAlike);
     if (picture) {

@@ -53,7 +53,7 @@ public:
 
     // Where this and another drawing on canvases of that size may differ, clipped to them, when both
     // are text of one colour over the same ground, on the same pens. Nothing when they have less in
-    // common than that.
+    // common than that, or when it is more than half of the canvas, which is drawn sooner as a whole.
     std::optional<text::PixelBox> DifferenceFrom(const Recording& other, std::int32_t width,
                                                  std::int32_t height) const;
     // Onto a canvas that holds another drawing, from which this one differs in the box alone. Throws
@@ -62,7 +62,8 @@ public:
 
 private:
     bool IsFlat(std::int32_t width, std::int32_t height) const;
-    void DrawFlat(const Canvas& canvas, const text::PixelBox& box) const;
+    // coverage has a byte for each pixel of the box.
+    void DrawFlat(const Canvas& canvas, const text::PixelBox& box, std::uint8_t* coverage) const;
 
     std::vector<Command> m_commands;
     std::vector<text::LinePtr> m_lines; // of the text commands, in order

@@ -20,9 +20,11 @@ constexpr PixelBox Shifted(const PixelBox& box, std::int64_t x, std::int64_t y) 
     return { box.left + x, box.top + y, box.right + x, box.bottom + y };
 }
 
+// All 0 when it is empty.
 constexpr PixelBox Intersection(const PixelBox& a, const PixelBox& b) {
-    return { std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
-             std::min(a.bottom, b.bottom) };
+    const PixelBox both { std::max(a.left, b.left), std::max(a.top, b.top),
+                          std::min(a.right, b.right), std::min(a.bottom, b.bottom) };
+    return both.IsEmpty() ? PixelBox {} : both;
 }
 
 // The smallest box around both; an empty one adds nothing.

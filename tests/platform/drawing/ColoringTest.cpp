@@ -2,6 +2,7 @@
 // The colouring of coverage: every way, every width, against the arithmetic of one pixel.
 #include "platform/drawing/Coloring.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <random>
 #include <vector>
@@ -40,6 +41,12 @@ TEST(ColoringTest, EveryWayMixesEachPixelAndWritesNoOther) {
                     { pixels.data(), pixelStride, coverage.data(), width + 3, width, kHeight },
                     colors);
                 ASSERT_EQ(pixels, expected) << way.name << " " << width;
+                // One row from the last quarter of its own memory.
+                pixels.assign(width * 4, 0);
+                std::copy_n(coverage.begin(), width, pixels.begin() + 3 * width);
+                way.function({ pixels.data(), 0, pixels.data() + 3 * width, 0, width, 1 }, colors);
+                expected.resize(width * 4);
+                ASSERT_EQ(pixels, expected) << way.name << " in place " << width;
             }
         }
     }

@@ -73,6 +73,8 @@ TEST(RecordingTest, DrawingsWithLessInCommonAreNotCompared) {
     const Drawing older { { "one", "two" } };
     EXPECT_FALSE(Difference({ { "one" } }, older));
     EXPECT_FALSE(Difference({ { "one", "two", "three" } }, older));
+    const std::string longLine(40, 'g'); // over most of the canvas
+    EXPECT_FALSE(Difference({ { longLine, longLine }, kGround, kInk, 2, 36 }, older));
     EXPECT_FALSE(Difference({ older.lines, { 0, 1, 1, 1 } }, older));
     EXPECT_FALSE(Difference({ older.lines, kGround, { 0, 9, 0, 0 } }, older));
     EXPECT_FALSE(Difference({ older.lines, kGround, kInk, 3 }, older));
