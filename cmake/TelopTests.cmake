@@ -17,12 +17,12 @@ function(telop_add_googletest)
     endforeach()
 endfunction()
 
-# telop_add_test(name SOURCES file... LIBRARIES target... [ENVIRONMENT NAME=value...])
-# One test program; each of its cases is a test of CTest, named <build>.<suite>.<case>. A suite or
-# case about several threads says Thread, Concurrent or Parallel in its name: a build with
-# ThreadSanitizer runs those.
+# telop_add_test(name [OFFSCREEN] SOURCES file... LIBRARIES target...)
+# One test program; each of its cases is a test of CTest, named <build>.<suite>.<case>. With
+# OFFSCREEN its windows need no screen. A suite or case about several threads says Thread, Concurrent
+# or Parallel in its name: a build with ThreadSanitizer runs those.
 function(telop_add_test name)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LIBRARIES;ENVIRONMENT")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "OFFSCREEN" "" "SOURCES;LIBRARIES")
     telop_add_googletest()
     add_executable(${name} ${arg_SOURCES})
     target_link_libraries(${name} PRIVATE ${arg_LIBRARIES} gmock_main)
@@ -37,14 +37,14 @@ function(telop_add_test name)
     if(TELOP_SANITIZE MATCHES thread)
         set(only TEST_FILTER "*Thread*:*Concurren*:*Parallel*")
     endif()
-    if(TELOP_SANITIZE MATCHES address)
-        list(APPEND arg_ENVIRONMENT
-            "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/cmake/leaks.supp:print_suppressions=0")
+    # One variable at most: the discovery drops what follows in a list.
+    if(arg_OFFSCREEN)
+        set(environment QT_QPA_PLATFORM=offscreen)
     endif()
     gtest_discover_tests(${name}
         TEST_PREFIX ${build}.
         ${only}
         DISCOVERY_MODE PRE_TEST
         DISCOVERY_TIMEOUT 60
-        PROPERTIES ENVIRONMENT "${arg_ENVIRONMENT}" TIMEOUT 300)
+        PROPERTIES ENVIRONMENT "${environment}" TIMEOUT 300)
 endfunction()

@@ -31,7 +31,7 @@ OSStatus CMEditText::HandleEventCurrentSelf(EventHandlerCallRef call, EventRef e
     const bool isStatus = GetEventKind(event) == kEventCommandUpdateStatus;
     const bool isAnswered =
         isStatus && HandleCommandUpdateStatus(call, event) != kEventNotHandledErr;
-    if (!IsAt(control))
+    if (!IsAt(control, this))
         return kEventNotHandledErr;
     // Once it is on its way to the window, a command must not go up to it as well and be done twice.
     if (!isAnswered && HandleCommandProcess(event) == kNoErr && !isStatus)

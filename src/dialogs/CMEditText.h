@@ -14,5 +14,4 @@ private:
     platform::OSStatus HandleCommandUpdateStatus(platform::EventHandlerCallRef call,
                                                  platform::EventRef event);
     platform::OSStatus HandleCommandProcess(platform::EventRef event);
-    bool IsAt(platform::ControlRef control) const { return FromControl(control) == this; }
 };

@@ -86,10 +86,11 @@ void CMTextEditDlg::ReceiveCompositeImage(_EPIRECORD* record) {
 void CMTextEditDlg::ShowComposite() {
     // The wrapper is the view's; the pixels stay the host's.
     const _EPIRECORD& record = m_hostRecord;
-    auto image = record.hComposite
-                     ? std::make_unique<PIOffscreen>(record.pObjectProcs, record.pOffscreenProcs,
-                                                     record.hComposite)
-                     : nullptr;
+    const auto* objects =
+        record.pObjectProcs; // the packed record gives no address that may be kept
+    const auto* images = record.pOffscreenProcs;
+    EPIImageRef composite = record.hComposite;
+    auto image = composite ? std::make_unique<PIOffscreen>(objects, images, composite) : nullptr;
     SetBkImage(image.release(), 1);
 }
 

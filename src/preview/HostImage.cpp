@@ -60,13 +60,15 @@ void Convert(PIOffscreen& dst, PIOffscreen& src) {
 
 std::unique_ptr<PIOffscreen> MakeHostImage(const _EPIRECORD& record, std::int32_t width,
                                            std::int32_t height) {
-    if (!record.pObjectProcs || !record.pObjectProcs->Create)
+    const auto* objects =
+        record.pObjectProcs; // the packed record gives no address that may be kept
+    const auto* images = record.pOffscreenProcs;
+    if (!objects || !objects->Create)
         return nullptr;
-    auto* const object = static_cast<EPIImageRef>(record.pObjectProcs->Create(epiObjectImage));
+    auto* const object = static_cast<EPIImageRef>(objects->Create(epiObjectImage));
     if (!object)
         return nullptr;
-    auto image = std::make_unique<PIOffscreen>(record.pObjectProcs, record.pOffscreenProcs, object,
-                                               epiObjectImage);
+    auto image = std::make_unique<PIOffscreen>(objects, images, object, epiObjectImage);
     if (!image->Allocate(width, height, kDepth, kDotsPerInch))
         return nullptr;
     return image;

@@ -33,6 +33,7 @@ protected:
     enum : std::uint32_t { kPanel = 0, kEdit = EPI_DIALOG_TEXT_EDIT };
 
     void SetUp() override {
+        PrepareEnvironment();
         ASSERT_TRUE(platform::EnsureUserInterface());
         host::SetFrontEnd(this);
         std::string why;
@@ -45,6 +46,7 @@ protected:
         record.hComposite = image->Ref();
         SetMode(TEXT_DIALOGUE);
     }
+    static void PrepareEnvironment();
     static std::shared_ptr<host::Plugin> ThePlugin();
     void TearDown() override {
         Destroy();

@@ -26,10 +26,11 @@ public:
     }
     bool HandleInitWindow() override {
         m_log += check.IsValid() ? "init " : "unattached ";
+        const bool answer = usable;
         const std::function<void()> copy = init; // which may end this object
         if (copy)
             copy();
-        return usable;
+        return answer;
     }
     OSStatus HandleEventEndSelf(EventHandlerCallRef, EventRef event) override {
         if (GetEventClass(event) == kHuxEventClassWindow)

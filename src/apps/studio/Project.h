@@ -36,6 +36,8 @@ public:
     explicit Project(std::unique_ptr<host::Effect> effect);
     Project(const Project&) = delete;
     Project& operator=(const Project&) = delete;
+    // The stack clears itself at its end, and what it tells of is gone by then.
+    ~Project() { m_undo.disconnect(); }
 
     host::Effect* Effect() { return m_effect.get(); }
     const std::shared_ptr<const Shot>& TheShot() const { return m_shot; }

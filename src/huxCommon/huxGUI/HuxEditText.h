@@ -135,6 +135,9 @@ public:
     virtual bool GetTitleText(char* text, long size) const;
     virtual void SetTitleText(const char* text);
 
+    // Asks for a field that may have ended, so it is no call of its own.
+    static bool IsAt(platform::ControlRef control, const HuxEditText* field);
+
 private:
     class FocusProcess;
 
@@ -148,7 +151,6 @@ private:
     // Exceptions of work become error events.
     template <class Work>
     static void RunGuarded(platform::ControlRef control, Work work);
-    static bool IsAt(platform::ControlRef control, const HuxEditText* field);
 
     platform::ControlKeyFilterResult FilterKey(short* keyCode, short* charCode,
                                                unsigned short* modifiers);

@@ -119,11 +119,11 @@ bool HuxLittleArrows::IncrementValueAndCommand() {
     if (changed && m_fSendChangedEditNotify && owner)
         HuxCarbonEvent::SendEventCommand(GetWindowEventTarget(owner), m_refEdit,
                                          edit->GetCommandID(), kEditTextChanged, nullptr);
-    if (!IsThere(control))
+    if (!IsAt(control, this))
         return true;
     if (m_fChangedEditFocus && GetEditControl())
         SetKeyboardFocus(owner, m_refEdit, kControlEditTextPart);
-    if (IsThere(control))
+    if (IsAt(control, this))
         SendCommand(m_nTrackPartCode, nullptr);
     return true;
 }

@@ -46,7 +46,10 @@ private:
     void Step();
     bool ShowInEditControl();
     void FollowEditControl();
-    bool IsThere(platform::ControlRef control) const { return FromControl(control) == this; }
+    // Asks for arrows that may have ended, so it is no call of theirs.
+    static bool IsAt(platform::ControlRef control, const HuxLittleArrows* arrows) {
+        return FromControl(control) == arrows;
+    }
 
     platform::ControlRef m_refEdit = nullptr;
     HuxString m_refShown; // the field's text after the last step

@@ -22,6 +22,7 @@ QApplication& TheApplication() {
     static std::array<char*, 2> arguments { name.data(), nullptr };
     static QApplication& application = []() -> QApplication& {
         setenv("XDG_CONFIG_HOME", home.Path().c_str(), 1);
+        setenv("LANGUAGE", "en", 1);
         setenv("TELOP_PLUGIN_PATH", TELOP_BUNDLE, 1);
         auto& made = *new QApplication(count, arguments.data());
         studio::PrepareStyle();

@@ -2,7 +2,9 @@
 // Exported frames are those of the command line.
 #include <cstdlib>
 
+#include <QAbstractButton>
 #include <QAction>
+#include <QTest>
 #include <gmock/gmock.h>
 
 #include "apps/studio/ExportBar.h"
@@ -72,6 +74,25 @@ TEST_F(WindowExportTest, RefusesKeepsOrReplacesWhatIsThere) {
     options.existing = host::Existing::kOverwrite;
     EXPECT_THAT(Export(options), testing::HasSubstr("2 frames written"));
     EXPECT_NE(Frame("out", 1), "mine");
+}
+
+// How many frames were written before the click is the machine's matter; what is there is whole.
+TEST_F(WindowExportTest, ACancelledOneLeavesWholeFramesAndGoesOnLater) {
+    ASSERT_TRUE(Window().OpenFrames(WriteShot("shot", 9)));
+    Export(To("whole"));
+    auto options = To("out");
+    options.existing = host::Existing::kSkip;
+    Window().StartExport(options);
+    QTest::mouseClick(Window().Exports().findChild<QAbstractButton*>(), Qt::LeftButton);
+    ASSERT_TRUE(WaitUntil([&] { return Window().Exports().isHidden(); }));
+    EXPECT_THAT(Window().Messages().Text().toStdString(),
+                testing::AnyOf(testing::HasSubstr("The export was cancelled"),
+                               testing::HasSubstr("9 frames written")));
+    for (int i = 1; i <= 9; ++i)
+        EXPECT_THAT(Frame("out", i), testing::AnyOf("", Frame("whole", i))) << i;
+    Export(options);
+    for (int i = 1; i <= 9; ++i)
+        EXPECT_EQ(Frame("out", i), Frame("whole", i)) << i;
 }
 
 TEST_F(WindowExportTest, TheTestCardIsNotExported) {
