@@ -79,8 +79,8 @@ void EffectPanel::Notify(const host::Dialog::Frame& frame, std::int32_t code) {
         return;
     m_dialog->SetFrame(frame);
     std::string why;
-    if (!m_dialog->Notify(code, why))
-        SetMessage(QString::fromStdString(why));
+    m_dialog->Notify(code, why);
+    SetMessage(QString::fromStdString(why)); // one that went well takes the last trouble away
 }
 
 } // namespace studio

@@ -17,6 +17,7 @@
 #include "apps/studio/FrameView.h"
 #include "apps/studio/MessageBar.h"
 #include "apps/studio/StringsPanel.h"
+#include "apps/studio/TestCard.h"
 #include "apps/studio/Texts.h"
 #include "apps/studio/Timeline.h"
 #include "apps/studio/Transport.h"
@@ -152,9 +153,13 @@ void MainWindow::Show(const Composed& composed) {
     // Without a frame the panel keeps the one that it has.
     if (!composed.background || (composed.background == m_background && strings == m_dialogStrings))
         return;
+    bool const otherStrings = strings != m_dialogStrings;
     // The panel lets go of the old picture before it ends.
     auto const before = std::exchange(m_background, composed.background);
-    m_panel->ShowFrame(DialogFrame());
+    auto const frame = DialogFrame();
+    m_panel->ShowFrame(frame);
+    if (otherStrings && !m_modal)
+        m_panel->Update(frame); // of a picture alone the panel does not tell the text anew
 }
 
 void MainWindow::ShowStatus(const Composed& composed) {
@@ -223,6 +228,9 @@ void MainWindow::Complain(const QString& text, const std::string& why) {
 
 host::Dialog::Frame MainWindow::DialogFrame() {
     host::Dialog::Frame frame;
+    frame.width =
+        kTestCardWidth; // of a frame that cannot be read, so that there is room for the text
+    frame.height = kTestCardHeight;
     auto const& shot = *m_project.TheShot();
     m_dialogStrings = Resolve(m_project.Committed().strings, shot.Values(m_project.Current()));
     if (m_background) {

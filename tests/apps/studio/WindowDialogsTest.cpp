@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTimer>
 #include <QtTest>
@@ -117,6 +118,22 @@ Widget* VisibleWith(const QWidget& notIn, const QString& text) {
         }
     }
     return nullptr;
+}
+
+TEST_F(WindowDialogsTest, ThePanelTellsTheTextOfTheFrameThatIsShown) {
+    auto& window = Window();
+    auto* const summary = window.Panel().findChild<QPlainTextEdit*>();
+    ASSERT_TRUE(summary) << window.Panel().Message().toStdString();
+    QTest::keyClick(&window.View(), Qt::Key_End);
+    ASSERT_TRUE(Settle());
+    EXPECT_EQ(summary->toPlainText(), "C-000-0100");
+    ASSERT_TRUE(window.OpenFrames(WriteShot("shot", 3)));
+    ASSERT_TRUE(Settle());
+    EXPECT_EQ(summary->toPlainText(), "C-000-0001");
+    QTest::keyClick(&window.View(), Qt::Key_Right);
+    ASSERT_TRUE(Settle());
+    EXPECT_EQ(summary->toPlainText(), "C-000-0002");
+    EXPECT_EQ(window.Panel().findChildren<QPlainTextEdit*>(), QList { summary });
 }
 
 TEST_F(WindowDialogsTest, TheRealDialogMakesAStepWithOKAndNoneWithCancel) {

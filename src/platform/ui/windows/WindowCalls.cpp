@@ -235,9 +235,11 @@ OSStatus RemoveWindowProperty(WindowRef window, OSType creator, OSType tag) {
 OSStatus InvalWindowRect(WindowRef window, const Rect* part) {
     return WithWidget(window, [window, part](const QWidget& widget) {
         QRect const stale = part ? ToQRect(*part) : widget.rect();
+        Window const* const owner = Window::Find(window);
         for (UIObject* const object : UIObject::All(ObjectKind::kControl)) {
             auto const& control = static_cast<const Control&>(*object);
-            if (control.Owner().Ref() != window || !control.IsDrawnByHandlers())
+            // A control that is just being disposed of may outlive its window.
+            if (&control.Owner() != owner || !control.IsDrawnByHandlers())
                 continue;
             QWidget& drawn = control.Widget();
             drawn.update(stale.translated(-drawn.mapTo(&widget, QPoint())));
