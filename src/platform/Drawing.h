@@ -128,7 +128,8 @@ struct TextCacheStats {
     std::int64_t lineHits, lineMisses;
 };
 TextCacheStats GetTextCacheStats();
-// Empties glyph, line and picture caches; worlds in use are not touched.
+// Empties glyph, line and picture caches and what this thread has kept to draw on; worlds in use
+// are not touched. Other threads keep at most 48 MiB each for themselves until they end.
 void PurgeTextCaches();
 
 } // namespace platform

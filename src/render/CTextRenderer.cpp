@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -172,12 +173,13 @@ void DrawLines(const Lines& lines, const TextBox& box, const _TEXTPARAM& param) 
 }
 
 // A text without an extent fits any picture: it draws nothing, as it should.
-void ReportTooLarge(const TextBox& box, const TextStyle& style, const char* why) {
+void ReportTooLarge(const TextBox& box, const TextStyle& style, const char* why) try {
     if (box.width <= 0 || box.height <= 0)
         return;
     platform::ReportOnce({ platform::ReportKind::kTextTooLarge, std::to_string(style.size), "",
                            "the text is not drawn, as it takes " + std::to_string(box.width) +
                                " x " + std::to_string(box.height) + " pixels, " + why });
+} catch (const std::bad_alloc&) { // no memory for the words either
 }
 
 // False, and reported, when there can be no picture as large as that.

@@ -158,6 +158,11 @@ void PurgeTextCaches() {
     text::PurgeServiceCaches();
     Cache().Clear();
     g_once.Clear();
+    // What the cache let go of came to this thread.
+    if (PictureRecycler::Alive()) {
+        Recycled().Clear();
+    }
+    PixelBuffer::DropRecycled();
 }
 
 } // namespace platform

@@ -53,4 +53,10 @@ std::shared_ptr<PixelBuffer> PixelBuffer::Make(std::int64_t bytes) {
             } };
 }
 
+void PixelBuffer::DropRecycled() {
+    if (BufferRecycler::Alive()) {
+        Recycled().Clear();
+    }
+}
+
 } // namespace platform

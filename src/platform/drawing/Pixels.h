@@ -36,6 +36,8 @@ class PixelBuffer {
 public:
     // Not cleared. Throws std::bad_alloc.
     static std::shared_ptr<PixelBuffer> Make(std::int64_t bytes);
+    // Frees what this thread keeps to make others of.
+    static void DropRecycled();
 
     std::uint8_t* Data() { return m_data.get(); }
     const std::uint8_t* Data() const { return m_data.get(); }

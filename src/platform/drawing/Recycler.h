@@ -45,6 +45,12 @@ public:
         m_objects[m_count++] = std::move(object);
     }
 
+    void Clear() {
+        while (m_count > 0) {
+            Close(m_count - 1);
+        }
+    }
+
 private:
     // The later ones move up to the place of an object that is gone or goes.
     void Close(std::size_t gap) {
