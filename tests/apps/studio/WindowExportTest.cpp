@@ -4,6 +4,8 @@
 
 #include <QAbstractButton>
 #include <QAction>
+#include <QImage>
+#include <QRgba64>
 #include <QTest>
 #include <gmock/gmock.h>
 
@@ -27,29 +29,52 @@ protected:
         options.output = (Path(folder) / "").string();
         return options;
     }
+    // Makes the frames over with 16 bits a channel, and values that 8 bits do not have.
+    void Deepen(const std::string& folder, int frames) const {
+        QImage picture(320, 180, QImage::Format_RGBX64);
+        for (int y = 0; y < picture.height(); ++y) {
+            auto* const row = reinterpret_cast<QRgba64*>(picture.scanLine(y));
+            for (int x = 0; x < picture.width(); ++x)
+                row[x] = qRgba64(x * 201, y * 333, x * y, 65535);
+        }
+        for (int i = 1; i <= frames; ++i) {
+            auto const name = "shot.000" + std::to_string(i) + ".png";
+            EXPECT_TRUE(picture.save(QString::fromStdString((Path(folder) / name).string())));
+        }
+    }
     std::string Frame(const std::string& folder, int number) const {
         return Contents(Path(folder) / ("shot.000" + std::to_string(number) + ".png"));
     }
 };
 
 TEST_F(WindowExportTest, WritesWhatTheCommandLineMakesOfTheDocument) {
-    ASSERT_TRUE(Window().OpenFrames(WriteShot("shot", 6)));
     auto& project = Window().TheProject();
-    project.Effect()->Params()->ptPos = { 20, 30 };
-    project.CommitParams();
-    project.ChangeStrings({ true, { "題", "3", "{file}", "{frame+10}" } }, 0);
-    project.ChangeSpans({ { 1, 3 } });
-    EXPECT_EQ(Export(To("studio")), "The export is done: 6 frames written.");
+    for (auto const* const depth : { "8", "16" }) {
+        auto const shot = std::string("shot") + depth;
+        auto const studio = std::string("studio") + depth;
+        auto const line = std::string("line") + depth;
+        auto const pattern = WriteShot(shot, 6);
+        if (depth == std::string("16"))
+            Deepen(shot, 6);
+        ASSERT_TRUE(Window().OpenFrames(pattern));
+        project.Effect()->Params()->ptPos = { 20, 30 };
+        project.CommitParams();
+        project.ChangeStrings({ true, { "題", "3", "{file}", "{frame+10}" } }, 0);
+        project.ChangeSpans({ { 1, 3 } });
+        EXPECT_EQ(Export(To(studio)), "The export is done: 6 frames written.");
 
-    ASSERT_TRUE(Window().SaveDocument(Path("work.telop").string()));
-    auto const command = std::string(TELOP_PROGRAM) + " render --quiet --document '" +
-                         Path("work.telop").string() + "' '" + (Path("line") / "").string() + "'";
-    ASSERT_EQ(std::system(command.c_str()), 0) << command;
-    for (int i = 1; i <= 6; ++i) {
-        ASSERT_FALSE(Frame("studio", i).empty()) << i;
-        EXPECT_EQ(Frame("studio", i), Frame("line", i)) << i;
+        ASSERT_TRUE(Window().SaveDocument(Path("work.telop").string()));
+        auto const command = std::string(TELOP_PROGRAM) + " render --quiet --document '" +
+                             Path("work.telop").string() + "' '" + (Path(line) / "").string() + "'";
+        ASSERT_EQ(std::system(command.c_str()), 0) << command;
+        for (int i = 1; i <= 6; ++i) {
+            ASSERT_FALSE(Frame(studio, i).empty()) << i;
+            EXPECT_EQ(Frame(studio, i), Frame(line, i)) << i;
+        }
+        EXPECT_NE(Frame(studio, 2), Frame(shot, 2));
+        auto const written = QImage::fromData(QByteArray::fromStdString(Frame(studio, 2)));
+        EXPECT_EQ(written.depth() > 32, depth == std::string("16"));
     }
-    EXPECT_NE(Frame("studio", 2), Frame("shot", 2));
 }
 
 TEST_F(WindowExportTest, NamesWhatFailed) {
