@@ -25,3 +25,11 @@ if(TELOP_SANITIZE)
     add_compile_options(-fsanitize=${TELOP_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${TELOP_SANITIZE})
 endif()
+
+# telop_name_known_leaks(target): for LeakSanitizer, which asks the libraries that a program starts
+# with what not to report, and the program alone how much to say of it.
+function(telop_name_known_leaks target)
+    if(TELOP_SANITIZE MATCHES address)
+        target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/src/platform/text/KnownLeaks.cpp)
+    endif()
+endfunction()

@@ -86,8 +86,8 @@ void CMTextEditDlg::ReceiveCompositeImage(_EPIRECORD* record) {
 void CMTextEditDlg::ShowComposite() {
     // The wrapper is the view's; the pixels stay the host's.
     const _EPIRECORD& record = m_hostRecord;
-    const auto* objects =
-        record.pObjectProcs; // the packed record gives no address that may be kept
+    // Copies, as the packed record gives no address that may be kept.
+    const auto* objects = record.pObjectProcs;
     const auto* images = record.pOffscreenProcs;
     EPIImageRef composite = record.hComposite;
     auto image = composite ? std::make_unique<PIOffscreen>(objects, images, composite) : nullptr;

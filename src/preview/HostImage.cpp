@@ -60,8 +60,8 @@ void Convert(PIOffscreen& dst, PIOffscreen& src) {
 
 std::unique_ptr<PIOffscreen> MakeHostImage(const _EPIRECORD& record, std::int32_t width,
                                            std::int32_t height) {
-    const auto* objects =
-        record.pObjectProcs; // the packed record gives no address that may be kept
+    // Copies, as the packed record gives no address that may be kept.
+    const auto* objects = record.pObjectProcs;
     const auto* images = record.pOffscreenProcs;
     if (!objects || !objects->Create)
         return nullptr;

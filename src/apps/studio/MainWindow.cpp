@@ -228,8 +228,8 @@ void MainWindow::Complain(const QString& text, const std::string& why) {
 
 host::Dialog::Frame MainWindow::DialogFrame() {
     host::Dialog::Frame frame;
-    frame.width =
-        kTestCardWidth; // of a frame that cannot be read, so that there is room for the text
+    // Of a frame that cannot be read, so that there is room for the text.
+    frame.width = kTestCardWidth;
     frame.height = kTestCardHeight;
     auto const& shot = *m_project.TheShot();
     m_dialogStrings = Resolve(m_project.Committed().strings, shot.Values(m_project.Current()));

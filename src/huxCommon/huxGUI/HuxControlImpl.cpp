@@ -48,7 +48,7 @@ OSStatus HuxControlImpl::Attach(ControlRef control) {
 void HuxControlImpl::Detach() {
     Remove();
     ControlRef const control = std::exchange(m_hctrl, nullptr);
-    if (control && FromControl(control) == this)
+    if (IsAt(control, this))
         RemoveControlProperty(control, kHuxPropertyCreator, kHuxPropertyObject);
 }
 
@@ -57,6 +57,10 @@ HuxControlImpl* HuxControlImpl::FromControl(ControlRef control) {
     const OSStatus status = GetControlProperty(control, kHuxPropertyCreator, kHuxPropertyObject,
                                                sizeof(HuxControlImpl*), nullptr, &wrapper);
     return status == kNoErr ? wrapper : nullptr;
+}
+
+bool HuxControlImpl::IsAt(ControlRef control, const HuxControlImpl* wrapper) {
+    return control && FromControl(control) == wrapper;
 }
 
 // State --------------------------------------------------------------------------------------------

@@ -58,6 +58,8 @@ public:
 
     // The wrapper that is attached to the control; null for none.
     static HuxControlImpl* FromControl(platform::ControlRef control);
+    // Asks for a wrapper that may have ended, so it is no call of its own.
+    static bool IsAt(platform::ControlRef control, const HuxControlImpl* wrapper);
 
 private:
     friend class HuxAttachedControls;

@@ -135,9 +135,6 @@ public:
     virtual bool GetTitleText(char* text, long size) const;
     virtual void SetTitleText(const char* text);
 
-    // Asks for a field that may have ended, so it is no call of its own.
-    static bool IsAt(platform::ControlRef control, const HuxEditText* field);
-
 private:
     class FocusProcess;
 

@@ -77,10 +77,6 @@ private:
     ControlRef m_control;
 };
 
-bool HuxEditText::IsAt(ControlRef control, const HuxEditText* field) {
-    return control && FromControl(control) == field;
-}
-
 template <class Work>
 void HuxEditText::RunGuarded(ControlRef control, Work work) {
     auto* const field = dynamic_cast<HuxEditText*>(FromControl(control));

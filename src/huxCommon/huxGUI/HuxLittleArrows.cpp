@@ -52,7 +52,7 @@ void HuxLittleArrows::SetEditControl(HuxEditText* edit, long decimals, unsigned 
 }
 
 HuxEditText* HuxLittleArrows::GetEditControl() const {
-    return m_refEdit && FromControl(m_refEdit) == m_pEdit ? m_pEdit : nullptr;
+    return IsAt(m_refEdit, m_pEdit) ? m_pEdit : nullptr;
 }
 
 // Numbers ------------------------------------------------------------------------------------------

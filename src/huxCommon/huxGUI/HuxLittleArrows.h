@@ -46,10 +46,6 @@ private:
     void Step();
     bool ShowInEditControl();
     void FollowEditControl();
-    // Asks for arrows that may have ended, so it is no call of theirs.
-    static bool IsAt(platform::ControlRef control, const HuxLittleArrows* arrows) {
-        return FromControl(control) == arrows;
-    }
 
     platform::ControlRef m_refEdit = nullptr;
     HuxString m_refShown; // the field's text after the last step

@@ -38,23 +38,25 @@ protected:
                 row[x] = qRgba64(x * 201, y * 333, x * y, 65535);
         }
         for (int i = 1; i <= frames; ++i) {
-            auto const name = "shot.000" + std::to_string(i) + ".png";
-            EXPECT_TRUE(picture.save(QString::fromStdString((Path(folder) / name).string())));
+            EXPECT_TRUE(picture.save(QString::fromStdString(NameOf(folder, i).string())));
         }
     }
+    std::filesystem::path NameOf(const std::string& folder, int number) const {
+        return Path(folder) / ("shot.000" + std::to_string(number) + ".png");
+    }
     std::string Frame(const std::string& folder, int number) const {
-        return Contents(Path(folder) / ("shot.000" + std::to_string(number) + ".png"));
+        return Contents(NameOf(folder, number));
     }
 };
 
 TEST_F(WindowExportTest, WritesWhatTheCommandLineMakesOfTheDocument) {
     auto& project = Window().TheProject();
-    for (auto const* const depth : { "8", "16" }) {
-        auto const shot = std::string("shot") + depth;
-        auto const studio = std::string("studio") + depth;
-        auto const line = std::string("line") + depth;
+    for (int const depth : { 8, 16 }) {
+        auto const shot = "shot" + std::to_string(depth);
+        auto const studio = "studio" + std::to_string(depth);
+        auto const line = "line" + std::to_string(depth);
         auto const pattern = WriteShot(shot, 6);
-        if (depth == std::string("16"))
+        if (depth == 16)
             Deepen(shot, 6);
         ASSERT_TRUE(Window().OpenFrames(pattern));
         project.Effect()->Params()->ptPos = { 20, 30 };
@@ -73,7 +75,7 @@ TEST_F(WindowExportTest, WritesWhatTheCommandLineMakesOfTheDocument) {
         }
         EXPECT_NE(Frame(studio, 2), Frame(shot, 2));
         auto const written = QImage::fromData(QByteArray::fromStdString(Frame(studio, 2)));
-        EXPECT_EQ(written.depth() > 32, depth == std::string("16"));
+        EXPECT_EQ(written.depth() > 32, depth == 16);
     }
 }
 

@@ -42,8 +42,7 @@ private:
 
     std::unique_ptr<GWorld, WorldDisposer> m_world;
     QSize m_worldSize;
-    QImage
-        m_picture; // of the world, as the screen wants it; kept, as panes are drawn again and again
+    QImage m_picture;       // of the world, as the screen wants it; kept, as panes are drawn often
     bool m_drawing = false; // within onDraw
     bool m_pressed = false;
 };
