@@ -56,9 +56,8 @@ const char* CMTextEditDlg::GetWindowName() {
 
 platform::WindowRef CMTextEditDlg::Create(_EPIRECORD* record) {
     m_hostRecord = *record;
-    const std::weak_ptr<const void> life = Life();
-    if (CreateNibWindow(GetWindowName(), GetNibName(), GetBundle()) != platform::kNoErr ||
-        life.expired())
+    const platform::Alive alive(*this);
+    if (CreateNibWindow(GetWindowName(), GetNibName(), GetBundle()) != platform::kNoErr || !alive)
         return nullptr;
     // What failed has been reported; half a dialog would only fail again.
     if (IsInitFailed())

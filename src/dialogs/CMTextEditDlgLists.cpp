@@ -8,7 +8,6 @@
 #include "dialogs/LockedParam.h"
 #include "dialogs/MessageBox.h"
 #include "dialogs/PluginBundle.h"
-#include "dialogs/RunningDialog.h"
 #include "platform/TextEncoding.h"
 #include "popup/CMEditPopupDlg.h"
 
@@ -126,10 +125,10 @@ void CMTextEditDlg::ToggleLock(HuxPopupButton& popup, _POPUPSTRING& list, const 
 // A host may end this dialog, or give it other memory for its settings, while a question is asked or a
 // list is edited.
 void CMTextEditDlg::ClearHistory(HuxPopupButton& popup, ListOfTexts list, const char* text) {
-    const std::weak_ptr<const void> life = Life();
+    const platform::Alive alive(*this);
     const bool isConfirmed =
         MessageBox(PluginText("IDS_QUESTION_HISTORY_CLEAR"), PluginText("IDS_FILTER"), 1);
-    if (life.expired())
+    if (!alive)
         return;
     _POPUPSTRING& texts = DialogParam().*list;
     if (!isConfirmed) {
@@ -142,11 +141,11 @@ void CMTextEditDlg::ClearHistory(HuxPopupButton& popup, ListOfTexts list, const 
 
 void CMTextEditDlg::EditList(HuxPopupButton& popup, ListOfTexts list, const char* text,
                              long which) {
-    const std::weak_ptr<const void> life = Life();
+    const platform::Alive alive(*this);
     CMEditPopupDlg editor(&m_hostRecord, &(DialogParam().*list), &DialogParam(), which);
-    const RunningDialog running(m_pListEditor, editor, life);
+    const platform::WhileSet running(*this, m_pListEditor, &editor);
     const long result = editor.DoModal(nullptr);
-    if (life.expired())
+    if (!alive)
         return;
     _POPUPSTRING& texts = DialogParam().*list;
     if (result != kHuxDialogOK) {

@@ -6,7 +6,6 @@
 #include "dialogs/DialogCommand.h"
 #include "dialogs/LockedParam.h"
 #include "dialogs/PluginBundle.h"
-#include "dialogs/RunningDialog.h"
 #include "render/CTextRenderer.h"
 #include "render/TerminatedFields.h"
 
@@ -104,9 +103,9 @@ platform::OSStatus CMTextSettings::HandleButtonEdit(std::uint32_t /*commandID*/,
         return platform::kNoErr;
     CMTextEditModalDlg dialog;
     dialog.SetRecord(&m_record);
-    const std::weak_ptr<const void> life = Life();
-    const RunningDialog running(m_pModalDialog, dialog, life);
-    if (dialog.DoModal(nullptr) == kHuxDialogOK && !life.expired())
+    const platform::Alive alive(*this);
+    const platform::WhileSet running(*this, m_pModalDialog, &dialog);
+    if (dialog.DoModal(nullptr) == kHuxDialogOK && alive)
         UpdateControls();
     return platform::kNoErr;
 }

@@ -61,24 +61,6 @@ std::int32_t MovedBy(int by, std::int32_t from, std::int32_t offset, long contro
     return SaturateToInt32(std::clamp<long>(long { from } + by, control - preview, 0));
 }
 
-// 1 while it lives, then 0, unless what the flag belongs to is gone by then.
-class WhileSet {
-public:
-    WhileSet(std::int32_t& flag, std::weak_ptr<void> life) : m_flag(flag), m_life(std::move(life)) {
-        m_flag = 1;
-    }
-    WhileSet(const WhileSet&) = delete;
-    WhileSet& operator=(const WhileSet&) = delete;
-    ~WhileSet() {
-        if (!m_life.expired())
-            m_flag = 0;
-    }
-
-private:
-    std::int32_t& m_flag;
-    std::weak_ptr<void> m_life;
-};
-
 } // namespace
 
 CMPreviewStatic::~CMPreviewStatic() {
@@ -325,13 +307,14 @@ platform::OSStatus CMPreviewStatic::HandleControlTrack(platform::EventRef event)
     const auto start = PressedAt(GetControlRef(), event);
     if (!start || (GetPreviewWidth() <= control.width && GetPreviewHeight() <= control.height))
         return platform::kNoErr;
-    const std::weak_ptr<void> life = m_life;
+    // A host may end the window while the user drags.
+    const platform::Alive alive(*this);
     {
-        const WhileSet tracking(m_fTracking, life);
+        const platform::WhileSet tracking(*this, m_fTracking, 1);
         SetToolCursor();
         Track(*start);
     }
-    if (life.expired())
+    if (!alive)
         return platform::kNoErr;
     SetToolCursor();
     UpdatePreview(); // with the filter again
@@ -341,15 +324,14 @@ platform::OSStatus CMPreviewStatic::HandleControlTrack(platform::EventRef event)
 
 // Returns with the button up, or with this object gone.
 void CMPreviewStatic::Track(platform::Point start) {
-    const std::weak_ptr<void> life = m_life;
+    const platform::Alive alive(*this);
     const tagPOINT from { m_nOffsetX, m_nOffsetY };
-    while (!life.expired()) {
+    while (alive) {
         platform::Point now {};
         platform::MouseTracking result {};
         const platform::OSStatus status =
             platform::TrackMouseLocation(GetOwner(), kTrackTimeout, &now, &result);
-        if (life.expired() || status != platform::kNoErr ||
-            result == platform::MouseTracking::kMouseUp ||
+        if (!alive || status != platform::kNoErr || result == platform::MouseTracking::kMouseUp ||
             result == platform::MouseTracking::kUserCancelled)
             return;
         // The host may set another image, or resize the control, meanwhile.

@@ -73,6 +73,4 @@ private:
     std::int32_t* m_pShowFlag = nullptr; // the host's switch; null: it has none
     std::int32_t m_nShow = 0;
     HuxCarbonEventPatcherT<CMPreviewStatic> m_dispatcher;
-    // Ends with this object: a host may end the window while the user drags.
-    std::shared_ptr<void> m_life = std::make_shared<char>();
 };

@@ -12,6 +12,7 @@
 
 #include <epi/epi.h>
 
+#include "platform/Lifetime.h"
 #include "platform/ui/Windows.h"
 #include "render/PIOffscreen.h"
 
@@ -120,5 +121,5 @@ private:
     bool m_isWholeView = false; // as WholeSizeView left it
     std::unique_ptr<PIOffscreen> m_ownedBkImage;
     // Ends with this object: a host may destroy the dialog while the user drags.
-    std::shared_ptr<void> m_life = std::make_shared<char>();
+    platform::Lifetime m_life;
 };

@@ -39,10 +39,10 @@ void CTextEditDlg::ClickPreviewArea(tagPOINT globalPoint) {
 
 // The image follows the hand.
 void CTextEditDlg::Pan(PIPoint from) {
-    const std::weak_ptr<void> life = m_life;
+    const platform::Alive alive(m_life);
     ChangePreviewCursor({ SaturateToInt32(from.x), SaturateToInt32(from.y) });
     PIPoint last = from;
-    while (!life.expired() && IsDragButton() && !life.expired()) {
+    while (alive && IsDragButton() && alive) {
         const PIPoint now = PosScreenToView(GetMousePos());
         if (now == last)
             continue;
@@ -53,7 +53,7 @@ void CTextEditDlg::Pan(PIPoint from) {
         if (scrolledX != 0 || scrolledY != 0)
             ShowDragged();
     }
-    if (!life.expired())
+    if (alive)
         ChangePreviewCursor({ SaturateToInt32(last.x), SaturateToInt32(last.y) });
 }
 
@@ -62,10 +62,10 @@ void CTextEditDlg::Drag(PIPoint from) {
     auto* param = static_cast<_TEXTPARAM*>(handle.Lock());
     if (!param)
         return;
-    const std::weak_ptr<void> life = m_life;
+    const platform::Alive alive(m_life);
     const PIPoint start = ImageToView(PIPoint { param->ptPos.x, param->ptPos.y });
     PIPoint last = from;
-    while (!life.expired() && IsDragButton() && !life.expired()) {
+    while (alive && IsDragButton() && alive) {
         const PIPoint now = PosScreenToView(GetMousePos());
         if (now == last)
             continue;

@@ -2,13 +2,12 @@
 // The base of control wrappers: which control it is, where it lies and by what it is known.
 #pragma once
 
+#include "platform/Lifetime.h"
 #include "platform/ui/Controls.h"
 
-class HuxControl {
+class HuxControl : public platform::Lifetime {
 public:
     HuxControl() = default;
-    HuxControl(const HuxControl&) = delete;
-    HuxControl& operator=(const HuxControl&) = delete;
     virtual ~HuxControl() = default;
 
     platform::ControlRef GetControlRef() const { return m_hctrl; } // null when not attached

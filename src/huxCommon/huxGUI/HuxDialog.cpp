@@ -26,16 +26,16 @@ const char* HuxDialog::GetWindowName() {
 
 OSStatus HuxDialog::CreateDialog() {
     m_nRetCode = kHuxDialogCancel;
-    auto const life = Life();
+    const Alive alive(*this);
     const OSStatus status = CreateNibWindow(GetWindowName(), GetNibName(), GetBundle());
-    if (life.expired() || status != kNoErr)
+    if (!alive || status != kNoErr)
         return kParamErr;
     if (!IsInitFailed())
         return kNoErr;
     // The status of a handler that threw says nothing of it. A dialog that is half set up would only
     // fail again, so it ends as one that refused.
     SendEventInitializWindowError();
-    if (!life.expired())
+    if (alive)
         Dispose();
     return kParamErr;
 }
@@ -57,28 +57,28 @@ bool HuxDialog::OnInitDialog() {
 long HuxDialog::DoModal(WindowRef parent) {
     if (m_run != Run::kNone || IsValid())
         return kHuxDialogCancel;
-    auto const life = Life();
+    const Alive alive(*this);
     m_run = Run::kModal;
-    if (CreateDialog() == kNoErr && !life.expired())
+    if (CreateDialog() == kNoErr && alive)
         RunModal(parent);
-    if (life.expired())
+    if (!alive)
         return kHuxDialogCancel;
     m_run = Run::kNone;
     Dispose();
     SetUserFocusWindow(kUserFocusAuto);
-    return life.expired() ? kHuxDialogCancel : m_nRetCode;
+    return !alive ? kHuxDialogCancel : m_nRetCode;
 }
 
 // A dialog may end, or be ended, at every step; the loop of one that has ended would never return.
 void HuxDialog::RunModal(WindowRef parent) {
-    auto const life = Life();
+    const Alive alive(*this);
     if (parent)
         SetWindowModality(m_hwnd, kWindowModalityAppModal, parent);
     if (m_run == Run::kModal)
         ShowWindow();
-    if (!life.expired() && m_run == Run::kModal)
+    if (alive && m_run == Run::kModal)
         RunAppModalLoopForWindow(m_hwnd);
-    if (!life.expired() && IsValid())
+    if (alive && IsValid())
         HideWindow();
 }
 
@@ -98,10 +98,10 @@ void HuxDialog::EndDialog(long code) {
 OSStatus HuxDialog::BeginHalfModal(WindowRef parent) {
     if (m_run != Run::kNone || IsValid())
         return kParamErr;
-    auto const life = Life();
+    const Alive alive(*this);
     m_run = Run::kModal;
     const OSStatus status = CreateDialog();
-    if (life.expired())
+    if (!alive)
         return kParamErr;
     const bool ended = m_run == Run::kEnded;
     m_run = Run::kNone;
@@ -124,11 +124,11 @@ OSStatus HuxDialog::BeginHalfModal(WindowRef parent) {
 void HuxDialog::EndHalfModal() {
     if (!m_fHalfModal)
         return;
-    auto const life = Life();
+    const Alive alive(*this);
     WindowRef const parent = m_refParentWindow;
     ReleaseParent();
     HideWindow();
-    if (!life.expired())
+    if (alive)
         Dispose();
     SetUserFocusWindow(IsValidWindowPtr(parent) ? parent : kUserFocusAuto);
 }

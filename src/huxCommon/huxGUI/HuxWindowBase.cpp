@@ -12,10 +12,10 @@ HuxWindowBase::~HuxWindowBase() {
 }
 
 void HuxWindowBase::Dispose() {
-    auto const life = Life();
+    const Alive alive(*this);
     if (IsValid())
         DisposeWindow(m_hwnd);
-    if (!life.expired())
+    if (alive)
         m_hwnd = nullptr;
 }
 

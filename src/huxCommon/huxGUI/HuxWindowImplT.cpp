@@ -52,13 +52,13 @@ OSStatus HuxWindowImplT<Base>::CreateNibWindow(const char* windowName, const cha
     OSStatus status = this->OpenNibWindow(windowName, nibName, bundle);
     if (status != kNoErr)
         return status;
-    auto const life = this->Life();
+    const Alive alive(*this);
     status = Install(this->GetEventTarget());
     if (status == kNoErr)
         status = SendEventInitializWindow();
     if (status == kEventNotHandledErr)
         status = kNoErr;
-    if (status != kNoErr && !life.expired())
+    if (status != kNoErr && alive)
         this->Dispose();
     return status;
 }
