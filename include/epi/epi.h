@@ -122,8 +122,8 @@ typedef struct EPIOffscreenProcs {
     int32_t (*Allocate)(EPIImageRef image, int32_t width, int32_t height, int32_t depth,
                         double dotsPerInch);
     /* Pins the pixels in memory until Unlock; writable is 1 when they will be changed. Locks
-       count: each is undone by one Unlock. The result is 0 when the image cannot be locked.
-       [render] */
+       count: each is undone by one Unlock. The result is 0 when the image cannot be locked. A
+       table without Unlock counts as one without Lock. [render] */
     int32_t (*Lock)(EPIImageRef image, int32_t writable);
     void (*Unlock)(EPIImageRef image); /* [render] */
     void* reserved4;

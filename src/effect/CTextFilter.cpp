@@ -32,7 +32,5 @@ long CText::DoFilter(_EPIRECORD* record) {
     const auto* param = static_cast<const _TEXTPARAM*>(handle.Lock());
     if (!param)
         return 0;
-    const long status = IsApplied(*record) ? DrawText(image, *record, *param) : 0;
-    handle.Unlock();
-    return status;
+    return IsApplied(*record) ? DrawText(image, *record, *param) : 0;
 }

@@ -69,7 +69,6 @@ long CText::InitFixedParam(_EPIRECORD* record) {
     PIHandle handle(record->pObjectProcs, record->pHandleProcs, record->hFixedParam);
     if (auto* param = static_cast<_TEXTPARAM*>(handle.Lock()))
         InitTextParam(*param);
-    handle.Unlock();
     return 0;
 }
 

@@ -45,6 +45,5 @@ long CText::Serialize(_EPIRECORD* record) {
         Load(archive, *param);
     else
         Save(archive, *param);
-    handle.Unlock();
     return 0;
 }

@@ -9,9 +9,11 @@ public:
     PIArchive(const EPIObjectProcs* objectProcs, const EPIArchiveProcs* archiveProcs,
               EPIArchiveRef archive, std::int32_t kind = 0)
         : PIObject(objectProcs, archive, kind), pArchiveProcs(archiveProcs) {}
-    ~PIArchive() override {
-        if (m_open)
-            pArchiveProcs->Close(Archive());
+    ~PIArchive() noexcept(false) override {
+        const AtEnd close(m_unwinding, [this] {
+            if (m_open)
+                pArchiveProcs->Close(Archive());
+        });
     }
 
     bool Open(const FSSpec& file, std::uint32_t fileType, std::int32_t mode) {

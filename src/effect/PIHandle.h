@@ -12,10 +12,12 @@ public:
              EPIHandleRef handle, HandleOwner owner = HandleOwner::kHost)
         : PIObject(objectProcs, handle, 0), pHandleProcs(handleProcs),
           m_owned(owner == HandleOwner::kWrapper) {}
-    ~PIHandle() override {
-        Unlock();
-        if (m_owned && m_object)
-            pHandleProcs->Dispose(Handle());
+    ~PIHandle() noexcept(false) override {
+        const AtEnd dispose(m_unwinding, [this] {
+            if (m_owned && m_object)
+                pHandleProcs->Dispose(Handle());
+        });
+        const AtEnd unlock(m_unwinding, [this] { Unlock(); });
     }
 
     // The pinned memory, good until Unlock or the wrapper's end; null when the host cannot lock.

@@ -3,8 +3,43 @@
 #pragma once
 
 #include <cstdint>
+#include <exception>
+#include <utility>
 
 #include <epi/epi.h>
+
+// Whether an exception is on its way that was not when this was made.
+class Unwinding {
+public:
+    bool HasBegun() const { return std::uncaught_exceptions() > m_before; }
+
+private:
+    int m_before = std::uncaught_exceptions();
+};
+
+// Calls the host when its scope ends, so that of several in a destructor each is called whatever the
+// others throw. What the host throws passes on, unless another exception is on its way: that one goes
+// on then.
+template <class Call>
+class AtEnd {
+public:
+    AtEnd(const Unwinding& unwinding, Call call)
+        : m_unwinding(unwinding), m_call(std::move(call)) {}
+    AtEnd(const AtEnd&) = delete;
+    AtEnd& operator=(const AtEnd&) = delete;
+    ~AtEnd() noexcept(false) {
+        try {
+            m_call();
+        } catch (...) {
+            if (!m_unwinding.HasBegun())
+                throw;
+        }
+    }
+
+private:
+    const Unwinding m_unwinding;
+    Call m_call;
+};
 
 class PIObject {
 public:
@@ -14,11 +49,11 @@ public:
         : pObjectProcs(procs), m_object(object), m_kind(kind) {}
     PIObject(const PIObject&) = delete;
     PIObject& operator=(const PIObject&) = delete;
-    virtual ~PIObject() {
-        if (m_object && m_kind != 0)
-            pObjectProcs->Release(m_object, m_kind);
-        m_object = nullptr;
-        m_kind = 0;
+    virtual ~PIObject() noexcept(false) {
+        const AtEnd release(m_unwinding, [this] {
+            if (m_object && m_kind != 0)
+                pObjectProcs->Release(m_object, m_kind);
+        });
     }
 
     EPIObjectRef Object() const { return m_object; }
@@ -27,4 +62,5 @@ protected:
     const EPIObjectProcs* pObjectProcs;
     EPIObjectRef m_object;
     std::int32_t m_kind;
+    const Unwinding m_unwinding;
 };

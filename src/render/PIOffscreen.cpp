@@ -47,7 +47,7 @@ bool PIOffscreen::Allocate(std::int32_t width, std::int32_t height, std::int32_t
 }
 
 bool PIOffscreen::Lock(Access access) {
-    if (m_locked == 0) {
+    if (m_locked == 0 && Find(&EPIOffscreenProcs::Unlock)) {
         if (const auto lock = Find(&EPIOffscreenProcs::Lock))
             m_locked = lock(Image(), static_cast<std::int32_t>(access)) != 0 ? 1 : 0;
     }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 #include "effect/PIObject.h"
 
@@ -12,13 +13,16 @@ public:
     PIOffscreen(const EPIObjectProcs* objectProcs, const EPIOffscreenProcs* offscreenProcs,
                 EPIImageRef image, std::int32_t kind = 0)
         : PIObject(objectProcs, image, kind), pOffscreenProcs(offscreenProcs) {}
-    ~PIOffscreen() override { Unlock(); }
+    ~PIOffscreen() noexcept(false) override {
+        const AtEnd unlock(m_unwinding, [this] { Unlock(); });
+    }
 
     // Gives an image that was just created its pixels, cleared; false when the host cannot.
     bool Allocate(std::int32_t width, std::int32_t height, std::int32_t depth, double dotsPerInch);
 
     enum class Access { kRead = 0, kWrite = 1 };
-    // Locks unless this wrapper has the image locked already. False when the host cannot.
+    // Locks unless this wrapper has the image locked already. False when the host cannot, or has no
+    // way to unlock it again.
     bool Lock(Access access);
     // Unlocks if this wrapper has the image locked.
     void Unlock();
@@ -74,16 +78,30 @@ public:
           m_locked(image.Lock(access)) {}
     PIOffscreenLock(const PIOffscreenLock&) = delete;
     PIOffscreenLock& operator=(const PIOffscreenLock&) = delete;
-    // What the host throws from its unlocking passes on, as from its other callbacks.
     ~PIOffscreenLock() noexcept(false) {
-        if (m_unlock)
-            m_image.Unlock();
+        const AtEnd unlock(m_unwinding, [this] {
+            if (m_unlock)
+                m_image.Unlock();
+        });
     }
 
     bool IsLocked() const { return m_locked; }
 
 private:
+    const Unwinding m_unwinding;
     PIOffscreen& m_image;
     bool m_unlock;
     bool m_locked;
+};
+
+// Nothing passes a unique_ptr's end. What the host throws when it is to release an image that is held
+// by one ends here, and the image is gone all the same.
+template <>
+struct std::default_delete<PIOffscreen> {
+    void operator()(PIOffscreen* image) const noexcept {
+        try {
+            delete image;
+        } catch (...) { // NOLINT(bugprone-empty-catch): see above
+        }
+    }
 };

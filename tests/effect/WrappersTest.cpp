@@ -1,104 +1,184 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The wrappers over host objects give back what they took, in the order that the host needs.
+// The wrappers over host objects give back what they took, in the order that the host needs, whatever
+// the host throws meanwhile.
+#include <memory>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "effect/PIArchive.h"
 #include "effect/PIHandle.h"
+#include "render/PIOffscreen.h"
 
 namespace {
 
 std::string s_calls;
+std::string s_throwing; // names of calls that throw their name
 int s_thing;
 
-std::int32_t Open(EPIArchiveRef, const FSSpec*, std::uint32_t, std::int32_t mode) {
-    s_calls += "open ";
-    return mode == epiArchiveRead ? 1 : 0;
+void Note(const std::string& call) {
+    s_calls += call + " ";
+    if (s_throwing.find(call) != std::string::npos)
+        throw call;
 }
 
-EPIObjectProcs ObjectTable() {
-    EPIObjectProcs table {};
-    table.Release = [](EPIObjectRef, std::int32_t kind) {
-        s_calls += "release" + std::to_string(kind) + " ";
-    };
-    return table;
-}
+const EPIObjectProcs kObjects { sizeof kObjects, nullptr, [](EPIObjectRef, std::int32_t kind) {
+                                   Note("release" + std::to_string(kind));
+                               } };
 
-EPIHandleProcs HandleTable() {
-    EPIHandleProcs table {};
+const EPIHandleProcs& Handles() {
+    static EPIHandleProcs table {};
     table.Lock = [](EPIHandleRef) -> void* {
-        s_calls += "lock ";
+        Note("pin");
         return &s_thing;
     };
-    table.Unlock = [](EPIHandleRef) { s_calls += "unlock "; };
-    table.Dispose = [](EPIHandleRef) { s_calls += "dispose "; };
+    table.Unlock = [](EPIHandleRef) { Note("unlock"); };
+    table.Dispose = [](EPIHandleRef) { Note("dispose"); };
     return table;
 }
 
-EPIArchiveProcs ArchiveTable() {
-    EPIArchiveProcs table {};
-    table.Open = Open;
-    table.Close = [](EPIArchiveRef) { s_calls += "close "; };
-    return table;
-}
-
-TEST(Wrappers, ObjectsAreReleasedOnlyWhenTheyWereMade) {
-    const EPIObjectProcs procs = ObjectTable();
-    struct Row {
-        void* object;
-        std::int32_t kind;
-        const char* calls;
+const EPIArchiveProcs& Archives() {
+    static EPIArchiveProcs table {};
+    table.Open = [](EPIArchiveRef, const FSSpec*, std::uint32_t,
+                    std::int32_t mode) -> std::int32_t {
+        Note("open");
+        return mode == epiArchiveRead ? 1 : 0;
     };
-    for (const Row& row : { Row { &s_thing, 0, "" }, Row { nullptr, 1, "" },
-                            Row { &s_thing, 1, "release1 " }, Row { &s_thing, 2, "release2 " } }) {
-        s_calls.clear();
-        { const PIObject object(&procs, row.object, row.kind); }
-        EXPECT_EQ(s_calls, row.calls) << row.kind;
+    table.Close = [](EPIArchiveRef) { Note("close"); };
+    return table;
+}
+
+const EPIOffscreenProcs& Images() {
+    static EPIOffscreenProcs table {};
+    table.nSize = sizeof table;
+    table.Lock = [](EPIImageRef, std::int32_t) -> std::int32_t { return 1; };
+    table.Unlock = [](EPIImageRef) { Note("unlock"); };
+    return table;
+}
+
+template <class Ref>
+Ref Thing() {
+    return reinterpret_cast<Ref>(&s_thing);
+}
+
+// What comes out of the scope, and in s_calls what was called in it.
+template <class Scope>
+std::string Thrown(const std::string& throwing, const Scope& scope) {
+    s_calls.clear();
+    s_throwing = throwing;
+    try {
+        scope();
+    } catch (const std::string& call) {
+        return call;
+    }
+    return "";
+}
+
+void UseHandle(bool fails) {
+    PIHandle handle(&kObjects, &Handles(), Thing<EPIHandleRef>(), HandleOwner::kWrapper);
+    EXPECT_EQ(handle.Lock(), &s_thing);
+    if (fails)
+        throw std::string("work");
+}
+
+void UseArchive(bool fails) {
+    PIArchive archive(&kObjects, &Archives(), Thing<EPIArchiveRef>(), epiObjectArchive);
+    EXPECT_TRUE(archive.Open(FSSpec {}, 0, epiArchiveRead));
+    if (fails)
+        throw std::string("work");
+}
+
+void UseImage(bool fails) {
+    PIOffscreen image(&kObjects, &Images(), Thing<EPIImageRef>(), epiObjectImage);
+    image.Lock(PIOffscreen::Access::kRead);
+    if (fails)
+        throw std::string("work");
+}
+
+void UseTwoLocks(bool fails) {
+    PIOffscreen dst(&kObjects, &Images(), Thing<EPIImageRef>(), 0);
+    PIOffscreen src(&kObjects, &Images(), Thing<EPIImageRef>(), epiObjectImage);
+    const PIOffscreenLock first(dst, PIOffscreen::Access::kWrite, PIOffscreenLock::Unlock::kAlways);
+    const PIOffscreenLock second(src, PIOffscreen::Access::kRead, PIOffscreenLock::Unlock::kAlways);
+    if (fails)
+        throw std::string("work");
+}
+
+TEST(Wrappers, PassOnTheFirstThingThrownAndGiveBackTheRest) {
+    struct Row {
+        void (*use)(bool fails);
+        const char *throwing, *calls, *thrown;
+    };
+    for (const Row& row : {
+             Row { UseHandle, "", "pin unlock dispose ", "" },
+             Row { UseHandle, "unlock", "pin unlock dispose ", "unlock" },
+             Row { UseHandle, "dispose", "pin unlock dispose ", "dispose" },
+             Row { UseHandle, "unlock dispose", "pin unlock dispose ", "unlock" },
+             Row { UseArchive, "close", "open close release2 ", "close" },
+             Row { UseArchive, "release2", "open close release2 ", "release2" },
+             Row { UseArchive, "close release2", "open close release2 ", "close" },
+             Row { UseImage, "unlock release1", "unlock release1 ", "unlock" },
+             Row { UseImage, "release1", "unlock release1 ", "release1" },
+             Row { UseTwoLocks, "unlock release1", "unlock unlock release1 ", "unlock" },
+         }) {
+        EXPECT_EQ(Thrown(row.throwing, [&] { row.use(false); }), row.thrown) << row.throwing;
+        EXPECT_EQ(s_calls, row.calls) << row.throwing;
+        EXPECT_EQ(Thrown(row.throwing, [&] { row.use(true); }), "work") << row.throwing;
+        EXPECT_EQ(s_calls, row.calls) << row.throwing;
     }
 }
 
-TEST(Wrappers, HandlesAreUnlockedBeforeTheyAreDisposedOf) {
-    const EPIObjectProcs objects = ObjectTable();
-    const EPIHandleProcs handles = HandleTable();
-    auto* const reference = reinterpret_cast<EPIHandleRef>(&s_thing);
-    s_calls.clear();
-    {
-        PIHandle handle(&objects, &handles, reference, HandleOwner::kWrapper);
-        EXPECT_EQ(handle.Lock(), &s_thing);
-    }
-    EXPECT_EQ(s_calls, "lock unlock dispose ");
-    s_calls.clear();
-    {
-        PIHandle handle(&objects, &handles, reference);
-        handle.Lock();
-        handle.Unlock();
-        handle.Unlock();
-    }
-    EXPECT_EQ(s_calls, "lock unlock ");
-}
-
-// A host sees a close for each open that it was asked for, also for one that it refused.
-TEST(Wrappers, ArchivesAreClosedWhenTheyWereToBeOpened) {
-    const EPIObjectProcs objects = ObjectTable();
-    const EPIArchiveProcs archives = ArchiveTable();
-    auto* const reference = reinterpret_cast<EPIArchiveRef>(&s_thing);
-    const FSSpec file {};
-    for (const std::int32_t mode : { epiArchiveRead, epiArchiveWrite }) {
-        s_calls.clear();
-        {
-            PIArchive archive(&objects, &archives, reference, epiObjectArchive);
-            EXPECT_EQ(archive.Open(file, 0, mode), mode == epiArchiveRead);
+// An exception that is older than the wrapper is no reason to keep quiet about a newer one.
+TEST(Wrappers, PassOnWhatIsThrownWhileAnOlderExceptionGoesOn) {
+    struct CleansUp {
+        ~CleansUp() {
+            EXPECT_EQ(Thrown("unlock", [] { UseHandle(false); }), "unlock");
         }
-        EXPECT_EQ(s_calls, "open close release2 ");
-    }
-    s_calls.clear();
-    {
-        PIArchive none(&objects, &archives, nullptr, epiObjectArchive);
-        EXPECT_FALSE(none.Open(file, 0, epiArchiveRead));
-        const PIArchive borrowed(&objects, &archives, reference);
-    }
-    EXPECT_EQ(s_calls, "");
+    };
+    EXPECT_THROW(
+        {
+            const CleansUp cleansUp;
+            throw 1;
+        },
+        int);
+}
+
+TEST(Wrappers, HeldByAPointerKeepTheirTroubleToThemselves) {
+    const std::string thrown = Thrown("unlock release1", [] {
+        auto image = std::make_unique<PIOffscreen>(&kObjects, &Images(), Thing<EPIImageRef>(),
+                                                   epiObjectImage);
+        image->Lock(PIOffscreen::Access::kRead);
+    });
+    EXPECT_EQ(thrown, "");
+    EXPECT_EQ(s_calls, "unlock release1 ");
+}
+
+TEST(Wrappers, ReleaseOnlyWhatWasMadeAndCloseWhatWasToBeOpened) {
+    const auto calls = [](const auto& scope) {
+        Thrown("", scope);
+        return s_calls;
+    };
+    EXPECT_EQ(calls([] { const PIObject borrowed(&kObjects, &s_thing, 0); }), "");
+    EXPECT_EQ(calls([] { const PIObject none(&kObjects, nullptr, 1); }), "");
+    EXPECT_EQ(calls([] { const PIObject made(&kObjects, &s_thing, 2); }), "release2 ");
+    EXPECT_EQ(calls([] {
+                  PIHandle handle(&kObjects, &Handles(), Thing<EPIHandleRef>());
+                  handle.Lock();
+                  handle.Unlock();
+                  handle.Unlock();
+              }),
+              "pin unlock ");
+    // A host sees a close for each open that it was asked for, also for one that it refused.
+    EXPECT_EQ(calls([] {
+                  PIArchive archive(&kObjects, &Archives(), Thing<EPIArchiveRef>());
+                  EXPECT_FALSE(archive.Open(FSSpec {}, 0, epiArchiveWrite));
+              }),
+              "open close ");
+    EXPECT_EQ(calls([] {
+                  PIArchive none(&kObjects, &Archives(), nullptr, epiObjectArchive);
+                  EXPECT_FALSE(none.Open(FSSpec {}, 0, epiArchiveRead));
+              }),
+              "");
 }
 
 } // namespace

@@ -134,70 +134,65 @@ TEST(OpenPopupString, KeepsNothingOfTheOldList) {
     EXPECT_TRUE(std::all_of(bytes + 1, bytes + 1280, [](char c) { return c == '\0'; }));
 }
 
-// Nothing stays open or unreleased, and the list is empty, whichever callback goes wrong.
-TEST(OpenPopupString, FailsAsAWhole) {
-    using Trouble = FileHost::Trouble;
-    struct Row {
-        int callback;
-        const char* failed;
-        const char* threw;
-        bool throwsZero;
-    };
-    for (const Row& row : {
-             Row { 0, "create2 ", "create2 ", false },
-             Row { 1, "create2 open1 close release2 ", "create2 open1 close release2 ", false },
-             Row { 2, "create2 open1 length close release2 ",
-                   "create2 open1 length close release2 ", true },
-             Row { 3, "create2 open1 length read close release2 ",
-                   "create2 open1 length read close release2 ", false },
-         }) {
-        for (const Trouble trouble : { Trouble::kFail, Trouble::kThrow }) {
-            FileHost host("PAN\rFOLLOW\r");
-            host.MakeTrouble(row.callback, trouble);
-            List list(Numbered(1, 20));
-            const auto open = [&] {
-                return CTextPopup::OpenPopupString(&host.record, &host.path, list.Entries());
-            };
-            if (trouble == Trouble::kThrow)
-                EXPECT_THROW(open(), HostFailure) << row.callback;
-            else if (row.throwsZero)
-                EXPECT_THROW(open(), std::int32_t) << row.callback;
-            else
-                EXPECT_EQ(open(), 0) << row.callback;
-            EXPECT_EQ(host.Calls(), trouble == Trouble::kThrow ? row.threw : row.failed);
-            EXPECT_EQ(list.All(), Texts {});
+// What comes of a call: its result, or what it threw.
+template <class Call>
+std::string Outcome(const Call& call) {
+    try {
+        return std::to_string(call());
+    } catch (const HostFailure&) {
+        return "the host's";
+    } catch (const std::int32_t number) {
+        return "number " + std::to_string(number);
+    }
+}
+
+// Nothing stays open or unreleased whichever callback goes wrong, and what the host throws passes on.
+TEST(ListFiles, TroubleWithAnyCallbackLeavesNothingBehind) {
+    const Texts opening { "create2", "open1", "length", "read", "close", "release2" };
+    const Texts saving { "create2", "open2", "write", "write", "flush", "close", "release2" };
+    for (const bool saves : { false, true }) {
+        const Texts& calls = saves ? saving : opening;
+        const std::size_t work = calls.size() - 2; // closing and releasing can only throw
+        for (std::size_t at = 0; at < 2 * calls.size(); ++at) {
+            const std::size_t trouble = at / 2;
+            const bool throws = at % 2 == 0;
+            FileHost host("old\r");
+            host.MakeTrouble(static_cast<int>(trouble),
+                             throws ? FileHost::Trouble::kThrow : FileHost::Trouble::kFail);
+            List list(saves ? Texts { "PAN", "FOLLOW" } : Numbered(1, 20));
+            const std::string outcome = Outcome([&] {
+                return saves
+                           ? CTextPopup::SavePopupString(&host.record, &host.path, list.Entries())
+                           : CTextPopup::OpenPopupString(&host.record, &host.path, list.Entries());
+            });
+            EXPECT_EQ(outcome, throws                       ? "the host's"
+                               : trouble >= work            ? "1"
+                               : calls[trouble] == "length" ? "number 0"
+                                                            : "0")
+                << calls[trouble];
+            std::string expected;
+            for (std::size_t i = 0; i < calls.size(); ++i)
+                expected += i <= trouble || (i >= work && trouble > 0) ? calls[i] + " " : "";
+            EXPECT_EQ(host.Calls(), expected);
+            if (trouble < work) {
+                EXPECT_EQ(host.file, "old\r");
+                EXPECT_EQ(list.All(), saves ? Texts({ "PAN", "FOLLOW" }) : Texts());
+            }
             EXPECT_TRUE(list.GuardsAreWhole());
         }
     }
 }
 
-TEST(OpenPopupString, ThrowsZeroForAFileWithoutBytes) {
-    FileHost host("");
-    List list(Numbered(1, 3));
-    try {
-        CTextPopup::OpenPopupString(&host.record, &host.path, list.Entries());
-        ADD_FAILURE() << "an empty file was taken for a list";
-    } catch (const std::int32_t thrown) {
-        EXPECT_EQ(thrown, 0);
-    }
-    EXPECT_EQ(list.All(), Texts {});
-    EXPECT_EQ(host.Calls(), "create2 open1 length close release2 ");
-}
-
-// A host whose length is not that of its file.
+// An empty file, and a host whose length is not that of its file.
 TEST(OpenPopupString, BelievesNoLength) {
     for (const std::int32_t length : { std::int32_t { 0 }, std::int32_t { -7 },
                                        std::numeric_limits<std::int32_t>::min(), 7, 100000 }) {
-        FileHost host("PAN");
+        FileHost host(length == 0 ? "" : "PAN");
         host.claimedLength = length;
-        List list;
-        const auto open = [&] {
-            return CTextPopup::OpenPopupString(&host.record, &host.path, list.Entries());
-        };
-        if (length <= 0)
-            EXPECT_THROW(open(), std::int32_t) << length;
-        else
-            EXPECT_EQ(open(), 0) << length;
+        List list(Numbered(1, 3));
+        const std::string outcome = Outcome(
+            [&] { return CTextPopup::OpenPopupString(&host.record, &host.path, list.Entries()); });
+        EXPECT_EQ(outcome, length <= 0 ? "number 0" : "0") << length;
         EXPECT_EQ(list.All(), Texts {}) << length;
     }
 }
@@ -227,34 +222,6 @@ TEST(SavePopupString, WritesUpToTheFirstEmptyEntry) {
             calls += "write ";
         EXPECT_EQ(host.Calls(), calls + "flush close release2 ");
         EXPECT_EQ(list.All(), before) << "the host scribbles over what it was given";
-    }
-}
-
-TEST(SavePopupString, TellsOfAListThatDidNotArrive) {
-    using Trouble = FileHost::Trouble;
-    const std::vector<std::string> calls {
-        "create2 ",
-        "create2 open2 close release2 ",
-        "create2 open2 write close release2 ",
-        "create2 open2 write write close release2 ",
-        "create2 open2 write write flush close release2 ",
-    };
-    for (int callback = 0; callback < 5; ++callback) {
-        FileHost host("old");
-        host.MakeTrouble(callback, Trouble::kFail);
-        List list(Texts { "PAN", "FOLLOW" });
-        EXPECT_EQ(CTextPopup::SavePopupString(&host.record, &host.path, list.Entries()), 0);
-        EXPECT_EQ(host.Calls(), calls[static_cast<std::size_t>(callback)]);
-        EXPECT_EQ(host.file, "old");
-
-        FileHost thrower("old");
-        thrower.MakeTrouble(callback, Trouble::kThrow);
-        EXPECT_THROW(CTextPopup::SavePopupString(&thrower.record, &thrower.path, list.Entries()),
-                     HostFailure);
-        EXPECT_EQ(thrower.file, "old");
-        if (callback > 0) {
-            EXPECT_THAT(thrower.Calls(), testing::EndsWith("close release2 ")) << callback;
-        }
     }
 }
 

@@ -14,7 +14,7 @@ struct FileHost::Callbacks {
         return s_host->InTrouble("create" + std::to_string(kind)) ? nullptr : s_host;
     }
     static void Release(EPIObjectRef object, std::int32_t kind) {
-        static_cast<FileHost*>(object)->m_calls += "release" + std::to_string(kind) + " ";
+        static_cast<FileHost*>(object)->InTrouble("release" + std::to_string(kind));
     }
     static std::int32_t Open(EPIArchiveRef archive, const FSSpec* file, std::uint32_t type,
                              std::int32_t mode) {
@@ -56,7 +56,7 @@ struct FileHost::Callbacks {
         host.file = host.m_written;
         return 0;
     }
-    static void Close(EPIArchiveRef archive) { Host(archive).m_calls += "close "; }
+    static void Close(EPIArchiveRef archive) { Host(archive).InTrouble("close"); }
 
     static const EPIObjectProcs* ObjectTable() {
         static const EPIObjectProcs table { sizeof table, Create, Release };

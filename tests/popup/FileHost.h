@@ -19,7 +19,7 @@ public:
     FileHost(const FileHost&) = delete;
     FileHost& operator=(const FileHost&) = delete;
 
-    // The callback number index (from 0) is in trouble. Close and release cannot fail.
+    // The callback number index (from 0) is in trouble. Close and release can only throw.
     void MakeTrouble(int index, Trouble trouble);
     // Callbacks in order, such as "create2 open1 length read close release2 ".
     const std::string& Calls() const { return m_calls; }

@@ -69,7 +69,9 @@ TEST(PIOffscreenTest, DoesNothingWhereTheHostHasNothing) {
     none.nSize = sizeof none;
     EPIOffscreenProcs tooShort = image.procs;
     tooShort.nSize = 0;
-    const EPIOffscreenProcs* const tables[] = { nullptr, &none, &tooShort };
+    EPIOffscreenProcs endsBehindLock = image.procs; // what it locked it could not unlock
+    endsBehindLock.nSize = offsetof(EPIOffscreenProcs, Unlock);
+    const EPIOffscreenProcs* const tables[] = { nullptr, &none, &tooShort, &endsBehindLock };
     for (const EPIOffscreenProcs* procs : tables) {
         PIOffscreen wrapper(nullptr, procs, image.Ref());
         PIOffscreen good = Wrap(image);
