@@ -94,8 +94,7 @@ bool IsOrdinary(const ChannelOrder& order, int channels) {
 }
 
 [[maybe_unused]] bool SuitsVectors(const BlendJob& job) {
-    return job.layout.stride == kSourceXrgb32.stride &&
-           IsOrdinary(job.order, job.depth == 24 ? 3 : 4);
+    return job.layout == kSourceXrgb32 && IsOrdinary(job.order, job.depth == 24 ? 3 : 4);
 }
 
 #if defined(__x86_64__) || defined(__i386__)

@@ -14,9 +14,8 @@ namespace render {
 // Where the colour bytes lie in a source pixel.
 struct SourceLayout {
     std::int32_t stride, red, green, blue;
+    bool operator==(const SourceLayout&) const = default;
 };
-inline constexpr SourceLayout kSourceRgb24 { 3, 0, 1, 2 };
-inline constexpr SourceLayout kSourceBgr24 { 3, 2, 1, 0 };
 inline constexpr SourceLayout kSourceXrgb32 { 4, 1, 2, 3 };
 
 // One rectangle to blend. It lies wholly inside both pictures.

@@ -18,7 +18,8 @@ struct _RTEXTIMAGE_INFO {
     std::uint16_t format;       // kTextImage...
 };
 
-// The layouts are asked for in this order, and the first one set decides.
+// The layouts are asked for in this order, and the first one set decides. A pixel has 4 bytes
+// whenever the third is set.
 inline constexpr std::uint16_t kTextImageRgb24 = 0x1;     // 3 bytes: red, green, blue
 inline constexpr std::uint16_t kTextImageBgr24 = 0x2;     // 3 bytes: blue, green, red
 inline constexpr std::uint16_t kTextImageXrgb32 = 0x4;    // 4 bytes: unused, red, green, blue
@@ -38,9 +39,11 @@ public:
     static void GetTextInfoText(_TEXTPARAM* param, char* out, long size, const char* info1,
                                 const char* info2, const char* info3, const char* info4);
 
-    // Splits a leading number from its suffix; false, and rest left alone, when there is none.
+    // Splits a leading number from its suffix; false, and rest left alone, when there is none. A
+    // number beyond 32 bits with a sign gives the largest of them.
     static bool SplitNumberAndString(const char* text, long* number, char* rest);
-    // out has room for 256 bytes.
+    // out has room for 256 bytes. Numbers are split off as above and printed with all their digits,
+    // however many.
     static void GetScoreInfoText(char* out, long format, const char* info1, const char* info2,
                                  const char* info3, const char* info4);
 

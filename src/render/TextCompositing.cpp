@@ -16,11 +16,14 @@ using render::BlendJob;
 using render::LockedPixels;
 using render::SourceLayout;
 
+// The first bit of the three says where the colours lie, and a pixel has four bytes with the last one
+// alone or beside another.
 std::optional<SourceLayout> LayoutOf(std::uint16_t format) {
+    const std::int32_t stride = format & kTextImageXrgb32 ? 4 : 3;
     if (format & kTextImageRgb24)
-        return render::kSourceRgb24;
+        return SourceLayout { stride, 0, 1, 2 };
     if (format & kTextImageBgr24)
-        return render::kSourceBgr24;
+        return SourceLayout { stride, 2, 1, 0 };
     if (format & kTextImageXrgb32)
         return render::kSourceXrgb32;
     return std::nullopt;

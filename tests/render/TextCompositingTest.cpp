@@ -38,9 +38,9 @@ private:
         const std::uint8_t color[3] = { static_cast<std::uint8_t>(10 + column),
                                         static_cast<std::uint8_t>(20 + row), 30 };
         for (int i = 0; i < 3; ++i) {
-            const bool blueFirst =
-                !(info.format & kTextImageRgb24) && info.format & kTextImageBgr24;
-            pixel[m_stride == 4 ? 1 + i : blueFirst ? 2 - i : i] = color[i];
+            const bool redFirst = info.format & kTextImageRgb24;
+            const bool blueFirst = info.format & kTextImageBgr24;
+            pixel[redFirst ? i : blueFirst ? 2 - i : 1 + i] = color[i];
         }
     }
 
@@ -62,7 +62,7 @@ void Blend(FakeImage& image, Picture& picture, _TEXTPARAM param, long x, long y)
 }
 
 TEST(CopyTextStringImageTest, PutsEveryLayoutTheRightWayUp) {
-    for (const std::uint16_t layout : { 0x1, 0x2, 0x4, 0x3 }) {
+    for (const std::uint16_t layout : { 0x1, 0x2, 0x4, 0x3, 0x5, 0x6, 0x7 }) {
         for (const std::uint16_t topDown : { 0, 0x100 }) {
             Picture picture(static_cast<std::uint16_t>(layout | topDown));
             for (const int depth : { 24, 32, 64 }) {
