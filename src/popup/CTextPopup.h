@@ -17,8 +17,9 @@ public:
     // or 0 with an empty list when the file cannot be opened or read as a whole. Throws the number 0
     // (std::int32_t) for an empty file and for one that memory has no room for.
     static std::int32_t OpenPopupString(_EPIRECORD* record, const FSSpec* file, char (*list)[64]);
-    // Writes the list to the file. 1, or 0 when the file cannot be created or takes less than the
-    // whole list; it is the host that keeps what the file held before.
+    // Writes the list to the file. 1, or 0 when the file cannot be created, or a write or the flush
+    // fails: a list that is not whole in its file was not saved, and a user who is told otherwise
+    // loses it. It is the host that keeps what the file held before.
     static std::int32_t SavePopupString(_EPIRECORD* record, const FSSpec* file, char (*list)[64]);
     // Puts the text at the history's end, where the oldest text makes room for it, unless the
     // history or the registered list (may be null) has it already. A text that is longer than an

@@ -16,21 +16,12 @@ public:
     void Append(std::string_view text) {
         const std::size_t length = std::min(text.size(), m_left);
         m_at = std::copy_n(text.data(), length, m_at);
-        End(length);
-    }
-    void AppendFill(std::size_t count, char c) {
-        const std::size_t length = std::min(count, m_left);
-        m_at = std::fill_n(m_at, length, c);
-        End(length);
+        m_left -= length;
+        *m_at = '\0';
     }
     std::string_view Text() const { return { m_start, static_cast<std::size_t>(m_at - m_start) }; }
 
 private:
-    void End(std::size_t length) {
-        m_left -= length;
-        *m_at = '\0';
-    }
-
     char* m_start;
     char* m_at;
     std::size_t m_left;

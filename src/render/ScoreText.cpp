@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <optional>
 #include <string_view>
 
 #include "render/BoundedText.h"
@@ -18,9 +19,16 @@ bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-std::size_t CountDigits(std::string_view text) {
-    return static_cast<std::size_t>(std::find_if_not(text.begin(), text.end(), IsDigit) -
-                                    text.begin());
+// A text that starts with a number, or is empty, in two parts.
+struct NumberAndRest {
+    std::string_view digits, rest;
+};
+std::optional<NumberAndRest> Split(std::string_view text) {
+    const auto end = std::find_if_not(text.begin(), text.end(), IsDigit);
+    if (end == text.begin() && !text.empty())
+        return std::nullopt;
+    const auto count = static_cast<std::size_t>(end - text.begin());
+    return NumberAndRest { text.substr(0, count), text.substr(count) };
 }
 
 // A number too large for 32 bits gives the largest one, whatever the machine's long is.
@@ -32,28 +40,28 @@ long NumberOf(std::string_view digits) {
     return static_cast<long>(number);
 }
 
-// The text with its leading number printed with at least width digits. It is the digits themselves
-// that are printed, so that a number of any length keeps them all; an empty text counts as 0.
+// The text with its leading number printed with at least width digits, up to 4; an empty text counts as 0.
+// SplitNumberAndString gives the largest number for one of ten and more digits that is larger still,
+// but a frame must not show a number that is not its own: here the digits themselves are printed.
 void AppendPadded(BoundedText& out, std::string_view text, std::size_t width) {
-    if (!text.empty() && !IsDigit(text[0]))
+    const auto parts = Split(text);
+    if (!parts)
         return out.Append(text);
-    text.remove_prefix(std::min(text.find_first_not_of('0'), text.size()));
-    const std::size_t digits = CountDigits(text);
-    out.AppendFill(width - std::min(digits, width), '0');
-    out.Append(text);
+    const std::size_t start = parts->digits.find_first_not_of('0');
+    const auto digits = start != parts->digits.npos ? parts->digits.substr(start) : "";
+    out.Append(std::string_view("0000").substr(0, width - std::min(digits.size(), width)));
+    out.Append(digits);
+    out.Append(parts->rest);
 }
 
 } // namespace
 
 bool CTextRenderer::SplitNumberAndString(const char* text, long* number, char* rest) {
-    const std::string_view whole = FieldText(text, kOutSize - 1);
-    *number = 0;
-    if (!whole.empty() && !IsDigit(whole[0]))
-        return false; // rest stays as it is: callers then use the text itself.
-    const std::size_t digits = CountDigits(whole);
-    *number = NumberOf(whole.substr(0, digits));
-    BoundedText(rest, kOutSize).Append(whole.substr(digits));
-    return true;
+    const auto parts = Split(FieldText(text, kOutSize - 1));
+    *number = parts ? NumberOf(parts->digits) : 0;
+    if (parts) // else rest stays as it is: callers then use the text itself
+        BoundedText(rest, kOutSize).Append(parts->rest);
+    return parts.has_value();
 }
 
 void CTextRenderer::GetScoreInfoText(char* out, long format, const char* info1, const char* info2,
