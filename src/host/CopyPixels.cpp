@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <string>
-#include <vector>
 
 #include "host/Image.h"
 #include "host/Ledger.h"
@@ -58,8 +56,7 @@ void CopyReordered(std::uint8_t* dst, const std::uint8_t* src, std::int64_t pixe
 void CopyPixels(Image& dst, std::int32_t x, std::int32_t y, const Image& src, Area from) {
     auto const& format = dst.Format();
     if (format.depth != src.Format().depth) {
-        Ledger::Get().RecordMisuse("copy from " + std::to_string(src.Format().depth) + " to " +
-                                   std::to_string(format.depth) + " bits");
+        Ledger::Get().RecordMisuse("copy from ", src.Format().depth, " to ", format.depth, " bits");
         return;
     }
     std::int64_t fromX = from.x, fromY = from.y, toX = x, toY = y;

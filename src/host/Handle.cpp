@@ -2,7 +2,7 @@
 #include "host/Handle.h"
 
 #include <algorithm>
-#include <string>
+#include <new>
 #include <utility>
 
 #include "host/Ledger.h"
@@ -19,7 +19,7 @@ std::unique_ptr<std::uint8_t[]> Allocate(std::size_t size) {
 } // namespace
 
 Handle::Handle(std::size_t size)
-    : m_cell(MakeReference(RefKind::kHandle, this)), m_size(size), m_bytes(Allocate(size)) {
+    : m_size(size), m_bytes(Allocate(size)), m_cell(MakeReference(RefKind::kHandle, this)) {
     Ledger::Get().Lend(Lent::kHandle);
 }
 
@@ -36,7 +36,7 @@ Handle::~Handle() {
     if (m_locks == 0)
         return;
     ledger.Return(Lent::kHandleLock, m_locks);
-    ledger.RecordMisuse("a handle ended with " + std::to_string(m_locks) + " locks");
+    ledger.RecordMisuse("a handle ended with ", m_locks, " locks");
 }
 
 std::int32_t Handle::Locks() const {
@@ -51,7 +51,7 @@ void* Handle::Lock() {
     return m_bytes.get();
 }
 
-void Handle::Unlock() {
+void Handle::Unlock() noexcept {
     std::lock_guard lock(m_mutex);
     if (m_locks == 0) {
         Ledger::Get().RecordMisuse("a handle was unlocked that is not locked");
@@ -64,7 +64,10 @@ void Handle::Unlock() {
 
 void Handle::Move() {
     // The new place is taken while the old one is still held, so it has another address.
-    auto moved = Allocate(m_size);
+    std::unique_ptr<std::uint8_t[]> moved(new (std::nothrow)
+                                              std::uint8_t[std::max<std::size_t>(m_size, 1)]);
+    if (!moved)
+        return;
     std::copy_n(m_bytes.get(), m_size, moved.get());
     std::fill_n(m_bytes.get(), m_size, kPoison);
     m_bytes = std::move(moved);

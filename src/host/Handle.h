@@ -16,8 +16,8 @@
 namespace host {
 
 // Any number of threads may lock at once; all see one address until the last of them unlocks. Then
-// the bytes go to a new address, and the old ones are overwritten with kPoison before they are
-// freed.
+// the bytes go to a new address, unless there is no memory for it, and the old ones are overwritten with
+// kPoison before they are freed.
 class Handle {
 public:
     static constexpr std::uint8_t kPoison = 0xA5;
@@ -32,7 +32,7 @@ public:
     std::size_t Size() const { return m_size; }
     std::int32_t Locks() const;
     void* Lock();
-    void Unlock();
+    void Unlock() noexcept;
 
     // The reference that goes into a record; good as long as the handle.
     EPIHandleRef Ref() const { return reinterpret_cast<EPIHandleRef>(m_cell); }
@@ -45,11 +45,11 @@ public:
 private:
     void Move();
 
-    ReferenceCell* m_cell = nullptr;
     std::size_t m_size;
     mutable std::mutex m_mutex;
     std::unique_ptr<std::uint8_t[]> m_bytes;
     std::int32_t m_locks = 0;
+    ReferenceCell* m_cell; // the last, so that it is made only for a handle that comes into being
 };
 
 // Pins a handle's memory, seen as one T, for as long as this lives. T is a plain record that fits.

@@ -5,7 +5,6 @@
 #include <bit>
 #include <cstring>
 #include <limits>
-#include <string>
 
 #include "host/Ledger.h"
 
@@ -36,7 +35,7 @@ Image::~Image() {
     if (m_locks == 0)
         return;
     ledger.Return(Lent::kImageLock, m_locks);
-    ledger.RecordMisuse("an image ended with " + std::to_string(m_locks) + " locks");
+    ledger.RecordMisuse("an image ended with ", m_locks, " locks");
 }
 
 std::unique_ptr<Image> Image::Make(std::int32_t width, std::int32_t height, PixelFormat format,
@@ -129,16 +128,15 @@ std::uint8_t* Image::CursorPixel(const char* call) const {
     if (m_cursorX >= 0 && m_cursorX < m_width && m_cursorY >= 0 && m_cursorY < m_height)
         return RowStart(m_cursorY) +
                static_cast<std::ptrdiff_t>(m_cursorX) * m_format.BytesPerPixel();
-    Ledger::Get().RecordMisuse(std::string(call) + " at (" + std::to_string(m_cursorX) + ", " +
-                               std::to_string(m_cursorY) + ") of an image of " +
-                               std::to_string(m_width) + " x " + std::to_string(m_height));
+    Ledger::Get().RecordMisuse(call, " at (", m_cursorX, ", ", m_cursorY, ") of an image of ",
+                               m_width, " x ", m_height);
     return nullptr;
 }
 
 bool Image::MayWrite(const char* call) const {
     if (IsLockedForWriting())
         return true;
-    Ledger::Get().RecordMisuse(std::string(call) + " on an image that is not locked for writing");
+    Ledger::Get().RecordMisuse(call, " on an image that is not locked for writing");
     return false;
 }
 

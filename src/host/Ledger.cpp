@@ -32,8 +32,7 @@ bool Ledger::IsBalanced() const {
                        [](const Counter& counter) { return counter.value == 0; });
 }
 
-void Ledger::RecordMisuse(std::string message) {
-    m_misuses.fetch_add(1, std::memory_order_relaxed);
+void Ledger::Keep(std::string message) {
     std::lock_guard lock(m_mutex);
     if (m_messages.size() < kMaxMessages)
         m_messages.push_back(std::move(message));

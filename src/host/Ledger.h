@@ -6,7 +6,9 @@
 #include <atomic>
 #include <cstdint>
 #include <mutex>
+#include <new>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace host {
@@ -37,9 +39,16 @@ public:
     // nothing was misused.
     bool IsBalanced() const;
 
-    // Takes a note of a call that breaks the contract. Only the first kMaxMessages are kept word
-    // for word.
-    void RecordMisuse(std::string message);
+    // Takes a note of a call that breaks the contract, in words and numbers. Only the first
+    // kMaxMessages are kept word for word, and none without memory for them.
+    template <class... Parts>
+    void RecordMisuse(const Parts&... parts) noexcept {
+        m_misuses.fetch_add(1, std::memory_order_relaxed);
+        try {
+            Keep((std::string() + ... + TextOf(parts)));
+        } catch (const std::bad_alloc&) { // it counts
+        }
+    }
     std::int64_t MisuseCount() const { return m_misuses.load(std::memory_order_relaxed); }
     std::vector<std::string> MisuseMessages() const;
     void ForgetMisuse();
@@ -53,6 +62,9 @@ private:
     struct alignas(64) Counter {
         std::atomic<std::int64_t> value { 0 };
     };
+    static std::string TextOf(std::string_view words) { return std::string(words); }
+    static std::string TextOf(std::int32_t number) { return std::to_string(number); }
+    void Keep(std::string message);
     std::atomic<std::int64_t>& Count(Lent kind) {
         return m_counters[static_cast<std::size_t>(kind)].value;
     }

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // The image table, with its two late entries and without them.
 #include <cstddef>
-#include <string>
 
 #include "host/Image.h"
 #include "host/Ledger.h"
@@ -128,7 +127,7 @@ private:
         auto* image = Image::FromRef(ref, call);
         if (!image || image->Locks() > 0)
             return image;
-        Ledger::Get().RecordMisuse(std::string(call) + " of an image that is not locked");
+        Ledger::Get().RecordMisuse(call, " of an image that is not locked");
         return nullptr;
     }
 
@@ -136,7 +135,7 @@ private:
         // A copy pins the pixels by itself, but pixels that others pinned for reading stay.
         if (image.Locks() == 0 || image.IsLockedForWriting())
             return true;
-        Ledger::Get().RecordMisuse(std::string(call) + " onto an image locked for reading only");
+        Ledger::Get().RecordMisuse(call, " onto an image locked for reading only");
         return false;
     }
 };

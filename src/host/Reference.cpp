@@ -3,7 +3,7 @@
 
 #include <deque>
 #include <mutex>
-#include <string>
+#include <utility>
 
 #include "host/Ledger.h"
 
@@ -14,7 +14,10 @@ namespace {
 struct Cells {
     std::mutex mutex;
     std::deque<ReferenceCell> all; // grows at its end only, so that cells stay where they are
-    std::deque<ReferenceCell*> ended;
+    // Linked from the first that ended to the last: an end takes no memory.
+    ReferenceCell* firstEnded = nullptr;
+    ReferenceCell* lastEnded = nullptr;
+    std::size_t ended = 0;
 };
 
 // Never destroyed: a reference that is used while the process ends is noticed as well.
@@ -43,9 +46,9 @@ ReferenceCell* MakeReference(RefKind kind, void* object) {
     auto& cells = TheCells();
     std::lock_guard lock(cells.mutex);
     ReferenceCell* cell;
-    if (cells.ended.size() > kCellsInQuarantine) {
-        cell = cells.ended.front();
-        cells.ended.pop_front();
+    if (cells.ended > kCellsInQuarantine) {
+        cell = std::exchange(cells.firstEnded, cells.firstEnded->nextEnded);
+        --cells.ended;
     } else {
         cell = &cells.all.emplace_back();
     }
@@ -55,12 +58,15 @@ ReferenceCell* MakeReference(RefKind kind, void* object) {
     return cell;
 }
 
-void EndReference(ReferenceCell* cell) {
+void EndReference(ReferenceCell* cell) noexcept {
     auto& cells = TheCells();
     std::lock_guard lock(cells.mutex);
     cell->kind.store(RefKind::kNone, std::memory_order_release);
     cell->object.store(nullptr, std::memory_order_relaxed);
-    cells.ended.push_back(cell);
+    cell->nextEnded = nullptr;
+    (cells.ended == 0 ? cells.firstEnded : cells.lastEnded->nextEnded) = cell;
+    cells.lastEnded = cell;
+    ++cells.ended;
 }
 
 void* ResolveReference(const void* reference, RefKind kind, const char* call) {
@@ -69,13 +75,12 @@ void* ResolveReference(const void* reference, RefKind kind, const char* call) {
     if (cell && found == kind)
         return cell->object.load(std::memory_order_relaxed);
 
-    std::string const asked = std::string(call) + " was given ";
     if (!cell)
-        Ledger::Get().RecordMisuse(asked + "a null reference");
+        Ledger::Get().RecordMisuse(call, " was given a null reference");
     else if (found == RefKind::kNone)
-        Ledger::Get().RecordMisuse(asked + "a reference whose object has ended");
+        Ledger::Get().RecordMisuse(call, " was given a reference whose object has ended");
     else
-        Ledger::Get().RecordMisuse(asked + "a reference of kind " + NameOf(found) + ", not " +
+        Ledger::Get().RecordMisuse(call, " was given a reference of kind ", NameOf(found), ", not ",
                                    NameOf(kind));
     return nullptr;
 }

@@ -16,12 +16,13 @@ struct ReferenceCell {
     std::atomic<RefKind> kind { RefKind::kNone };
     // The object belongs to a plug-in, which ends it through a callback.
     std::atomic<bool> given { false };
+    ReferenceCell* nextEnded = nullptr;
 };
 
 // Cells are never given back to the system, and one that has ended is reused only after
 // kCellsInQuarantine others have ended. Any thread.
 ReferenceCell* MakeReference(RefKind kind, void* object);
-void EndReference(ReferenceCell* cell);
+void EndReference(ReferenceCell* cell) noexcept;
 inline constexpr std::size_t kCellsInQuarantine = 1024;
 
 // The object behind a reference. Null, with a note in the ledger that names the call, for a null

@@ -5,7 +5,6 @@
 #include <array>
 #include <cmath>
 #include <cstring>
-#include <string>
 #include <vector>
 
 #include "host/Image.h"
@@ -133,8 +132,8 @@ void Stretch(Image& dst, const Image& src, const Axis& rows, const Axis& columns
 
 void StretchPixels(Image& dst, Area to, const Image& src, Area from) {
     if (dst.Format().depth != src.Format().depth) {
-        Ledger::Get().RecordMisuse("stretch from " + std::to_string(src.Format().depth) + " to " +
-                                   std::to_string(dst.Format().depth) + " bits");
+        Ledger::Get().RecordMisuse("stretch from ", src.Format().depth, " to ", dst.Format().depth,
+                                   " bits");
         return;
     }
     auto const isEmpty = [](const Area& area) { return area.width < 1 || area.height < 1; };

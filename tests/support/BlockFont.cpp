@@ -76,7 +76,7 @@ struct Block {
 class BlockLine final : public Line {
 public:
     BlockLine(std::vector<Block> blocks, std::int64_t width, std::int32_t height)
-        : Line(width), m_blocks(std::move(blocks)), m_height(height) {}
+        : Line(width, 0), m_blocks(std::move(blocks)), m_height(height) {}
 
     const std::vector<Block>& Blocks() const { return m_blocks; }
     std::int32_t Height() const { return m_height; }
