@@ -3,6 +3,7 @@
 #include "platform/drawing/Recording.h"
 
 #include <algorithm>
+#include <deque>
 #include <span>
 
 #include "platform/drawing/Blend.h"
@@ -47,22 +48,29 @@ text::PixelBox InkOfTexts(std::span<const Command> texts, std::span<const text::
     return ink;
 }
 
-// Onto any ground. The texts have one colour and gather in one plane, so that glyphs that overlap add
-// up as they do over a ground of one colour.
-void DrawTexts(const Canvas& canvas, std::span<const Command> texts,
-               std::span<const text::LinePtr> lines) {
-    const text::PixelBox box =
-        Intersection(InkOfTexts(texts, lines), { 0, 0, canvas.width, canvas.height });
-    if (box.IsEmpty()) {
-        return;
+// Texts of one colour on any ground. They gather in one plane, so that glyphs that overlap add up as they
+// do over a ground of one colour.
+class BlendedTexts {
+public:
+    BlendedTexts(std::span<const Command> texts, std::span<const text::LinePtr> lines,
+                 const text::PixelBox& canvas)
+        : m_color(texts.front().color), m_box(Intersection(InkOfTexts(texts, lines), canvas)),
+          m_coverage(PixelsIn(m_box)), m_plane(m_box, m_coverage.data()) {
+        PaintTexts(texts, lines, m_plane);
     }
-    std::vector<std::uint8_t> coverage(PixelsIn(box));
-    CoveragePlane plane(box, coverage.data());
-    PaintTexts(texts, lines, plane);
-    for (std::int64_t y = box.top; y < box.bottom; ++y) {
-        BlendPixels(canvas.At(box.left, y), plane.Row(y), box.Width(), texts.front().color);
+
+    void Blend(const Canvas& canvas) const {
+        for (std::int64_t y = m_box.top; y < m_box.bottom; ++y) {
+            BlendPixels(canvas.At(m_box.left, y), m_plane.Row(y), m_box.Width(), m_color);
+        }
     }
-}
+
+private:
+    Pixel m_color;
+    text::PixelBox m_box;
+    std::vector<std::uint8_t> m_coverage;
+    CoveragePlane m_plane;
+};
 
 // Odd ends of rows cost more than some pixels that are drawn again as they are.
 text::PixelBox WidenToVectors(const text::PixelBox& box, std::int64_t rowPixels) {
@@ -111,8 +119,12 @@ bool Recording::SameAs(const Recording& other) const {
 }
 
 std::int64_t Recording::Bytes() const {
-    return static_cast<std::int64_t>(m_commands.capacity() * sizeof(Command) +
-                                     m_lines.capacity() * sizeof(text::LinePtr));
+    std::int64_t bytes = static_cast<std::int64_t>(m_commands.capacity() * sizeof(Command) +
+                                                   m_lines.capacity() * sizeof(text::LinePtr));
+    for (const text::LinePtr& line : m_lines) {
+        bytes += line->Bytes();
+    }
+    return bytes;
 }
 
 bool Recording::CoversCanvas(std::int32_t width, std::int32_t height) const {
@@ -136,19 +148,36 @@ void Recording::Draw(const Canvas& canvas) const {
         DrawFlat(canvas, whole, canvas.pixels + 3 * PixelsIn(whole));
         return;
     }
+    const text::PixelBox whole { 0, 0, canvas.width, canvas.height };
+    std::deque<BlendedTexts> texts; // they stay where they are
     std::span lines(m_lines);
-    for (auto step = m_commands.begin(); step != m_commands.end();) {
-        if (step->kind == Command::kFill) {
-            DrawFill(canvas, *step++);
-            continue;
+    ForEachStep([&](std::span<const Command> step) {
+        if (step.front().kind == Command::kText) {
+            texts.emplace_back(step, lines.first(step.size()), whole);
+            lines = lines.subspan(step.size());
         }
-        const auto last = std::find_if_not(step, m_commands.end(), [step](const Command& other) {
-            return other.kind == Command::kText && other.color == step->color;
+    });
+    // All memory is there: from here on nothing fails.
+    auto text = texts.begin();
+    ForEachStep([&](std::span<const Command> step) {
+        if (step.front().kind == Command::kText) {
+            text++->Blend(canvas);
+        } else {
+            DrawFill(canvas, step.front());
+        }
+    });
+}
+
+// A step is one fill, or all texts of one colour that follow each other.
+template <class Visit>
+void Recording::ForEachStep(const Visit& visit) const {
+    for (auto first = m_commands.begin(); first != m_commands.end();) {
+        const auto last = std::find_if_not(first + 1, m_commands.end(), [first](const Command& c) {
+            return first->kind == Command::kText && c.kind == Command::kText &&
+                   c.color == first->color;
         });
-        const std::span<const Command> texts(step, last);
-        DrawTexts(canvas, texts, lines.first(texts.size()));
-        lines = lines.subspan(texts.size());
-        step = last;
+        visit(std::span<const Command>(first, last));
+        first = last;
     }
 }
 

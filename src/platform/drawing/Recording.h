@@ -42,13 +42,14 @@ public:
     void Clear();
 
     std::size_t Count() const { return m_commands.size(); }
-    std::int64_t Bytes() const; // that its lists take
+    std::int64_t Bytes() const; // that its lists and the lines in them take
     std::uint64_t Hash() const;
     bool SameAs(const Recording& other) const;
 
     // True when the first step fills the whole canvas, so that no older byte shows through.
     bool CoversCanvas(std::int32_t width, std::int32_t height) const;
-    // Onto what the canvas holds. Throws std::bad_alloc.
+    // Onto what the canvas holds. Throws std::bad_alloc; the canvas is then as it was, but for one that
+    // is covered, whose pixels are then any.
     void Draw(const Canvas& canvas) const;
 
     // Where this and another drawing on canvases of that size may differ, clipped to them, when both
@@ -62,6 +63,8 @@ public:
 
 private:
     bool IsFlat(std::int32_t width, std::int32_t height) const;
+    template <class Visit>
+    void ForEachStep(const Visit& visit) const;
     // coverage has a byte for each pixel of the box.
     void DrawFlat(const Canvas& canvas, const text::PixelBox& box, std::uint8_t* coverage) const;
 

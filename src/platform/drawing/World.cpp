@@ -50,18 +50,18 @@ void PixMap::Fill(const Rect& rect, Pixel color) {
     if (box.IsEmpty()) {
         return;
     }
+    BoundRecording();
     if (box.Width() == width && box.Height() == height) {
         own = nullptr;
     }
     shared = nullptr;
     recording.Fill(box, color, width, height);
-    BoundRecording();
 }
 
 void PixMap::Text(std::int32_t x, std::int32_t y, const text::LinePtr& line, Pixel color) {
+    BoundRecording();
     shared = nullptr;
     recording.Text(x, y, line, color);
-    BoundRecording();
 }
 
 void PixMap::BoundRecording() {

@@ -6,6 +6,8 @@
 #include <hb-ot.h>
 #include <hb.h>
 
+#include "platform/text/AllMemory.h"
+
 namespace platform::text {
 namespace {
 
@@ -41,43 +43,120 @@ bool HasOutlines(hb_face_t* face) {
     return false;
 }
 
-} // namespace
+template <class Object, void (*destroy)(Object*)>
+struct Destroy {
+    void operator()(Object* object) const { destroy(object); }
+};
+template <class Object, void (*destroy)(Object*)>
+using Owned = std::unique_ptr<Object, Destroy<Object, destroy>>;
 
-void Face::FreeFont::operator()(hb_font_t* font) const {
-    hb_font_destroy(font);
+// The language stays unset: a face made for one language keeps its own forms, and the pixels do not
+// hang on the locale.
+bool ShapeOnce(hb_font_t* font, const Run& run, hb_buffer_t* buffer) {
+    static_assert(sizeof(char32_t) == sizeof(std::uint32_t));
+    hb_buffer_clear_contents(buffer);
+    hb_buffer_add_utf32(buffer, reinterpret_cast<const std::uint32_t*>(run.text.data()),
+                        static_cast<int>(run.text.size()), static_cast<unsigned>(run.start),
+                        static_cast<int>(run.length));
+    hb_buffer_set_direction(buffer, run.rightToLeft ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
+    hb_buffer_set_script(buffer, static_cast<hb_script_t>(run.script));
+    return hb_shape_full(font, buffer, nullptr, 0, nullptr) &&
+           hb_buffer_allocation_successful(buffer);
 }
 
-std::unique_ptr<Face> Face::Open(const FaceLocation& location, std::string& why) {
+bool ShapeWhole(hb_font_t* font, const Run& run, hb_buffer_t* buffer) {
+    errno = 0;
+    return ShapeOnce(font, run, buffer) && errno != ENOMEM;
+}
+
+} // namespace
+
+// Tables are loaded when they are first asked for, and one that found no memory then stays away for good:
+// so they are asked for here.
+Face::FontPointer Face::MakeFont(hb_blob_t* file, int index) {
+    return WithAllMemory([&] {
+        const Owned<hb_face_t, hb_face_destroy> face(
+            hb_face_create(file, static_cast<unsigned>(index) & 0xFFFF));
+        FontPointer font(hb_font_create(face.get()), hb_font_destroy);
+        const unsigned instance = static_cast<unsigned>(index) >> 16;
+        if (instance > 0) {
+            hb_font_set_var_named_instance(font.get(), instance - 1);
+        }
+        hb_font_make_immutable(font.get());
+        const Owned<hb_buffer_t, hb_buffer_destroy> buffer(hb_buffer_create());
+        hb_glyph_extents_t extents {};
+        hb_font_get_glyph_extents(font.get(), 1, &extents);
+        if (!ShapeOnce(font.get(), { U"A", 0, 1, HB_SCRIPT_LATIN, false }, buffer.get())) {
+            errno = ENOMEM;
+        }
+        return font;
+    });
+}
+
+std::unique_ptr<Face> Face::OpenOnce(const FaceLocation& location, std::string& why) {
     static std::atomic<std::uint32_t> lastId { 0 };
-    hb_blob_t* const blob = hb_blob_create_from_file_or_fail(location.file.c_str());
-    if (!blob) {
+    const Owned<hb_blob_t, hb_blob_destroy> file(
+        hb_blob_create_from_file_or_fail(location.file.c_str()));
+    if (!file) {
         why = "the file cannot be read";
         return nullptr;
     }
-    hb_face_t* const face = hb_face_create(blob, static_cast<unsigned>(location.index) & 0xFFFF);
-    hb_blob_destroy(blob);
     std::unique_ptr<Face> opened(new Face);
-    opened->m_font.reset(hb_font_create(face));
+    opened->m_index = location.index;
+    opened->m_font = opened->m_nextShaper = MakeFont(file.get(), location.index);
+    hb_face_t* const face = hb_font_get_face(opened->Font());
     const unsigned glyphs = hb_face_get_glyph_count(face);
-    opened->m_unitsPerEm = static_cast<std::int32_t>(hb_face_get_upem(face));
-    const bool outlines = HasOutlines(face);
-    hb_face_destroy(face);
-    if (glyphs == 0 || !outlines) {
+    if (glyphs == 0 || !HasOutlines(face)) {
         why = "the file holds no outlines";
         return nullptr;
     }
-    const unsigned instance = static_cast<unsigned>(location.index) >> 16;
-    if (instance > 0) {
-        hb_font_set_var_named_instance(opened->Font(), instance - 1);
-    }
+    opened->m_unitsPerEm = static_cast<std::int32_t>(hb_face_get_upem(face));
     opened->m_ink = std::vector<std::atomic<std::uint32_t>>(glyphs);
     for (char32_t character = 0; character < opened->m_ascii.size(); ++character) {
         opened->m_ascii[character] = opened->HasInTable(character);
     }
     opened->ReadMetrics();
-    hb_font_make_immutable(opened->Font());
     opened->m_id = ++lastId;
     return opened;
+}
+
+std::unique_ptr<Face> Face::Open(const FaceLocation& location, std::string& why) {
+    return WithAllMemory([&] {
+        why.clear();
+        return OpenOnce(location, why);
+    });
+}
+
+hb_font_t* Face::KnownShaper(const Run& run) const {
+    const std::lock_guard lock(m_mutex);
+    const auto known = std::ranges::find_if(m_shapers, [&run](const Shaper& shaper) {
+        return shaper.script == run.script && shaper.rightToLeft == run.rightToLeft;
+    });
+    return known == m_shapers.end() ? nullptr : known->font.get();
+}
+
+void Face::Shape(const Run& run, hb_buffer_t* buffer) const {
+    if (hb_font_t* const font = KnownShaper(run)) {
+        if (ShapeWhole(font, run, buffer) || ShapeWhole(font, run, buffer)) {
+            return;
+        }
+        throw std::bad_alloc();
+    }
+    const std::lock_guard lock(m_mutex);
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        if (!m_nextShaper) {
+            const Owned<hb_blob_t, hb_blob_destroy> file(
+                hb_face_reference_blob(hb_font_get_face(Font())));
+            m_nextShaper = MakeFont(file.get(), m_index);
+        }
+        m_shapers.push_back({ run.script, run.rightToLeft, m_nextShaper });
+        if (ShapeWhole(m_nextShaper.get(), run, buffer)) {
+            return;
+        }
+        m_shapers.pop_back();
+        m_nextShaper = nullptr;
+    }
+    throw std::bad_alloc();
 }
 
 bool Face::HasInTable(char32_t character) const {
@@ -130,11 +209,12 @@ InkRange Face::ReadInk(std::uint32_t glyph) const {
     if (glyph >= m_ink.size()) {
         return kNoInk;
     }
-    hb_glyph_extents_t extents {};
-    InkRange ink = kNoInk;
-    if (hb_font_get_glyph_extents(Font(), glyph, &extents) && extents.width != 0) {
-        ink = { extents.x_bearing, EndOf(extents.x_bearing, extents.width) };
-    }
+    const InkRange ink = WithAllMemory([this, glyph] {
+        hb_glyph_extents_t extents {};
+        return hb_font_get_glyph_extents(Font(), glyph, &extents) && extents.width != 0
+                   ? InkRange { extents.x_bearing, EndOf(extents.x_bearing, extents.width) }
+                   : kNoInk;
+    });
     m_ink[glyph].store(PackInk(ink), std::memory_order_relaxed);
     return ink;
 }

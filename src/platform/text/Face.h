@@ -7,11 +7,15 @@
 #include <bitset>
 #include <cstdint>
 #include <memory>
+#include <mutex>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
-struct hb_font_t; // HarfBuzz's
+struct hb_blob_t; // HarfBuzz's
+struct hb_buffer_t;
+struct hb_font_t;
 
 namespace platform::text {
 
@@ -31,6 +35,15 @@ struct InkRange {
     std::int32_t left, right;
 };
 
+// Characters of one script and direction, in the text that they stand in.
+struct Run {
+    std::u32string_view text;
+    std::size_t start, length;
+    std::uint32_t script; // HarfBuzz's tag
+    bool rightToLeft;
+};
+
+// What needs memory throws std::bad_alloc, and then leaves nothing half done.
 class Face {
 public:
     // Null, with the reason in why, for a file that holds no usable outlines.
@@ -38,6 +51,8 @@ public:
 
     std::uint32_t Id() const { return m_id; }
     hb_font_t* Font() const { return m_font.get(); } // its scale is UnitsPerEm
+    // The glyphs of the run, in the order of the eye. What is in the buffer goes.
+    void Shape(const Run& run, hb_buffer_t* buffer) const;
     std::int32_t UnitsPerEm() const { return m_unitsPerEm; }
     bool Has(char32_t character) const {
         return character < m_ascii.size() ? m_ascii[character] : HasInTable(character);
@@ -56,7 +71,12 @@ public:
     }
 
 private:
+    using FontPointer = std::shared_ptr<hb_font_t>;
+
     Face() = default;
+    static FontPointer MakeFont(hb_blob_t* file, int index);
+    static std::unique_ptr<Face> OpenOnce(const FaceLocation& location, std::string& why);
+    hb_font_t* KnownShaper(const Run& run) const;
     bool HasInTable(char32_t character) const;
     InkRange ReadInk(std::uint32_t glyph) const;
     static std::uint32_t PackInk(InkRange ink);
@@ -67,12 +87,21 @@ private:
     void ReadMetrics();
     void IncludeInk(char32_t character);
 
-    struct FreeFont {
-        void operator()(hb_font_t* font) const;
+    // HarfBuzz keeps with a font how it shapes a script, for good, and what a failed allocation left of
+    // that too. So the first run of a script must succeed before others may use the font for it.
+    struct Shaper {
+        std::uint32_t script;
+        bool rightToLeft;
+        FontPointer font;
     };
 
     std::uint32_t m_id = 0;
-    std::unique_ptr<hb_font_t, FreeFont> m_font;
+    int m_index = 0; // in its file
+    FontPointer m_font;
+    mutable std::mutex m_mutex; // guards what follows
+    mutable std::vector<Shaper> m_shapers;
+    mutable FontPointer m_nextShaper; // for further scripts; null when it is spoiled
+
     std::int32_t m_unitsPerEm = 0;
     std::int32_t m_ascent = 0, m_descent = 0, m_lineGap = 0, m_maxAdvance = 0;
     std::bitset<128> m_ascii; // which of these characters it has

@@ -8,6 +8,7 @@
 #include <tuple>
 
 #include "platform/Report.h"
+#include "platform/text/AllMemory.h"
 #include "platform/text/FontAliases.h"
 
 namespace platform::text {
@@ -22,13 +23,26 @@ const char* AsChar(const FcChar8* text) {
     return reinterpret_cast<const char*>(text);
 }
 
+template <auto free>
+struct FreeWith {
+    template <class Object>
+    void operator()(Object* object) const {
+        if (object) {
+            free(object);
+        }
+    }
+};
+using Pattern = std::unique_ptr<FcPattern, FreeWith<FcPatternDestroy>>;
+
 // Lower case by Unicode's rules, whatever the locale.
 std::string Fold(std::string_view name) {
     const std::string terminated(name);
-    FcChar8* const folded = FcStrDowncase(AsFc(terminated.c_str()));
-    std::string result = folded ? AsChar(folded) : "";
-    FcStrFree(folded);
-    return result;
+    const std::unique_ptr<FcChar8, FreeWith<FcStrFree>> folded(
+        FcStrDowncase(AsFc(terminated.c_str())));
+    if (!folded) {
+        throw std::bad_alloc();
+    }
+    return AsChar(folded.get());
 }
 
 std::string StringOf(FcPattern* font, const char* object, int index = 0) {
@@ -88,14 +102,14 @@ std::string IdeographLanguage() {
 }
 
 // A pattern for the family with what the configuration and the language add to it.
-FcPattern* PatternFor(FcConfig* config, const std::string& family, const char* language) {
-    FcPattern* const pattern = FcPatternCreate();
-    FcPatternAddString(pattern, FC_FAMILY, AsFc(family.c_str()));
-    if (language) {
-        FcPatternAddString(pattern, FC_LANG, AsFc(language));
+Pattern PatternFor(FcConfig* config, const std::string& family, const char* language) {
+    Pattern pattern(FcPatternCreate());
+    if (!pattern || !FcPatternAddString(pattern.get(), FC_FAMILY, AsFc(family.c_str())) ||
+        (language && !FcPatternAddString(pattern.get(), FC_LANG, AsFc(language))) ||
+        !FcConfigSubstitute(config, pattern.get(), FcMatchPattern)) {
+        throw std::bad_alloc();
     }
-    FcConfigSubstitute(config, pattern, FcMatchPattern);
-    FcDefaultSubstitute(pattern);
+    FcDefaultSubstitute(pattern.get());
     return pattern;
 }
 
@@ -111,13 +125,14 @@ FontCatalog& FontCatalog::Get() {
     return *catalog;
 }
 
-FontCatalog::FontCatalog() : m_byNumber(std::numeric_limits<FontNumber>::max() + 1) {
-    m_config = FcInitLoadConfigAndFonts();
-    if (!m_config) {
-        return;
+FontCatalog::FontCatalog()
+    : m_config(FcInitLoadConfig(), FreeWith<FcConfigDestroy>()),
+      m_byNumber(std::numeric_limits<FontNumber>::max() + 1) {
+    if (!m_config || !FcConfigBuildFonts(m_config.get())) {
+        throw std::bad_alloc();
     }
     for (const FcSetName set : { FcSetSystem, FcSetApplication }) {
-        const FcFontSet* const fonts = FcConfigGetFonts(m_config, set);
+        const FcFontSet* const fonts = FcConfigGetFonts(m_config.get(), set);
         for (int i = 0; fonts && i < fonts->nfont; ++i) {
             if (IsDrawable(fonts->fonts[i])) {
                 AddFont(fonts->fonts[i]);
@@ -196,13 +211,14 @@ void FontCatalog::ResolveAliases() {
 }
 
 void FontCatalog::ChooseDefault() {
-    FcPattern* const pattern = PatternFor(m_config, "sans-serif", nullptr);
-    FcResult result = FcResultNoMatch;
-    if (FcPattern* const match = FcFontMatch(m_config, pattern, &result)) {
-        m_default = Find(StringOf(match, FC_FAMILY));
-        FcPatternDestroy(match);
+    const auto match = WithAllMemory([this] {
+        const Pattern pattern = PatternFor(m_config.get(), "sans-serif", nullptr);
+        FcResult result = FcResultNoMatch;
+        return Pattern(FcFontMatch(m_config.get(), pattern.get(), &result));
+    });
+    if (match) {
+        m_default = Find(StringOf(match.get(), FC_FAMILY));
     }
-    FcPatternDestroy(pattern);
     if (!m_default && !m_families.empty()) {
         m_default = &m_families.front();
     }
@@ -248,9 +264,7 @@ const Face* FontCatalog::Open(const FaceLocation& location) {
         if (found != m_faces.end()) {
             return found->second.get();
         }
-        std::unique_ptr<Face>& face = m_faces[location];
-        face = Face::Open(location, why);
-        if (face) {
+        if (const auto& face = m_faces.emplace(location, Face::Open(location, why)).first->second) {
             return face.get();
         }
     }
@@ -300,10 +314,14 @@ const Face* FontCatalog::FallbackFor(Family& family, std::u32string_view charact
 // The configuration knows which families go together, so the order is asked for by family.
 const Face* FontCatalog::SearchFallbacks(Family& family, std::u32string_view characters) {
     std::call_once(family.sorted, [&] {
-        FcPattern* const pattern = PatternFor(m_config, family.name, IdeographLanguage().c_str());
-        FcResult result = FcResultNoMatch;
-        family.fallbacks = FcFontSort(m_config, pattern, FcFalse, nullptr, &result);
-        FcPatternDestroy(pattern);
+        family.fallbacks = WithAllMemory([&] {
+            const Pattern pattern =
+                PatternFor(m_config.get(), family.name, IdeographLanguage().c_str());
+            FcResult result = FcResultNoMatch;
+            return std::shared_ptr<FcFontSet>(
+                FcFontSort(m_config.get(), pattern.get(), FcFalse, nullptr, &result),
+                FreeWith<FcFontSetDestroy>());
+        });
     });
     for (int i = 0; family.fallbacks && i < family.fallbacks->nfont; ++i) {
         FcPattern* const font = family.fallbacks->fonts[i];

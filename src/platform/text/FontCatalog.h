@@ -30,8 +30,8 @@ struct Family {
     std::atomic<const Face*> face { nullptr };
 
     std::once_flag sorted;
-    FcFontSet* fallbacks = nullptr; // best first; stays for the life of the process
-    std::mutex mutex;               // guards known
+    std::shared_ptr<FcFontSet> fallbacks;            // best first
+    std::mutex mutex;                                // guards known
     std::unordered_map<char32_t, const Face*> known; // characters asked for, null for none
 };
 
@@ -70,7 +70,7 @@ private:
     const Face* OpenAnyFace();
     const Face* SearchFallbacks(Family& family, std::u32string_view characters);
 
-    FcConfig* m_config = nullptr;
+    std::shared_ptr<FcConfig> m_config;
     std::deque<Family> m_families;
     std::unordered_map<std::string, Family*> m_byName;  // folded names
     std::unordered_map<std::string, Family*> m_byAlias; // folded names of the table of aliases

@@ -12,6 +12,8 @@
 #include FT_FREETYPE_H
 #include FT_OUTLINE_H
 
+#include "platform/text/AllMemory.h"
+
 namespace platform::text {
 namespace {
 
@@ -63,10 +65,18 @@ RecentGlyphs& Recent() {
     return recent;
 }
 
+// A broken outline draws what can be drawn of it, in every frame the same.
+void Check(FT_Error error) {
+    if (error == FT_Err_Out_Of_Memory) {
+        throw std::bad_alloc();
+    }
+}
+
 FT_Library Library() {
     static const FT_Library library = [] {
         FT_Library made = nullptr;
-        return FT_Init_FreeType(&made) == 0 ? made : nullptr;
+        Check(FT_Init_FreeType(&made));
+        return made;
     }();
     return library;
 }
@@ -77,18 +87,23 @@ public:
     // scale is 26.6 pixels a font unit; (x, y) is added to each point.
     Outline(double scale, std::int32_t x, std::int32_t y) : m_scale(scale), m_x(x), m_y(y) {}
 
-    void Move(float x, float y) {
+    // HarfBuzz calls these, which lets no exception pass: a failed allocation shows as those of its own.
+    void Move(float x, float y) noexcept {
         Close();
         Add(x, y, FT_CURVE_TAG_ON);
     }
-    void Add(float x, float y, char tag) {
+    void Add(float x, float y, char tag) noexcept try {
         m_points.push_back({ Scale(x) + m_x, Scale(y) + m_y });
         m_tags.push_back(tag);
+    } catch (const std::bad_alloc&) {
+        errno = ENOMEM;
     }
-    void Close() {
+    void Close() noexcept try {
         if (!m_points.empty() && Index(m_points.size() - 1) != LastContour()) {
             m_contours.push_back(Index(m_points.size() - 1));
         }
+    } catch (const std::bad_alloc&) {
+        errno = ENOMEM;
     }
 
     // Empty for a glyph without ink or with more points than an outline can number.
@@ -161,16 +176,18 @@ hb_draw_funcs_t* MakeDrawFunctions() {
 }
 
 Outline OutlineOf(const Face& face, std::uint32_t glyph, std::int32_t size, std::uint32_t phase) {
-    static hb_draw_funcs_t* const functions = MakeDrawFunctions();
-    Outline outline(size * 64.0 / face.UnitsPerEm(), static_cast<std::int32_t>(phase & 3) * 16,
-                    -static_cast<std::int32_t>(phase >> 2) * 16);
+    static hb_draw_funcs_t* const functions = WithAllMemory(MakeDrawFunctions);
+    return WithAllMemory([&] {
+        Outline outline(size * 64.0 / face.UnitsPerEm(), static_cast<std::int32_t>(phase & 3) * 16,
+                        -static_cast<std::int32_t>(phase >> 2) * 16);
 #if HB_VERSION_ATLEAST(7, 0, 0)
-    hb_font_draw_glyph(face.Font(), glyph, functions, &outline);
+        hb_font_draw_glyph(face.Font(), glyph, functions, &outline);
 #else
-    hb_font_get_glyph_shape(face.Font(), glyph, functions, &outline);
+        hb_font_get_glyph_shape(face.Font(), glyph, functions, &outline);
 #endif
-    outline.Close();
-    return outline;
+        outline.Close();
+        return outline;
+    });
 }
 
 // Whole pixels around the outline, y down.
@@ -198,7 +215,7 @@ std::shared_ptr<const GlyphBitmap> Rasterise(const GlyphKey& key, FT_Outline& ou
     target.buffer = bitmap->pixels.data();
     target.num_grays = 256;
     target.pixel_mode = FT_PIXEL_MODE_GRAY;
-    FT_Outline_Get_Bitmap(Library(), &outline, &target);
+    Check(FT_Outline_Get_Bitmap(Library(), &outline, &target));
     return bitmap;
 }
 
@@ -225,7 +242,7 @@ void RasteriseInto(FT_Outline& outline, std::int64_t x, std::int64_t y, Coverage
     params.gray_spans = PaintSpans;
     params.user = &painter;
     params.clip_box = { 0, 0, clip.right - clip.left, clip.bottom - clip.top };
-    FT_Outline_Render(Library(), &outline, &params);
+    Check(FT_Outline_Render(Library(), &outline, &params));
 }
 
 // A glyph whose origin lies at a 26.6 position, y down: the pixel of the origin, and what is cached

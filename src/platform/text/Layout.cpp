@@ -5,16 +5,16 @@
 #include <algorithm>
 #include <fribidi.h>
 #include <hb.h>
-#include <optional>
 
 #include "platform/Report.h"
 #include "platform/Utf8.h"
+#include "platform/text/AllMemory.h"
 
 namespace platform::text {
 namespace {
 
 // Characters of one direction, face and script, shaped together.
-struct Run {
+struct FaceRun {
     std::size_t start, length;
     const Face* face;
     hb_script_t script;
@@ -27,10 +27,14 @@ struct Workspace {
     std::vector<const Face*> faces;
     std::vector<hb_script_t> scripts;
     std::vector<FriBidiLevel> levels;
-    std::vector<Run> runs;
+    std::vector<FaceRun> runs;
     hb_buffer_t* buffer = hb_buffer_create();
 
-    Workspace() = default;
+    Workspace() {
+        if (!hb_buffer_allocation_successful(buffer)) { // it is an empty one for all
+            throw std::bad_alloc();
+        }
+    }
     ~Workspace() { hb_buffer_destroy(buffer); }
     Workspace(const Workspace&) = delete;
     Workspace& operator=(const Workspace&) = delete;
@@ -232,11 +236,11 @@ void FindLevels(Workspace& work) {
     const auto count = static_cast<FriBidiStrIndex>(length);
     fribidi_get_bidi_types(text.data(), count, types.data());
     fribidi_get_bracket_types(text.data(), count, types.data(), brackets.data());
-    FriBidiParType base = FRIBIDI_PAR_ON; // the first strong character decides
-    if (fribidi_get_par_embedding_levels_ex(types.data(), brackets.data(), count, &base,
-                                            work.levels.data()) == 0) {
-        work.levels.assign(length, 0); // without memory: in the order of the text
-    }
+    WithAllMemory([&] {
+        FriBidiParType base = FRIBIDI_PAR_ON; // the first strong character decides
+        return fribidi_get_par_embedding_levels_ex(types.data(), brackets.data(), count, &base,
+                                                   work.levels.data());
+    });
 }
 
 void FindRuns(Workspace& work) {
@@ -255,13 +259,13 @@ void FindRuns(Workspace& work) {
 
 // Rule L2 of the Unicode Bidirectional Algorithm (UAX #9), on whole runs: from the highest level
 // down to 1, each row of runs of that level or above turns round.
-void OrderRuns(std::vector<Run>& runs) {
+void OrderRuns(std::vector<FaceRun>& runs) {
     FriBidiLevel highest = 0;
-    for (const Run& run : runs) {
+    for (const FaceRun& run : runs) {
         highest = std::max(highest, run.level);
     }
     for (FriBidiLevel level = highest; level > 0; --level) {
-        const auto reaches = [level](const Run& run) { return run.level >= level; };
+        const auto reaches = [level](const FaceRun& run) { return run.level >= level; };
         for (auto first = runs.begin(); first != runs.end();) {
             first = std::find_if(first, runs.end(), reaches);
             const auto last = std::find_if_not(first, runs.end(), reaches);
@@ -288,8 +292,8 @@ public:
         m_line.glyphs.reserve(characters);
     }
 
-    void Add(const Run& run, const std::u32string& text, hb_buffer_t* buffer) {
-        Shape(run, text, buffer);
+    void Add(const FaceRun& run, const std::u32string& text, hb_buffer_t* buffer) {
+        run.face->Shape({ text, run.start, run.length, run.script, (run.level & 1) != 0 }, buffer);
         unsigned count = 0;
         const hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(buffer, &count);
         const hb_glyph_position_t* const places = hb_buffer_get_glyph_positions(buffer, &count);
@@ -319,19 +323,6 @@ public:
     }
 
 private:
-    // The language stays unset: a face made for one language keeps its own forms, and the pixels
-    // do not hang on the locale.
-    static void Shape(const Run& run, const std::u32string& text, hb_buffer_t* buffer) {
-        hb_buffer_clear_contents(buffer);
-        static_assert(sizeof(char32_t) == sizeof(std::uint32_t));
-        hb_buffer_add_utf32(buffer, reinterpret_cast<const std::uint32_t*>(text.data()),
-                            static_cast<int>(text.size()), static_cast<unsigned>(run.start),
-                            static_cast<int>(run.length));
-        hb_buffer_set_direction(buffer, run.level & 1 ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
-        hb_buffer_set_script(buffer, run.script);
-        hb_shape(run.face->Font(), buffer, nullptr, 0);
-    }
-
     static bool HasInk(const InkRange& ink) { return ink.left <= ink.right; }
 
     // Most glyphs have no offset.
@@ -381,7 +372,7 @@ GlyphLine LayOutGlyphs(Family& family, std::int32_t size, std::string_view utf8)
     FindRuns(work);
     OrderRuns(work.runs);
     LineBuilder builder(size, work.text.size());
-    for (const Run& run : work.runs) {
+    for (const FaceRun& run : work.runs) {
         builder.Add(run, work.text, work.buffer);
     }
     return builder.Finish();

@@ -39,16 +39,15 @@ struct LineKey {
 class CachedLine final : public Line {
 public:
     CachedLine(const LineKey& key, GlyphLine line)
-        : Line(line.widthPx), m_font(key.font), m_size(key.size), m_encoding(key.encoding),
-          m_bytes(key.bytes), m_glyphs(std::move(line.glyphs)) {}
+        : Line(line.widthPx,
+               static_cast<std::int64_t>(sizeof *this + key.bytes.size() +
+                                         line.glyphs.capacity() * sizeof(PlacedGlyph))),
+          m_font(key.font), m_size(key.size), m_encoding(key.encoding), m_bytes(key.bytes),
+          m_glyphs(std::move(line.glyphs)) {}
 
     bool Matches(const LineKey& key) const {
         return m_font == key.font && m_size == key.size && m_encoding == key.encoding &&
                m_bytes == key.bytes;
-    }
-    std::int64_t Bytes() const {
-        return static_cast<std::int64_t>(sizeof *this + m_bytes.capacity() +
-                                         m_glyphs.capacity() * sizeof(PlacedGlyph));
     }
     std::int32_t Size() const { return m_size; }
     const std::vector<PlacedGlyph>& Glyphs() const { return m_glyphs; }

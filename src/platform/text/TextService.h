@@ -24,7 +24,7 @@ FontMetrics MetricsOf(FontNumber font, std::int32_t size);
 // One laid-out line: immutable, shared by measuring and drawing.
 class Line {
 public:
-    explicit Line(std::int64_t widthPx) : m_widthPx(widthPx) {}
+    Line(std::int64_t widthPx, std::int64_t bytes) : m_widthPx(widthPx), m_bytes(bytes) {}
     virtual ~Line() = default;
     Line(const Line&) = delete;
     Line& operator=(const Line&) = delete;
@@ -33,10 +33,11 @@ public:
     std::uint64_t Id() const { return m_id; }
     // What the pen moves by, whole pixels, rounded up. All ink of the line lies in 0..WidthPx.
     std::int64_t WidthPx() const { return m_widthPx; }
+    std::int64_t Bytes() const { return m_bytes; } // that it takes
 
 private:
     std::uint64_t m_id = NextId();
-    std::int64_t m_widthPx;
+    std::int64_t m_widthPx, m_bytes;
 
     static std::uint64_t NextId();
 };

@@ -86,4 +86,10 @@ TEST(RecordingTest, DrawingsWithLessInCommonAreNotCompared) {
     EXPECT_FALSE(bare.DifferenceFrom(bare, kWidth, kHeight));
 }
 
+TEST(RecordingTest, CountsTheLinesThatItKeepsAlive) {
+    const Recording recording = Drawing { { "a line", "and another one" } }.Record();
+    EXPECT_GE(recording.Bytes(), text::LayOutLine(0, 20, "a line")->Bytes() +
+                                     text::LayOutLine(0, 20, "and another one")->Bytes());
+}
+
 } // namespace

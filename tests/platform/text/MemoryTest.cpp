@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// One allocation after the other fails: what is drawn then is right or is not there at all, and what is
+// drawn next is right.
+#include <algorithm>
+#include <functional>
+#include <gmock/gmock.h>
+#include <memory>
+#include <new>
+
+#include "platform/drawing/CoveragePlane.h"
+#include "platform/text/Layout.h"
+#include "support/FailingMemory.h"
+#include "support/TestWorld.h"
+
+namespace {
+
+using namespace platform;
+using test::FailingMemory;
+using test::Refuse;
+using test::TestWorld;
+
+// Kerned, composed, reordered, joined, and of several families.
+constexpr char kText[] = "AV e\u0301j\u0302 סוף سلم 日本";
+
+using Pixels = std::vector<std::uint8_t>;
+// Draws into pixels of the right size. Where it cannot, it says false or throws std::bad_alloc.
+using Draw = std::function<bool(Pixels&)>;
+
+// Whether it was drawn, and whether an allocation was refused meanwhile.
+std::pair<bool, bool> DrawWithout(const Draw& draw, int which, Refuse refuse, Pixels& pixels) {
+    const FailingMemory failing(which, refuse);
+    bool drawn = false;
+    try {
+        drawn = draw(pixels);
+    } catch (const std::bad_alloc&) { // nothing is drawn
+    }
+    return { drawn, failing.HasRefused() };
+}
+
+// make prepares a drawing that finds nothing of its own from the one before.
+void Sweep(std::size_t bytes, const std::function<Draw()>& make) {
+    Pixels right(bytes);
+    ASSERT_TRUE(make()(right));
+    for (const Refuse refuse : { Refuse::kOne, Refuse::kAllFrom }) {
+        bool refused = true;
+        for (int which = 0; refused; ++which) {
+            Pixels pixels(bytes);
+            const Draw draw = make();
+            const auto [drawn, wasRefused] = DrawWithout(draw, which, refuse, pixels);
+            EXPECT_TRUE(!drawn || pixels == right) << "without allocation " << which;
+            EXPECT_TRUE(draw(pixels) && pixels == right) << "after allocation " << which;
+            refused = wasRefused;
+            EXPECT_TRUE(refused || which > 0);
+        }
+    }
+}
+
+bool Take(const TestWorld& world, Pixels& pixels) {
+    if (!LockPixels(world.Map())) {
+        return false;
+    }
+    const std::uint8_t* const base = GetPixBaseAddr(world.Map());
+    if (base) {
+        std::copy_n(base, pixels.size(), pixels.begin());
+    }
+    UnlockPixels(world.Map());
+    return base;
+}
+
+constexpr std::int16_t kWidth = 280, kHeight = 90;
+constexpr std::size_t kBytes = std::size_t { 4 } * kWidth * kHeight;
+
+bool DrawFrame(const TestWorld& world, const char* line, Pixels& pixels) {
+    world.Erase();
+    FontNumber number = 0;
+    GetFNum(reinterpret_cast<const std::uint8_t*>("\x0FLiberation Sans"), &number);
+    TextFont(number);
+    TextSize(30);
+    for (const auto& [text, baseline] : { std::pair(kText, 35), std::pair(line, 80) }) {
+        MoveTo(2, static_cast<std::int16_t>(baseline));
+        DrawText(text, 0, static_cast<std::int32_t>(std::strlen(text)));
+    }
+    return Take(world, pixels);
+}
+
+TEST(MemoryTest, AFrameIsWholeOrNotThere) {
+    Sweep(kBytes, [] {
+        PurgeTextCaches();
+        const auto world = std::make_shared<TestWorld>(kWidth, kHeight);
+        return [world](Pixels& pixels) { return DrawFrame(*world, "CUT 009", pixels); };
+    });
+}
+
+TEST(MemoryTest, ATextThatCountsOnIsWholeOrNotThere) {
+    Sweep(kBytes, [] {
+        PurgeTextCaches();
+        Pixels older(kBytes);
+        EXPECT_TRUE(DrawFrame(TestWorld(kWidth, kHeight), "CUT 00:", older));
+        const auto world = std::make_shared<TestWorld>(kWidth, kHeight);
+        return [world](Pixels& pixels) { return DrawFrame(*world, "CUT 009", pixels); };
+    });
+}
+
+TEST(MemoryTest, WhatIsDrawnOnAWorldsOwnPixelsIsDrawnOnce) {
+    Sweep(kBytes, [] {
+        PurgeTextCaches();
+        const auto world = std::make_shared<TestWorld>(kWidth, kHeight);
+        world->Erase();
+        LockPixels(world->Map());
+        GetWritablePixBaseAddr(world->Map());
+        UnlockPixels(world->Map());
+        TextSize(40);
+        test::Draw(2, 40, "first");
+        RGBForeColor({ 65535, 0, 0 });
+        test::Draw(40, 60, "second");
+        PaintRect({ 50, 50, 60, 60 });
+        RGBForeColor({ 0, 0, 65535 });
+        test::Draw(80, 80, "third");
+        return [world](Pixels& pixels) { return Take(*world, pixels); };
+    });
+}
+
+// From the file to the coverage of the glyphs, with nothing that anybody has kept.
+TEST(MemoryTest, AFaceThatIsOpenedIsWholeOrNotThere) {
+    const std::string file = ResolveFontFamily("DejaVu Sans").file;
+    struct Opened {
+        text::Family family;
+        std::unique_ptr<text::Face> face;
+    };
+    Sweep(300 * 60, [&file] {
+        const auto opened = std::make_shared<Opened>();
+        opened->family.name = "DejaVu Sans";
+        // Fontconfig ends the process where it finds no memory, so it says now who else has characters.
+        text::FontCatalog::Get().FallbackFor(opened->family, U"日");
+        return [opened, &file](Pixels& pixels) {
+            if (!opened->face) {
+                std::string why;
+                opened->face = text::Face::Open({ file }, why);
+                EXPECT_EQ(why, ""); // or it were taken for broken
+                opened->family.face = opened->face.get();
+            }
+            CoveragePlane plane({ 0, 0, 300, 60 }, pixels.data());
+            text::PaintGlyphs(text::LayOutGlyphs(opened->family, 30, kText).glyphs, 30, 2, 40,
+                              plane);
+            return true;
+        };
+    });
+}
+
+} // namespace
