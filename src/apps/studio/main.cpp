@@ -18,6 +18,7 @@
 #include "apps/studio/Mailbox.h"
 #include "apps/studio/MainWindow.h"
 #include "apps/studio/Texts.h"
+#include "host/StandardStreams.h"
 
 namespace studio {
 
@@ -89,6 +90,7 @@ int Run(const Options& options, int argc, char** argv) {
 } // namespace studio
 
 int main(int argc, char** argv) try {
+    host::OpenStandardStreams();
     studio::Options options;
     CLI::App app("Burns text into animation frames, in a window.", "telop-studio");
     app.add_option("FILE", options.files,

@@ -23,6 +23,7 @@
 #include "apps/telop/ListsCommand.h"
 #include "apps/telop/RenderCommand.h"
 #include "apps/telop/SettingsCommand.h"
+#include "host/StandardStreams.h"
 
 namespace telop {
 
@@ -178,5 +179,6 @@ ExitCode Main(int argc, char** argv) {
 } // namespace telop
 
 int main(int argc, char** argv) {
+    host::OpenStandardStreams();
     return static_cast<int>(telop::Main(argc, argv));
 }
