@@ -88,11 +88,11 @@ bool Archive::Open(const std::filesystem::path& file, std::uint32_t fileType, st
         }
     } else if (mode == epiArchiveWrite) {
         if (int const error = PlaceError(file))
-            m_error = file.string() + ": cannot be written: " + ErrorText(error);
+            m_error = Printable(file.native()) + ": cannot be written: " + ErrorText(error);
         else
             m_mode = Mode::kWrite; // An empty file is a whole one, so this much may be flushed.
     } else {
-        m_error = file.string() + ": cannot be opened in mode " + std::to_string(mode);
+        m_error = Printable(file.native()) + ": cannot be opened in mode " + std::to_string(mode);
     }
     m_file = file;
     m_fileType = fileType;
@@ -141,7 +141,7 @@ std::int32_t Archive::Write(const void* buffer, std::int32_t length) {
     }
     if (static_cast<std::size_t>(length) > kMaxArchive - m_bytes.size()) {
         m_broken = true;
-        m_error = m_file.string() + ": stays as it was: it was to take more than " +
+        m_error = Printable(m_file.native()) + ": stays as it was: it was to take more than " +
                   std::to_string(kMaxArchive) + " bytes";
         return 0;
     }
@@ -158,7 +158,7 @@ bool Archive::Flush() {
     m_unflushed = false;
     if (m_broken) {
         if (m_error.empty())
-            m_error = m_file.string() + ": stays as it was, since a write before failed";
+            m_error = Printable(m_file.native()) + ": stays as it was, since a write before failed";
         return false;
     }
     if (m_file.empty() ||

@@ -6,6 +6,8 @@
 #include <system_error>
 #include <utility>
 
+#include "host/Message.h"
+
 namespace host {
 
 namespace fs = std::filesystem;
@@ -22,13 +24,13 @@ fs::path ProgramFolder() {
     return fs::read_symlink("/proc/self/exe", error).parent_path();
 }
 
-// The first folder above the program that was configured for a build; empty when there is none.
-fs::path BuildTree(fs::path folder) {
+// The tree that made the program, while the program still lies in it. An installed one takes nothing
+// from a build that happens to be above it.
+fs::path BuildTree(const fs::path& program) {
     std::error_code error;
-    for (; !folder.empty() && folder != folder.root_path(); folder = folder.parent_path())
-        if (fs::exists(folder / "CMakeCache.txt", error))
-            return folder;
-    return {};
+    const fs::path tree = fs::weakly_canonical(TELOP_BUILD_TREE, error);
+    const fs::path within = program.lexically_relative(tree);
+    return within.empty() || *within.begin() == ".." ? fs::path() : tree;
 }
 
 // $XDG_DATA_HOME counts only when it is absolute.
@@ -86,7 +88,7 @@ std::string ModuleFolder() {
 std::string BundleSearch::Describe() const {
     std::string text;
     for (auto const& place : looked)
-        text += "  " + place.path.string() + " (" + place.origin + ")\n";
+        text += "  " + Printable(place.path.native()) + " (" + place.origin + ")\n";
     return text;
 }
 

@@ -3,6 +3,8 @@
 
 #include <array>
 
+#include "host/Message.h"
+
 namespace host {
 
 namespace {
@@ -38,7 +40,7 @@ std::unique_ptr<Dialog> Dialog::Open(Effect& effect, DialogKind kind, const Fram
         return nullptr;
     if (record.hDialogWindow)
         return dialog;
-    why = effect.ThePlugin().Bundle().string() +
+    why = Printable(effect.ThePlugin().Bundle().native()) +
           ": made no window: its user interface is not installed or cannot run here";
     return nullptr;
 }

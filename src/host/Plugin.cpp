@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "host/BundleSearch.h"
+#include "host/Message.h"
 #include "host/Tables.h"
 
 namespace host {
@@ -41,7 +42,7 @@ std::string MachinesOf(const fs::path& contents) {
     for (auto const& entry : fs::directory_iterator(contents, error)) {
         auto const name = entry.path().filename().string();
         if (name.starts_with("Linux-"))
-            machines += (machines.empty() ? "" : ", ") + name;
+            machines += (machines.empty() ? "" : ", ") + Printable(name);
     }
     return machines.empty() ? "no module at all" : "modules for " + machines + " only";
 }
@@ -80,24 +81,27 @@ bool Plugin::OpenModule(std::string& why) {
     m_module = contents / ModuleFolder() / (m_bundle.stem().string() + ".so");
     std::error_code error;
     if (!fs::is_directory(contents, error)) {
-        why = m_bundle.string() + ": is no bundle: there is no folder " + contents.string();
+        why = Printable(m_bundle.native()) + ": is no bundle: there is no folder " +
+              Printable(contents.native());
         return false;
     }
     if (!fs::exists(m_module, error)) {
-        why = m_bundle.string() + ": has no " + ModuleFolder() + "/" +
-              m_module.filename().string() + " for this program, but " + MachinesOf(contents);
+        why = Printable(m_bundle.native()) + ": has no " + ModuleFolder() + "/" +
+              Printable(m_module.filename().native()) + " for this program, but " +
+              MachinesOf(contents);
         return false;
     }
     // The absolute path, so that the loader does not look in its own places for a bare name.
     m_library = dlopen(fs::absolute(m_module, error).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!m_library) {
         auto const* reason = dlerror();
-        why = m_module.string() + ": does not load: " + (reason ? reason : "no reason given");
+        why = Printable(m_module.native()) +
+              ": does not load: " + Printable(reason ? reason : "no reason given");
         return false;
     }
     m_entry = reinterpret_cast<EPIEntryPoint>(dlsym(m_library, EPI_ENTRY_POINT_NAME));
     if (!m_entry)
-        why = m_module.string() + ": exports no " EPI_ENTRY_POINT_NAME;
+        why = Printable(m_module.native()) + ": exports no " EPI_ENTRY_POINT_NAME;
     return m_entry != nullptr;
 }
 
@@ -112,7 +116,7 @@ bool Plugin::Describe(std::string& why) {
         return false;
     if (info.nFixedParamSize < 1 || info.nFixedParamSize > kMaxBlock || info.nSettingsSize < 0 ||
         info.nSettingsSize > kMaxBlock) {
-        why = m_module.string() + ": asks for " + std::to_string(info.nFixedParamSize) +
+        why = Printable(m_module.native()) + ": asks for " + std::to_string(info.nFixedParamSize) +
               " bytes of parameters and " + std::to_string(info.nSettingsSize) + " of settings";
         return false;
     }
@@ -145,7 +149,7 @@ bool Plugin::Run(long selector, _EPIRECORD& record, std::string& why) const {
     } catch (...) {
         why = "was stopped by an exception";
     }
-    why = m_module.string() + ": " + NameOfSelector(selector) + " " + why;
+    why = Printable(m_module.native()) + ": " + NameOfSelector(selector) + " " + why;
     return false;
 }
 

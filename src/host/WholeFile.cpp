@@ -35,7 +35,7 @@ std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::filesystem::pa
     auto const error = in.Get() < 0 ? errno : ReadAll(in.Get(), maxSize, bytes);
     if (error == 0)
         return bytes;
-    why = file.string() + ": cannot be read: " +
+    why = Printable(file.native()) + ": cannot be read: " +
           (error == EFBIG ? "more than " + std::to_string(maxSize) + " bytes" : ErrorText(error));
     return std::nullopt;
 }

@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/telop/Console.h"
 
+#include <cerrno>
 #include <cstdio>
 
+#include <poll.h>
 #include <sys/ioctl.h>
 #include <unistd.h>
+
+#include "apps/telop/Interruption.h"
+#include "host/Message.h"
 
 namespace telop {
 
@@ -12,8 +17,16 @@ namespace {
 
 constexpr std::string_view kEraseLine = "\r\x1B[K";
 
-// One call for one line, so that other processes on the same terminal do not cut it in two.
+constexpr int kPatienceMs = 50;
+
+// One call for one line, so that other processes on the same terminal do not cut it in two. A reader
+// that pauses is waited for until the run is interrupted: then it must not keep it from its end.
 void Write(const std::string& text) {
+    pollfd stream { STDERR_FILENO, POLLOUT, 0 };
+    int ready = 0;
+    while ((ready = poll(&stream, 1, kPatienceMs)) == 0 || (ready < 0 && errno == EINTR))
+        if (Interruption::Signal() != 0)
+            return;
     std::fwrite(text.data(), 1, text.size(), stderr);
 }
 
@@ -28,7 +41,7 @@ void Console::Line(std::string_view start, std::string_view text) {
     std::lock_guard const lock(m_mutex);
     std::string line(m_status.empty() ? "" : kEraseLine);
     line += start;
-    line += text;
+    line += host::PrintableLines(text);
     line += '\n';
     Write(line + m_status);
 }

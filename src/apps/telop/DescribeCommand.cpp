@@ -8,6 +8,7 @@
 #include <CLI/CLI.hpp>
 
 #include "apps/telop/LoadEffect.h"
+#include "host/Message.h"
 #include "platform/CoreFoundation.h"
 #include "platform/TextEncoding.h"
 
@@ -16,7 +17,7 @@ namespace telop {
 namespace {
 
 void Print(const char* label, const std::string& value) {
-    std::printf("%-16s%s\n", label, value.empty() ? "(none)" : value.c_str());
+    std::printf("%-16s%s\n", label, value.empty() ? "(none)" : host::Printable(value).c_str());
 }
 
 std::string FourCharacters(std::uint32_t code) {

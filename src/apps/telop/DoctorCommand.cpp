@@ -17,6 +17,7 @@
 #include "apps/telop/LoadEffect.h"
 #include "host/BundleSearch.h"
 #include "host/Ledger.h"
+#include "host/Message.h"
 #include "host/text/TextField.h"
 #include "platform/Fonts.h"
 #include "platform/Report.h"
@@ -63,7 +64,7 @@ private:
         return columns;
     }
     static void Line(const char* mark, const std::string& label, const std::string& value) {
-        std::printf("%s%-20s %s\n", mark, label.c_str(), value.c_str());
+        std::printf("%s%-20s %s\n", mark, label.c_str(), host::PrintableLines(value).c_str());
     }
     int m_wrong = 0;
 };

@@ -2,7 +2,7 @@
 // SIGINT and SIGTERM as a wish to stop, which the frames in work answer when they are whole.
 #pragma once
 
-#include "host/jobs/CancelToken.h"
+#include "host/jobs/RunListener.h"
 
 namespace telop {
 

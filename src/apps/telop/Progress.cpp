@@ -70,6 +70,10 @@ void Progress::FrameFailed(const host::FrameFailure& failure) {
     Console::Get().Error(failure.what);
 }
 
+void Progress::Warned(const std::string& what) {
+    Console::Get().Warn(what);
+}
+
 void Progress::Finished(const host::RunResult&) {
     if (m_style == ProgressStyle::kBar)
         Console::Get().Status("");

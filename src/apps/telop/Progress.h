@@ -27,6 +27,7 @@ public:
     void FrameWritten(std::int64_t frame, const std::string& output) override;
     void FrameSkipped(std::int64_t frame, const std::string& output) override;
     void FrameFailed(const host::FrameFailure& failure) override;
+    void Warned(const std::string& what) override;
     void Finished(const host::RunResult& result) override; // takes the bar away
 
 private:

@@ -136,10 +136,10 @@ ExitCode Conclude(const host::FramePlan& plan, const host::RunResult& result,
                                          : ExitCode::kSuccess;
 }
 
-// The process's end while a thread waits for a stream that may never come: nothing is being
-// written, and nothing that the thread uses goes away before it.
-void EndIfReaderWaits(const host::RunResult& result, ExitCode code) {
-    if (result.readerWaits)
+// The process's end while a thread waits for a stream that nobody gives or takes: nothing that the
+// thread uses goes away before it.
+void EndIfStuck(const host::RunResult& result, ExitCode code) {
+    if (result.isStuck)
         std::_Exit(static_cast<int>(code));
 }
 
@@ -150,11 +150,12 @@ ExitCode RenderFrames(const host::FramePlan& plan, const host::FrameRenderer& re
     Interruption const interruption(cancel);
     auto const missing = ReportMissing(plan);
     Progress progress(StyleOf(options));
-    host::FramePump pump(plan.Source(), renderer, plan.Sink(), progress, cancel,
-                         host::ThreadsFor(options.jobs, plan.Source()), options.compression);
+    host::FramePump pump(
+        plan.Source(), renderer, plan.Sink(), progress, cancel,
+        { .jobs = options.jobs, .compression = options.compression, .memory = options.memory });
     auto const result = pump.Run();
     auto const code = Conclude(plan, result, missing);
-    EndIfReaderWaits(result, code);
+    EndIfStuck(result, code);
     return code;
 }
 

@@ -160,6 +160,13 @@ void AddOutputOptions(CLI::App& command, RenderOptions& options) {
         ->option_text("N")
         ->group(group);
     command
+        .add_option("--memory", options.memory,
+                    "For all frames in work together, such as 800M or 8G (most of what is free)")
+        ->transform(CLI::AsSizeValue(false))
+        ->check(CLI::PositiveNumber)
+        ->option_text("SIZE")
+        ->group(group);
+    command
         .add_option("--compression", options.compression,
                     "Of PNG, 0 none to 9 smallest (" + std::to_string(options.compression) + ")")
         ->check(WholeNumber(0, host::kPngLevelMax))

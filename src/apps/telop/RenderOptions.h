@@ -29,7 +29,8 @@ struct RenderOptions {
     std::optional<std::string> encoding, plugin;
     bool strictFonts = false;
 
-    int jobs = 0; // 0: one for each core
+    int jobs = 0;             // 0: one for each core
+    std::uint64_t memory = 0; // bytes; 0: most of what is free
     int compression;
     bool overwrite = false;
     bool skipExisting = false;

@@ -1,36 +1,35 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// An open file that is closed on every way out, and what the system says about errors. Internal to
-// the frame files.
+// An open file that is closed on every way out.
 #pragma once
 
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <span>
-#include <string>
-#include <system_error>
+#include <utility>
 
 #include <unistd.h>
+
+#include "host/Message.h"
 
 namespace host {
 
 class Descriptor {
 public:
-    explicit Descriptor(int value) : m_value(value) {}
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
+    explicit Descriptor(int value = -1) : m_value(value) {}
+    Descriptor(Descriptor&& other) noexcept : m_value(std::exchange(other.m_value, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(m_value, other.m_value);
+        return *this;
+    }
     ~Descriptor() {
         if (m_value >= 0)
             ::close(m_value);
     }
 
     int Get() const { return m_value; }
-    // Closing is where some file systems report that the disk is full.
-    bool Close() {
-        const int value = m_value;
-        m_value = -1;
-        return ::close(value) == 0;
-    }
+    // 0 or an errno: closing is where some file systems report that the disk is full.
+    int Close() { return ::close(std::exchange(m_value, -1)) == 0 ? 0 : errno; }
 
 private:
     int m_value;
@@ -46,11 +45,6 @@ inline int WriteAll(int descriptor, std::span<const std::uint8_t> bytes) {
             bytes = bytes.subspan(std::size_t(wrote));
     }
     return 0;
-}
-
-// Unlike strerror, for any thread.
-inline std::string ErrorText(int error) {
-    return std::generic_category().message(error);
 }
 
 } // namespace host

@@ -6,7 +6,9 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -67,6 +69,9 @@ struct Frame {
     std::unique_ptr<Image> image;
     FrameHeader header;
 };
+
+// Whether a frame may take so many bytes of memory; false with the reason.
+using Room = std::function<bool(std::uint64_t bytes, std::string& why)>;
 
 // Gives the frame an image of this size and format, the one it has if that fits; its pixels are
 // unspecified. False: there is no memory.

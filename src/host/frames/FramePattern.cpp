@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "host/Message.h"
 #include "host/frames/FrameRanges.h"
 
 namespace host {
@@ -63,7 +64,7 @@ bool FramePattern::LooksLikeOne(std::string_view path) {
 
 std::optional<FramePattern> FramePattern::Parse(std::string_view path, std::string& why) {
     const auto fail = [&](std::string_view reason) {
-        why = std::string(path) + ": " + std::string(reason);
+        why = Printable(path) + ": " + std::string(reason);
         return std::nullopt;
     };
     const std::string_view name = FileName(path);

@@ -9,6 +9,7 @@
 #include <random>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 
 #include "host/frames/Descriptor.h"
@@ -16,43 +17,54 @@
 namespace host {
 namespace {
 
-// A new file beside another, gone again unless it takes the other's place.
+namespace fs = std::filesystem;
+
+constexpr std::string_view kNameStart = ".telop-";
+constexpr std::string_view kNameEnd = ".part";
+
+const char* OrCurrent(const fs::path& folder) {
+    return folder.empty() ? "." : folder.c_str();
+}
+
+// A new file beside another, gone again unless it takes the other's place. It is locked while it
+// lives, so that no run takes it for a leftover.
 class TemporaryFile {
 public:
     // In the same folder, for only there a rename is one step. The name is short, so that
     // it is good wherever the file's own is.
-    explicit TemporaryFile(const std::filesystem::path& beside) {
+    explicit TemporaryFile(const fs::path& beside) {
         std::random_device random;
         do {
-            m_path = beside.parent_path() / (".telop-" + std::to_string(random()) + ".part");
-            m_descriptor = ::open(m_path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
-                                  S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH);
-        } while (m_descriptor < 0 && errno == EEXIST);
-        m_error = m_descriptor < 0 ? errno : 0;
-        m_exists = m_descriptor >= 0;
+            m_path = beside.parent_path() /
+                     std::string(kNameStart).append(std::to_string(random())).append(kNameEnd);
+            m_file = Descriptor(::open(m_path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC,
+                                       S_IRUSR | S_IWUSR | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH));
+        } while (m_file.Get() < 0 ? errno == EEXIST : !Hold());
+        m_error = m_file.Get() < 0 ? errno : 0;
+        m_exists = m_error == 0;
     }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile() {
-        if (m_descriptor >= 0)
-            ::close(m_descriptor);
         if (m_exists)
             ::unlink(m_path.c_str());
     }
 
     // Each gives 0 or an errno.
     int Error() const { return m_error; }
-    int Fill(std::span<const std::uint8_t> bytes, std::optional<mode_t> mode) {
+    int Fill(std::span<const std::uint8_t> bytes, std::optional<mode_t> mode, Flush flush) {
         // Permissions that cannot be had, as on foreign file systems, are no reason to lose a frame.
-        if (mode && ::fchmod(m_descriptor, *mode) != 0)
+        if (mode && ::fchmod(m_file.Get(), *mode) != 0)
             errno = 0;
-        const int error = WriteAll(m_descriptor, bytes);
-        // Closing is where some file systems report that the disk is full.
-        const int closed = ::close(m_descriptor) == 0 ? 0 : errno;
-        m_descriptor = -1;
+        int error = WriteAll(m_file.Get(), bytes);
+        if (error == 0 && flush == Flush::kNow && ::fsync(m_file.Get()) != 0 && errno != EINVAL)
+            error = errno;
+        // Keeps the lock until the file has its name.
+        m_lock = Descriptor(::fcntl(m_file.Get(), F_DUPFD_CLOEXEC, 0));
+        const int closed = m_file.Close();
         return error != 0 ? error : closed;
     }
-    int MoveTo(const std::filesystem::path& place, Existing existing) {
+    int MoveTo(const fs::path& place, Existing existing) {
         int moved = -1;
         if (existing != Existing::kOverwrite) {
             moved =
@@ -70,35 +82,47 @@ public:
     }
 
 private:
-    std::filesystem::path m_path;
-    int m_descriptor = -1;
+    // False when another run took the file for a leftover before the lock was there. Where files
+    // cannot be locked nothing is ever taken for one.
+    bool Hold() const {
+        while (::flock(m_file.Get(), LOCK_EX) != 0)
+            if (errno != EINTR)
+                return true;
+        struct stat status {};
+        return ::fstat(m_file.Get(), &status) != 0 || status.st_nlink > 0;
+    }
+
+    fs::path m_path;
+    Descriptor m_file, m_lock;
     int m_error = 0;
     bool m_exists = false;
 };
 
-int WriteBeside(const std::filesystem::path& place, std::span<const std::uint8_t> bytes,
-                Existing existing, std::optional<mode_t> mode) {
+int WriteBeside(const fs::path& place, std::span<const std::uint8_t> bytes, Existing existing,
+                std::optional<mode_t> mode, Flush flush) {
     TemporaryFile temporary(place);
     int error = temporary.Error();
     if (error == 0)
-        error = temporary.Fill(bytes, mode);
+        error = temporary.Fill(bytes, mode, flush);
     return error != 0 ? error : temporary.MoveTo(place, existing);
 }
 
-int WriteStraight(const std::filesystem::path& place, std::span<const std::uint8_t> bytes) {
+int WriteStraight(const fs::path& place, std::span<const std::uint8_t> bytes) {
     Descriptor out(::open(place.c_str(), O_WRONLY | O_CLOEXEC));
     if (out.Get() < 0)
         return errno;
     const int error = WriteAll(out.Get(), bytes);
-    const int closed = out.Close() ? 0 : errno;
+    const int closed = out.Close();
     return error != 0 ? error : closed;
 }
 
 } // namespace
 
-OutputResult WriteWhole(const std::filesystem::path& file, std::span<const std::uint8_t> bytes,
-                        Existing existing, std::string& why) {
-    std::filesystem::path place = file;
+OutputResult WriteWhole(const fs::path& file, std::span<const std::uint8_t> bytes,
+                        Existing existing, std::string& why, Flush flush) {
+    // Whoever may write a file must not be able to make it run with the rights of its owner.
+    constexpr mode_t kPermissions = S_IRWXU | S_IRWXG | S_IRWXO;
+    fs::path place = file;
     struct stat status {};
     const bool exists = ::stat(file.c_str(), &status) == 0;
     const bool regular = !exists || S_ISREG(status.st_mode);
@@ -107,21 +131,46 @@ OutputResult WriteWhole(const std::filesystem::path& file, std::span<const std::
         error = EISDIR;
     if (error == 0 && exists && regular) {
         std::error_code unresolved;
-        place = std::filesystem::canonical(file, unresolved);
+        place = fs::canonical(file, unresolved);
         error = unresolved.value();
     }
     if (error == 0)
-        error = regular
-                    ? WriteBeside(place, bytes, existing,
-                                  exists ? std::optional(status.st_mode & 07777U) : std::nullopt)
-                    : WriteStraight(file, bytes);
+        error = regular ? WriteBeside(place, bytes, existing,
+                                      exists ? std::optional(status.st_mode & kPermissions)
+                                             : std::nullopt,
+                                      flush)
+                        : WriteStraight(file, bytes);
     if (error == 0)
         return OutputResult::kWritten;
     if (error == EEXIST && existing == Existing::kSkip)
         return OutputResult::kSkipped;
-    why = file.native() + ": " +
+    why = Printable(file.native()) + ": " +
           (error == EEXIST ? "exists already" : "cannot be written: " + ErrorText(error));
     return OutputResult::kFailed;
+}
+
+bool FlushFolder(const fs::path& folder, std::string& why) {
+    const Descriptor opened(::open(OrCurrent(folder), O_RDONLY | O_CLOEXEC));
+    if (opened.Get() < 0)
+        ::sync(); // a folder that may be written and not read
+    else if (::syncfs(opened.Get()) != 0)
+        why = Printable(OrCurrent(folder)) +
+              ": what was written cannot be put on the disk: " + ErrorText(errno);
+    return why.empty();
+}
+
+void RemoveLeftovers(const fs::path& folder) {
+    std::error_code error;
+    fs::directory_iterator at(OrCurrent(folder), error);
+    for (; !error && at != fs::directory_iterator(); at.increment(error)) {
+        const std::string name = at->path().filename().native();
+        if (!name.starts_with(kNameStart) || !name.ends_with(kNameEnd))
+            continue;
+        const Descriptor left(
+            ::open(at->path().c_str(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK));
+        if (left.Get() >= 0 && ::flock(left.Get(), LOCK_EX | LOCK_NB) == 0)
+            ::unlink(at->path().c_str());
+    }
 }
 
 } // namespace host

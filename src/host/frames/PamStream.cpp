@@ -206,7 +206,7 @@ bool PamReader::ReadPamHeader(Header& header, std::string& reason) {
         if (key == "TUPLTYPE")
             header.tupleType = value;
         else if (number ? !ParseNumber(value, *number) : !key.empty() && key[0] != '#') {
-            reason = "'" + line + "' is no line of a PAM header";
+            reason = "'" + Printable(line) + "' is no line of a PAM header";
             return false;
         }
     }
@@ -220,7 +220,7 @@ bool PamReader::ReadPlainHeader(Header& header, std::string& reason) {
         if (word.empty())
             reason = CutOff("in its header");
         else if (!ParseNumber(word, *number))
-            reason = "'" + word + "' is no number in its header";
+            reason = "'" + Printable(word) + "' is no number in its header";
         else
             continue;
         return false;
@@ -250,16 +250,21 @@ bool PamReader::ReadHeader(Header& header, std::string& reason) {
         reason =
             "has " + std::to_string(header.depth) + " values in a pixel, where 1 to 4 are known";
     else if (!header.tupleType.empty() && header.tupleType != TupleType(header.Kind()))
-        reason = "its pixels are " + header.tupleType + ", but have " +
+        reason = "its pixels are " + Printable(header.tupleType) + ", but have " +
                  std::to_string(header.depth) + " values";
     return reason.empty();
 }
 
-bool PamReader::ReadPixels(const Header& header, Frame& frame, std::string& reason) {
+bool PamReader::ReadPixels(const Header& header, Frame& frame, const Room& room,
+                           std::string& reason) {
     const ColorKind kind = header.Kind();
     const PixelFormat format = header.greatest == 65535 ? kRgba64
                                : header.depth % 2 == 0  ? kRgba32
                                                         : kRgb24;
+    // The picture, and its rows on their way out: as a stream, or filtered and compressed.
+    const auto image = std::uint64_t(header.width * header.height * format.BytesPerPixel());
+    if (room && !room(3 * image, reason))
+        return false;
     if (!PrepareImage(frame, std::int32_t(header.width), std::int32_t(header.height), format)) {
         reason = "there is no memory for it";
         return false;
@@ -279,14 +284,14 @@ bool PamReader::ReadPixels(const Header& header, Frame& frame, std::string& reas
     return true;
 }
 
-StreamResult PamReader::Next(Frame& frame, std::string& why) {
+StreamResult PamReader::Next(Frame& frame, std::string& why, const Room& room) {
     std::string reason;
     Header header;
     if (PeekByte() < 0) {
         if (m_error == 0)
             return StreamResult::kEnd;
         reason = CutOff("");
-    } else if (ReadHeader(header, reason) && ReadPixels(header, frame, reason)) {
+    } else if (ReadHeader(header, reason) && ReadPixels(header, frame, room, reason)) {
         ++m_framesRead;
         return StreamResult::kFrame;
     }

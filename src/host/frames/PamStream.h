@@ -23,9 +23,9 @@ public:
     explicit PamReader(int descriptor, std::string name = "the input stream");
 
     // kEnd: the stream ended before another frame began. kFailed: `why` names the stream, the
-    // frame's place in it, from 1, and the reason; there is nothing more to read.
-    StreamResult Next(Frame& frame, std::string& why);
-    std::int64_t FramesRead() const { return m_framesRead; }
+    // frame's place in it, from 1, and the reason; there is nothing more to read. The room, when
+    // given, is asked before memory is taken.
+    StreamResult Next(Frame& frame, std::string& why, const Room& room = {});
 
 private:
     struct Header;
@@ -38,7 +38,7 @@ private:
     bool ReadPamHeader(Header& header, std::string& reason);
     bool ReadPlainHeader(Header& header, std::string& reason);
     bool ReadHeader(Header& header, std::string& reason);
-    bool ReadPixels(const Header& header, Frame& frame, std::string& reason);
+    bool ReadPixels(const Header& header, Frame& frame, const Room& room, std::string& reason);
     std::string CutOff(std::string_view where) const;
 
     int m_descriptor;

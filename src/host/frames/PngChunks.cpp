@@ -13,11 +13,6 @@ namespace {
 
 constexpr std::size_t kFrameOfChunk = 12; // length, type and check sum
 
-std::uint32_t Big32(const std::uint8_t* from) {
-    return std::uint32_t { from[0] } << 24 | std::uint32_t { from[1] } << 16 |
-           std::uint32_t { from[2] } << 8 | from[3];
-}
-
 std::uint16_t Big16(const std::uint8_t* from) {
     return static_cast<std::uint16_t>(from[0] << 8 | from[1]);
 }
@@ -252,6 +247,11 @@ std::uint64_t FilteredBytes(const PngParts& parts) {
         bytes += PassBytes((width + pass.dx - 1 - pass.x) / pass.dx,
                            (height + pass.dy - 1 - pass.y) / pass.dy, bits);
     return bytes;
+}
+
+std::uint32_t Big32(const std::uint8_t* from) {
+    return std::uint32_t { from[0] } << 24 | std::uint32_t { from[1] } << 16 |
+           std::uint32_t { from[2] } << 8 | from[3];
 }
 
 void StoreBig32(std::uint32_t value, std::uint8_t* to) {

@@ -31,14 +31,15 @@ struct PngParts {
 };
 
 // Walks over the whole file, checking lengths, check sums, order and the image header. False, with
-// the reason, when the file is broken or needs what is not known here; extra bytes behind the end
-// are ignored.
+// the reason, when the file is broken or needs what is not known here; parts has then what stood
+// before that. Extra bytes behind the end are ignored.
 bool ScanPng(std::span<const std::uint8_t> file, PngParts& parts, std::string& reason);
 
 // How many bytes the pixels have before compression: each row with its filter's byte, for interlaced
 // pictures those of all seven passes.
 std::uint64_t FilteredBytes(const PngParts& parts);
 
+std::uint32_t Big32(const std::uint8_t* from);
 void StoreBig32(std::uint32_t value, std::uint8_t* to);
 
 } // namespace host

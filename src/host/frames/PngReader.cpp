@@ -121,6 +121,33 @@ PixelFormat FormatFor(const PngParts& parts) {
     return alpha ? kRgba32 : kRgb24;
 }
 
+// A file that cannot hold what its header says is refused before it takes memory.
+std::uint64_t MemoryFor(const PngParts& parts, std::uint64_t fileBytes) {
+    const std::uint64_t filtered = FilteredBytes(parts);
+    if (filtered / kDeflateRatioMax > fileBytes)
+        return 0;
+    const auto pixels = std::uint64_t(parts.width) * std::uint64_t(parts.height);
+    const FrameHeader& header = parts.header;
+    const std::uint64_t bytes = header.bitDepth == 16 ? 2 : 1;
+    const bool alpha = header.color != ColorKind::kRgb && header.color != ColorKind::kGrey;
+    const std::uint64_t image = bytes == 2 || alpha ? 4 : 3;
+    const std::uint64_t written = alpha ? 4 : 3; // grey may become RGB
+    return pixels * bytes * (image + 2 * written) + filtered + 2 * fileBytes;
+}
+
+// Whether chunk follows chunk in the file as far as IEND.
+bool ReachesEnd(int file, std::uint64_t size) {
+    std::array<std::uint8_t, 8> head {};
+    for (std::uint64_t at = kPngSignature.size(); at + head.size() + 4 <= size;) {
+        if (::pread(file, head.data(), head.size(), off_t(at)) != ssize_t(head.size()))
+            return false;
+        at += head.size() + Big32(head.data()) + 4;
+        if (std::memcmp(head.data() + 4, "IEND", 4) == 0)
+            return at <= size;
+    }
+    return false;
+}
+
 // One libpng reader. Errors leave libpng by a long jump, so between Rows' setjmp and libpng there
 // must never be an object with a destructor.
 class RowReader {
@@ -208,6 +235,23 @@ struct FreeDecompressor {
 
 } // namespace
 
+std::optional<PngOutline> LookAtPng(const std::filesystem::path& file) {
+    const Descriptor in(::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status {};
+    if (in.Get() < 0 || ::fstat(in.Get(), &status) != 0 || !S_ISREG(status.st_mode))
+        return {};
+    std::array<std::uint8_t, 33> start {}; // signature and IHDR
+    PngParts parts;
+    std::string unfinished;
+    const ssize_t got = ::pread(in.Get(), start.data(), start.size(), 0);
+    ScanPng(std::span(start).first(std::size_t(std::max<ssize_t>(got, 0))), parts, unfinished);
+    if (parts.width == 0)
+        return {};
+    const auto size = std::uint64_t(status.st_size);
+    return PngOutline { parts.width, parts.height, MemoryFor(parts, size),
+                        ReachesEnd(in.Get(), size) };
+}
+
 struct PngReader::Buffers {
     Bytes file;
     Bytes compressed;
@@ -278,6 +322,8 @@ std::optional<ByteSpan> PngReader::Buffers::Inflate(const PngParts& parts, std::
     }
     const std::span<std::uint8_t> room = filtered.Room(expected);
     std::size_t got = 0;
+    if (!inflate)
+        throw std::bad_alloc();
     switch (libdeflate_zlib_decompress(inflate.get(), stream.data(), stream.size(), room.data(),
                                        room.size(), &got)) {
     case LIBDEFLATE_SUCCESS:
@@ -316,8 +362,8 @@ bool PngReader::Read(const std::filesystem::path& file, Frame& frame, std::strin
     int error = 0;
     const auto bytes = m_buffers->ReadFile(file, m_limits.fileBytes, error);
     if (bytes)
-        return Decode(*bytes, file.native(), frame, why);
-    why = file.native() + ": " +
+        return Decode(*bytes, Printable(file.native()), frame, why);
+    why = Printable(file.native()) + ": " +
           (error == EFBIG    ? "is larger than a frame may be"
            : error == ESPIPE ? "is not a file"
                              : "cannot be read: " + ErrorText(error));

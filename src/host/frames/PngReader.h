@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -19,6 +20,19 @@ struct PngLimits {
     std::int64_t pixels = std::int64_t { 1 } << 28;
     std::int64_t fileBytes = std::int64_t { 1 } << 31;
 };
+
+// What a file tells of itself without its pixels.
+struct PngOutline {
+    std::int32_t width = 0;
+    std::int32_t height = 0;
+    // Bytes that reading it, drawing and writing it again takes: the picture, the file, and the rows as
+    // they are filtered on either side.
+    std::uint64_t memory = 0;
+    // Its chunks follow one another as far as the last one, as in a file that was written to its end.
+    bool isWhole = false;
+};
+// Nothing when it cannot be read or does not begin as a PNG file.
+std::optional<PngOutline> LookAtPng(const std::filesystem::path& file);
 
 // Keeps its buffers from frame to frame: one for each thread, used by one thread at a time.
 class PngReader {

@@ -11,6 +11,7 @@
 
 #include <libdeflate.h>
 
+#include "host/Message.h"
 #include "host/frames/Bytes.h"
 #include "host/frames/PixelRows.h"
 #include "host/frames/PngChunks.h"
@@ -171,17 +172,13 @@ std::span<const std::uint8_t> PngWriter::Encode(const Frame& frame, const FrameH
 }
 
 OutputResult PngWriter::Write(const std::filesystem::path& file, const Frame& frame,
-                              const PixelRect& touched, Existing existing, std::string& why,
-                              FrameHeader* written) {
-    FrameHeader header = HeaderFor(frame, touched);
-    const std::span<const std::uint8_t> bytes = Encode(frame, header, why);
+                              const PixelRect& touched, Existing existing, std::string& why) {
+    const std::span<const std::uint8_t> bytes = Encode(frame, HeaderFor(frame, touched), why);
     if (bytes.empty()) {
-        why = file.native() + ": " + why;
+        why = Printable(file.native()) + ": " + why;
         return OutputResult::kFailed;
     }
-    if (written)
-        *written = std::move(header);
-    return WriteWhole(file, bytes, existing, why);
+    return WriteWhole(file, bytes, existing, why, Flush::kLater);
 }
 
 } // namespace host

@@ -25,12 +25,10 @@ public:
     PngWriter& operator=(const PngWriter&) = delete;
     ~PngWriter();
 
-    // Encodes with HeaderFor(frame, touched), beside the file and then in its place. `written`, when
-    // given, gets the header that was used, which tells when the kind had to change. kFailed: `why`
-    // names the file and the reason, and nothing is left behind.
+    // Encodes with HeaderFor(frame, touched), beside the file and then in its place; FlushFolder puts
+    // it on the disk. kFailed: `why` names the file and the reason, and nothing is left behind.
     OutputResult Write(const std::filesystem::path& file, const Frame& frame,
-                       const PixelRect& touched, Existing existing, std::string& why,
-                       FrameHeader* written = nullptr);
+                       const PixelRect& touched, Existing existing, std::string& why);
     // The whole file in memory, empty with `why` set when it failed; good until the next call.
     std::span<const std::uint8_t> Encode(const Frame& frame, const FrameHeader& header,
                                          std::string& why);

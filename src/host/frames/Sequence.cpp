@@ -12,6 +12,8 @@
 
 #include <sys/stat.h>
 
+#include "host/Message.h"
+
 namespace host {
 namespace {
 
@@ -100,7 +102,7 @@ bool ListPattern(const FramePattern& pattern, std::vector<FrameFile>& frames, st
     if (!read)
         reason = "its folder cannot be read: " + error.message();
     else if (frames.empty())
-        reason = "no frame has such a name; the first would be " + pattern.PathOf(1);
+        reason = "no frame has such a name; the first would be " + Printable(pattern.PathOf(1));
     return !frames.empty() && read;
 }
 
@@ -184,7 +186,7 @@ std::optional<Sequence> Sequence::Open(std::string_view input, std::string& why)
     }
     if (found)
         return sequence;
-    why = (input.empty() ? "" : sequence.m_input + ": ") + reason;
+    why = (input.empty() ? "" : Printable(input) + ": ") + reason;
     return {};
 }
 
@@ -198,7 +200,7 @@ std::vector<std::int64_t> Sequence::Numbers() const {
 std::optional<SequenceOutput> SequenceOutput::Open(const Sequence& sequence,
                                                    std::string_view output, std::string& why) {
     const auto fail = [&](const std::string& reason) {
-        why = (output.empty() ? "" : std::string(output) + ": ") + reason;
+        why = (output.empty() ? "" : Printable(output) + ": ") + reason;
         return std::nullopt;
     };
     SequenceOutput out;
@@ -212,9 +214,11 @@ std::optional<SequenceOutput> SequenceOutput::Open(const Sequence& sequence,
         if (!out.m_pattern)
             return {};
     } else if (sequence.InputKind() != Sequence::Kind::kPicture) {
-        return fail("is one file, but " + sequence.m_input + " is a sequence; name a folder, as " +
-                    std::string(output) + "/, or a place for the frame's number, as " +
-                    (out.m_path.parent_path() / out.m_path.stem()).native() + ".%04d.png");
+        return fail("is one file, but " + Printable(sequence.m_input) +
+                    " is a sequence; name a folder, as " + Printable(output) +
+                    "/, or a place for the frame's number, as " +
+                    Printable((out.m_path.parent_path() / out.m_path.stem()).native()) +
+                    ".%04d.png");
     }
     if (!out.m_isFolder && !MayHoldPng(out.m_path))
         return fail("frames are written as PNG; let the name end in .png");
@@ -229,8 +233,8 @@ std::optional<SequenceOutput> SequenceOutput::Open(const Sequence& sequence,
             return fail((sequence.InputKind() == Sequence::Kind::kPicture
                              ? "the frame"
                              : "frame " + std::to_string(frame.number)) +
-                        " would be written over an input, " + out.PathOf(frame).native() +
-                        "; name another place");
+                        " would be written over an input, " +
+                        Printable(out.PathOf(frame).native()) + "; name another place");
     }
     return out;
 }
@@ -247,7 +251,7 @@ bool MakeFolder(const fs::path& folder, std::string& why) {
         fs::create_directories(folder, error);
     if (folder.empty() || fs::is_directory(folder))
         return true;
-    why = folder.native() + ": the folder cannot be made: " + error.message();
+    why = Printable(folder.native()) + ": the folder cannot be made: " + error.message();
     return false;
 }
 

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "host/jobs/DocumentExport.h"
 
-#include "host/jobs/FramePump.h"
-
 namespace host {
 
 std::unique_ptr<DocumentExport> DocumentExport::Make(const Document& document, const Effect& effect,
@@ -20,6 +18,11 @@ std::unique_ptr<DocumentExport> DocumentExport::Make(const Document& document, c
                                    problem);
     if (!made->m_plan)
         return nullptr;
+    // Such a thread could not be called back, and the process goes on.
+    if (made->m_plan->Source().MayWait() || made->m_plan->Sink().MayWait()) {
+        problem = { PlanProblem::Kind::kOutput, "a document's frames are files, not streams" };
+        return nullptr;
+    }
     std::string why;
     made->m_text = FrameText::Of(document, why);
     if (!made->m_text) {
@@ -27,8 +30,7 @@ std::unique_ptr<DocumentExport> DocumentExport::Make(const Document& document, c
         return nullptr;
     }
     made->m_renderer.emplace(effect, *made->m_text, document.textOn);
-    made->m_jobs = ThreadsFor(options.jobs, made->m_plan->Source());
-    made->m_compression = options.compression;
+    made->m_options = { .jobs = options.jobs, .compression = options.compression };
     return made;
 }
 
@@ -39,8 +41,7 @@ RunResult DocumentExport::Run(RunListener& listener, const CancelToken& cancel) 
         listener.Finished(result);
         return result;
     }
-    return FramePump(m_plan->Source(), *m_renderer, m_plan->Sink(), listener, cancel, m_jobs,
-                     m_compression)
+    return FramePump(m_plan->Source(), *m_renderer, m_plan->Sink(), listener, cancel, m_options)
         .Run();
 }
 

@@ -8,12 +8,9 @@
 
 #include "host/Effect.h"
 #include "host/document/Document.h"
-#include "host/frames/PngWriter.h"
-#include "host/jobs/CancelToken.h"
 #include "host/jobs/FramePlan.h"
-#include "host/jobs/FrameRenderer.h"
+#include "host/jobs/FramePump.h"
 #include "host/jobs/FrameText.h"
-#include "host/jobs/RunListener.h"
 
 namespace host {
 
@@ -21,7 +18,7 @@ struct ExportOptions {
     std::string output = {}; // picture, pattern or folder, as SequenceOutput takes it
     std::optional<FrameRanges> frames = {}; // those to make; nothing: all
     Existing existing = Existing::kRefuse;
-    int jobs = 0; // frames made at once; 0: as many as cores
+    int jobs = 0; // as PumpOptions
     int compression = kPngLevelDefault;
 };
 
@@ -44,8 +41,7 @@ private:
     std::optional<FramePlan> m_plan;
     std::optional<FrameText> m_text;
     std::optional<FrameRenderer> m_renderer;
-    int m_jobs = 1;
-    int m_compression = kPngLevelDefault;
+    PumpOptions m_options;
 };
 
 } // namespace host

@@ -6,10 +6,7 @@
 
 #include <unistd.h>
 
-#include "host/jobs/FileSink.h"
-#include "host/jobs/FileSource.h"
-#include "host/jobs/StreamSink.h"
-#include "host/jobs/StreamSource.h"
+#include "host/Message.h"
 
 namespace host {
 
@@ -18,20 +15,20 @@ namespace {
 using Kind = PlanProblem::Kind;
 
 std::string Span(const std::vector<FrameFile>& frames) {
-    auto const first = std::to_string(frames.front().number);
+    const auto first = std::to_string(frames.front().number);
     return frames.size() == 1 ? "only " + first
                               : first + " to " + std::to_string(frames.back().number);
 }
 
 // False when one of the outputs is there already.
-bool CheckExisting(const std::vector<std::string>& existing, PlanProblem& problem) {
+bool CheckExisting(const std::vector<std::filesystem::path>& existing, PlanProblem& problem) {
     if (existing.empty())
         return true;
     std::string text = existing.size() == 1
                            ? "this output exists already:"
                            : std::to_string(existing.size()) + " outputs exist already:";
     for (std::size_t i = 0; i < std::min(existing.size(), FramePlan::kNamed); ++i)
-        text += "\n  " + existing[i];
+        text += "\n  " + Printable(existing[i].native());
     if (existing.size() > FramePlan::kNamed)
         text += "\n  and " + std::to_string(existing.size() - FramePlan::kNamed) + " more";
     problem = { Kind::kExists, text };
@@ -62,13 +59,13 @@ bool FramePlan::OpenInput(const PlanOptions& options, PlanProblem& problem) {
         problem = { Kind::kInput, why };
         return false;
     }
-    for (auto const& file : m_input->Frames()) {
+    for (const auto& file : m_input->Frames()) {
         if (m_wanted.Contains(file.number))
             m_files.push_back(file);
     }
     if (m_files.empty()) {
-        problem = { Kind::kNoFrames,
-                    options.input + " has none of them, it has " + Span(m_input->Frames()) };
+        problem = { Kind::kNoFrames, Printable(options.input) + " has none of them, it has " +
+                                         Span(m_input->Frames()) };
         return false;
     }
     m_missing = m_wanted.Missing(m_input->Numbers(), kNamed + 1);
@@ -86,58 +83,64 @@ bool FramePlan::OpenOutput(const PlanOptions& options, PlanProblem& problem) {
 
 bool FramePlan::OpenFiles(const PlanOptions& options, PlanProblem& problem) {
     std::string why;
-    auto const output = SequenceOutput::Open(*m_input, options.output, why);
+    const auto output = SequenceOutput::Open(*m_input, options.output, why);
     if (!output) {
         problem = { Kind::kOutput, why };
         return false;
     }
     m_folder = output->Folder();
-    std::vector<std::string> found;
-    for (auto const& file : m_files) {
+    std::vector<std::filesystem::path> found;
+    for (const auto& file : m_files) {
         std::error_code ignored;
-        if (auto const path = output->PathOf(file);
-            options.existing == Existing::kRefuse && std::filesystem::exists(path, ignored))
-            found.push_back(path.string());
+        const auto path = output->PathOf(file);
+        const auto status = std::filesystem::status(path, ignored);
+        // A device or a pipe takes what comes.
+        if (options.existing == Existing::kRefuse && std::filesystem::exists(status) &&
+            !std::filesystem::is_other(status))
+            found.push_back(path);
     }
     m_sink = std::make_unique<FileSink>(
         [output = *output](const Ticket& ticket) {
             return output.PathOf({ ticket.values.frame, ticket.input });
         },
-        options.existing);
+        m_folder, options.existing);
     return CheckExisting(found, problem);
 }
 
 bool FramePlan::OpenNumberedFiles(const PlanOptions& options, PlanProblem& problem) {
     std::string why;
-    auto const pattern = FramePattern::LooksLikeOne(options.output)
+    const auto pattern = FramePattern::LooksLikeOne(options.output)
                              ? FramePattern::Parse(options.output, why)
                              : std::nullopt;
     if (!pattern) {
         problem = { Kind::kOutput, why.empty()
-                                       ? options.output +
+                                       ? Printable(options.output) +
                                              ": the frames of a stream need numbered names, such "
                                              "as out.%04d.png, or - for a stream"
                                        : why };
         return false;
     }
     m_folder = pattern->Folder();
-    auto const there =
+    const auto there =
         options.existing == Existing::kRefuse ? Sequence::Open(options.output, why) : std::nullopt;
     // How long the stream is shows only at its end: any frame that it could write counts.
-    std::vector<std::string> found;
-    for (auto const& file : there ? there->Frames() : std::vector<FrameFile>()) {
+    std::vector<std::filesystem::path> found;
+    for (const auto& file : there ? there->Frames() : std::vector<FrameFile>()) {
         if (file.number >= options.start && m_wanted.Contains(file.number))
-            found.push_back(file.path.string());
+            found.push_back(file.path);
     }
     m_sink = std::make_unique<FileSink>(
         [pattern = *pattern](const Ticket& ticket) {
             return std::filesystem::path(pattern.PathOf(ticket.values.frame));
         },
-        options.existing);
+        m_folder, options.existing);
     return CheckExisting(found, problem);
 }
 
 bool FramePlan::PrepareFolder(std::string& why) const {
+    if (m_writesStream)
+        return true;
+    RemoveLeftovers(m_folder);
     return MakeFolder(m_folder, why);
 }
 

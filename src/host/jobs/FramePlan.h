@@ -10,11 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "host/frames/FrameRanges.h"
-#include "host/frames/OutputFile.h"
-#include "host/frames/Sequence.h"
-#include "host/jobs/FrameSink.h"
-#include "host/jobs/FrameSource.h"
+#include "host/jobs/FrameEnds.h"
 
 namespace host {
 
@@ -45,7 +41,8 @@ public:
     // Nothing, with the problem. Reads folders, no picture, and writes nothing.
     static std::optional<FramePlan> Make(const PlanOptions& options, PlanProblem& problem);
 
-    // Makes the outputs' folder where it is missing. False with the reason.
+    // Makes the outputs' folder where it is missing, and removes from it what a killed run left there
+    // unfinished. False with the reason.
     bool PrepareFolder(std::string& why) const;
 
     FrameSource& Source() const { return *m_source; }

@@ -4,9 +4,12 @@
 #include <algorithm>
 #include <chrono>
 #include <exception>
+#include <new>
 #include <thread>
 #include <utility>
 #include <vector>
+
+#include "host/jobs/Memory.h"
 
 namespace host {
 
@@ -14,8 +17,19 @@ namespace {
 
 // A token is looked at so often: it cannot wake anybody, for it is set in signal handlers too.
 constexpr std::chrono::milliseconds kCancelInterval { 50 };
-// What a stream gets for its next frame to come after a cancellation.
-constexpr int kGraceIntervals = 4;
+// What another program gets after a cancellation to give the next frame or to take this one.
+constexpr int kGraceIntervals = 10;
+
+// What is wished, or as many as the machine has cores; no more than the source has frames.
+int ThreadsFor(int jobs, const FrameSource& source) {
+    const std::int64_t wanted =
+        jobs > 0 ? jobs : std::max<std::int64_t>(1, std::thread::hardware_concurrency());
+    return static_cast<int>(source.Count() > 0 ? std::min(wanted, source.Count()) : wanted);
+}
+
+std::string Mebibytes(std::uint64_t bytes) {
+    return std::to_string((bytes >> 20) + 1) + " MiB";
+}
 
 } // namespace
 
@@ -27,40 +41,61 @@ struct FramePump::Workspace {
     PixelRect touched;
     PngReader reader;
     PngWriter writer;
+    std::uint64_t memory = 0; // reserved; frame, reader and writer keep it for the next one
 };
 
-int ThreadsFor(int jobs, const FrameSource& source) {
-    int const wanted =
-        jobs > 0 ? jobs : static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
-    return source.Count() > 0 ? static_cast<int>(std::min<std::int64_t>(wanted, source.Count()))
-                              : wanted;
-}
-
+// The rest of what is free is for the texts' pictures, and for others.
 FramePump::FramePump(FrameSource& source, const FrameRenderer& renderer, FrameSink& sink,
-                     RunListener& listener, const CancelToken& cancel, int jobs, int compression)
+                     RunListener& listener, const CancelToken& cancel, const PumpOptions& options)
     : m_source(source), m_renderer(renderer), m_sink(sink), m_listener(listener), m_cancel(cancel),
-      m_jobs(jobs), m_compression(compression) {}
+      m_compression(options.compression),
+      m_memory(options.memory > 0 ? options.memory : FreeMemory() / 4 * 3),
+      m_jobs(ThreadsFor(options.jobs, source)) {}
+
+FramePump::~FramePump() = default;
 
 RunResult FramePump::Run() {
     m_listener.Started(m_source.Count());
     std::vector<std::thread> threads;
-    threads.reserve(static_cast<std::size_t>(m_jobs));
+    StartThreads(threads);
     std::unique_lock lock(m_mutex);
-    m_working = m_jobs;
-    for (int i = 0; i < m_jobs; ++i)
-        threads.emplace_back([this] { Work(); });
-    m_result.readerWaits = !AwaitWorkers(lock);
+    m_result.isStuck = !AwaitWorkers(lock);
     m_result.cancelled = m_cancel.IsCancelled();
     auto result = m_result;
     lock.unlock();
     for (auto& thread : threads)
-        result.readerWaits ? thread.detach() : thread.join();
+        result.isStuck ? thread.detach() : thread.join();
+    std::string why;
+    if (result.written > 0 && !result.isStuck && !m_sink.Finish(why) && result.writeError.empty())
+        result.writeError = why;
     m_listener.Finished(result);
     return result;
 }
 
-// False when a stream keeps a thread waiting after a cancellation: a read that waits for another
-// program cannot be called back.
+// As many as the system gives; without any the work is done here.
+void FramePump::StartThreads(std::vector<std::thread>& threads) {
+    const int wanted = m_jobs;
+    std::string why;
+    {
+        const std::lock_guard lock(m_mutex);
+        try {
+            threads.reserve(static_cast<std::size_t>(wanted));
+            for (m_working = 0; m_working < wanted; ++m_working)
+                threads.emplace_back([this] { Work(); });
+        } catch (const std::exception& error) {
+            why = error.what();
+            m_jobs = m_working = std::max(m_working, 1);
+        }
+    }
+    if (!why.empty())
+        m_listener.Warned("only " + std::to_string(m_jobs) + " of " + std::to_string(wanted) +
+                          " jobs run, no more could be started: " + why);
+    if (threads.empty())
+        Work();
+}
+
+// False when another program keeps a thread waiting after a cancellation: a read or a write that waits
+// for it cannot be called back. What is being written to files is waited for.
 bool FramePump::AwaitWorkers(std::unique_lock<std::mutex>& lock) {
     int patience = kGraceIntervals;
     while (m_working > 0) {
@@ -69,55 +104,145 @@ bool FramePump::AwaitWorkers(std::unique_lock<std::mutex>& lock) {
             continue;
         m_stop = true;
         m_changed.notify_all();
-        if (m_source.MayWait() && m_writing == 0 && m_working > 0 && --patience < 0)
+        const bool mayWait = m_sink.MayWait() || (m_source.MayWait() && m_writing == 0);
+        if (mayWait && m_working > 0 && --patience < 0)
             return false;
     }
     return true;
 }
 
 void FramePump::Work() {
-    Workspace work(m_compression);
-    while (TakeNext(work)) {
-        try {
-            Process(work);
-        } catch (const std::exception& error) {
-            Fail({ work.ticket.values.frame, work.ticket.name + ": " + error.what() });
+    try {
+        while (WorkOnNext()) {
         }
-        PassTurn(work.ticket.order);
+    } catch (const std::exception& error) {
+        GiveUp(&RunResult::writeError, error.what());
     }
-    std::lock_guard const lock(m_mutex);
+    const std::lock_guard lock(m_mutex);
     --m_working;
     m_changed.notify_all();
 }
 
-bool FramePump::TakeNext(Workspace& work) {
-    std::lock_guard const sourceLock(m_sourceMutex);
-    {
-        std::lock_guard const lock(m_mutex);
-        m_stop = m_stop || m_cancel.IsCancelled();
-        if (m_stop || m_sourceEnded)
-            return false;
-    }
-    std::string why;
-    auto taken = FrameSource::Taken::kFailed;
+bool FramePump::WorkOnNext() {
+    auto work = TakeNext();
+    if (!work)
+        return false;
     try {
-        taken = m_source.Take(work.ticket, work.frame, why);
+        Process(*work);
     } catch (const std::exception& error) {
-        why = error.what();
+        Fail({ work->ticket.values.frame, work->ticket.name + ": " + error.what() });
     }
-    if (taken == FrameSource::Taken::kFailed)
-        Fail({ {}, why }, &RunResult::unreadable);
-    m_sourceEnded = taken != FrameSource::Taken::kFrame;
-    if (!m_sourceEnded)
-        work.ticket.order = m_taken++;
-    return !m_sourceEnded;
+    PassTurn(work->ticket.order);
+    GiveBack(std::move(work));
+    return true;
+}
+
+std::unique_ptr<FramePump::Workspace> FramePump::TakeNext() {
+    using Taken = FrameSource::Taken;
+    const std::lock_guard sourceLock(m_sourceMutex);
+    while (!m_sourceEnded) {
+        auto work = TakeWorkspace();
+        if (!work)
+            return nullptr;
+        std::string why;
+        auto taken = Taken::kFailed;
+        const auto room = [&](std::uint64_t bytes, std::string& reason) {
+            return Reserve(*work, bytes, reason);
+        };
+        try {
+            taken = m_source.Take(work->ticket, work->frame, room, why);
+        } catch (const std::exception& error) {
+            why = error.what();
+        }
+        const bool stopped = IsStopped();
+        m_sourceEnded = taken == Taken::kEnd || taken == Taken::kFailed || stopped;
+        if (taken == Taken::kFrame && !stopped) {
+            work->ticket.order = m_taken++;
+            return work;
+        }
+        if (taken == Taken::kLost && !stopped)
+            Fail({ work->ticket.values.frame, why });
+        else if (taken == Taken::kFailed && !stopped)
+            Fail({ {}, why }, &RunResult::unreadable);
+        GiveBack(std::move(work));
+    }
+    return nullptr;
+}
+
+bool FramePump::IsStopped() {
+    const std::lock_guard lock(m_mutex);
+    m_stop = m_stop || m_cancel.IsCancelled();
+    return m_stop;
+}
+
+// Null when the run stops, and when there is no memory for one more: the other threads go on.
+std::unique_ptr<FramePump::Workspace> FramePump::TakeWorkspace() {
+    if (IsStopped())
+        return nullptr;
+    std::unique_lock lock(m_mutex);
+    if (!m_idle.empty()) {
+        auto work = std::move(m_idle.back());
+        m_idle.pop_back();
+        return work;
+    }
+    try {
+        return std::make_unique<Workspace>(m_compression);
+    } catch (const std::bad_alloc&) {
+        if (m_jobs == 1)
+            throw;
+        --m_jobs;
+    }
+    lock.unlock();
+    m_listener.Warned("there is no memory for one of the jobs; the others go on");
+    return nullptr;
+}
+
+void FramePump::GiveBack(std::unique_ptr<Workspace> work) {
+    const std::lock_guard lock(m_mutex);
+    m_idle.push_back(std::move(work));
+    m_changed.notify_all();
+}
+
+// Waits until the others have given back enough. Frames come here in their order, so that none waits for
+// one behind it.
+bool FramePump::Reserve(Workspace& work, std::uint64_t bytes, std::string& why) {
+    if (bytes > m_memory) {
+        why = "needs " + Mebibytes(bytes) + " of memory, and there are " + Mebibytes(m_memory) +
+              " for frames";
+        return false;
+    }
+    std::unique_lock lock(m_mutex);
+    const auto jobs = static_cast<unsigned>(m_jobs);
+    if (bytes > m_memory / jobs && !std::exchange(m_toldOfMemory, true)) {
+        lock.unlock();
+        m_listener.Warned("memory for frames is " + Mebibytes(m_memory) + ", which is enough for " +
+                          std::to_string(m_memory / bytes) + " of them at once instead of " +
+                          std::to_string(jobs));
+        lock.lock();
+    }
+    const std::uint64_t more = bytes - std::min(bytes, work.memory);
+    while (m_reserved + more > m_memory && !m_stop) {
+        if (m_idle.empty()) {
+            m_changed.wait_for(lock, kCancelInterval);
+            m_stop = m_stop || m_cancel.IsCancelled();
+        } else {
+            m_reserved -= m_idle.back()->memory;
+            m_idle.pop_back();
+        }
+    }
+    m_reserved += more;
+    work.memory += more;
+    return !m_stop;
 }
 
 void FramePump::Process(Workspace& work) {
-    if (!m_sink.Wants(work.ticket)) {
+    std::string broken;
+    if (!m_sink.Wants(work.ticket, broken)) {
         Settle(work.ticket, OutputResult::kSkipped, {});
         return;
     }
+    if (!broken.empty())
+        m_listener.Warned(m_sink.NameOf(work.ticket) + ": " + broken + " and is made again");
     if (Load(work) && Render(work))
         Write(work);
 }
@@ -132,20 +257,17 @@ bool FramePump::Load(Workspace& work) {
 
 bool FramePump::Render(Workspace& work) {
     std::string why;
-    auto const result = m_renderer.Render(work.frame, work.ticket.values, work.touched, why);
+    const auto result = m_renderer.Render(work.frame, work.ticket.values, work.touched, why);
     if (result == RenderResult::kDone)
         return true;
     if (result == RenderResult::kFailed) {
         // A stream that lost a frame would be out of step with its sound from there on.
-        bool const goesOn = m_sink.IsOrdered();
+        const bool goesOn = m_sink.IsOrdered();
         Fail({ work.ticket.values.frame,
                work.ticket.name + ": " + why + (goesOn ? "; it goes on without the text" : "") });
         return goesOn;
     }
-    std::lock_guard const lock(m_mutex);
-    m_stop = true;
-    m_result.fontViolation = work.ticket.name + ": " + why;
-    m_changed.notify_all();
+    GiveUp(&RunResult::fontViolation, work.ticket.name + ": " + why);
     return false;
 }
 
@@ -172,35 +294,37 @@ bool FramePump::BeginWrite(const Ticket& ticket) {
 }
 
 void FramePump::EndWrite() {
-    std::lock_guard const lock(m_mutex);
+    const std::lock_guard lock(m_mutex);
     --m_writing;
 }
 
 void FramePump::Settle(const Ticket& ticket, OutputResult result, const std::string& why) {
-    if (result == OutputResult::kFailed) {
-        std::lock_guard const lock(m_mutex);
-        m_stop = true;
-        m_result.writeError = why;
-        m_changed.notify_all();
-        return;
-    }
-    bool const written = result == OutputResult::kWritten;
+    if (result == OutputResult::kFailed)
+        return GiveUp(&RunResult::writeError, why);
+    const bool written = result == OutputResult::kWritten;
     {
-        std::lock_guard const lock(m_mutex);
+        const std::lock_guard lock(m_mutex);
         ++(written ? m_result.written : m_result.skipped);
     }
-    auto const tell = written ? &RunListener::FrameWritten : &RunListener::FrameSkipped;
+    const auto tell = written ? &RunListener::FrameWritten : &RunListener::FrameSkipped;
     (m_listener.*tell)(ticket.values.frame, m_sink.NameOf(ticket));
 }
 
 void FramePump::Fail(FrameFailure failure, std::int64_t RunResult::*also) {
     m_listener.FrameFailed(failure);
-    std::lock_guard const lock(m_mutex);
+    const std::lock_guard lock(m_mutex);
     ++m_result.failed;
     if (also)
         ++(m_result.*also);
     if (m_result.failures.size() < RunResult::kFailuresKept)
         m_result.failures.push_back(std::move(failure));
+}
+
+void FramePump::GiveUp(std::string RunResult::*reason, const std::string& why) {
+    const std::lock_guard lock(m_mutex);
+    m_stop = true;
+    m_result.*reason = why;
+    m_changed.notify_all();
 }
 
 // Also frames that failed take their turn, or those behind them would wait for ever.

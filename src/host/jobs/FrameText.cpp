@@ -19,7 +19,7 @@ bool FrameText::SetStrings(const Document& document, std::string& why) {
     if (!document.stringsPresent || !(Params().dwFlags & TEXT_SCORE))
         return true;
     for (std::size_t i = 0; i < document.strings.size(); ++i) {
-        auto const field = static_cast<Field>(static_cast<std::size_t>(Field::kString1) + i);
+        const auto field = static_cast<Field>(static_cast<std::size_t>(Field::kString1) + i);
         if (!SetText(field, "information string " + std::to_string(i + 1), document.strings[i],
                      why))
             return false;
@@ -58,7 +58,7 @@ std::span<char> FrameText::FieldOf(ResolvedText& text, Field field) {
 }
 
 std::string FrameText::NameWithTokens() const {
-    for (auto const& part : m_parts) {
+    for (const auto& part : m_parts) {
         if (part.field < Field::kString1)
             return part.name;
     }

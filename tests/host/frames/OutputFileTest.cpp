@@ -5,10 +5,25 @@
 #include <fstream>
 #include <iterator>
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/file.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
+#include "host/frames/Descriptor.h"
 #include "support/TemporaryFolder.h"
+
+namespace {
+std::vector<off_t> s_flushed; // the sizes of the files that were flushed
+} // namespace
+
+// Takes the place of the system's call in this program.
+extern "C" int fsync(int file) {
+    struct stat status {};
+    s_flushed.push_back(fstat(file, &status) == 0 ? status.st_size : -1);
+    return 0;
+}
 
 namespace host {
 namespace {
@@ -47,13 +62,36 @@ TEST(OutputFile, KeepsPermissionsAndLinks) {
     const TemporaryFolder folder;
     const fs::path file = folder.Write("real/a", "old");
     const fs::path link = folder.Path() / "link";
-    fs::permissions(file, fs::perms(0604));
+    fs::permissions(file, fs::perms(06604)); // what runs with its owner's rights is not written to
     fs::create_symlink("real/a", link);
     std::string why;
     EXPECT_EQ(Put(link, "new", Existing::kOverwrite, why), OutputResult::kWritten);
     EXPECT_TRUE(fs::is_symlink(link));
     EXPECT_EQ(Content(file), "new");
     EXPECT_EQ(fs::status(file).permissions(), fs::perms(0604));
+}
+
+TEST(OutputFile, FlushesAWholeFileBeforeItGetsItsNameOrLeavesThatToTheRun) {
+    const TemporaryFolder folder;
+    std::string why;
+    s_flushed.clear();
+    Put(folder.Path() / "a", "four", Existing::kRefuse, why);
+    EXPECT_THAT(s_flushed, testing::ElementsAre(4));
+    WriteWhole(folder.Path() / "b", {}, Existing::kRefuse, why, Flush::kLater);
+    EXPECT_EQ(s_flushed.size(), 1U);
+}
+
+TEST(OutputFile, RemovesOnlyLeftoversThatNobodyHolds) {
+    const TemporaryFolder folder;
+    folder.Write(".telop-1.part", "of a run that was killed");
+    folder.Write("telop-1.part", "the user's own");
+    const auto held = folder.Write(".telop-2.part", "of a run that goes on");
+    const Descriptor holder(open(held.c_str(), O_WRONLY));
+    ASSERT_EQ(flock(holder.Get(), LOCK_EX), 0);
+    RemoveLeftovers(folder.Path());
+    EXPECT_FALSE(fs::exists(folder.Path() / ".telop-1.part"));
+    EXPECT_TRUE(fs::exists(held));
+    EXPECT_EQ(FilesIn(folder.Path()), 2);
 }
 
 TEST(OutputFile, WritesDevicesStraight) {

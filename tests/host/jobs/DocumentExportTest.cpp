@@ -3,14 +3,31 @@
 #include "host/jobs/DocumentExport.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <fstream>
+#include <limits>
 #include <mutex>
 #include <thread>
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 
 #include "host/Plugin.h"
 #include "host/frames/PngReader.h"
+#include "host/jobs/Memory.h"
 #include "support/TemporaryFolder.h"
+
+namespace {
+int s_flushError = 0;
+int s_flushes = 0;
+} // namespace
+
+// Takes the place of the system's call in this program.
+extern "C" int syncfs(int) noexcept {
+    ++s_flushes;
+    errno = s_flushError;
+    return s_flushError == 0 ? 0 : -1;
+}
 
 namespace host {
 namespace {
@@ -38,12 +55,17 @@ public:
         std::lock_guard const lock(m_mutex);
         failed.push_back(failure);
     }
+    void Warned(const std::string& what) override {
+        std::lock_guard const lock(m_mutex);
+        warned.push_back(what);
+    }
     void Finished(const RunResult& result) override { finished = result; }
 
     CancelToken cancel;
     std::int64_t total = -1;
     std::vector<std::int64_t> written, skipped;
     std::vector<FrameFailure> failed;
+    std::vector<std::string> warned;
     std::optional<RunResult> finished;
 
 private:
@@ -83,6 +105,10 @@ protected:
         }
     }
 
+    static std::string Bytes(const std::string& file) {
+        std::ifstream in(file, std::ios::binary);
+        return { std::istreambuf_iterator<char>(in), {} };
+    }
     static std::vector<std::uint8_t> Pixels(const std::string& file) {
         Frame frame;
         std::string why;
@@ -157,7 +183,7 @@ TEST_F(DocumentExportTest, CancellingOnAThreadLeavesOnlyWholeFramesAndTheRestCan
         RunResult result;
         std::thread([&] { result = Run(notes, { .jobs = jobs }); }).join();
         EXPECT_TRUE(result.cancelled);
-        EXPECT_FALSE(result.readerWaits);
+        EXPECT_FALSE(result.isStuck);
         EXPECT_GE(result.written, 5);
         EXPECT_LT(result.written, 60);
         EXPECT_EQ(std::distance(std::filesystem::directory_iterator(Path("out")), {}),
@@ -191,6 +217,46 @@ TEST_F(DocumentExportTest, FramesThatFailAreListedWithTheirReasons) {
     EXPECT_THAT(result.failures[1].what, HasSubstr("information string 4: the text has 64 bytes"));
 }
 
+TEST_F(DocumentExportTest, AFrameThatIsThereIsKeptOnlyWhenItIsWhole) {
+    MakeFrames(1, 5);
+    Notes first;
+    EXPECT_EQ(Run(first).written, 5);
+    const auto whole = Bytes(Output(1));
+    m_folder.Write("out/shot.2.png", "");
+    m_folder.Write("out/shot.3.png", std::string_view(whole).substr(0, whole.size() - 1));
+    m_folder.Write("out/shot.4.png", "a text");
+    Frame small { Image::Make(2, 2, kRgb24), {} };
+    std::string why;
+    PngWriter().Write(Output(5), small, {}, Existing::kOverwrite, why);
+
+    Notes second;
+    const auto result = Run(second, { .existing = Existing::kSkip, .jobs = 1 });
+    EXPECT_EQ(Bytes(Output(1)), whole);
+    EXPECT_EQ(result.skipped, 1);
+    EXPECT_THAT(second.written, ElementsAre(2, 3, 4, 5));
+    EXPECT_THAT(second.warned,
+                ElementsAre(HasSubstr("shot.2.png: is no PNG file"),
+                            HasSubstr("shot.3.png: is cut off"), HasSubstr("shot.4.png: is no PNG"),
+                            HasSubstr("shot.5.png: has another size than its input")));
+    for (std::int64_t frame = 1; frame <= 5; ++frame)
+        EXPECT_TRUE(IsDrawn(frame)) << frame;
+}
+
+TEST_F(DocumentExportTest, FramesAreFlushedOnceAtTheEndAndLeftoversAreGone) {
+    MakeFrames(1, 3);
+    m_folder.Write("out/.telop-1.part", "of a run that was killed");
+    s_flushes = 0;
+    Notes notes;
+    EXPECT_EQ(Run(notes).writeError, "");
+    EXPECT_EQ(s_flushes, 1);
+    EXPECT_FALSE(std::filesystem::exists(Path("out/.telop-1.part")));
+    s_flushError = EIO;
+    const auto failed = Run(notes, { .existing = Existing::kOverwrite });
+    s_flushError = 0;
+    EXPECT_THAT(failed.writeError, HasSubstr("put on the disk: Input/output error"));
+    EXPECT_THAT(failed.writeError, HasSubstr(Path("out")));
+}
+
 TEST_F(DocumentExportTest, APlaceThatCannotBeWrittenEndsTheRun) {
     MakeFrames(1, 3);
     m_folder.Write("out", "a file");
@@ -208,6 +274,7 @@ TEST_F(DocumentExportTest, WhatCannotBeExportedIsSaidBeforehand) {
     using Kind = PlanProblem::Kind;
     MakeFrames(1, 3);
     m_folder.Write("there/shot.2.png", "x");
+    ASSERT_EQ(mkfifo(Path("pipe.png").c_str(), 0600), 0);
     std::string why;
     struct Row {
         const char* input;
@@ -223,6 +290,7 @@ TEST_F(DocumentExportTest, WhatCannotBeExportedIsSaidBeforehand) {
              Row { "in", "7-9", "out/", "", Kind::kNoFrames, "1 to 3" },
              Row { "in", "1-3", "one.png", "", Kind::kOutput, "one.png" },
              Row { "in", "1-3", "in/", "", Kind::kOutput, "over an input" },
+             Row { "in/shot.1.png", "1", "pipe.png", "", Kind::kOutput, "not streams" },
              Row { "in", "1-3", "there/", "", Kind::kExists, "there/shot.2.png" },
              Row { "in", "1-3", "out/", "{cut}", Kind::kText, "information string 4: '{cut}'" },
          }) {
@@ -236,6 +304,44 @@ TEST_F(DocumentExportTest, WhatCannotBeExportedIsSaidBeforehand) {
         EXPECT_THAT(problem.text, HasSubstr(row.reason));
     }
     EXPECT_FALSE(std::filesystem::exists(Path("out")));
+}
+
+TEST(FreeMemory, IsTheLeastThatTheMachineOrAGroupLeaves) {
+    using File = std::pair<const char*, const char*>;
+    const File machine { "proc/meminfo", "MemTotal: 9 kB\nMemAvailable: 4000 kB\n" };
+    const File second { "proc/self/cgroup", "0::/a/b\n" };
+    const File first { "proc/self/cgroup", "7:cpu,memory:/a\n0::/x\n" };
+    struct Row {
+        std::vector<File> files;
+        std::uint64_t free;
+    };
+    for (const auto& row : std::vector<Row> {
+             { {}, std::numeric_limits<std::uint64_t>::max() },
+             { { machine }, 4096000 },
+             { { machine, second, { "sys/fs/cgroup/a/b/memory.max", "max\n" } }, 4096000 },
+             { { machine,
+                 second,
+                 { "sys/fs/cgroup/a/memory.max", "2000000\n" },
+                 { "sys/fs/cgroup/a/memory.current", "1500000\n" },
+                 { "sys/fs/cgroup/a/memory.stat", "anon 1\ninactive_file 100000\n" } },
+               600000 },
+             { { machine,
+                 second,
+                 { "sys/fs/cgroup/memory.max", "1000\n" },
+                 { "sys/fs/cgroup/memory.current", "3000\n" } },
+               0 },
+             { { machine,
+                 first,
+                 { "sys/fs/cgroup/memory/memory.limit_in_bytes", "700\n" },
+                 { "sys/fs/cgroup/memory/memory.usage_in_bytes", "300\n" },
+                 { "sys/fs/cgroup/memory/memory.stat", "total_inactive_file 50\n" } },
+               450 },
+         }) {
+        const TemporaryFolder root;
+        for (const auto& [name, contents] : row.files)
+            root.Write(name, contents);
+        EXPECT_EQ(FreeMemory(root.Path()), row.free);
+    }
 }
 
 } // namespace
