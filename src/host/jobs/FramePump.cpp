@@ -28,7 +28,7 @@ int ThreadsFor(int jobs, const FrameSource& source) {
 }
 
 std::string Mebibytes(std::uint64_t bytes) {
-    return std::to_string((bytes >> 20) + 1) + " MiB";
+    return std::to_string((bytes >> 20) + ((bytes & 0xFFFFF) != 0 ? 1 : 0)) + " MiB";
 }
 
 } // namespace

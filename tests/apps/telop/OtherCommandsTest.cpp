@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // The commands beside render, through the real program.
+#include <unistd.h>
+
 #include "TelopProgram.h"
 
 namespace telop {
@@ -108,6 +110,20 @@ TEST_F(OtherCommands, DoctorFindsNothingOrNamesWhatIsWrong) {
     auto const ill = Run({ "doctor", "--plugin", "No.bundle" });
     EXPECT_EQ(ill.code, 1);
     EXPECT_THAT(ill.out, AllOf(HasSubstr("! "), HasSubstr("No.bundle")));
+}
+
+TEST_F(OtherCommands, AnInstalledProgramTakesNoBundleFromABuildAboveIt) {
+    Write("CMakeCache.txt", "");
+    std::filesystem::create_directories(Path("TextOverlay.bundle"));
+    std::filesystem::create_directories(Path("opt/bin"));
+    std::filesystem::copy(TELOP_PROGRAM, Path("opt/bin/telop"));
+    auto const installed = Path("opt/bin/telop");
+    auto const outcome = Start({}, "/dev/null", [&] {
+                             unsetenv("TELOP_PLUGIN_PATH");
+                             execl(installed.c_str(), "telop", "doctor", nullptr);
+                         }).Wait();
+    EXPECT_THAT(outcome.out, HasSubstr("not in"));
+    EXPECT_THAT(outcome.out, testing::Not(HasSubstr((Path("TextOverlay.bundle")).string())));
 }
 
 TEST_F(OtherCommands, HelpAndVersionAreNoErrors) {

@@ -115,7 +115,8 @@ TEST_F(RenderFiles, TheNumberOfJobsDoesNotShow) {
 
 TEST_F(RenderFiles, ExistingOutputsAreKeptUnlessTheyAreToBeReplaced) {
     WriteSequence("a", 1, 3);
-    Write("b/shot.2.png", "precious");
+    WritePicture("b/shot.2.png", MakeFrame(7));
+    auto const precious = Contents("b/shot.2.png");
     auto outcome = Render({ "--info", "x" }, "a", "b");
     EXPECT_EQ(outcome.code, 5);
     EXPECT_THAT(outcome.err, HasSubstr("b/shot.2.png"));
@@ -124,7 +125,7 @@ TEST_F(RenderFiles, ExistingOutputsAreKeptUnlessTheyAreToBeReplaced) {
     outcome = Render({ "--info", "x", "--skip-existing" }, "a", "b");
     EXPECT_EQ(outcome.code, 0) << outcome.err;
     EXPECT_THAT(outcome.err, HasSubstr("2 frames written, 1 there already"));
-    EXPECT_EQ(Contents("b/shot.2.png"), "precious");
+    EXPECT_EQ(Contents("b/shot.2.png"), precious);
 
     EXPECT_EQ(Render({ "--info", "x", "--overwrite" }, "a", "b").code, 0);
     EXPECT_GT(Compare(MakeFrame(2), ReadPicture("b/shot.2.png")).pixels, 0);

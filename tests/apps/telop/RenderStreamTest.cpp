@@ -3,6 +3,7 @@
 #include <csignal>
 
 #include <fcntl.h>
+#include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -127,7 +128,8 @@ TEST_F(RenderStream, AReaderThatWentAwayIsAnError) {
     int ends[2];
     ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
     close(ends[0]);
-    auto run = Start({ "render", "--info", "x", "-", "-" }, Path("stream"), ends[1]);
+    auto run = Start({ "render", "--info", "x", "-", "-" }, Path("stream"),
+                     [&] { dup2(ends[1], STDOUT_FILENO); });
     close(ends[1]);
     auto const outcome = run.Wait();
     EXPECT_EQ(outcome.code, 5) << outcome.err;
@@ -148,6 +150,41 @@ TEST_F(RenderStream, AnInterruptionEndsTheWaitForASilentStream) {
     close(keeper);
     EXPECT_EQ(outcome.code, 143) << outcome.err;
     EXPECT_THAT(Files("."), testing::Not(testing::Contains(HasSubstr(".part"))));
+}
+
+// Nobody reads the pipe, which takes the first frames and then no more, or the messages.
+TEST_F(RenderStream, AnInterruptionEndsTheWaitForAReaderThatPauses) {
+    Write("stream", Stream(100));
+    WritePicture("in.png", SmallFrame(1));
+    ASSERT_EQ(mkfifo(Path("pipe.png").c_str(), 0600), 0);
+    struct Row {
+        Arguments arguments;
+        int stream; // that goes to the pipe
+    };
+    for (auto const& row : {
+             Row { { "-", "-" }, STDOUT_FILENO },
+             Row { { "in.png", "pipe.png" }, -1 },
+             Row { { "--progress", "lines", "in.png", "out.png" }, STDERR_FILENO },
+         }) {
+        int ends[2];
+        ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
+        fcntl(ends[1], F_SETPIPE_SZ, 4096);
+        if (row.stream == STDERR_FILENO) {
+            ASSERT_EQ(write(ends[1], std::string(4096, 'x').data(), 4096), 4096);
+        }
+        Arguments arguments { "render", "--info", "x" };
+        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+        auto run = Start(arguments, Path("stream"), [&] { dup2(ends[1], row.stream); });
+        run.AwaitHandler(SIGINT);
+        for (int held = 0; row.stream == STDOUT_FILENO && held < 500000;)
+            ioctl(ends[0], FIONREAD, &held);
+        run.Send(SIGINT);
+        auto const outcome = run.Wait();
+        EXPECT_EQ(outcome.code, 130) << testing::PrintToString(row.arguments);
+        EXPECT_THAT(outcome.err, HasSubstr(row.stream == STDERR_FILENO ? "" : "interrupted after"));
+        close(ends[0]);
+        close(ends[1]);
+    }
 }
 
 } // namespace

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Wrong command lines, settings, inputs, fonts and outputs: each ends with its own code, says what is
 // wrong, and loses nothing.
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include "TelopProgram.h"
 
 namespace telop {
@@ -119,6 +122,71 @@ TEST_F(RenderTrouble, ACharacterThatNoFontHasStopsAStrictRunBeforeItsFrame) {
     for (auto const& name : Files("c"))
         EXPECT_LT(name, "shot.3.png") << "was drawn with a stand-in";
     EXPECT_EQ(Render({ "--info", "Latin 日本語", "--strict-fonts" }, "a", "d/").code, 0);
+}
+
+TEST_F(RenderTrouble, MemoryForFewerFramesMakesThemOneAfterTheOtherOrNamesThem) {
+    WriteSequence("a", 1, 6);
+    ASSERT_EQ(Render({ "--info", "{frame}", "--jobs", "4" }, "a", "b/").code, 0);
+    auto outcome = Render({ "--info", "{frame}", "--jobs", "4", "--memory", "1M" }, "a", "c/");
+    EXPECT_EQ(outcome.code, 0);
+    EXPECT_THAT(outcome.err,
+                HasSubstr("memory for frames is 1 MiB, which is enough for 2 of them"));
+    for (auto const& name : Files("b"))
+        EXPECT_EQ(Contents("b/" + name), Contents("c/" + name));
+
+    std::filesystem::remove(Path("a/shot.3.png"));
+    WritePicture("a/shot.3.png", MakeFrame(3, host::kRgba64, 900, 700));
+    outcome = Render({ "--info", "x", "--memory", "1M" }, "a", "d/");
+    EXPECT_EQ(outcome.code, 1);
+    EXPECT_THAT(outcome.err, HasSubstr("a/shot.3.png: needs "));
+    EXPECT_EQ(Files("d").size(), 5U);
+    auto const pam = "P6\n900 700\n255\n" + std::string(std::size_t { 900 } * 700 * 3, 'x');
+    EXPECT_THAT(Render({ "--info", "x", "--memory", "1M" }, "-", "-", pam).err,
+                HasSubstr("the input stream: frame 1: needs "));
+    EXPECT_EQ(Render({ "--info", "x", "--memory", "much" }, "a", "e/").code, 2);
+}
+
+// Each thread asks for a stack of a gibibyte, and few of them fit.
+TEST_F(RenderTrouble, ALimitOnThreadsLeavesThoseThatThereAre) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+    GTEST_SKIP() << "the sanitizer needs more addresses";
+#endif
+    WriteSequence("a", 1, 8);
+    auto const outcome =
+        Start({ "render", "--info", "x", "--jobs", "8", "a", "b/" }, "/dev/null", [] {
+            constexpr rlim_t kGibibyte = rlim_t { 1 } << 30;
+            rlimit const stack { kGibibyte, kGibibyte }, all { 3 * kGibibyte, 3 * kGibibyte };
+            setrlimit(RLIMIT_STACK, &stack);
+            setrlimit(RLIMIT_AS, &all);
+        }).Wait();
+    EXPECT_EQ(outcome.code, 0) << outcome.err;
+    EXPECT_THAT(outcome.err, testing::ContainsRegex("only [12] of 8 jobs run"));
+    EXPECT_EQ(Files("b").size(), 8U);
+}
+
+TEST_F(RenderTrouble, WithoutAStandardErrorMessagesReachNoFrame) {
+    WriteSequence("a", 1, 40);
+    Arguments const options { "render", "--info", "x", "--progress", "lines", "--jobs", "4" };
+    auto const run = [&](const char* output, const std::function<void()>& inChild) {
+        auto arguments = options;
+        arguments.insert(arguments.end(), { "a", output });
+        return Start(arguments, "/dev/null", inChild).Wait().code;
+    };
+    ASSERT_EQ(run("b/", {}), 0);
+    EXPECT_EQ(run("c/", [] { close_range(STDIN_FILENO, STDERR_FILENO, 0); }), 0);
+    for (auto const& name : Files("b"))
+        EXPECT_EQ(Contents("b/" + name), Contents("c/" + name)) << name;
+    auto const nowhere = Start({ "render", "--info", "x", "a", "-" }, "/dev/null", [] {
+                             close(STDOUT_FILENO);
+                         }).Wait();
+    EXPECT_EQ(nowhere.code, 5) << "frames that go nowhere are no success";
+}
+
+TEST_F(RenderTrouble, NamesReachTheTerminalAsTextAlone) {
+    Write("a/\x1B[2J\n\xFF.png", "no picture");
+    auto const outcome = Render({ "--info", "x" }, "a", "b/");
+    EXPECT_THAT(outcome.err, HasSubstr("a/\\x1B[2J\\x0A\\xFF.png: is not a PNG file"));
+    EXPECT_EQ(outcome.err.find('\x1B'), std::string::npos);
 }
 
 TEST_F(RenderTrouble, QuietSaysOnlyErrors) {

@@ -8,6 +8,7 @@
 #include <iterator>
 
 #include <fcntl.h>
+#include <sched.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -34,6 +35,15 @@ void Redirect(const std::filesystem::path& file, int flags, int descriptor) {
 Running::Running(pid_t process, std::filesystem::path out, std::filesystem::path err)
     : m_process(process), m_out(std::move(out)), m_err(std::move(err)) {}
 
+void Running::AwaitHandler(int signal) const {
+    for (std::uint64_t caught = 0; (caught >> (signal - 1) & 1) == 0; sched_yield()) {
+        std::ifstream status("/proc/" + std::to_string(m_process) + "/status");
+        for (std::string word; status >> word && word != "SigCgt:";) {
+        }
+        ASSERT_TRUE(status >> std::hex >> caught) << "it has ended";
+    }
+}
+
 void Running::Send(int signal) const {
     kill(m_process, signal);
 }
@@ -46,7 +56,7 @@ Outcome Running::Wait() {
 }
 
 Running TelopProgram::Start(const Arguments& arguments, const std::filesystem::path& input,
-                            int output) {
+                            const std::function<void()>& inChild) {
     auto const base = Path(".run" + std::to_string(++m_runs));
     auto const out = base.string() + ".out";
     auto const err = base.string() + ".err";
@@ -61,12 +71,12 @@ Running TelopProgram::Start(const Arguments& arguments, const std::filesystem::p
         Redirect(input, O_RDONLY, STDIN_FILENO);
         Redirect(out, O_WRONLY | O_CREAT | O_TRUNC, STDOUT_FILENO);
         Redirect(err, O_WRONLY | O_CREAT | O_TRUNC, STDERR_FILENO);
-        if (output >= 0 && dup2(output, STDOUT_FILENO) < 0)
-            _exit(127);
         setenv("TELOP_PLUGIN_PATH", TELOP_BUNDLE, 1);
         setenv("LC_ALL", "C.UTF-8", 1);
         unsetenv("LANGUAGE");
         unsetenv("TELOP_TEXT_ENCODING");
+        if (inChild)
+            inChild();
         execv(TELOP_PROGRAM, argv.data());
         _exit(127);
     }
@@ -75,7 +85,7 @@ Running TelopProgram::Start(const Arguments& arguments, const std::filesystem::p
 
 Outcome TelopProgram::Run(const Arguments& arguments, std::string_view input) {
     if (input.empty())
-        return Start(arguments, "/dev/null").Wait();
+        return Start(arguments).Wait();
     Write(".input", input);
     return Start(arguments, Path(".input")).Wait();
 }

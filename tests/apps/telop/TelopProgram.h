@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,6 +26,8 @@ struct Outcome {
 class Running {
 public:
     Running(pid_t process, std::filesystem::path out, std::filesystem::path err);
+    // Until the program has a handler of its own for the signal.
+    void AwaitHandler(int signal) const;
     void Send(int signal) const;
     Outcome Wait();
 
@@ -42,8 +45,9 @@ protected:
     // "telop render" with options, and two paths.
     Outcome Render(Arguments options, const std::string& input, const std::string& output,
                    std::string_view stream = {});
-    // output: a descriptor that takes the standard output's place.
-    Running Start(const Arguments& arguments, const std::filesystem::path& input, int output = -1);
+    // inChild changes the new process before it becomes the program.
+    Running Start(const Arguments& arguments, const std::filesystem::path& input = "/dev/null",
+                  const std::function<void()>& inChild = {});
 
     std::filesystem::path Path(const std::string& name) const { return m_folder.Path() / name; }
     std::string Contents(const std::string& name) const;
