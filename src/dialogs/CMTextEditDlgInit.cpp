@@ -8,8 +8,7 @@
 #include "dialogs/PluginBundle.h"
 #include "dialogs/TextEditControls.h"
 #include "render/ColorRef.h"
-#include "render/PascalString.h"
-#include "render/TerminatedFields.h"
+#include "render/TextFields.h"
 
 namespace {
 

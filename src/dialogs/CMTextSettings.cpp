@@ -7,7 +7,7 @@
 #include "dialogs/LockedParam.h"
 #include "dialogs/PluginBundle.h"
 #include "render/CTextRenderer.h"
-#include "render/TerminatedFields.h"
+#include "render/TextFields.h"
 
 namespace {
 

@@ -2,8 +2,6 @@
 // The protocol of an effect object: one virtual operation for each selector of the entry point.
 #pragma once
 
-#include <cstdint>
-
 #include <epi/epi.h>
 
 class CEPIObject {
@@ -15,17 +13,17 @@ public:
 
     // The results are statuses, 0 for success; here each does nothing and gives 0. The order is that
     // of the table of virtual operations, not that of the selectors.
-    virtual long Init(_EPIRECORD* record);
-    virtual long Term(_EPIRECORD* record);
-    virtual long InitFixedParam(_EPIRECORD* record);
-    virtual long InitSettings(_EPIRECORD* record);
-    virtual long ParamInfo(_EPIRECORD* record);
-    virtual long Serialize(_EPIRECORD* record);
-    virtual long CreateSettingDialog(_EPIRECORD* record);
-    virtual long DialogNotify(_EPIRECORD* record);
-    virtual long DestroySettingDialog(_EPIRECORD* record);
-    virtual long CalcRenderBound(_EPIRECORD* record);
-    virtual long DoFilter(_EPIRECORD* record);
+    virtual long Init(_EPIRECORD* /*record*/) { return 0; }
+    virtual long Term(_EPIRECORD* /*record*/) { return 0; }
+    virtual long InitFixedParam(_EPIRECORD* /*record*/) { return 0; }
+    virtual long InitSettings(_EPIRECORD* /*record*/) { return 0; }
+    virtual long ParamInfo(_EPIRECORD* /*record*/) { return 0; }
+    virtual long Serialize(_EPIRECORD* /*record*/) { return 0; }
+    virtual long CreateSettingDialog(_EPIRECORD* /*record*/) { return 0; }
+    virtual long DialogNotify(_EPIRECORD* /*record*/) { return 0; }
+    virtual long DestroySettingDialog(_EPIRECORD* /*record*/) { return 0; }
+    virtual long CalcRenderBound(_EPIRECORD* /*record*/) { return 0; }
+    virtual long DoFilter(_EPIRECORD* /*record*/) { return 0; }
 };
 
 // The effect object that was constructed last, which the entry point drives. Not cleared when the

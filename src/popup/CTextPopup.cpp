@@ -13,12 +13,16 @@
 
 #include "effect/PIArchive.h"
 #include "platform/TextEncoding.h"
-#include "popup/PopupEntry.h"
 #include "render/LineWalk.h"
+#include "render/TextFields.h"
 
 namespace {
 
 constexpr std::uint32_t kFileType = EPI_FOUR_CC('T', 'E', 'X', 'T');
+
+using PopupEntry = char[64];
+static_assert(sizeof(_POPUPSTRING::szPreset) == kPopupEntries * sizeof(PopupEntry));
+static_assert(sizeof(_POPUPSTRING::szHistory) == kPopupEntries * sizeof(PopupEntry));
 
 using PopupList = std::span<PopupEntry, kPopupEntries>;
 
@@ -32,6 +36,14 @@ PIArchive MakeArchive(_EPIRECORD& record) {
     return { record.pObjectProcs, record.pArchiveProcs,
              static_cast<EPIArchiveRef>(record.pObjectProcs->Create(epiObjectArchive)),
              epiObjectArchive };
+}
+
+// Copies as many bytes as leave room for the NUL, whatever characters they belong to, and clears the
+// rest of the field.
+void SetEntry(PopupEntry& entry, std::string_view bytes) {
+    const std::size_t length = std::min(bytes.size(), sizeof entry - 1);
+    std::memmove(entry, bytes.data(), length);
+    std::memset(entry + length, 0, sizeof entry - length);
 }
 
 // A file is read as a whole, so that a list is never filled with a part of it.
@@ -81,7 +93,7 @@ bool Contains(PopupList list, std::string_view text) {
     for (const PopupEntry& entry : list) {
         if (entry[0] == '\0')
             return false;
-        if (EntryText(entry) == text)
+        if (FieldText(entry) == text)
             return true;
     }
     return false;
@@ -119,7 +131,7 @@ std::int32_t CTextPopup::SavePopupString(_EPIRECORD* record, const FSSpec* file,
     for (const PopupEntry& entry : ListAt(list)) {
         if (entry[0] == '\0')
             break;
-        if (!WriteEntry(archive, EntryText(entry)))
+        if (!WriteEntry(archive, FieldText(entry)))
             return 0;
     }
     return archive.Flush() == 0 ? 1 : 0;

@@ -6,9 +6,12 @@
 // byte-order mark, in the application's text encoding, each entry followed by a CR.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include <epi/epi.h>
+
+inline constexpr std::size_t kPopupEntries = 20; // in each list
 
 class CTextPopup {
 public:

@@ -15,10 +15,9 @@
 #include "preview/ScaledCopy.h"
 #include "render/CTextRenderer.h"
 #include "render/ColorRef.h"
-#include "render/LockedPixels.h"
 #include "render/Rounding.h"
 #include "render/StateSavers.h"
-#include "render/TerminatedFields.h"
+#include "render/TextFields.h"
 
 namespace {
 
@@ -68,19 +67,16 @@ std::int32_t ScrollFor(long center, long area, long view) {
 
 // Every pixel white, with nothing in its alpha.
 void FillWhite(PIOffscreen& image) {
-    const PIOffscreenLock lock(image, PIOffscreen::Access::kWrite,
-                               PIOffscreenLock::Unlock::kIfLockedHere);
-    const auto pixels =
-        lock.IsLocked() ? render::LockedPixels::Of(image) : std::optional<render::LockedPixels> {};
+    const render::LockedPixels pixels(image);
     if (!pixels)
         return;
-    std::vector<std::uint8_t> row(static_cast<std::size_t>(pixels->UsedBytes()), 0xFF);
-    if (pixels->order.alpha >= 0) {
-        for (auto at = static_cast<std::size_t>(pixels->order.alpha); at < row.size(); at += 4)
+    std::vector<std::uint8_t> row(static_cast<std::size_t>(pixels.UsedBytes()), 0xFF);
+    if (pixels.order.alpha >= 0) {
+        for (auto at = static_cast<std::size_t>(pixels.order.alpha); at < row.size(); at += 4)
             row[at] = 0;
     }
-    for (std::int32_t y = 0; y < pixels->height; ++y)
-        std::memcpy(pixels->Row(y), row.data(), row.size());
+    for (std::int32_t y = 0; y < pixels.height; ++y)
+        std::memcpy(pixels.Row(y), row.data(), row.size());
 }
 
 } // namespace

@@ -3,8 +3,6 @@
 
 #include <algorithm>
 
-#include "render/LockedPixels.h"
-
 namespace {
 
 constexpr std::int32_t kDepth = 32;
@@ -42,18 +40,12 @@ void ConvertRow(const LockedPixels& dst, const LockedPixels& src, std::int32_t y
 }
 
 void Convert(PIOffscreen& dst, PIOffscreen& src) {
-    const PIOffscreenLock reading(src, PIOffscreen::Access::kRead,
-                                  PIOffscreenLock::Unlock::kIfLockedHere);
-    const PIOffscreenLock writing(dst, PIOffscreen::Access::kWrite,
-                                  PIOffscreenLock::Unlock::kIfLockedHere);
-    if (!reading.IsLocked() || !writing.IsLocked())
+    const LockedPixels from(src, PIOffscreen::Access::kRead);
+    const LockedPixels to(dst);
+    if (!from || !to || to.depth != kDepth)
         return;
-    const auto from = LockedPixels::Of(src);
-    const auto to = LockedPixels::Of(dst);
-    if (!from || !to || to->depth != kDepth)
-        return;
-    for (std::int32_t y = 0; y < std::min(to->height, from->height); ++y)
-        ConvertRow(*to, *from, y);
+    for (std::int32_t y = 0; y < std::min(to.height, from.height); ++y)
+        ConvertRow(to, from, y);
 }
 
 } // namespace

@@ -204,16 +204,14 @@ bool CopyScaled(const SizedWorld& to, const PixelBox& place, PIOffscreen& image,
                 const PixelBox& from) {
     const platform::PixMapHandle pixMap = platform::GetGWorldPixMap(to.world);
     const XPixMapLocker locker(pixMap);
-    const PIOffscreenLock lock(image, PIOffscreen::Access::kRead,
-                               PIOffscreenLock::Unlock::kIfLockedHere);
-    if (!locker.IsLocked() || !lock.IsLocked())
+    const render::LockedPixels pixels(image, PIOffscreen::Access::kRead);
+    if (!locker.IsLocked() || !pixels)
         return false;
     std::uint8_t* const base = platform::GetWritablePixBaseAddr(pixMap);
-    const auto pixels = render::LockedPixels::Of(image);
-    if (!base || !pixels)
+    if (!base)
         return false;
     return CopyScaled({ base, platform::GetPixRowBytes(pixMap), to.width, to.height }, place,
-                      *pixels,
-                      { from.left, from.top, std::min(from.right, pixels->width),
-                        std::min(from.bottom, pixels->height) });
+                      pixels,
+                      { from.left, from.top, std::min(from.right, pixels.width),
+                        std::min(from.bottom, pixels.height) });
 }

@@ -6,7 +6,6 @@
 #include <cstdint>
 
 #include "platform/Drawing.h"
-#include "render/LockedPixels.h"
 #include "render/PIOffscreen.h"
 
 // Pixels of a drawing world: 4 bytes each, unused, red, green, blue.

@@ -3,6 +3,7 @@
 #include "render/CTextRenderer.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <new>
 #include <optional>
@@ -11,14 +12,13 @@
 
 #include "platform/Drawing.h"
 #include "platform/Report.h"
-#include "render/BoundedText.h"
 #include "render/ColorRef.h"
 #include "render/LineWalk.h"
 #include "render/PIOffscreen.h"
-#include "render/PascalString.h"
 #include "render/Rounding.h"
 #include "render/StateSavers.h"
 #include "render/TextChoice.h"
+#include "render/TextFields.h"
 
 namespace {
 
@@ -29,36 +29,20 @@ constexpr COLORREF kKeyColor = 0xFEFEFE;
 constexpr COLORREF kGlyphColor = 0;
 
 // A text cut into lines; the text outlives it.
-class Lines {
-public:
+struct Lines {
     Lines(std::string_view text, bool several) {
-        m_starts[0] = text.data();
-        m_lengths[0] = static_cast<std::uint16_t>(text.size());
-        m_count = 1;
-        if (several)
-            Split(text);
-    }
-
-    int Count() const { return m_count; }
-    std::string_view operator[](int i) const { return { m_starts[i], m_lengths[i] }; }
-
-private:
-    // Every byte may be a break, and a line follows the last one.
-    static constexpr std::size_t kMaxLines = sizeof(_TEXTPARAM::szDialogue) + 1;
-
-    void Split(std::string_view text) {
-        LineWalk walk(text);
-        m_count = 0;
-        for (std::string_view line; walk.Next(&line); ++m_count) {
-            m_starts[m_count] = line.data();
-            m_lengths[m_count] = static_cast<std::uint16_t>(line.size());
+        if (!several) {
+            at[count++] = text;
+            return;
         }
+        LineWalk walk(text);
+        while (walk.Next(&at[count]))
+            ++count;
     }
 
-    // Only the first m_count are ever written: most texts have one line.
-    const char* m_starts[kMaxLines];
-    std::uint16_t m_lengths[kMaxLines];
-    int m_count;
+    // Every byte may be a break, and a line follows the last one. The walk asks for one line more.
+    std::array<std::string_view, sizeof(_TEXTPARAM::szDialogue) + 2> at;
+    std::size_t count = 0;
 };
 
 struct TextStyle {
@@ -120,17 +104,15 @@ struct TextBox {
 };
 
 std::int32_t WidthOf(const Lines& lines) {
-    if (lines.Count() == 1) {
+    if (lines.count == 1) {
         unsigned char string[256];
-        CtoPascalString(string, lines[0]);
+        CtoPascalString(string, lines.at[0]);
         return platform::StringWidth(string);
     }
     std::int32_t width = 0;
-    for (int i = 0; i < lines.Count(); ++i) {
-        const std::string_view line = lines[i];
-        width = std::max(
-            width, platform::TextWidth(line.data(), 0, static_cast<std::int32_t>(line.size())));
-    }
+    for (std::size_t i = 0; i < lines.count; ++i)
+        width = std::max(width, platform::TextWidth(lines.at[i].data(), 0,
+                                                    static_cast<std::int32_t>(lines.at[i].size())));
     return width;
 }
 
@@ -143,7 +125,8 @@ std::optional<TextBox> Measure(const Lines& lines, const TextStyle& style) {
     platform::GetFontInfo(&font);
     // Lines follow each other without the leading.
     const std::int32_t lineHeight = font.ascent + font.descent;
-    return TextBox { WidthOf(lines), lineHeight * lines.Count(), font.ascent, lineHeight };
+    return TextBox { WidthOf(lines), lineHeight * static_cast<std::int32_t>(lines.count),
+                     font.ascent, lineHeight };
 }
 
 void SetDrawingColors(const _TEXTPARAM& param) {
@@ -164,10 +147,11 @@ void DrawLines(const Lines& lines, const TextBox& box, const _TEXTPARAM& param) 
     platform::SetRect(&whole, 0, 0, static_cast<std::int16_t>(box.width),
                       static_cast<std::int16_t>(box.height));
     platform::EraseRect(whole);
-    for (int i = 0; i < lines.Count(); ++i) {
+    std::int32_t baseline = box.ascent;
+    for (std::size_t i = 0; i < lines.count; ++i, baseline += box.lineHeight) {
         unsigned char string[256];
-        CtoPascalString(string, lines[i]);
-        platform::MoveTo(0, static_cast<std::int16_t>(box.ascent + box.lineHeight * i));
+        CtoPascalString(string, lines.at[i]);
+        platform::MoveTo(0, static_cast<std::int16_t>(baseline));
         platform::DrawString(string);
     }
 }
@@ -238,16 +222,16 @@ long CTextRenderer::DoText(PIOffscreen* image, _TEXTPARAM* param, tagRECT* cover
                            const char* info4, double scale, tagPOINT* origin) {
     if (covered)
         *covered = {};
-    if (FilledText(*param) == TextKind::kNone)
+    if (FilledText(*param) == 0)
         return 0;
     const tagPOINT position = PositionOf(*param, scale, *origin);
     const TextStyle style = StyleOf(*param);
     // By its flag alone, although the question above was for a filled one: an empty text of higher
     // priority hides a filled one, as it always did in frames.
-    const TextKind kind = FlaggedText(*param);
+    const std::uint32_t choice = FlaggedText(*param);
     char buffer[kTextBufferSize];
-    const Lines lines(ComposeText(kind, *param, { info1, info2, info3, info4 }, buffer),
-                      kind == TextKind::kDialogue);
+    const Lines lines(ComposeText(choice, *param, { info1, info2, info3, info4 }, buffer),
+                      choice == TEXT_DIALOGUE);
     const std::optional<TextBox> box = Measure(lines, style);
     if (box && DrawAndBlend(image, lines, *box, style, param, position) && covered)
         *covered = CoveredBy(*box, position);
@@ -258,10 +242,10 @@ void CTextRenderer::GetTextInfoText(_TEXTPARAM* param, char* out, long size, con
                                     const char* info2, const char* info3, const char* info4) {
     if (size > 0)
         std::fill_n(out, size, '\0');
-    const TextKind kind = FilledText(*param);
-    if (kind == TextKind::kNone)
+    const std::uint32_t choice = FilledText(*param);
+    if (choice == 0)
         return;
     char buffer[kTextBufferSize];
-    const std::string_view text = ComposeText(kind, *param, { info1, info2, info3, info4 }, buffer);
-    BoundedText(out, kTextBufferSize).Append(text);
+    BoundedText(out, kTextBufferSize)
+        .Append(ComposeText(choice, *param, { info1, info2, info3, info4 }, buffer));
 }

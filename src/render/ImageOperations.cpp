@@ -7,8 +7,6 @@
 #include <cstring>
 #include <limits>
 
-#include "render/LockedPixels.h"
-
 using render::ChannelOrder;
 using render::LockedPixels;
 using render::PixelRow;
@@ -205,29 +203,18 @@ long StretchCopy(PIOffscreen& dst, PIOffscreen& src) {
 long CopyAllOffscreen(PIOffscreen& dst, PIOffscreen& src) {
     if (SizeOf(dst) != SizeOf(src) || dst.Depth() != src.Depth())
         return 0;
-    const PairLock lock(dst, src);
-    if (!lock.IsLocked())
-        return 0;
-    const auto to = LockedPixels::Of(dst);
-    const auto from = LockedPixels::Of(src);
-    if (!to || !from)
-        return 0;
-    for (std::int32_t y = 0; y < to->height; ++y)
-        std::memmove(to->Row(y), from->Row(y), static_cast<std::size_t>(to->UsedBytes()));
+    const LockedPixels to(dst, PIOffscreen::Access::kWrite, PIOffscreenLock::Unlock::kAlways);
+    const LockedPixels from(src, PIOffscreen::Access::kRead, PIOffscreenLock::Unlock::kAlways);
+    for (std::int32_t y = 0; to && from && y < to.height; ++y)
+        std::memmove(to.Row(y), from.Row(y), static_cast<std::size_t>(to.UsedBytes()));
     return 0;
 }
 
 long SetWhiteMat(PIOffscreen& image, const tagRECT& rect) {
-    const PIOffscreenLock lock(image, PIOffscreen::Access::kWrite,
-                               PIOffscreenLock::Unlock::kAlways);
-    if (!lock.IsLocked())
-        return 0;
-    const auto pixels = LockedPixels::Of(image);
-    if (!pixels)
-        return 0;
-    if (pixels->depth == 32)
-        FlattenRect<std::uint8_t>(*pixels, Clip(rect, *pixels));
-    else if (pixels->depth == 64)
-        FlattenRect<std::uint16_t>(*pixels, Clip(rect, *pixels));
+    const LockedPixels pixels(image, PIOffscreen::Access::kWrite, PIOffscreenLock::Unlock::kAlways);
+    if (pixels && pixels.depth == 32)
+        FlattenRect<std::uint8_t>(pixels, Clip(rect, pixels));
+    else if (pixels && pixels.depth == 64)
+        FlattenRect<std::uint16_t>(pixels, Clip(rect, pixels));
     return 0;
 }

@@ -1,11 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Calls into the host's image table, each only where the table has it.
 #include "render/PIOffscreen.h"
 
 #include <array>
 #include <limits>
-
-#include "render/TableEntry.h"
 
 namespace {
 
@@ -20,72 +17,7 @@ std::array<std::int32_t, 4> IndicesByDepth(std::int32_t depth) {
     return { 0, 1, 2, 3 };
 }
 
-void Tell(long* out, std::int32_t index) {
-    if (index != kUntold)
-        *out = index;
-}
-
 } // namespace
-
-template <class Entry>
-Entry PIOffscreen::Find(Entry EPIOffscreenProcs::*entry) const {
-    return m_object ? render::FindEntry(pOffscreenProcs, entry) : nullptr;
-}
-
-// The two entries that came later exist together or not at all.
-template <class Entry>
-Entry PIOffscreen::FindLate(Entry EPIOffscreenProcs::*entry) const {
-    if (!pOffscreenProcs || pOffscreenProcs->nSize < EPI_OFFSCREEN_FULL_SIZE)
-        return nullptr;
-    return Find(entry);
-}
-
-bool PIOffscreen::Allocate(std::int32_t width, std::int32_t height, std::int32_t depth,
-                           double dotsPerInch) {
-    const auto allocate = Find(&EPIOffscreenProcs::Allocate);
-    return allocate && allocate(Image(), width, height, depth, dotsPerInch) != 0;
-}
-
-bool PIOffscreen::Lock(Access access) {
-    if (m_locked == 0 && Find(&EPIOffscreenProcs::Unlock)) {
-        if (const auto lock = Find(&EPIOffscreenProcs::Lock))
-            m_locked = lock(Image(), static_cast<std::int32_t>(access)) != 0 ? 1 : 0;
-    }
-    return m_locked != 0;
-}
-
-void PIOffscreen::Unlock() {
-    if (m_locked == 0)
-        return;
-    m_locked = 0;
-    if (const auto unlock = Find(&EPIOffscreenProcs::Unlock))
-        unlock(Image());
-}
-
-std::int32_t PIOffscreen::Width() const {
-    const auto width = Find(&EPIOffscreenProcs::Width);
-    return width ? width(Image()) : 0;
-}
-
-std::int32_t PIOffscreen::Height() const {
-    const auto height = Find(&EPIOffscreenProcs::Height);
-    return height ? height(Image()) : 0;
-}
-
-std::int32_t PIOffscreen::Depth() const {
-    const auto depth = Find(&EPIOffscreenProcs::Depth);
-    return depth ? depth(Image()) : 0;
-}
-
-std::int32_t PIOffscreen::RowBytes() const {
-    const auto rowBytes = Find(&EPIOffscreenProcs::RowBytes);
-    return rowBytes ? rowBytes(Image()) : 0;
-}
-
-std::uint8_t* PIOffscreen::BaseAddress() const {
-    const auto baseAddress = Find(&EPIOffscreenProcs::BaseAddress);
-    return baseAddress ? static_cast<std::uint8_t*>(baseAddress(Image())) : nullptr;
-}
 
 void PIOffscreen::GetChannelIndex(long* a, long* r, long* g, long* b) const {
     std::array<std::int32_t, 4> index { kUntold, kUntold, kUntold, kUntold };
@@ -93,47 +25,11 @@ void PIOffscreen::GetChannelIndex(long* a, long* r, long* g, long* b) const {
         indices(Image(), &index[0], &index[1], &index[2], &index[3]);
     else
         index = IndicesByDepth(Depth());
-    Tell(a, index[0]);
-    Tell(r, index[1]);
-    Tell(g, index[2]);
-    Tell(b, index[3]);
-}
-
-void PIOffscreen::MoveTo(std::int32_t x, std::int32_t y) {
-    if (const auto moveTo = Find(&EPIOffscreenProcs::MoveTo))
-        moveTo(Image(), x, y);
-}
-
-void PIOffscreen::Next() {
-    if (const auto next = Find(&EPIOffscreenProcs::Next))
-        next(Image());
-}
-
-std::uint32_t PIOffscreen::GetPixel() const {
-    const auto getPixel = Find(&EPIOffscreenProcs::GetPixel);
-    return getPixel ? getPixel(Image()) : 0;
-}
-
-void PIOffscreen::SetPixel(std::uint32_t packed) {
-    if (const auto setPixel = Find(&EPIOffscreenProcs::SetPixel))
-        setPixel(Image(), packed);
-}
-
-std::uint32_t PIOffscreen::GetRawPixel() const {
-    const auto getRawPixel = Find(&EPIOffscreenProcs::GetRawPixel);
-    return getRawPixel ? getRawPixel(Image()) : 0;
-}
-
-void PIOffscreen::SetRawPixel(std::uint32_t raw) {
-    if (const auto setRawPixel = Find(&EPIOffscreenProcs::SetRawPixel))
-        setRawPixel(Image(), raw);
-}
-
-void PIOffscreen::Copy(std::int32_t dx, std::int32_t dy, std::int32_t w, std::int32_t h,
-                       const PIOffscreen& src, std::int32_t sx, std::int32_t sy) {
-    const auto copy = Find(&EPIOffscreenProcs::Copy);
-    if (copy && src.m_object)
-        copy(Image(), dx, dy, w, h, src.Image(), sx, sy);
+    long* const out[] = { a, r, g, b };
+    for (std::size_t i = 0; i < index.size(); ++i) {
+        if (index[i] != kUntold)
+            *out[i] = index[i];
+    }
 }
 
 bool PIOffscreen::Stretch(const PIOffscreen& src) {
@@ -143,3 +39,49 @@ bool PIOffscreen::Stretch(const PIOffscreen& src) {
     stretch(Image(), 0, 0, Width(), Height(), src.Image(), 0, 0, src.Width(), src.Height());
     return true;
 }
+
+namespace render {
+namespace {
+
+// The farthest place that any image tells: blue of a 64-bit one whose host tells none.
+constexpr long kLastPlace = 6;
+
+std::int64_t BytesOf(std::int32_t width, std::int32_t depth) {
+    return (std::int64_t { width } * depth + 7) / 8;
+}
+
+std::int32_t Place(long index) {
+    return index >= 0 && index <= kLastPlace ? static_cast<std::int32_t>(index) : -1;
+}
+
+ChannelOrder OrderOf(const PIOffscreen& image, std::int32_t depth) {
+    long alpha = -1, red = -1, green = -1, blue = -1;
+    image.GetChannelIndex(&alpha, &red, &green, &blue);
+    return { depth == 24 ? -1 : Place(alpha), Place(red), Place(green), Place(blue) };
+}
+
+} // namespace
+
+LockedPixels::LockedPixels(PIOffscreen& image, PIOffscreen::Access access,
+                           PIOffscreenLock::Unlock unlock)
+    : m_lock(image, access, unlock) {
+    if (!m_lock.IsLocked())
+        return;
+    width = image.Width();
+    height = image.Height();
+    depth = image.Depth();
+    if (width <= 0 || height <= 0 || depth <= 0)
+        return;
+    rowBytes = image.RowBytes();
+    if (rowBytes <= 0 || rowBytes < BytesOf(width, depth))
+        return;
+    order = OrderOf(image, depth);
+    base = image.BaseAddress();
+}
+
+std::ptrdiff_t LockedPixels::UsedBytes() const {
+    // No more than rowBytes, so it fits.
+    return static_cast<std::ptrdiff_t>(BytesOf(width, depth));
+}
+
+} // namespace render

@@ -1,28 +1,21 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Which of the texts of a parameter record is shown, and what it says.
+// Which of the texts of a parameter record is shown, and what it says. A choice is the flag of one
+// text; of several the first in the order score, info, character, dialogue is chosen. 0 is none.
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include <epi/epi.h>
 
-enum class TextKind { kNone, kScore, kInfo, kCharacter, kDialogue };
-
-// The first text in the order of TextKind whose flag is set.
-TextKind FlaggedText(const _TEXTPARAM& param);
+// The first text whose flag is set.
+std::uint32_t FlaggedText(const _TEXTPARAM& param);
 // The same among those that are not empty; the score always counts as filled.
-TextKind FilledText(const _TEXTPARAM& param);
-
-// The host's information strings, as they stand in its record; null is empty.
-struct InfoStrings {
-    const char* info1;
-    const char* info2;
-    const char* info3;
-    const char* info4;
-};
+std::uint32_t FilledText(const _TEXTPARAM& param);
 
 inline constexpr std::size_t kTextBufferSize = 256;
 
-// The text of a kind: a part of param, or of buffer, in which it is composed.
-std::string_view ComposeText(TextKind kind, const _TEXTPARAM& param, const InfoStrings& infos,
-                             char (&buffer)[kTextBufferSize]);
+// The chosen text: a part of param, or of buffer, in which it is composed. infos are the host's four
+// information strings; null is empty.
+std::string_view ComposeText(std::uint32_t choice, const _TEXTPARAM& param,
+                             const char* const (&infos)[4], char (&buffer)[kTextBufferSize]);

@@ -6,7 +6,6 @@
 
 #include "render/BlendKernels.h"
 #include "render/CTextRenderer.h"
-#include "render/LockedPixels.h"
 #include "render/PIOffscreen.h"
 #include "render/Rounding.h"
 
@@ -86,15 +85,11 @@ bool IsKnownDepth(std::int32_t depth) {
 
 void CTextRenderer::CopyTextStringImage(PIOffscreen* image, _RTEXTIMAGE_INFO* info,
                                         _TEXTPARAM* param, long x, long y) {
-    const PIOffscreenLock lock(*image, PIOffscreen::Access::kWrite,
-                               PIOffscreenLock::Unlock::kIfLockedHere);
     const auto layout = LayoutOf(info->format);
-    if (!lock.IsLocked() || !layout || !info->pixels)
+    const LockedPixels pixels(*image);
+    if (!layout || !info->pixels || !pixels || !IsKnownDepth(pixels.depth))
         return;
-    const auto pixels = LockedPixels::Of(*image);
-    if (!pixels || !IsKnownDepth(pixels->depth))
-        return;
-    if (auto job = PlaceText(*pixels, *info, *layout, SaturateToInt32(x), SaturateToInt32(y))) {
+    if (auto job = PlaceText(pixels, *info, *layout, SaturateToInt32(x), SaturateToInt32(y))) {
         SetColors(*job, *param);
         render::BlendText(*job);
     }

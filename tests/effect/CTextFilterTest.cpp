@@ -47,27 +47,19 @@ TEST(CTextFilter, DrawsWhenTheSwitchHasAnIntegerPart) {
     }
 }
 
-TEST(CTextFilter, PlacesTheTextByScaleAndOrigin) {
-    CountingHost plain(120, 60, 32);
-    SetText(plain, "Text");
-    plain.Param().ptPos = { 40, 10 };
-    plain.Call(epiDoFilter);
-    struct Row {
-        tagPOINT position;
-        double scale;
-        tagPOINT origin;
-    };
-    for (const Row& row :
-         { Row { { 100, 60 }, 0.5, { 10, 20 } }, Row { { 40, 10 }, 0.0, { 7, 7 } },
-           Row { { 20, 5 }, 2.0, { 0, 0 } }, Row { { 40, 10 }, -1.0, { 7, 7 } } }) {
+TEST(CTextFilter, PlacesTheTextByTheRecordsScaleAndOrigin) {
+    Pixels drawn[2];
+    for (const bool scaled : { false, true }) {
         CountingHost host(120, 60, 32);
         SetText(host, "Text");
-        host.Param().ptPos = row.position;
-        host.record.dScale = row.scale;
-        host.record.ptOrigin = row.origin;
+        host.Param().ptPos = scaled ? tagPOINT { 100, 60 } : tagPOINT { 40, 10 };
+        host.record.dScale = scaled ? 0.5 : 0.0;
+        host.record.ptOrigin = { 10, 20 };
         host.Call(epiDoFilter);
-        EXPECT_EQ(host.pixels, plain.pixels) << row.scale;
+        EXPECT_NE(host.pixels, Empty(host));
+        drawn[scaled] = host.pixels;
     }
+    EXPECT_EQ(drawn[0], drawn[1]);
 }
 
 TEST(CTextFilter, SurvivesWildNumbersAndKeepsWithinItsRows) {
@@ -95,40 +87,28 @@ TEST(CTextFilter, SurvivesWildNumbersAndKeepsWithinItsRows) {
     }
 }
 
-// The bytes behind the last information string are reserved; what they hold is not drawn.
-TEST(CTextFilter, ReadsInformationStringsWithinTheirFields) {
-    const auto draw = [](int behind) {
-        CountingHost host(1600, 40, 32);
-        SetText(host, "");
-        host.Param().dwFlags = TEXT_SCORE | TEXT_BOX;
-        host.Param().nScoreFormat = 3;
-        std::memset(host.record.szInfo4, 'M', sizeof host.record.szInfo4);
-        std::memset(host.record.reserved6, behind, sizeof host.record.reserved6);
-        host.Call(epiDoFilter);
-        EXPECT_NE(host.pixels, Empty(host));
-        return host.pixels;
-    };
-    EXPECT_EQ(draw('W'), draw(0));
-}
-
-TEST(CTextFilter, ReadsParametersWithinTheirFields) {
+// Fields that are full are read to their ends: what lies behind them is not drawn, nor are they changed.
+TEST(CTextFilter, ReadsTextsWithinTheirFields) {
     struct Row {
         std::uint32_t flag;
-        std::size_t offset;
-        std::size_t size;
+        std::size_t offset, size;
     };
     for (const Row& row : { Row { TEXT_INFO, offsetof(_TEXTPARAM, szInfoText), 64 },
                             Row { TEXT_CHARACTER, offsetof(_TEXTPARAM, szCharacter), 64 },
-                            Row { TEXT_DIALOGUE, offsetof(_TEXTPARAM, szDialogue), 256 } }) {
+                            Row { TEXT_DIALOGUE, offsetof(_TEXTPARAM, szDialogue), 256 },
+                            Row { TEXT_SCORE, 0, 0 } }) {
         const auto draw = [&](bool terminated) {
             CountingHost host(4400, 40, 24);
             SetText(host, "");
             host.Param().dwFlags = row.flag | TEXT_BOX;
-            auto* bytes = reinterpret_cast<std::uint8_t*>(&host.Param());
+            host.Param().nScoreFormat = 3;
             std::memset(host.Param().szCharacter, 'W', sizeof host.Param().szCharacter);
             std::memset(host.Param().szDialogue, 'W', sizeof host.Param().szDialogue);
+            std::memset(host.record.szInfo4, 'M', sizeof host.record.szInfo4);
+            std::memset(host.record.reserved6, terminated ? 0 : 'W', sizeof host.record.reserved6);
+            auto* bytes = reinterpret_cast<std::uint8_t*>(&host.Param());
             std::memset(bytes + row.offset, 'M', row.size);
-            if (terminated)
+            if (terminated && row.size > 0)
                 bytes[row.offset + row.size - 1] = 0;
             const _TEXTPARAM before = host.Param();
             host.Call(epiDoFilter);

@@ -24,31 +24,16 @@ _TEXTPARAM Sample() {
     return param;
 }
 
-void AppendBigEndian(std::vector<std::uint8_t>& bytes, std::uint32_t value) {
-    for (int shift = 24; shift >= 0; shift -= 8)
-        bytes.push_back(static_cast<std::uint8_t>(value >> shift));
-}
-
-template <std::size_t size>
-void AppendField(std::vector<std::uint8_t>& bytes, const char (&field)[size]) {
-    bytes.insert(bytes.end(), field, field + size);
-}
-
-// The archive's format, written down from its fields.
+// The archive's format, written down from where its integers lie.
 std::vector<std::uint8_t> ArchiveOf(const _TEXTPARAM& param) {
-    std::vector<std::uint8_t> bytes;
-    AppendBigEndian(bytes, static_cast<std::uint32_t>(param.ptPos.x));
-    AppendBigEndian(bytes, static_cast<std::uint32_t>(param.ptPos.y));
-    AppendField(bytes, param.szFontName);
-    AppendBigEndian(bytes, static_cast<std::uint32_t>(param.nFontSize));
-    AppendBigEndian(bytes, param.crText);
-    AppendBigEndian(bytes, param.crBack);
-    AppendBigEndian(bytes, static_cast<std::uint32_t>(param.nOpacity));
-    AppendBigEndian(bytes, static_cast<std::uint32_t>(param.nScoreFormat));
-    AppendField(bytes, param.szInfoText);
-    AppendField(bytes, param.szCharacter);
-    AppendField(bytes, param.szDialogue);
-    AppendBigEndian(bytes, param.dwFlags);
+    const auto* raw = reinterpret_cast<const std::uint8_t*>(&param);
+    std::vector<std::uint8_t> bytes(raw, raw + sizeof param);
+    for (const std::size_t at : { 0, 4, 72, 76, 80, 84, 88, 476 }) {
+        std::uint32_t value;
+        std::memcpy(&value, raw + at, sizeof value);
+        for (std::size_t i = 0; i < 4; ++i)
+            bytes[at + i] = static_cast<std::uint8_t>(value >> (24 - 8 * i));
+    }
     return bytes;
 }
 
@@ -67,17 +52,9 @@ TEST(CTextSerialize, WritesBigEndianAndKeepsTheLiveParameters) {
     }
 }
 
-TEST(CTextSerialize, LoadsWhatItSaved) {
-    CountingHost host(8, 8, 32);
-    host.archive = ArchiveOf(Sample());
-    host.loading = true;
-    EXPECT_EQ(host.Call(epiSerialize), 0);
-    EXPECT_TRUE(SameBytes(host.Param(), Sample()));
-}
-
-TEST(CTextSerialize, AShortArchiveChangesOnlyWhatItReaches) {
+TEST(CTextSerialize, LoadsWhatItSavedAsFarAsTheArchiveReaches) {
     const std::vector<std::uint8_t> whole = ArchiveOf(Sample());
-    for (const std::size_t size : { 0, 4, 8, 76, 92, 476 }) {
+    for (const std::size_t size : { 0, 4, 8, 76, 92, 476, 480 }) {
         CountingHost host(8, 8, 32);
         host.Param().nFontSize = 12;
         host.Param().dwFlags = TEXT_INFO;

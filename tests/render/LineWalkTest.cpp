@@ -10,20 +10,11 @@
 
 #include "platform/TextEncoding.h"
 #include "render/CTextRenderer.h"
-#include "render/PascalString.h"
+#include "render/TextFields.h"
 
 namespace {
 
-using testing::ElementsAre;
 using Strings = std::vector<std::string>;
-
-class LineWalkTest : public testing::Test {
-protected:
-    ~LineWalkTest() override { platform::SetApplicationTextEncoding("UTF-8"); }
-    static void Encode(const char* name) {
-        ASSERT_TRUE(platform::SetApplicationTextEncoding(name));
-    }
-};
 
 Strings LinesOf(const std::string& text) {
     Strings lines;
@@ -39,50 +30,47 @@ Strings LinesOf(const std::string& text) {
     return lines;
 }
 
-TEST_F(LineWalkTest, EndsLinesAtCrAndCrLf) {
-    Encode("UTF-8");
-    EXPECT_THAT(LinesOf(""), ElementsAre(""));
-    EXPECT_THAT(LinesOf("A"), ElementsAre("A"));
-    EXPECT_THAT(LinesOf("A\r"), ElementsAre("A", ""));
-    EXPECT_THAT(LinesOf("A\r\nB"), ElementsAre("A", "B"));
-    EXPECT_THAT(LinesOf("X\rY\r\nZ"), ElementsAre("X", "Y", "Z"));
-    EXPECT_THAT(LinesOf("\r\r\n\r"), ElementsAre("", "", "", ""));
-    EXPECT_THAT(LinesOf("\n\n"), ElementsAre("\n\n"));
-    EXPECT_THAT(LinesOf("A\n\rB"), ElementsAre("A\n", "B"));
-}
-
-// A break right behind a character of three bytes is one, and half a character at the end is read no
-// further than it goes.
-TEST_F(LineWalkTest, StepsOverWholeCharacters) {
-    Encode("UTF-8");
-    EXPECT_THAT(LinesOf("\xE6\x97\xA5\r\xE6\x9C\xAC\r\nB"),
-                ElementsAre("\xE6\x97\xA5", "\xE6\x9C\xAC", "B"));
-    EXPECT_THAT(LinesOf("a\xE6\x97"), ElementsAre("a\xE6\x97"));
-    EXPECT_THAT(LinesOf("a\xE6\rb"), ElementsAre("a\xE6", "b"));
+TEST(LineWalkTest, EndsLinesAtBreaksAndStepsOverWholeCharacters) {
+    struct Row {
+        const char* encoding;
+        const char* text;
+        Strings lines;
+    };
+    for (const Row& row : {
+             Row { "UTF-8", "", { "" } },
+             Row { "UTF-8", "A", { "A" } },
+             Row { "UTF-8", "A\r", { "A", "" } },
+             Row { "UTF-8", "X\rY\r\nZ", { "X", "Y", "Z" } },
+             Row { "UTF-8", "\r\r\n\r", { "", "", "", "" } },
+             Row { "UTF-8", "A\n\n\rB", { "A\n\n", "B" } },
+             // A break right behind a character of three bytes is one, and half a character at the
+             // end is read no further than it goes.
+             Row { "UTF-8",
+                   "\xE6\x97\xA5\r\xE6\x9C\xAC\r\nB",
+                   { "\xE6\x97\xA5", "\xE6\x9C\xAC", "B" } },
+             Row { "UTF-8", "a\xE6\x97", { "a\xE6\x97" } },
+             Row { "UTF-8", "a\xE6\rb", { "a\xE6", "b" } },
+             // 0x5C, a backslash elsewhere, ends one character; the CR after it is a break.
+             Row { "CP932",
+                   "\x83\x5C\r\x93\xFA\r\n\x96\x7B",
+                   { "\x83\x5C", "\x93\xFA", "\x96\x7B" } },
+             Row { "CP932", "\x93\x0D\x41", { "\x93\x0D\x41" } },
+             Row { "CP932", "\xB1\r\xB2", { "\xB1", "\xB2" } }, // of one byte
+             Row { "CP932", "a\x93", { "a\x93" } },
+             Row { "EUC-JP", "\x8F\xB0\xA1\r\xC6\xFC\rB", { "\x8F\xB0\xA1", "\xC6\xFC", "B" } },
+         }) {
+        platform::SetApplicationTextEncoding(row.encoding);
+        EXPECT_EQ(LinesOf(row.text), row.lines) << row.encoding << ": " << row.text;
+    }
+    platform::SetApplicationTextEncoding("CP932");
+    EXPECT_TRUE(CTextRenderer::IsDoubleByte("a\x83\x5C", 2));
+    EXPECT_FALSE(CTextRenderer::IsDoubleByte("a\xB1\x5C", 2));
+    platform::SetApplicationTextEncoding("UTF-8");
     EXPECT_TRUE(CTextRenderer::IsDoubleByte("\xE6\x97\xA5", 2));
     EXPECT_FALSE(CTextRenderer::IsDoubleByte("\xE6\x97\xA5x", 3));
 }
 
-TEST_F(LineWalkTest, TakesNoByteOfADoubleByteCharacterForABreak) {
-    Encode("CP932");
-    // 0x5C, a backslash elsewhere, ends one character; the CR after it is a break.
-    EXPECT_THAT(LinesOf("\x83\x5C\r\x93\xFA\r\n\x96\x7B"),
-                ElementsAre("\x83\x5C", "\x93\xFA", "\x96\x7B"));
-    EXPECT_THAT(LinesOf("\x93\x0D\x41"), ElementsAre("\x93\x0D\x41"));
-    EXPECT_THAT(LinesOf("\xB1\r\xB2"), ElementsAre("\xB1", "\xB2")); // of one byte
-    EXPECT_THAT(LinesOf("a\x93"), ElementsAre("a\x93"));
-    EXPECT_TRUE(CTextRenderer::IsDoubleByte("a\x83\x5C", 1));
-    EXPECT_TRUE(CTextRenderer::IsDoubleByte("a\x83\x5C", 2));
-    EXPECT_FALSE(CTextRenderer::IsDoubleByte("a\xB1\x5C", 2));
-}
-
-TEST_F(LineWalkTest, KnowsTheThreeByteCharactersOfEucJp) {
-    Encode("EUC-JP");
-    EXPECT_THAT(LinesOf("\x8F\xB0\xA1\r\xC6\xFC\rB"), ElementsAre("\x8F\xB0\xA1", "\xC6\xFC", "B"));
-}
-
-TEST_F(LineWalkTest, ReadsFieldsThatLackTheirNul) {
-    Encode("UTF-8");
+TEST(LineWalkTest, ReadsFieldsThatLackTheirNul) {
     const char field[4] = { 'a', '\r', 'b', '\xE6' };
     LineWalk walk(FieldText(field));
     std::string_view line;
