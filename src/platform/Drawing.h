@@ -64,9 +64,7 @@ void UnlockPixels(PixMapHandle pixels);
 const std::uint8_t* GetPixBaseAddr(PixMapHandle pixels);
 // The same for writing: the world gets pixels of its own.
 std::uint8_t* GetWritablePixBaseAddr(PixMapHandle pixels);
-// The row bytes of the pixel map's record: stride in the low 14 bits, flags above.
-std::uint16_t GetPixMapRowBytes(PixMapHandle pixels);
-// The stride itself, also where it does not fit in 14 bits.
+// The stride in bytes.
 std::int32_t GetPixRowBytes(PixMapHandle pixels);
 
 // The port's state. Without a current port setters do nothing and getters give 0.
@@ -129,7 +127,7 @@ struct TextCacheStats {
 };
 TextCacheStats GetTextCacheStats();
 // Empties glyph, line and picture caches and what this thread has kept to draw on; worlds in use
-// are not touched. Other threads keep at most 48 MiB each for themselves until they end.
+// are not touched. Other threads keep at most 34 MiB each for themselves until they end.
 void PurgeTextCaches();
 
 } // namespace platform

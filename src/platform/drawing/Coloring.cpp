@@ -5,8 +5,6 @@
 #include <array>
 #include <cstring>
 
-#include "platform/drawing/Blend.h"
-
 #if defined(__x86_64__)
 #include <immintrin.h>
 #define TELOP_AVX2 __attribute__((target("avx2")))
@@ -82,74 +80,55 @@ TELOP_AVX2 inline void Store(std::uint8_t* to, __m256i pixels) {
     _mm256_storeu_si256(reinterpret_cast<__m256i*>(to), pixels);
 }
 
-// Red, green and blue are equal in both colours: one byte is computed for each pixel.
-TELOP_AVX2 inline void ColorGrey32(std::uint8_t* pixels, __m256i coverage, const Lanes& lanes) {
-    const __m256i toColors =
-        _mm256_setr_epi8(-1, 0, 0, 0, -1, 1, 1, 1, -1, 2, 2, 2, -1, 3, 3, 3, // the low half's
-                         -1, 4, 4, 4, -1, 5, 5, 5, -1, 6, 6, 6, -1, 7, 7, 7);
-    const __m256i greys = Mix32(lanes, coverage);
-    Store(pixels, Spread<0>(greys, toColors));
-    Store(pixels + 32, Spread<1>(greys, toColors));
-    Store(pixels + 64, Spread<2>(greys, toColors));
-    Store(pixels + 96, Spread<3>(greys, toColors));
-}
-
-TELOP_AVX2 inline void ColorAny32(std::uint8_t* pixels, __m256i coverage, const Lanes& lanes) {
+TELOP_AVX2 inline void Color32(std::uint8_t* pixels, const std::uint8_t* coverage,
+                               const Lanes& lanes) {
     const __m256i toChannels =
         _mm256_setr_epi8(0, 0, 0, 0, 1, 1, 1, 1, 2, 2, 2, 2, 3, 3, 3, 3, // the low half's
                          4, 4, 4, 4, 5, 5, 5, 5, 6, 6, 6, 6, 7, 7, 7, 7);
-    Store(pixels, Mix32(lanes, Spread<0>(coverage, toChannels)));
-    Store(pixels + 32, Mix32(lanes, Spread<1>(coverage, toChannels)));
-    Store(pixels + 64, Mix32(lanes, Spread<2>(coverage, toChannels)));
-    Store(pixels + 96, Mix32(lanes, Spread<3>(coverage, toChannels)));
+    const __m256i some = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(coverage));
+    Store(pixels, Mix32(lanes, Spread<0>(some, toChannels)));
+    Store(pixels + 32, Mix32(lanes, Spread<1>(some, toChannels)));
+    Store(pixels + 64, Mix32(lanes, Spread<2>(some, toChannels)));
+    Store(pixels + 96, Mix32(lanes, Spread<3>(some, toChannels)));
 }
 
-bool IsGrey(const Pixel& color) {
-    return color[0] == 0 && color[1] == color[2] && color[2] == color[3];
-}
-
-// A grey with its shade in all four bytes.
-Pixel Shade(const Pixel& grey) {
-    return { grey[1], grey[1], grey[1], grey[1] };
+// The last pixels of a row are done with those before them once more.
+TELOP_AVX2 void ColorRow(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t width,
+                         const Lanes& lanes) {
+    for (std::int64_t x = 0; x + kColorVector < width; x += kColorVector) {
+        Color32(pixels + x * 4, coverage + x, lanes);
+    }
+    const std::int64_t last = width - kColorVector;
+    Color32(pixels + last * 4, coverage + last, lanes);
 }
 
 TELOP_AVX2 void ColorAvx2(const ColorArea& area, const TwoColors& colors) {
-    const bool grey = IsGrey(colors.ground) && IsGrey(colors.text);
-    const Lanes lanes =
-        LanesOf(grey ? TwoColors { Shade(colors.ground), Shade(colors.text) } : colors);
-    const __m256i ground =
-        _mm256_set1_epi32(static_cast<int>(std::bit_cast<std::uint32_t>(colors.ground)));
+    if (area.width < kColorVector) {
+        return ColorPlain(area, colors);
+    }
+    const Lanes lanes = LanesOf(colors);
     for (std::int64_t y = 0; y < area.height; ++y) {
-        std::uint8_t* const pixels = area.pixels + y * area.pixelStride;
-        const std::uint8_t* const coverage = area.coverage + y * area.coverageStride;
-        std::int64_t x = 0;
-        for (; x + 32 <= area.width; x += 32) {
-            const __m256i some = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(coverage + x));
-            std::uint8_t* const to = pixels + x * 4;
-            if (_mm256_testz_si256(some, some)) {
-                for (std::int64_t part = 0; part < 4; ++part) {
-                    Store(to + part * 32, ground);
-                }
-            } else if (grey) {
-                ColorGrey32(to, some, lanes);
-            } else {
-                ColorAny32(to, some, lanes);
-            }
-        }
-        for (; x < area.width; ++x) {
-            std::memcpy(pixels + x * 4, MixPixels(colors, coverage[x]).data(), sizeof(Pixel));
-        }
+        ColorRow(area.pixels + y * area.pixelStride, area.coverage + y * area.coverageStride,
+                 area.width, lanes);
     }
 }
 
 #endif
 
-// One long row has one odd end.
-ColorArea OneRow(const ColorArea& area) {
-    return { area.pixels, 0, area.coverage, 0, area.width * area.height, 1 };
-}
-
 } // namespace
+
+void BlendPixels(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t count,
+                 Pixel color) {
+    for (std::int64_t i = 0; i < count; ++i) {
+        if (coverage[i] == 0) { // beside the strokes, as most of a text's box is
+            continue;
+        }
+        std::uint8_t* const pixel = pixels + i * 4;
+        for (std::size_t channel = 0; channel < color.size(); ++channel) {
+            pixel[channel] = Mix(pixel[channel], color[channel], coverage[i]);
+        }
+    }
+}
 
 ColorWay ColorWayAt(int index) {
 #if defined(__x86_64__)
@@ -165,8 +144,7 @@ void ColorPixels(const ColorArea& area, const TwoColors& colors) {
         const ColorFunction vectors = ColorWayAt(kColorWays - 1).function;
         return vectors ? vectors : ColorPlain;
     }();
-    const bool gapless = area.pixelStride == area.width * 4 && area.coverageStride == area.width;
-    widest(gapless ? OneRow(area) : area, colors);
+    widest(area, colors);
 }
 
 } // namespace platform

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// From coverage to pixels where the ground has one colour and the text another: every pixel is
-// written once and none is read.
+// From coverage to pixels: over a ground of one colour, which is nearly all text, every pixel is written
+// once and none is read; over a ground of any colours they are mixed in.
 #pragma once
 
 #include <cstdint>
@@ -8,6 +8,20 @@
 #include "platform/drawing/Pixels.h"
 
 namespace platform {
+
+// x / 255 to the nearest, for x in 0..65025; never ambiguous, since 255 is odd.
+constexpr std::uint32_t Div255(std::uint32_t x) {
+    return (x + 128 + ((x + 128) >> 8)) >> 8;
+}
+
+// What coverage of color leaves of under: exactly under at 0 and exactly color at 255.
+constexpr std::uint8_t Mix(std::uint8_t under, std::uint8_t color, std::uint8_t coverage) {
+    return static_cast<std::uint8_t>(Div255(under * (255u - coverage) + color * coverage));
+}
+
+// Mixes color into count pixels, each by its coverage.
+void BlendPixels(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t count,
+                 Pixel color);
 
 struct TwoColors {
     Pixel ground; // where coverage is 0
@@ -23,10 +37,11 @@ struct ColorArea {
     std::int64_t width, height;
 };
 
+// So many pixels of a row take no longer than one.
+inline constexpr std::int64_t kColorVector = 32;
+
 // Writes each pixel as the Mix of the two colours by its coverage, with the widest vectors that the
-// processor has; every way gives the same bytes. Where the rows have no gaps, the coverage may lie in
-// the last quarter of the pixels' own memory: a pixel ends no later than its byte of that quarter, so
-// that each byte is read before it is overwritten.
+// processor has; every way gives the same bytes.
 void ColorPixels(const ColorArea& area, const TwoColors& colors);
 
 // The ways themselves, for comparing. Null where the processor lacks what it takes.

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <vector>
 
 #include "platform/text/TextService.h"
 
@@ -11,11 +12,12 @@ namespace platform {
 
 class CoveragePlane final : public text::CoverageTarget {
 public:
-    // No coverage yet, in a byte of the caller's for each pixel of the box; they outlive the plane.
-    CoveragePlane(const text::PixelBox& box, std::uint8_t* bytes);
+    // No coverage yet. Throws std::bad_alloc.
+    explicit CoveragePlane(const text::PixelBox& box)
+        : m_box(box), m_bytes(static_cast<std::size_t>(box.Width() * box.Height())) {}
 
     // Rows of the box's width, top row first, one after the other without gaps.
-    const std::uint8_t* Row(std::int64_t y) const { return m_bytes + Place(m_box.left, y); }
+    const std::uint8_t* Row(std::int64_t y) const { return m_bytes.data() + Place(m_box.left, y); }
 
     text::PixelBox Clip() const override { return m_box; }
     void PaintBitmap(std::int64_t x, std::int64_t y, const text::CoverageBitmap& bitmap) override;
@@ -28,7 +30,7 @@ private:
     }
 
     text::PixelBox m_box;
-    std::uint8_t* m_bytes;
+    std::vector<std::uint8_t> m_bytes;
 };
 
 } // namespace platform

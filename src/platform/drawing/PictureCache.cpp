@@ -2,16 +2,17 @@
 // The cache of pictures, and what all caches of text hold together.
 #include "platform/drawing/PictureCache.h"
 
+#include <algorithm>
+#include <array>
 #include <cstring>
-#include <optional>
-
-#include "platform/drawing/Recycler.h"
 
 namespace platform {
 namespace {
 
 constexpr std::int64_t kMaxPictureBytes = 64 << 20;
 constexpr std::size_t kShards = 2; // so that a picture of half the bound still fits
+
+constexpr std::int64_t kMaxOlderBytes = 8 << 20; // a larger one is not held on to
 
 struct PictureKey {
     const Recording& recording;
@@ -24,30 +25,18 @@ struct PictureKey {
     }
 };
 
-Canvas CanvasOn(PixelBuffer& pixels, const PictureKey& key) {
-    return { pixels.Data(), RowBytesFor(key.width), key.width, key.height };
-}
-
-void DrawAll(const PictureKey& key, PixelBuffer& pixels) {
-    const Canvas canvas = CanvasOn(pixels, key);
-    // Recycled memory holds other pictures; equal drawings must give equal bytes.
-    if (!key.recording.CoversCanvas(key.width, key.height)) {
-        std::memset(canvas.pixels, 0, static_cast<std::size_t>(canvas.rowBytes * canvas.height));
-    }
-    key.recording.Draw(canvas);
-}
-
 // Pixels, and the drawing that they hold.
 struct Picture {
     Recording recording;
     std::int32_t width = 0, height = 0;
-    std::shared_ptr<PixelBuffer> pixels;
+    PixelMemory pixels;
 
     bool Matches(const PictureKey& key) const {
         return width == key.width && height == key.height && key.recording.SameAs(recording);
     }
     std::int64_t Bytes() const {
-        return static_cast<std::int64_t>(sizeof *this) + recording.Bytes() + pixels->Capacity();
+        return static_cast<std::int64_t>(sizeof *this) + recording.Bytes() +
+               RowBytesFor(width) * height;
     }
 };
 
@@ -59,62 +48,71 @@ LruCache<Picture>& Cache() {
 OnceTable g_once;
 
 // The pictures that a thread drew last and nobody needs any more. In a text that counts on with each
-// frame a digit or two change, and the rest of the picture is there already.
-using PictureRecycler = Recycler<Picture, 4>;
+// frame a digit or two change, and the rest of the picture is there already. Takes no memory itself, so
+// that giving back never fails.
+class OlderPictures {
+public:
+    // Null once the thread's own are gone: pictures that end later must not come to them.
+    static OlderPictures* OfThread() {
+        thread_local OlderPictures pictures;
+        return s_alive ? &pictures : nullptr;
+    }
+    ~OlderPictures() { s_alive = false; }
 
-PictureRecycler& Recycled() {
-    thread_local PictureRecycler recycler;
-    return recycler;
-}
+    void Keep(std::unique_ptr<Picture> picture) {
+        if (picture->Bytes() <= kMaxOlderBytes) {
+            std::rotate(m_pictures.begin(), m_pictures.end() - 1, m_pictures.end());
+            m_pictures.front() = std::move(picture);
+        }
+    }
+    // One that differs from the drawing in the box alone; null when there is none.
+    std::unique_ptr<Picture> Take(const PictureKey& key, text::PixelBox& box) {
+        for (std::unique_ptr<Picture>& older : m_pictures) {
+            if (!older || older->width != key.width || older->height != key.height) {
+                continue;
+            }
+            if (const auto difference =
+                    key.recording.DifferenceFrom(older->recording, key.width, key.height)) {
+                box = *difference;
+                return std::move(older);
+            }
+        }
+        return nullptr;
+    }
+    void Clear() { m_pictures = {}; }
+
+private:
+    OlderPictures() = default;
+
+    static inline thread_local bool s_alive = true;
+    std::array<std::unique_ptr<Picture>, 4> m_pictures; // the last one first
+};
 
 std::shared_ptr<const Picture> Lend(std::unique_ptr<Picture> picture) {
     return { picture.release(), [](Picture* returned) {
                 std::unique_ptr<Picture> owned(returned);
-                if (PictureRecycler::Alive() && owned->pixels->IsRecyclable()) {
-                    Recycled().Give(std::move(owned));
+                if (OlderPictures* const older = OlderPictures::OfThread()) {
+                    older->Keep(std::move(owned));
                 }
             } };
 }
 
-// An older picture with what differs drawn anew; null when none is alike.
-std::unique_ptr<Picture> UpdateOlder(const PictureKey& key) {
-    std::optional<text::PixelBox> difference;
-    const auto isAlike = [&](const Picture& older) {
-        if (older.width != key.width || older.height != key.height) {
-            return false;
-        }
-        difference = key.recording.DifferenceFrom(older.recording, key.width, key.height);
-        return difference.has_value();
-    };
-    std::unique_ptr<Picture> picture = Recycled().Take(isAlike);
-    if (picture) {
-        key.recording.Redraw(CanvasOn(*picture->pixels, key), *difference);
-    }
-    return picture;
-}
-
-// As long as there is room for one more, the older ones may still be of use for other texts.
-std::unique_ptr<Picture> DrawNew(const PictureKey& key) {
-    const std::int64_t bytes = RowBytesFor(key.width) * key.height;
-    std::unique_ptr<Picture> picture;
-    if (PictureRecycler::Alive() && Recycled().IsFull()) {
-        picture =
-            Recycled().Take([bytes](const Picture& older) { return older.pixels->Fits(bytes); });
-    }
-    if (!picture) {
-        picture = std::make_unique<Picture>();
-        picture->pixels = PixelBuffer::Make(bytes);
-    }
-    DrawAll(key, *picture->pixels);
-    picture->width = key.width;
-    picture->height = key.height;
-    return picture;
-}
-
 std::shared_ptr<const Picture> Draw(const PictureKey& key) {
-    std::unique_ptr<Picture> picture = PictureRecycler::Alive() ? UpdateOlder(key) : nullptr;
-    if (!picture) {
-        picture = DrawNew(key);
+    text::PixelBox difference {};
+    OlderPictures* const olderPictures = OlderPictures::OfThread();
+    std::unique_ptr<Picture> picture =
+        olderPictures ? olderPictures->Take(key, difference) : nullptr;
+    if (picture) {
+        if (!difference.IsEmpty()) {
+            key.recording.Redraw(
+                { picture->pixels.get(), RowBytesFor(key.width), key.width, key.height },
+                difference);
+        }
+    } else {
+        picture = std::make_unique<Picture>();
+        picture->pixels = DrawPicture(key.recording, key.width, key.height);
+        picture->width = key.width;
+        picture->height = key.height;
     }
     picture->recording = key.recording;
     return Lend(std::move(picture));
@@ -122,8 +120,8 @@ std::shared_ptr<const Picture> Draw(const PictureKey& key) {
 
 } // namespace
 
-std::shared_ptr<const PixelBuffer> PictureOf(const Recording& recording, std::int32_t width,
-                                             std::int32_t height) {
+std::shared_ptr<const std::uint8_t> PictureOf(const Recording& recording, std::int32_t width,
+                                              std::int32_t height) {
     const PictureKey key { recording, width, height };
     const std::uint64_t hash = key.Hash();
     std::shared_ptr<const Picture> picture = Cache().Find(hash, key);
@@ -136,10 +134,13 @@ std::shared_ptr<const PixelBuffer> PictureOf(const Recording& recording, std::in
     return { picture, picture->pixels.get() };
 }
 
-std::shared_ptr<PixelBuffer> DrawPicture(const Recording& recording, std::int32_t width,
-                                         std::int32_t height) {
-    auto pixels = PixelBuffer::Make(RowBytesFor(width) * height);
-    DrawAll({ recording, width, height }, *pixels);
+PixelMemory DrawPicture(const Recording& recording, std::int32_t width, std::int32_t height) {
+    const std::int64_t bytes = RowBytesFor(width) * height;
+    PixelMemory pixels = MakePixels(bytes);
+    if (!recording.CoversCanvas(width, height)) { // equal drawings must give equal bytes
+        std::memset(pixels.get(), 0, static_cast<std::size_t>(bytes));
+    }
+    recording.Draw({ pixels.get(), RowBytesFor(width), width, height });
     return pixels;
 }
 
@@ -159,10 +160,9 @@ void PurgeTextCaches() {
     Cache().Clear();
     g_once.Clear();
     // What the cache let go of came to this thread.
-    if (PictureRecycler::Alive()) {
-        Recycled().Clear();
+    if (OlderPictures* const older = OlderPictures::OfThread()) {
+        older->Clear();
     }
-    PixelBuffer::DropRecycled();
 }
 
 } // namespace platform

@@ -3,10 +3,9 @@
 #include "platform/drawing/Recording.h"
 
 #include <algorithm>
-#include <deque>
+#include <bit>
 #include <span>
 
-#include "platform/drawing/Blend.h"
 #include "platform/drawing/Coloring.h"
 #include "platform/drawing/CoveragePlane.h"
 
@@ -18,18 +17,10 @@ bool IsWhole(const Command& command, std::int32_t width, std::int32_t height) {
            command.right == width && command.bottom == height;
 }
 
-std::size_t PixelsIn(const text::PixelBox& box) {
-    return static_cast<std::size_t>(box.Width() * box.Height());
-}
-
 void DrawFill(const Canvas& canvas, const Command& fill) {
-    if (fill.left == 0 && fill.right == canvas.width) {
-        FillPixels(canvas.At(0, fill.top), (fill.bottom - fill.top) * (canvas.rowBytes / 4),
-                   fill.color);
-        return;
-    }
     for (std::int64_t row = fill.top; row < fill.bottom; ++row) {
-        FillPixels(canvas.At(fill.left, row), fill.right - fill.left, fill.color);
+        std::fill_n(reinterpret_cast<std::uint32_t*>(canvas.At(fill.left, row)),
+                    fill.right - fill.left, std::bit_cast<std::uint32_t>(fill.color));
     }
 }
 
@@ -48,37 +39,11 @@ text::PixelBox InkOfTexts(std::span<const Command> texts, std::span<const text::
     return ink;
 }
 
-// Texts of one colour on any ground. They gather in one plane, so that glyphs that overlap add up as they
-// do over a ground of one colour.
-class BlendedTexts {
-public:
-    BlendedTexts(std::span<const Command> texts, std::span<const text::LinePtr> lines,
-                 const text::PixelBox& canvas)
-        : m_color(texts.front().color), m_box(Intersection(InkOfTexts(texts, lines), canvas)),
-          m_coverage(PixelsIn(m_box)), m_plane(m_box, m_coverage.data()) {
-        PaintTexts(texts, lines, m_plane);
+void Blend(const Canvas& canvas, const CoveragePlane& plane, Pixel color) {
+    const text::PixelBox box = plane.Clip();
+    for (std::int64_t y = box.top; y < box.bottom; ++y) {
+        BlendPixels(canvas.At(box.left, y), plane.Row(y), box.Width(), color);
     }
-
-    void Blend(const Canvas& canvas) const {
-        for (std::int64_t y = m_box.top; y < m_box.bottom; ++y) {
-            BlendPixels(canvas.At(m_box.left, y), m_plane.Row(y), m_box.Width(), m_color);
-        }
-    }
-
-private:
-    Pixel m_color;
-    text::PixelBox m_box;
-    std::vector<std::uint8_t> m_coverage;
-    CoveragePlane m_plane;
-};
-
-// Odd ends of rows cost more than some pixels that are drawn again as they are.
-text::PixelBox WidenToVectors(const text::PixelBox& box, std::int64_t rowPixels) {
-    constexpr std::int64_t kVector = 32;
-    const std::int64_t vectors = (box.Width() + kVector - 1) / kVector * kVector;
-    const std::int64_t width = std::min(vectors, rowPixels);
-    const std::int64_t left = std::min(box.left, rowPixels - width);
-    return { left, box.top, left + width, box.bottom };
 }
 
 } // namespace
@@ -142,33 +107,33 @@ bool Recording::IsFlat(std::int32_t width, std::int32_t height) const {
 
 void Recording::Draw(const Canvas& canvas) const {
     if (IsFlat(canvas.width, canvas.height)) {
-        // The coverage lies in the last quarter of the picture's own memory: less to go through the
-        // processor's cache.
-        const text::PixelBox whole { 0, 0, canvas.rowBytes / 4, canvas.height };
-        DrawFlat(canvas, whole, canvas.pixels + 3 * PixelsIn(whole));
+        Redraw(canvas, { 0, 0, canvas.width, canvas.height });
         return;
     }
     const text::PixelBox whole { 0, 0, canvas.width, canvas.height };
-    std::deque<BlendedTexts> texts; // they stay where they are
+    std::vector<CoveragePlane> planes; // of the texts of each step
     std::span lines(m_lines);
     ForEachStep([&](std::span<const Command> step) {
         if (step.front().kind == Command::kText) {
-            texts.emplace_back(step, lines.first(step.size()), whole);
+            const auto stepsLines = lines.first(step.size());
+            planes.emplace_back(Intersection(InkOfTexts(step, stepsLines), whole));
+            PaintTexts(step, stepsLines, planes.back());
             lines = lines.subspan(step.size());
         }
     });
     // All memory is there: from here on nothing fails.
-    auto text = texts.begin();
+    auto plane = planes.begin();
     ForEachStep([&](std::span<const Command> step) {
         if (step.front().kind == Command::kText) {
-            text++->Blend(canvas);
+            Blend(canvas, *plane++, step.front().color);
         } else {
             DrawFill(canvas, step.front());
         }
     });
 }
 
-// A step is one fill, or all texts of one colour that follow each other.
+// A step is one fill, or all texts of one colour that follow each other: they gather in one plane, so that
+// glyphs that overlap add up as they do over a ground of one colour.
 template <class Visit>
 void Recording::ForEachStep(const Visit& visit) const {
     for (auto first = m_commands.begin(); first != m_commands.end();) {
@@ -179,16 +144,6 @@ void Recording::ForEachStep(const Visit& visit) const {
         visit(std::span<const Command>(first, last));
         first = last;
     }
-}
-
-void Recording::DrawFlat(const Canvas& canvas, const text::PixelBox& box,
-                         std::uint8_t* coverage) const {
-    CoveragePlane plane(box, coverage);
-    PaintTexts(std::span(m_commands).subspan(1), m_lines, plane);
-    const TwoColors colors { m_commands.front().color, m_commands.back().color };
-    ColorPixels({ canvas.At(box.left, box.top), canvas.rowBytes, plane.Row(box.top), box.Width(),
-                  box.Width(), box.Height() },
-                colors);
 }
 
 std::optional<text::PixelBox> Recording::DifferenceFrom(const Recording& other, std::int32_t width,
@@ -204,9 +159,7 @@ std::optional<text::PixelBox> Recording::DifferenceFrom(const Recording& other, 
     }
     const text::PixelBox canvas { 0, 0, width, height };
     text::PixelBox box {};
-    for (std::size_t k = 0; k < m_lines.size(); ++k) {
-        // The outermost lines come first: where all have changed, they tell so at once.
-        const std::size_t i = k % 2 == 0 ? k / 2 : m_lines.size() - 1 - k / 2;
+    for (std::size_t i = 0; i < m_lines.size(); ++i) {
         if (m_lines[i] == other.m_lines[i]) {
             continue;
         }
@@ -220,12 +173,16 @@ std::optional<text::PixelBox> Recording::DifferenceFrom(const Recording& other, 
     return box;
 }
 
-void Recording::Redraw(const Canvas& canvas, const text::PixelBox& box) const {
-    if (!box.IsEmpty()) {
-        const text::PixelBox wide = WidenToVectors(box, canvas.rowBytes / 4);
-        std::vector<std::uint8_t> coverage(PixelsIn(wide));
-        DrawFlat(canvas, wide, coverage.data());
-    }
+void Recording::Redraw(const Canvas& canvas, const text::PixelBox& changed) const {
+    const std::int64_t width =
+        std::min<std::int64_t>(std::max(changed.Width(), kColorVector), canvas.width);
+    const std::int64_t left = std::min(changed.left, canvas.width - width);
+    const text::PixelBox box { left, changed.top, left + width, changed.bottom };
+    CoveragePlane plane(box);
+    PaintTexts(std::span(m_commands).subspan(1), m_lines, plane);
+    ColorPixels({ canvas.At(box.left, box.top), canvas.rowBytes, plane.Row(box.top), box.Width(),
+                  box.Width(), box.Height() },
+                { m_commands.front().color, m_commands.back().color });
 }
 
 } // namespace platform

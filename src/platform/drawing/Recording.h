@@ -11,7 +11,7 @@
 
 namespace platform {
 
-// Rows of pixels to draw into. What lies in a row after its last pixel may be written too.
+// Rows of pixels to draw into.
 struct Canvas {
     std::uint8_t* pixels;
     std::int64_t rowBytes;
@@ -48,8 +48,7 @@ public:
 
     // True when the first step fills the whole canvas, so that no older byte shows through.
     bool CoversCanvas(std::int32_t width, std::int32_t height) const;
-    // Onto what the canvas holds. Throws std::bad_alloc; the canvas is then as it was, but for one that
-    // is covered, whose pixels are then any.
+    // Onto what the canvas holds. Throws std::bad_alloc; the canvas is then as it was.
     void Draw(const Canvas& canvas) const;
 
     // Where this and another drawing on canvases of that size may differ, clipped to them, when both
@@ -57,16 +56,14 @@ public:
     // common than that, or when it is more than half of the canvas, which is drawn sooner as a whole.
     std::optional<text::PixelBox> DifferenceFrom(const Recording& other, std::int32_t width,
                                                  std::int32_t height) const;
-    // Onto a canvas that holds another drawing, from which this one differs in the box alone. Throws
-    // std::bad_alloc; the canvas then holds either drawing or parts of both.
+    // Onto a canvas that holds another drawing, from which this one differs in the box alone; both as
+    // above. Throws std::bad_alloc; the canvas is then as it was.
     void Redraw(const Canvas& canvas, const text::PixelBox& box) const;
 
 private:
     bool IsFlat(std::int32_t width, std::int32_t height) const;
     template <class Visit>
     void ForEachStep(const Visit& visit) const;
-    // coverage has a byte for each pixel of the box.
-    void DrawFlat(const Canvas& canvas, const text::PixelBox& box, std::uint8_t* coverage) const;
 
     std::vector<Command> m_commands;
     std::vector<text::LinePtr> m_lines; // of the text commands, in order

@@ -7,7 +7,6 @@
 #include <new>
 
 #include "platform/drawing/PictureCache.h"
-#include "platform/drawing/Recycler.h"
 
 namespace platform {
 
@@ -15,7 +14,6 @@ struct GDevice {};
 
 namespace {
 
-using WorldRecycler = Recycler<GWorld, 8>;
 // A world that is drawn into without end turns its recording into pixels now and then.
 constexpr std::size_t kMaxCommands = 512;
 
@@ -25,11 +23,6 @@ thread_local GDHandle t_device = nullptr;
 GDHandle TheDevice() {
     static GDevice device;
     return &device;
-}
-
-WorldRecycler& Recycled() {
-    thread_local WorldRecycler recycler;
-    return recycler;
 }
 
 } // namespace
@@ -77,7 +70,7 @@ const std::uint8_t* PixMap::Pixels() {
     if (!shared) {
         shared = PictureOf(recording, width, height);
     }
-    return shared->Data();
+    return shared.get();
 }
 
 std::uint8_t* PixMap::WritablePixels() {
@@ -85,17 +78,10 @@ std::uint8_t* PixMap::WritablePixels() {
         own = DrawPicture(recording, width, height);
         shared = nullptr;
     } else {
-        recording.Draw({ own->Data(), RowBytesFor(width), width, height });
+        recording.Draw({ own.get(), RowBytesFor(width), width, height });
     }
     recording.Clear();
-    return own->Data();
-}
-
-void PixMap::Reset() {
-    locks = 0;
-    recording.Clear();
-    shared = nullptr;
-    own = nullptr;
+    return own.get();
 }
 
 // Worlds
@@ -112,33 +98,20 @@ OSStatus NewGWorld(GWorldPtr* world, std::int16_t depth, const Rect& bounds) {
     if (RowBytesFor(width) * height > kMaxWorldBytes) {
         return kMemFullErr;
     }
-    const auto any = [](const GWorld&) { return true; };
-    std::unique_ptr<GWorld> made = WorldRecycler::Alive() ? Recycled().Take(any) : nullptr;
-    if (!made) {
-        made.reset(new (std::nothrow) GWorld);
-    }
-    if (!made) {
+    *world = new (std::nothrow) GWorld;
+    if (!*world) {
         return kMemFullErr;
     }
-    made->pixels.width = width;
-    made->pixels.height = height;
-    made->state = {};
-    *world = made.release();
+    (*world)->pixels.width = width;
+    (*world)->pixels.height = height;
     return kNoErr;
 }
 
 void DisposeGWorld(GWorldPtr world) {
-    std::unique_ptr<GWorld> owned(world);
-    if (!owned) {
-        return;
-    }
-    if (t_port == world) {
+    if (world && t_port == world) {
         t_port = nullptr; // a caller's mistake that must not become a dangling port
     }
-    owned->pixels.Reset();
-    if (WorldRecycler::Alive()) {
-        Recycled().Give(std::move(owned));
-    }
+    delete world;
 }
 
 void GetGWorld(CGrafPtr* port, GDHandle* device) {
@@ -206,12 +179,6 @@ std::uint8_t* GetWritablePixBaseAddr(PixMapHandle pixels) {
 
 std::int32_t GetPixRowBytes(PixMapHandle pixels) {
     return pixels ? static_cast<std::int32_t>(RowBytesFor(pixels->width)) : 0;
-}
-
-std::uint16_t GetPixMapRowBytes(PixMapHandle pixels) {
-    constexpr std::uint16_t kIsPixMap = 0x8000; // tells the record from a one-bit map's
-    constexpr std::int32_t kStrideBits = 0x3FFF;
-    return static_cast<std::uint16_t>(kIsPixMap | (GetPixRowBytes(pixels) & kStrideBits));
 }
 
 } // namespace platform

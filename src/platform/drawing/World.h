@@ -12,16 +12,15 @@ namespace platform {
 struct PixMap {
     std::int32_t width = 0, height = 0;
     std::int32_t locks = 0;
-    Recording recording;                       // with own, what was drawn since
-    std::shared_ptr<const PixelBuffer> shared; // without own, a picture of the recording
-    std::shared_ptr<PixelBuffer> own;
+    Recording recording;                        // with own, what was drawn since
+    std::shared_ptr<const std::uint8_t> shared; // without own, a picture of the recording
+    PixelMemory own;
 
     void Fill(const Rect& rect, Pixel color);
     void Text(std::int32_t x, std::int32_t y, const text::LinePtr& line, Pixel color);
     // The pixels as they stand. Throws std::bad_alloc.
     const std::uint8_t* Pixels();
     std::uint8_t* WritablePixels();
-    void Reset();
 
 private:
     void BoundRecording();

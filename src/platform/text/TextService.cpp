@@ -77,7 +77,14 @@ FontNumber Given(FontNumber font) {
     return FontCatalog::Get().IsGiven(font) ? font : 0;
 }
 
-FontMetrics ReadMetrics(FontNumber font, std::int32_t size) {
+} // namespace
+
+std::uint64_t Line::NextId() {
+    static std::atomic<std::uint64_t> last { 0 };
+    return last.fetch_add(1, std::memory_order_relaxed) + 1;
+}
+
+FontMetrics MetricsOf(FontNumber font, std::int32_t size) {
     FontCatalog& catalog = FontCatalog::Get();
     Family* const family = catalog.ByNumber(font);
     const Face* const face = family ? catalog.FaceOf(*family) : nullptr;
@@ -90,31 +97,6 @@ FontMetrics ReadMetrics(FontNumber font, std::int32_t size) {
     };
     return { pixels(face->Ascent()), pixels(face->Descent()), pixels(face->MaxAdvance()),
              pixels(face->LineGap()) };
-}
-
-} // namespace
-
-std::uint64_t Line::NextId() {
-    static std::atomic<std::uint64_t> last { 0 };
-    return last.fetch_add(1, std::memory_order_relaxed) + 1;
-}
-
-// Metrics of a number never change, so each thread remembers the last ones that it asked for.
-FontMetrics MetricsOf(FontNumber font, std::int32_t size) {
-    struct Remembered {
-        FontNumber font;
-        std::int32_t size = 0; // none has this size
-        FontMetrics metrics;
-    };
-    constexpr unsigned kSlots = 16;
-    thread_local Remembered remembered[kSlots];
-    font = Given(font);
-    const auto spread = static_cast<unsigned>(font) * 5 + static_cast<unsigned>(size);
-    Remembered& slot = remembered[spread % kSlots];
-    if (slot.font != font || slot.size != size) {
-        slot = { font, size, ReadMetrics(font, size) };
-    }
-    return slot.metrics;
 }
 
 LinePtr LayOutLine(FontNumber font, std::int32_t size, std::string_view bytes) {

@@ -34,15 +34,6 @@ TEST(WorldTest, SidesAndSizesHaveLimits) {
     }
 }
 
-TEST(WorldTest, RowBytesSitBelowTheFlags) {
-    for (const std::int16_t width : { 1, 7, 8, 100, 4000 }) {
-        const TestWorld world(width, 1);
-        EXPECT_EQ(GetPixMapRowBytes(world.Map()) & 0x3FFF, GetPixRowBytes(world.Map()));
-        EXPECT_EQ(GetPixRowBytes(world.Map()) % 16, 0);
-        EXPECT_GE(GetPixRowBytes(world.Map()), width * 4);
-    }
-}
-
 TEST(WorldTest, PixelsHaveAnAddressOnlyWhileLocked) {
     const TestWorld world(3, 3);
     EXPECT_EQ(GetPixBaseAddr(world.Map()), nullptr);

@@ -139,9 +139,10 @@ TEST(MemoryTest, AFaceThatIsOpenedIsWholeOrNotThere) {
                 EXPECT_EQ(why, ""); // or it were taken for broken
                 opened->family.face = opened->face.get();
             }
-            CoveragePlane plane({ 0, 0, 300, 60 }, pixels.data());
+            CoveragePlane plane({ 0, 0, 300, 60 });
             text::PaintGlyphs(text::LayOutGlyphs(opened->family, 30, kText).glyphs, 30, 2, 40,
                               plane);
+            std::copy_n(plane.Row(0), pixels.size(), pixels.begin());
             return true;
         };
     });
