@@ -24,7 +24,7 @@ install(FILES
         src/platform/Drawing.h
         src/platform/Events.h
         src/platform/Fonts.h
-        src/platform/Report.h
+        src/platform/TextContext.h
         src/platform/Status.h
         src/platform/TextEncoding.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/telop/platform)

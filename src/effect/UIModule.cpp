@@ -7,7 +7,7 @@
 
 #include <dlfcn.h>
 
-#include "platform/Report.h"
+#include "platform/TextContext.h"
 
 namespace fs = std::filesystem;
 
@@ -25,8 +25,9 @@ fs::path FolderOfThisModule() {
 const fs::path s_folder = FolderOfThisModule();
 
 const UIModuleTable* Refuse(const fs::path& path, const char* reason) {
-    platform::ReportOnce({ platform::ReportKind::kBundleBroken, path.string(), "no dialogs",
-                           reason ? reason : "it cannot be opened" });
+    platform::TextContext::Current().Tell({ platform::ReportKind::kBundleBroken, path.string(),
+                                            "no dialogs",
+                                            reason ? reason : "it cannot be opened" });
     return nullptr;
 }
 

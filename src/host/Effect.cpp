@@ -7,6 +7,7 @@
 #include "host/Archive.h"
 #include "host/WholeFile.h"
 #include "host/frames/OutputFile.h"
+#include "platform/TextContext.h"
 
 namespace host {
 
@@ -106,7 +107,19 @@ bool Effect::RenderRecord(EPIHandleRef params, Image& image, const FrameInfo& fr
     record.nFrameWidth = image.Width();
     record.nFrameHeight = image.Height();
     record.bInfoPresent = 1;
-    return SetInfoStrings(record, frame.strings, why) && m_plugin->Run(epiDoFilter, record, why);
+    // What is lost in this frame is this call's failure and nothing that others need to hear of.
+    auto& outer = platform::TextContext::Current();
+    platform::TextContext met(outer.Encoding(), [&outer](const platform::Report& report) {
+        if (report.kind != platform::ReportKind::kTextNotDrawn)
+            outer.Tell(report);
+    });
+    platform::TextScope const scope(met);
+    if (!SetInfoStrings(record, frame.strings, why) || !m_plugin->Run(epiDoFilter, record, why))
+        return false;
+    auto const failure = met.Failure();
+    if (!failure.empty())
+        why = failure;
+    return failure.empty();
 }
 
 std::optional<std::vector<std::uint8_t>> Effect::Save(std::string& why) const {

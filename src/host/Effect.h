@@ -49,9 +49,10 @@ public:
     // The block of dialog settings, settingsSize bytes.
     std::span<std::uint8_t> Settings();
 
-    // Draws into the image with the effect's parameters. False with the reason when the plug-in
-    // gives an error or an information string is too long. Any number of threads at once, each with
-    // an image of its own.
+    // Draws into the image with the effect's parameters, whose texts are in the encoding of the
+    // thread's text context; that is told what could not be honoured to the letter. False with the
+    // reason when the text could not be drawn, the plug-in gives an error or an information string is
+    // too long. Any number of threads at once, each with an image of its own.
     bool Render(Image& image, const FrameInfo& frame, std::string& why) const;
     // The same with parameters of the frame's own, which costs one small copy.
     bool RenderWith(const _TEXTPARAM& params, Image& image, const FrameInfo& frame,

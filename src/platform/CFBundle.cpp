@@ -18,8 +18,8 @@
 #include "platform/BundleInfo.h"
 #include "platform/CoreFoundation.h"
 #include "platform/Languages.h"
-#include "platform/Report.h"
 #include "platform/StringTable.h"
+#include "platform/TextContext.h"
 
 namespace fs = std::filesystem;
 
@@ -61,7 +61,7 @@ Registry& TheRegistry() {
 }
 
 void ReportFile(const std::string& asked, std::string reason) {
-    ReportOnce({ ReportKind::kBundleBroken, asked, "", std::move(reason) });
+    TextContext::Current().Tell({ ReportKind::kBundleBroken, asked, "", std::move(reason) });
 }
 
 std::optional<std::string> ReadFile(const fs::path& path, std::string& why) {

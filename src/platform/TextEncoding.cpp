@@ -4,7 +4,6 @@
 #include "platform/TextEncoding.h"
 
 #include <array>
-#include <atomic>
 #include <bitset>
 #include <cerrno>
 #include <cstdlib>
@@ -16,18 +15,13 @@
 #include <mutex>
 #include <vector>
 
-#include "platform/EncodingSerial.h"
-#include "platform/Report.h"
+#include "platform/TextContext.h"
 #include "platform/Utf8.h"
 
 namespace platform {
-namespace {
-
-constexpr std::uint8_t kThreeByteLead = 0x8F; // of EUC-JP: the next plane's two bytes follow
-constexpr const char* kReplacementUtf8 = "\xEF\xBF\xBD";
 
 // One encoding; lives as long as the process.
-struct Encoding {
+struct EncodingDetails {
     std::string name;           // canonical
     std::string iconvName;      // empty for UTF-8
     std::bitset<256> leads;     // bytes that a longer character starts with; unused for UTF-8
@@ -37,6 +31,11 @@ struct Encoding {
     bool IsUtf8() const { return iconvName.empty(); }
     bool IsLead(char byte) const { return leads[static_cast<std::uint8_t>(byte)]; }
 };
+
+namespace {
+
+constexpr std::uint8_t kThreeByteLead = 0x8F; // of EUC-JP: the next plane's two bytes follow
+constexpr const char* kReplacementUtf8 = "\xEF\xBF\xBD";
 
 struct KnownEncoding {
     const char* key; // upper case, without hyphens and underscores
@@ -128,12 +127,12 @@ private:
 };
 
 struct Converters {
-    const Encoding* encoding = nullptr;
+    const EncodingDetails* encoding = nullptr;
     std::unique_ptr<Converter> decode, encode;
 };
 
 // The calling thread's converters for encoding; iconv's descriptors carry state and are not shared.
-Converters& ConvertersFor(const Encoding& encoding) {
+Converters& ConvertersFor(const EncodingDetails& encoding) {
     thread_local Converters converters;
     if (converters.encoding != &encoding) {
         const char* name = encoding.iconvName.c_str();
@@ -147,7 +146,7 @@ Converters& ConvertersFor(const Encoding& encoding) {
 // Learns the lead bytes of an encoding that the table does not know: a lead byte alone is cut off.
 // False when the encoding is no superset of ASCII, whose bytes every record relies on; the backslash
 // and the tilde are other characters in some national sets.
-bool ProbeLeadBytes(Encoding& encoding) {
+bool ProbeLeadBytes(EncodingDetails& encoding) {
     Converter decode("UTF-8", encoding.iconvName.c_str());
     if (!decode.IsOpen()) {
         return false;
@@ -165,7 +164,7 @@ bool ProbeLeadBytes(Encoding& encoding) {
     return true;
 }
 
-bool Describe(std::string_view name, Encoding& encoding) {
+bool Describe(std::string_view name, EncodingDetails& encoding) {
     const std::string key = KeyOf(name);
     for (const KnownEncoding& known : kKnownEncodings) {
         if (key != known.key) {
@@ -190,15 +189,15 @@ bool Describe(std::string_view name, Encoding& encoding) {
 }
 
 // The descriptions that were asked for so far. They stay, because calls that run hold on to them.
-const Encoding* FindEncoding(std::string_view name) {
+const EncodingDetails* FindEncoding(std::string_view name) {
     static std::mutex mutex;
-    static std::deque<Encoding> encodings;
-    Encoding asked;
+    static std::deque<EncodingDetails> encodings;
+    EncodingDetails asked;
     if (!Describe(name, asked)) {
         return nullptr;
     }
     const std::lock_guard lock(mutex);
-    for (const Encoding& encoding : encodings) {
+    for (const EncodingDetails& encoding : encodings) {
         if (KeyOf(encoding.name) == KeyOf(asked.name)) {
             return &encoding;
         }
@@ -207,34 +206,14 @@ const Encoding* FindEncoding(std::string_view name) {
     return &encodings.emplace_back(std::move(asked));
 }
 
-const Encoding* EncodingOfEnvironment() {
-    if (const char* name = std::getenv("TELOP_TEXT_ENCODING")) {
-        if (const Encoding* encoding = FindEncoding(name)) {
-            return encoding;
-        }
-        ReportOnce({ ReportKind::kTextMalformed, std::string("in ") + name, "UTF-8",
-                     "TELOP_TEXT_ENCODING names no encoding of this machine" });
-    }
-    const Encoding* encoding = FindEncoding(nl_langinfo(CODESET));
-    return encoding && encoding->leads.any() ? encoding : FindEncoding("UTF-8");
-}
-
-std::atomic<const Encoding*> g_encoding { nullptr };
-
-const Encoding& CurrentEncoding() {
-    const Encoding* encoding = g_encoding.load(std::memory_order_acquire);
-    if (!encoding) {
-        const Encoding* initial = EncodingOfEnvironment();
-        // Another thread may have set one meanwhile; that one counts.
-        encoding = g_encoding.compare_exchange_strong(encoding, initial) ? initial : encoding;
-    }
-    return *encoding;
+const EncodingDetails& CurrentEncoding() {
+    return TextContext::Current().Encoding().Details();
 }
 
 // Characters of encodings with lead bytes: a lead byte takes whatever non-NUL byte follows, so that a
 // byte outside the lead range always ends a character. That also makes 0x8F of EUC-JP a character
 // of two bytes when what follows is no lead byte.
-std::size_t LeadByteCharacterLength(const Encoding& encoding, std::string_view text) {
+std::size_t LeadByteCharacterLength(const EncodingDetails& encoding, std::string_view text) {
     if (text.size() < 2 || !encoding.IsLead(text[0]) || text[1] == '\0') {
         return 1;
     }
@@ -247,7 +226,7 @@ std::size_t LeadByteCharacterLength(const Encoding& encoding, std::string_view t
     return text.size() < 3 || text[2] == '\0' ? 1 : 3;
 }
 
-std::size_t CharacterLengthIn(const Encoding& encoding, std::string_view text) {
+std::size_t CharacterLengthIn(const EncodingDetails& encoding, std::string_view text) {
     if (text.empty()) {
         return 0;
     }
@@ -266,7 +245,7 @@ std::string_view Window(const char* text) {
 constexpr std::size_t kLookBackBlock = std::size_t { 64 } * 1024;
 
 // Where the character that holds the byte at offset may start, with at most two blocks of steps.
-std::size_t CharacterStart(const Encoding& encoding, const char* text, std::size_t offset) {
+std::size_t CharacterStart(const EncodingDetails& encoding, const char* text, std::size_t offset) {
     if (encoding.IsUtf8()) {
         for (std::size_t back = 1; back <= 3 && back <= offset; ++back) {
             if (Utf8SequenceLength(Window(text + offset - back)) > back) {
@@ -297,7 +276,7 @@ std::size_t CharacterStart(const Encoding& encoding, const char* text, std::size
     }
 }
 
-void ReportMalformed(const Encoding& encoding, std::string_view bytes) {
+void ReportMalformed(const EncodingDetails& encoding, std::string_view bytes) {
     constexpr char kDigits[] = "0123456789ABCDEF";
     std::string hex;
     for (const char c : bytes) {
@@ -305,9 +284,10 @@ void ReportMalformed(const Encoding& encoding, std::string_view bytes) {
         hex += { kDigits[byte >> 4], kDigits[byte & 15] };
     }
     const bool known = encoding.IsUtf8() || ConvertersFor(encoding).decode->IsOpen();
-    ReportOnce({ ReportKind::kTextMalformed, hex, "U+FFFD",
-                 known ? "the bytes are no " + encoding.name
-                       : "this machine's iconv does not convert " + encoding.iconvName });
+    TextContext::Current().Tell(
+        { ReportKind::kTextMalformed, hex, "U+FFFD",
+          known ? "the bytes are no " + encoding.name
+                : "this machine's iconv does not convert " + encoding.iconvName });
 }
 
 // True for the start of a well-formed sequence that the end of text cuts off.
@@ -331,7 +311,7 @@ bool IsCutOffUtf8(std::string_view text) {
     return false;
 }
 
-std::string DecodeUtf8(const Encoding& encoding, std::string_view bytes) {
+std::string DecodeUtf8(const EncodingDetails& encoding, std::string_view bytes) {
     std::string text;
     text.reserve(bytes.size());
     std::size_t plain = 0; // well-formed bytes that wait to be copied
@@ -355,14 +335,14 @@ std::string DecodeUtf8(const Encoding& encoding, std::string_view bytes) {
 }
 
 // A single byte that starts a character of several bytes when there were more of them.
-bool IsCutOff(const Encoding& encoding, std::string_view rest) {
+bool IsCutOff(const EncodingDetails& encoding, std::string_view rest) {
     return encoding.IsLead(rest[0]) &&
            (rest.size() == 1 ||
             (encoding.threeByteLead && rest.size() == 2 &&
              static_cast<std::uint8_t>(rest[0]) == kThreeByteLead && encoding.IsLead(rest[1])));
 }
 
-std::string DecodeWithIconv(const Encoding& encoding, std::string_view bytes) {
+std::string DecodeWithIconv(const EncodingDetails& encoding, std::string_view bytes) {
     Converter& decode = *ConvertersFor(encoding).decode;
     std::string text;
     while (!bytes.empty()) {
@@ -388,21 +368,34 @@ void EncodeWithIconv(Converter& encode, std::string_view part, EncodedText& resu
 
 } // namespace
 
-bool SetApplicationTextEncoding(std::string_view name) {
-    const Encoding* encoding = FindEncoding(name);
-    if (!encoding) {
-        return false;
+std::optional<TextEncoding> TextEncoding::Find(std::string_view name) {
+    const EncodingDetails* const found = FindEncoding(name);
+    return found ? std::optional(TextEncoding(*found)) : std::nullopt;
+}
+
+TextEncoding TextEncoding::OfEnvironment() {
+    if (const char* name = std::getenv("TELOP_TEXT_ENCODING")) {
+        if (const auto encoding = Find(name)) {
+            return *encoding;
+        }
+        TextContext::Current().Tell({ ReportKind::kTextMalformed, std::string("in ") + name,
+                                      "UTF-8",
+                                      "TELOP_TEXT_ENCODING names no encoding of this machine" });
     }
-    g_encoding.store(encoding, std::memory_order_release);
-    return true;
+    const EncodingDetails* encoding = FindEncoding(nl_langinfo(CODESET));
+    return encoding && encoding->leads.any() ? TextEncoding(*encoding) : Utf8();
+}
+
+const std::string& TextEncoding::Name() const {
+    return m_details->name;
+}
+
+std::uint32_t TextEncoding::Serial() const {
+    return m_details->serial;
 }
 
 std::string ApplicationTextEncoding() {
     return CurrentEncoding().name;
-}
-
-std::uint32_t ApplicationEncodingSerial() {
-    return CurrentEncoding().serial;
 }
 
 std::size_t CharacterLength(std::string_view text) {
@@ -410,7 +403,7 @@ std::size_t CharacterLength(std::string_view text) {
 }
 
 std::int16_t CharacterByteType(const char* text, std::size_t offset, ScriptCode /*script*/) {
-    const Encoding& encoding = CurrentEncoding();
+    const EncodingDetails& encoding = CurrentEncoding();
     if (text[offset] == '\0') {
         return kSingleByte;
     }
@@ -424,12 +417,12 @@ std::int16_t CharacterByteType(const char* text, std::size_t offset, ScriptCode 
 }
 
 std::string DecodeText(std::string_view bytes) {
-    const Encoding& encoding = CurrentEncoding();
+    const EncodingDetails& encoding = CurrentEncoding();
     return encoding.IsUtf8() ? DecodeUtf8(encoding, bytes) : DecodeWithIconv(encoding, bytes);
 }
 
 EncodedText EncodeText(std::string_view utf8) {
-    const Encoding& encoding = CurrentEncoding();
+    const EncodingDetails& encoding = CurrentEncoding();
     EncodedText result { "", true };
     Converter* const encode = encoding.IsUtf8() ? nullptr : ConvertersFor(encoding).encode.get();
     while (!utf8.empty()) {
@@ -454,7 +447,7 @@ EncodedText EncodeText(std::string_view utf8) {
 }
 
 std::string_view CutToWholeCharacters(std::string_view bytes, std::size_t size) {
-    const Encoding& encoding = CurrentEncoding();
+    const EncodingDetails& encoding = CurrentEncoding();
     std::size_t end = 0;
     while (end < bytes.size()) {
         const std::size_t length = CharacterLengthIn(encoding, bytes.substr(end));

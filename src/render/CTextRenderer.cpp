@@ -5,13 +5,12 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <new>
+#include <cstdio>
 #include <optional>
-#include <string>
 #include <string_view>
 
 #include "platform/Drawing.h"
-#include "platform/Report.h"
+#include "platform/TextContext.h"
 #include "render/ColorRef.h"
 #include "render/LineWalk.h"
 #include "render/PIOffscreen.h"
@@ -118,8 +117,10 @@ std::int32_t WidthOf(const Lines& lines) {
 
 std::optional<TextBox> Measure(const Lines& lines, const TextStyle& style) {
     const platform::GWorldPtr world = TextWorld::Make(256, 256);
-    if (!world)
+    if (!world) {
+        platform::TextContext::Current().TellNotDrawn("there is no memory to measure it in");
         return std::nullopt;
+    }
     const TextWorld current(world, style);
     platform::FontInfo font;
     platform::GetFontInfo(&font);
@@ -157,21 +158,21 @@ void DrawLines(const Lines& lines, const TextBox& box, const _TEXTPARAM& param) 
 }
 
 // A text without an extent fits any picture: it draws nothing, as it should.
-void ReportTooLarge(const TextBox& box, const TextStyle& style, const char* why) try {
+void TellTooLarge(const TextBox& box, const TextStyle& style, const char* why) {
     if (box.width <= 0 || box.height <= 0)
         return;
-    platform::ReportOnce({ platform::ReportKind::kTextTooLarge, std::to_string(style.size), "",
-                           "the text is not drawn, as it takes " + std::to_string(box.width) +
-                               " x " + std::to_string(box.height) + " pixels, " + why });
-} catch (const std::bad_alloc&) { // no memory for the words either
+    char reason[160]; // there may be no memory for more
+    std::snprintf(reason, sizeof reason, "at %d points it takes %d x %d pixels, more than %s",
+                  style.size, box.width, box.height, why);
+    platform::TextContext::Current().TellNotDrawn(reason);
 }
 
-// False, and reported, when there can be no picture as large as that.
+// False, and told to the text context, when there can be no picture as large as that.
 bool DrawAndBlend(PIOffscreen* image, const Lines& lines, const TextBox& box,
                   const TextStyle& style, _TEXTPARAM* param, const tagPOINT& position) {
     const platform::GWorldPtr world = TextWorld::Make(box.width, box.height);
     if (!world) {
-        ReportTooLarge(box, style, "more than a picture can have");
+        TellTooLarge(box, style, "a picture can have");
         return false;
     }
     const TextWorld current(world, style);
@@ -179,7 +180,7 @@ bool DrawAndBlend(PIOffscreen* image, const Lines& lines, const TextBox& box,
     const platform::PixMapHandle pixels = platform::GetGWorldPixMap(world);
     const XPixMapLocker locker(pixels);
     if (!locker.IsLocked()) {
-        ReportTooLarge(box, style, "more than there is memory for");
+        TellTooLarge(box, style, "there is memory for");
         return false;
     }
     _RTEXTIMAGE_INFO info { box.width, box.height, platform::GetPixRowBytes(pixels),

@@ -2,9 +2,8 @@
 // The texts of the real bundle: complete in each language, found by the module, short enough.
 #include <gmock/gmock.h>
 
-#include "platform/Report.h"
 #include "platform/StringTable.h"
-#include "platform/TextEncoding.h"
+#include "platform/TextContext.h"
 #include "support/LoadedBundle.h"
 #include "support/ScopedEnvironment.h"
 
@@ -51,7 +50,8 @@ TEST(Bundle, ShortTextsFitTheirBuffersInEveryEncoding) {
     for (const char* language : { "en", "ja" }) {
         const platform::StringTable texts = Texts(language);
         for (const char* encoding : { "UTF-8", "CP932", "EUC-JP" }) {
-            ASSERT_TRUE(platform::SetApplicationTextEncoding(encoding));
+            platform::TextContext context(*platform::TextEncoding::Find(encoding));
+            const platform::TextScope scope(context);
             for (const auto& [key, limit] : limits) {
                 const platform::EncodedText text = platform::EncodeText(texts.at(key));
                 EXPECT_TRUE(text.complete) << language << " " << encoding << " " << key;
@@ -59,11 +59,11 @@ TEST(Bundle, ShortTextsFitTheirBuffersInEveryEncoding) {
             }
         }
     }
-    platform::SetApplicationTextEncoding("UTF-8");
 }
 
 TEST(Bundle, SpeaksTheUsersLanguageWhereverItLies) {
-    platform::ForgetReports();
+    platform::TextContext met;
+    const platform::TextScope scope(met);
     LoadedBundle bundle(TELOP_BUNDLE, TELOP_MODULE);
     const ScopedEnvironment noList("LANGUAGE", nullptr);
     for (const auto& [locale, name] :
@@ -76,7 +76,7 @@ TEST(Bundle, SpeaksTheUsersLanguageWhereverItLies) {
         EXPECT_EQ(bundle.Call(epiInit, &record), 0);
         EXPECT_STREQ(info.szName, name) << locale;
     }
-    EXPECT_THAT(platform::ReportsSoFar(), testing::IsEmpty());
+    EXPECT_THAT(met.Reports(), testing::IsEmpty());
 }
 
 } // namespace

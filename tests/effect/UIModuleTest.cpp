@@ -6,7 +6,7 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/Report.h"
+#include "platform/TextContext.h"
 #include "support/LoadedBundle.h"
 
 namespace {
@@ -20,9 +20,7 @@ protected:
     // The copy of the bundle starts without the dialogs that the build has put into it.
     UIModuleTest() : m_bundle(TELOP_BUNDLE, TELOP_MODULE) {
         std::filesystem::remove(m_bundle.ModuleFolder() / kUIModuleFileName);
-        platform::ForgetReports();
     }
-    ~UIModuleTest() override { platform::ForgetReports(); }
 
     void PutBeside(const char* module) {
         std::filesystem::copy_file(module, m_bundle.ModuleFolder() / kUIModuleFileName);
@@ -46,6 +44,8 @@ protected:
     }
 
     LoadedBundle m_bundle;
+    platform::TextContext m_met;
+    platform::TextScope m_scope { m_met };
 };
 
 TEST_F(UIModuleTest, GetsTheDialogSelectors) {
@@ -59,7 +59,7 @@ TEST_F(UIModuleTest, GetsTheDialogSelectors) {
     EXPECT_EQ(m_bundle.Call(epiDestroySettingDialog, &record), 0);
     EXPECT_EQ(record.hDialogWindow, nullptr);
     EXPECT_EQ(record.pDialogHolder, nullptr);
-    EXPECT_THAT(platform::ReportsSoFar(), testing::IsEmpty());
+    EXPECT_THAT(m_met.Reports(), testing::IsEmpty());
 }
 
 TEST_F(UIModuleTest, IsFoundAfterTheHostHasLeftTheFolder) {
@@ -75,13 +75,13 @@ TEST_F(UIModuleTest, IsFoundAfterTheHostHasLeftTheFolder) {
 
 TEST_F(UIModuleTest, ItsAbsenceIsNoError) {
     ExpectNoDialogs();
-    EXPECT_THAT(platform::ReportsSoFar(), testing::IsEmpty());
+    EXPECT_THAT(m_met.Reports(), testing::IsEmpty());
 }
 
 TEST_F(UIModuleTest, OneThatDoesNotOpenIsReportedOnce) {
     std::ofstream(m_bundle.ModuleFolder() / kUIModuleFileName) << "no module";
     ExpectNoDialogs();
-    const auto reports = platform::ReportsSoFar();
+    const auto reports = m_met.Reports();
     ASSERT_EQ(reports.size(), 1u);
     EXPECT_THAT(Describe(reports[0]), testing::HasSubstr(kUIModuleFileName));
 }
@@ -89,7 +89,7 @@ TEST_F(UIModuleTest, OneThatDoesNotOpenIsReportedOnce) {
 TEST_F(UIModuleTest, OneWithoutATableIsRefused) {
     PutBeside(TELOP_PLATFORM);
     ExpectNoDialogs();
-    const auto reports = platform::ReportsSoFar();
+    const auto reports = m_met.Reports();
     ASSERT_EQ(reports.size(), 1u);
     EXPECT_THAT(reports[0].reason, testing::HasSubstr("no table"));
 }

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cstdlib>
 #include <cstring>
 #include <thread>
 
 #include "LedgerTest.h"
 #include "host/Effect.h"
+#include "platform/TextContext.h"
 #include "support/TemporaryFolder.h"
 
 namespace host {
@@ -157,6 +159,85 @@ TEST_F(TextOverlayTest, ConcurrentFramesEqualThoseOneAfterTheOther) {
     for (auto& thread : threads)
         thread.join();
     EXPECT_EQ(wrong, 0);
+}
+
+// Two documents' contexts on two threads over the same caches; then both once more, as a later run
+// draws them out of full caches.
+TEST_F(TextOverlayTest, ConcurrentContextsKeepTheirEncodingsAndReportsApart) {
+    struct Row {
+        const char* encoding;
+        const char* text;
+        const char* font;
+        std::vector<std::string> reported;
+        std::unique_ptr<Image> first = nullptr;
+    };
+    Row rows[] = { { "CP932", "\x83\x65\x83\x67", "", {} },
+                   { "UTF-8", "\x83\x65\x83\x67", "", { "83" } },
+                   { "UTF-8", "テト", "None A", { "None A" } },
+                   { "CP932", "\x83\x65\x83\x67", "None B", { "None B" } },
+                   { "UTF-8", "\U0010FFFD", "", { "U+10FFFD" } } };
+    auto const draw = [&](Row& row) {
+        platform::TextContext met(*platform::TextEncoding::Find(row.encoding));
+        platform::TextScope const scope(met);
+        auto params = effect->CopyParams();
+        std::snprintf(params.szInfoText, sizeof params.szInfoText, "%s", row.text);
+        std::snprintf(params.szFontName, sizeof params.szFontName, "%s", row.font);
+        for (int i = 0; i < 20; ++i) {
+            auto image = Image::Make(150, 80, kArgb32);
+            std::string reason;
+            EXPECT_TRUE(effect->RenderWith(params, *image, {}, reason)) << reason;
+            if (!row.first)
+                row.first = std::move(image);
+            else
+                EXPECT_TRUE(Same(*image, *row.first)) << row.encoding << " " << row.text;
+        }
+        std::vector<std::string> reported;
+        for (auto const& report : met.Reports())
+            reported.push_back(report.asked);
+        EXPECT_EQ(reported, row.reported) << row.encoding << " " << row.text;
+    };
+    for (int round = 0; round < 2; ++round) {
+        std::vector<std::thread> threads;
+        for (auto& row : rows)
+            threads.emplace_back([&draw, &row] { draw(row); });
+        for (auto& thread : threads)
+            thread.join();
+    }
+    EXPECT_TRUE(Same(*rows[0].first, *rows[2].first)) << "the same characters";
+    EXPECT_FALSE(Same(*rows[0].first, *rows[1].first)) << "the same bytes";
+}
+
+TEST_F(TextOverlayTest, ATextThatCannotBeDrawnFailsTheFrameAndLeavesItAlone) {
+    auto params = effect->CopyParams();
+    params.nFontSize = 32767;
+    auto const image = Image::Make(150, 80, kArgb32);
+    std::ranges::fill(image->Bytes(), kGrey);
+    platform::TextContext met;
+    platform::TextScope const scope(met);
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_FALSE(effect->RenderWith(params, *image, {}, why));
+        EXPECT_THAT(why, testing::HasSubstr("the text is not drawn: at 32767 points it takes"));
+        EXPECT_EQ(FirstDrawnRow(*image), -1);
+    }
+    EXPECT_THAT(met.Reports(), testing::IsEmpty()) << "the call's own failure";
+    FrameInfo frame;
+    frame.apply = 0;
+    EXPECT_TRUE(effect->RenderWith(params, *image, frame, why)) << "nothing is to be drawn";
+}
+
+TEST_F(TextOverlayTest, AMachineWithoutFontsFailsTheFrame) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe"); // a process that has read no fonts yet
+    TemporaryFolder const folder;
+    folder.Write("fonts.conf", "<fontconfig></fontconfig>");
+    EXPECT_EXIT(
+        {
+            ::setenv("FONTCONFIG_FILE", (folder.Path() / "fonts.conf").c_str(), 1);
+            auto const image = Image::Make(150, 80, kArgb32);
+            bool const drawn = effect->Render(*image, {}, why);
+            std::fputs(why.c_str(), stderr);
+            std::_Exit(drawn ? 1 : 0);
+        },
+        testing::ExitedWithCode(0), "the text is not drawn: no font is installed");
 }
 
 } // namespace

@@ -7,8 +7,7 @@
 
 #include "platform/CoreFoundation.h"
 #include "platform/Languages.h"
-#include "platform/Report.h"
-#include "platform/TextEncoding.h"
+#include "platform/TextContext.h"
 #include "support/Converts.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TemporaryFolder.h"
@@ -74,7 +73,8 @@ TEST(CFString, FillsABufferWithWholeCharacters) {
                                   "a\x82\xA0"
                                   "b" },
                             Row { "CP932", 3, false, "a" } }) {
-        ASSERT_TRUE(SetApplicationTextEncoding(row.encoding));
+        TextContext context(*TextEncoding::Find(row.encoding));
+        const TextScope scope(context);
         if (!Converts(row.encoding))
             continue;
         std::string buffer(row.size + 2, '#');
@@ -83,7 +83,6 @@ TEST(CFString, FillsABufferWithWholeCharacters) {
         EXPECT_EQ(std::string(buffer.c_str()), row.bytes) << row.encoding << " " << row.size;
         EXPECT_EQ(buffer.substr(row.size), "##") << row.encoding << " " << row.size;
     }
-    ASSERT_TRUE(SetApplicationTextEncoding("UTF-8"));
     char untouched = '#';
     EXPECT_FALSE(CFStringGetCString(string.get(), &untouched, 0));
     EXPECT_EQ(untouched, '#');
@@ -94,7 +93,6 @@ constexpr char kInfo[] = R"({ "identifier": "org.example.x", "name": "X", "versi
 class BundleTest : public testing::Test {
 protected:
     BundleTest() {
-        ForgetReports();
         m_folder.Write("X.bundle/Contents/Info.json", kInfo);
         m_folder.Write("X.bundle/Contents/Resources/en.lproj/Localizable.strings",
                        "a = \"A in English\"; b = \"B in English\";");
@@ -104,11 +102,12 @@ protected:
         m_folder.Write("X.bundle/Contents/Resources/ja.lproj/page.txt", "");
         m_folder.Write("X.bundle/Contents/Resources/Forms/en.lproj/page.txt", "");
     }
-    ~BundleTest() override { ForgetReports(); }
 
     std::filesystem::path Path() const { return m_folder.Path() / "X.bundle"; }
 
     TemporaryFolder m_folder;
+    TextContext m_met;
+    TextScope m_scope { m_met };
 };
 
 std::string Localized(CFBundleRef bundle, const char* key, const char* value) {
@@ -126,7 +125,7 @@ TEST_F(BundleTest, TextsFallBackFromLanguageToEnglishToValue) {
     EXPECT_EQ(Localized(bundle.get(), "a", "a"), "A in English"); // its Japanese line is broken
     EXPECT_EQ(Localized(bundle.get(), "c", "c"), "c");
     EXPECT_EQ(Localized(bundle.get(), "c", nullptr), "(null)");
-    const auto reports = ReportsSoFar();
+    const auto reports = m_met.Reports();
     ASSERT_EQ(reports.size(), 1u);
     EXPECT_THAT(Describe(reports[0]), testing::EndsWith("Localizable.strings:1': ';' is missing"));
 }
@@ -155,22 +154,23 @@ TEST_F(BundleTest, WhatIsNoBundleIsRefusedWithTheReason) {
            Row { "[]", "no JSON object" },
            Row { R"({ "identifier": 3 })", "\"identifier\" is no string" },
            Row { R"({ "identifier": "i", "name": "n" })", "\"version\" is no" } }) {
-        ForgetReports();
+        TextContext met;
+        const TextScope scope(met);
         if (row.info)
             m_folder.Write("X.bundle/Contents/Info.json", row.info);
         else
             std::filesystem::remove(Path() / "Contents/Info.json");
         EXPECT_EQ(CFBundleCreate(Path()), nullptr) << row.reason;
-        ASSERT_EQ(ReportsSoFar().size(), 1u) << row.reason;
-        EXPECT_THAT(Describe(ReportsSoFar()[0]), testing::AllOf(testing::HasSubstr("Info.json"),
-                                                                testing::HasSubstr(row.reason)));
+        ASSERT_EQ(met.Reports().size(), 1u) << row.reason;
+        EXPECT_THAT(Describe(met.Reports()[0]), testing::AllOf(testing::HasSubstr("Info.json"),
+                                                               testing::HasSubstr(row.reason)));
     }
 }
 
 TEST_F(BundleTest, CodeOutsideABundleIsNotRegistered) {
     const auto* code = reinterpret_cast<const void*>(&Localized);
     EXPECT_FALSE(CFBundleRegister(code));
-    EXPECT_EQ(ReportsSoFar().size(), 1u);
+    EXPECT_EQ(m_met.Reports().size(), 1u);
     EXPECT_EQ(CFBundleGetBundleWithIdentifier(""), nullptr);
     EXPECT_EQ(Localized(CFBundleGetMainBundle(), "key", "key"), "key");
 }

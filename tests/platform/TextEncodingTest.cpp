@@ -5,7 +5,7 @@
 #include <gmock/gmock.h>
 #include <random>
 
-#include "platform/Report.h"
+#include "platform/TextContext.h"
 #include "support/Converts.h"
 
 namespace {
@@ -17,10 +17,11 @@ using testing::SizeIs;
 
 constexpr const char* kEncodings[] = { "UTF-8", "CP932", "EUC-JP", "EUC-KR", "GBK", "Big5" };
 
-class TextEncodingTest : public testing::Test {
-protected:
-    void SetUp() override { ForgetReports(); }
-    void TearDown() override { SetApplicationTextEncoding("UTF-8"); }
+// What is in an encoding, for a scope.
+struct In {
+    explicit In(const char* name) : context(*TextEncoding::Find(name)) {}
+    TextContext context;
+    TextScope scope { context };
 };
 
 std::vector<int> ByteTypes(const std::string& text) {
@@ -47,7 +48,7 @@ std::vector<int> WalkedTypes(const std::string& text) {
     return types;
 }
 
-TEST_F(TextEncodingTest, NamesAreFoundByTheirUsualSpellings) {
+TEST(TextEncoding, NamesAreFoundByTheirUsualSpellings) {
     struct Row {
         const char* asked;
         const char* name;
@@ -56,17 +57,17 @@ TEST_F(TextEncodingTest, NamesAreFoundByTheirUsualSpellings) {
          { Row { "utf8", "UTF-8" }, Row { "Shift_JIS", "CP932" }, Row { "sjis", "CP932" },
            Row { "Windows-31J", "CP932" }, Row { "euc_jp", "EUC-JP" }, Row { "EUCKR", "EUC-KR" },
            Row { "gbk", "GBK" }, Row { "BIG-5", "Big5" } }) {
-        ASSERT_TRUE(SetApplicationTextEncoding(row.asked)) << row.asked;
-        EXPECT_EQ(ApplicationTextEncoding(), row.name);
+        const auto encoding = TextEncoding::Find(row.asked);
+        ASSERT_TRUE(encoding) << row.asked;
+        EXPECT_EQ(encoding->Name(), row.name);
     }
     // The last two are no supersets of ASCII, in which nothing of a record could be read.
     for (const char* name : { "no-such-encoding", "", "UTF-8//IGNORE", "UTF-16", "ISO-2022-JP" }) {
-        EXPECT_FALSE(SetApplicationTextEncoding(name)) << name;
-        EXPECT_EQ(ApplicationTextEncoding(), "Big5");
+        EXPECT_FALSE(TextEncoding::Find(name)) << name;
     }
 }
 
-TEST_F(TextEncodingTest, BytesKnowTheirPlaceInACharacter) {
+TEST(TextEncoding, BytesKnowTheirPlaceInACharacter) {
     struct Row {
         const char* encoding;
         std::string text;
@@ -85,18 +86,18 @@ TEST_F(TextEncodingTest, BytesKnowTheirPlaceInACharacter) {
         { "Big5", "\xA4\x40\xA4\xA4", { -1, 1, -1, 1 } },
     };
     for (const Row& row : rows) {
-        ASSERT_TRUE(SetApplicationTextEncoding(row.encoding));
+        const In in(row.encoding);
         EXPECT_EQ(ByteTypes(row.text), row.types)
             << row.encoding << " " << testing::PrintToString(row.text);
     }
 }
 
-TEST_F(TextEncodingTest, LookingBackAgreesWithWalking) {
+TEST(TextEncoding, LookingBackAgreesWithWalking) {
     const std::string interesting =
         "A\r\n\x40\x80\x81\x82\x8E\x8F\xA1\xB0\xC2\xE0\xE3\xED\xF0\xF4\xFE\xFF";
     std::minstd_rand random(1);
     for (const char* encoding : kEncodings) {
-        ASSERT_TRUE(SetApplicationTextEncoding(encoding));
+        const In in(encoding);
         for (int round = 0; round < 3000; ++round) {
             std::string text(random() % 24, ' ');
             for (char& c : text) {
@@ -108,8 +109,8 @@ TEST_F(TextEncodingTest, LookingBackAgreesWithWalking) {
     }
 }
 
-TEST_F(TextEncodingTest, RunsLongerThanTheLookBackStayInStep) {
-    SetApplicationTextEncoding("EUC-KR");
+TEST(TextEncoding, RunsLongerThanTheLookBackStayInStep) {
+    const In in("EUC-KR");
     const std::string text(1 << 20, '\xB0');
     for (const std::size_t offset : { text.size() - 2, text.size() / 2 }) {
         EXPECT_EQ(CharacterByteType(text.c_str(), offset, kSystemScript), kFirstByte);
@@ -117,7 +118,7 @@ TEST_F(TextEncodingTest, RunsLongerThanTheLookBackStayInStep) {
     }
 }
 
-TEST_F(TextEncodingTest, CharacterLengthStaysInsideItsView) {
+TEST(TextEncoding, CharacterLengthStaysInsideItsView) {
     struct Row {
         const char* encoding;
         std::string_view text;
@@ -127,13 +128,13 @@ TEST_F(TextEncodingTest, CharacterLengthStaysInsideItsView) {
                             Row { "UTF-8", "\xF0\x9F\x98\x80", 4 }, Row { "CP932", "\x82", 1 },
                             Row { "CP932", { "\x82\0", 2 }, 1 }, Row { "EUC-JP", "\x8F\xB0", 1 },
                             Row { "EUC-JP", "\x8F\xB0\xA1", 3 } }) {
-        ASSERT_TRUE(SetApplicationTextEncoding(row.encoding));
+        const In in(row.encoding);
         EXPECT_EQ(CharacterLength(row.text), row.length)
             << row.encoding << " " << testing::PrintToString(row.text);
     }
 }
 
-TEST_F(TextEncodingTest, CuttingKeepsWholeCharacters) {
+TEST(TextEncoding, CuttingKeepsWholeCharacters) {
     struct Row {
         const char* encoding;
         std::string_view text;
@@ -143,19 +144,19 @@ TEST_F(TextEncodingTest, CuttingKeepsWholeCharacters) {
          { Row { "UTF-8", "ab\xE3\x81\x82", 4, 2 }, Row { "UTF-8", "ab\xE3\x81\x82", 5, 5 },
            Row { "UTF-8", "ab", 9, 2 }, Row { "CP932", "\x82\xA0\x82\xA2", 3, 2 },
            Row { "EUC-JP", "\x8F\xB0\xA1", 2, 0 } }) {
-        ASSERT_TRUE(SetApplicationTextEncoding(row.encoding));
+        const In in(row.encoding);
         EXPECT_EQ(CutToWholeCharacters(row.text, row.size).size(), row.kept)
             << row.encoding << row.size;
     }
 }
 
-TEST_F(TextEncodingTest, MalformedUtf8IsReplacedAndReportedOnce) {
-    SetApplicationTextEncoding("UTF-8");
+TEST(TextEncoding, MalformedUtf8IsReplacedAndToldOnce) {
+    const In in("UTF-8");
     for (int round = 0; round < 3; ++round) {
         EXPECT_EQ(DecodeText("a\xFFz\xE3\x81"), "a\uFFFDz"); // the cut-off end becomes nothing
     }
-    ASSERT_THAT(ReportsSoFar(), SizeIs(1));
-    EXPECT_EQ(ReportsSoFar()[0].asked, "FF");
+    ASSERT_THAT(in.context.Reports(), SizeIs(1));
+    EXPECT_EQ(in.context.Reports()[0].asked, "FF");
     EXPECT_EQ(DecodeText("\xE0\x80\xED\xA0\xF4\x90\xC1"),
               "\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD");
     for (const char* cut : { "\xC3", "\xE0\xA0", "\xED\x9F", "\xF0\x9F\x98", "\xF4\x8F" }) {
@@ -163,7 +164,7 @@ TEST_F(TextEncodingTest, MalformedUtf8IsReplacedAndReportedOnce) {
     }
 }
 
-TEST_F(TextEncodingTest, TextGoesToUtf8AndBack) {
+TEST(TextEncoding, TextGoesToUtf8AndBack) {
     struct Row {
         const char *encoding, *converter;
         std::string bytes, utf8;
@@ -179,18 +180,18 @@ TEST_F(TextEncodingTest, TextGoesToUtf8AndBack) {
     };
     for (const Row& row : rows) {
         if (Converts(row.converter)) {
-            ASSERT_TRUE(SetApplicationTextEncoding(row.encoding));
+            const In in(row.encoding);
             EXPECT_EQ(DecodeText(row.bytes), row.utf8) << row.encoding;
             EXPECT_EQ(EncodeText(row.utf8).bytes, row.bytes) << row.encoding;
             EXPECT_TRUE(EncodeText(row.utf8).complete);
             EXPECT_EQ(DecodeText(row.bytes + row.bytes.substr(0, 1)), row.utf8) << "cut off";
+            EXPECT_THAT(in.context.Reports(), SizeIs(0));
         }
     }
-    EXPECT_THAT(ReportsSoFar(), SizeIs(0));
 }
 
-TEST_F(TextEncodingTest, WhatAnEncodingLacksBecomesAQuestionMark) {
-    SetApplicationTextEncoding("CP932");
+TEST(TextEncoding, WhatAnEncodingLacksBecomesAQuestionMark) {
+    const In in("CP932");
     if (Converts("CP932")) {
         const EncodedText encoded = EncodeText("a\xF0\x9F\x98\x80z");
         EXPECT_EQ(encoded.bytes, "a?z");

@@ -14,8 +14,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/Report.h"
-#include "platform/TextEncoding.h"
+#include "platform/TextContext.h"
 #include "render/FakeImage.h"
 #include "support/TestWorld.h"
 
@@ -213,25 +212,22 @@ TEST_F(CTextRendererTest, ScalesThePositionTowardsZeroAndShiftsItThen) {
     }
 }
 
-TEST_F(CTextRendererTest, ATextThatNoPictureHoldsIsReportedOnceForItsSize) {
-    platform::ForgetReports();
+TEST_F(CTextRendererTest, ATextThatNoPictureHoldsIsAFailureOfItsContext) {
     param.dwFlags = TEXT_DIALOGUE | TEXT_BOX;
     std::memset(param.szDialogue, '\r', 255); // 256 lines, none of which has a width
-    param.nFontSize = 400;
-    EXPECT_EQ(Draw(), kNothing);
-    param.szDialogue[0] = 'a';
-    param.nFontSize = -1;
-    EXPECT_EQ(Draw(), kNothing);
-    EXPECT_TRUE(platform::ReportsSoFar().empty());
-    for (const int size : { 400, 400, 32767, 400 }) {
+    for (const int size : { 400, 32767, -1 }) {
+        platform::TextContext met;
+        const platform::TextScope scope(met);
         param.nFontSize = size;
-        EXPECT_EQ(Draw(), kNothing) << size;
+        param.szDialogue[0] = '\r';
+        EXPECT_EQ(Draw(), kNothing);
+        EXPECT_EQ(met.Failure(), "") << size;
+        param.szDialogue[0] = 'a';
+        EXPECT_EQ(Draw(), kNothing);
+        const std::string points = "at " + std::to_string(size) + " points it takes ";
+        EXPECT_EQ(met.Failure().find("the text is not drawn: " + points) == 0, size > 0)
+            << met.Failure();
     }
-    const std::vector<platform::Report> reports = platform::ReportsSoFar();
-    ASSERT_EQ(reports.size(), 2u);
-    EXPECT_EQ(reports[0].kind, platform::ReportKind::kTextTooLarge);
-    EXPECT_EQ(platform::Describe(reports[0]).rfind("font size 400: the text is not drawn", 0), 0u);
-    EXPECT_EQ(reports[1].asked, "32767");
 }
 
 TEST_F(CTextRendererTest, ClearsAsMuchAsItIsToldAndCopiesAsMuchAsThereIs) {

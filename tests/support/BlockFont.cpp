@@ -9,9 +9,7 @@
 #include <mutex>
 #include <vector>
 
-#include "platform/EncodingSerial.h"
-#include "platform/Report.h"
-#include "platform/TextEncoding.h"
+#include "platform/TextContext.h"
 #include "platform/text/TextService.h"
 
 namespace platform {
@@ -38,8 +36,8 @@ void GetFNum(const std::uint8_t* name, FontNumber* number) {
     const std::string asked = DecodeText({ reinterpret_cast<const char*>(name) + 1, name[0] });
     *number = IsBlock(asked) ? kBlockNumber : FontNumber { 0 };
     if (*number == 0 && !asked.empty()) {
-        ReportOnce({ ReportKind::kFontSubstituted, asked, block_font::kFamily,
-                     "no installed family has this name" });
+        TextContext::Current().Tell({ ReportKind::kFontSubstituted, asked, block_font::kFamily,
+                                      "no installed family has this name" });
     }
 }
 

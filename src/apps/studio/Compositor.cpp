@@ -111,6 +111,7 @@ private:
             why = "there is no memory to draw the text in";
             return ToPicture(*background.image);
         }
+        platform::TextScope const scope(*request.context);
         host::FrameInfo info;
         for (std::size_t i = 0; i < info.strings.size(); ++i)
             info.strings[i] = request.strings[i];

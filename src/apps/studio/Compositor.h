@@ -16,6 +16,7 @@
 #include "apps/studio/Mailbox.h"
 #include "apps/studio/Shot.h"
 #include "host/Effect.h"
+#include "platform/TextContext.h"
 
 namespace studio {
 
@@ -25,7 +26,9 @@ struct ComposeRequest {
     std::size_t index = 0;
     bool textIsOn = true;
     _TEXTPARAM params {};
-    std::array<std::string, 4> strings; // in the application's encoding
+    std::array<std::string, 4> strings; // in the context's encoding
+    // The document's; it is told what could not be honoured to the letter.
+    std::shared_ptr<platform::TextContext> context;
 };
 
 struct Composed {

@@ -21,7 +21,6 @@
 #include "apps/studio/Texts.h"
 #include "apps/studio/Timeline.h"
 #include "apps/studio/Transport.h"
-#include "platform/Report.h"
 #include "platform/ui/UIObject.h"
 #include "platform/ui/Windows.h"
 
@@ -138,7 +137,8 @@ void MainWindow::Refresh() {
     auto const current = m_project.Current();
     m_modalShown = m_project.LiveParams();
     m_compositor->Request({ ++m_serial, shot, current, m_project.IsOnAt(current), m_modalShown,
-                            Resolve(m_project.Committed().strings, shot->Values(current)) });
+                            Resolve(m_project.Committed().strings, shot->Values(current)),
+                            m_context });
 }
 
 void MainWindow::Show(const Composed& composed) {
@@ -210,7 +210,7 @@ void MainWindow::ShowTitle() {
 
 // Fonts and characters that could not be honoured, once each.
 void MainWindow::ShowReports() {
-    auto const reports = platform::ReportsSoFar();
+    auto const reports = m_context->Reports();
     if (reports.size() <= m_reportsShown)
         return;
     m_reportsShown = reports.size();

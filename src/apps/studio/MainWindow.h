@@ -24,7 +24,7 @@
 #include "host/Dialog.h"
 #include "host/Tables.h"
 #include "host/document/Autosave.h"
-#include "platform/TextEncoding.h"
+#include "platform/TextContext.h"
 
 class QActionGroup;
 class QDockWidget;
@@ -145,6 +145,7 @@ private:
     void OpenPicked(const std::string& file);
     void FillRecentMenu();
     void SetFile(const std::string& file);
+    void UseEncoding(const platform::TextEncoding& encoding);
     void TakeShot(std::shared_ptr<const Shot> shot);
     void TakeDocument(const host::Document& document, const std::string& file);
     bool Restore(host::LeftCopy& copy);
@@ -158,8 +159,13 @@ private:
     void EndExport();
     void ShowFailures(const QString& summary, const QString& failures);
 
-    const std::string m_encoding = platform::ApplicationTextEncoding(); // of new documents
-    std::string m_pluginTrouble;                                        // why there is no effect
+    // Of new documents.
+    const platform::TextEncoding m_encoding = platform::TextContext::Current().Encoding();
+    std::shared_ptr<platform::TextContext>
+        m_context = // the document's, and this thread's meanwhile
+        std::make_shared<platform::TextContext>(m_encoding);
+    std::optional<platform::TextScope> m_scope { std::in_place, *m_context };
+    std::string m_pluginTrouble; // why there is no effect
     Project m_project;
     std::string m_file;
     Recent m_recentDocuments { QStringLiteral("recent/documents") };

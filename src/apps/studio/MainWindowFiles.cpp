@@ -87,11 +87,8 @@ void MainWindow::NewDocument() {
     m_player.Stop();
     m_autosave->Forget();
     SetFile({});
-    // Nobody draws text while its encoding changes.
-    m_compositor.reset();
-    platform::SetApplicationTextEncoding(m_encoding);
+    UseEncoding(m_encoding);
     m_project.Reset();
-    StartCompositor();
     ShowShot();
 }
 
@@ -103,11 +100,8 @@ bool MainWindow::OpenDocument(const std::string& given) {
                          T("An export is running. Open the document when it is done."));
         return false;
     }
-    // Loading may change the text encoding, so nobody draws text meanwhile.
-    m_compositor.reset();
     std::string why;
     auto const document = host::Document::Load(file, why);
-    StartCompositor();
     if (!document) {
         Complain(T("The document could not be opened."), why);
         Refresh();
@@ -132,9 +126,18 @@ void MainWindow::TakeDocument(const host::Document& document, const std::string&
             T("&Open Frames…"), [this] { AskForFrames(); });
     }
     SetFile(file);
+    UseEncoding(document.encoding);
     if (!m_project.Take(document, shot, why))
         return Complain(T("The document could not be opened."), why);
     ShowShot();
+}
+
+// What is under way in the compositor keeps the context that it was asked in.
+void MainWindow::UseEncoding(const platform::TextEncoding& encoding) {
+    m_scope.reset();
+    m_context = std::make_shared<platform::TextContext>(encoding);
+    m_scope.emplace(*m_context);
+    m_reportsShown = 0;
 }
 
 void MainWindow::SetFile(const std::string& file) {
@@ -235,10 +238,8 @@ RestoreAnswer MainWindow::AskLeftCopy(const host::LeftCopy& copy) {
 }
 
 bool MainWindow::Restore(host::LeftCopy& copy) {
-    m_compositor.reset();
     std::string why;
     auto const document = copy.Load(why);
-    StartCompositor();
     if (!document) {
         Complain(T("The copy could not be restored."), why);
         Refresh();

@@ -20,8 +20,7 @@
 #include "host/Message.h"
 #include "host/text/TextField.h"
 #include "platform/Fonts.h"
-#include "platform/Report.h"
-#include "platform/TextEncoding.h"
+#include "platform/TextContext.h"
 
 namespace telop {
 
@@ -130,7 +129,8 @@ void CheckDrawing(Sheet& sheet, const host::Effect& effect, const std::string& l
     params.ptPos = { 4, 4 };
     std::string why;
     auto const image = host::Image::Make(640, 120, host::kRgb24);
-    auto const reportsBefore = platform::ReportsSoFar().size();
+    platform::TextContext met;
+    platform::TextScope const scope(met);
     if (!host::SetField(params.szInfoText, label, text, why)) {
         sheet.Say(label, "not in " + platform::ApplicationTextEncoding());
     } else if (!image || !effect.RenderWith(params, *image, {}, why)) {
@@ -138,10 +138,10 @@ void CheckDrawing(Sheet& sheet, const host::Effect& effect, const std::string& l
     } else if (auto const inked = InkedPixels(*image); inked == 0) {
         sheet.Wrong(label, "'" + text + "' leaves no pixel");
     } else {
-        auto const reports = platform::ReportsSoFar();
-        for (auto i = reportsBefore; i < reports.size(); ++i)
-            sheet.Wrong(label, platform::Describe(reports[i]));
-        if (reports.size() == reportsBefore)
+        auto const reports = met.Reports();
+        for (auto const& report : reports)
+            sheet.Wrong(label, platform::Describe(report));
+        if (reports.empty())
             sheet.Say(label, "'" + text + "' is drawn");
     }
 }
@@ -196,11 +196,9 @@ void CheckFonts(Sheet& sheet) {
 void CheckEncoding(Sheet& sheet) {
     sheet.Heading("Encoding and language");
     auto const asked = Environment("TELOP_TEXT_ENCODING");
-    auto const used = platform::ApplicationTextEncoding();
-    sheet.Say("encoding", used);
-    if (!asked.empty() && !platform::SetApplicationTextEncoding(asked))
+    sheet.Say("encoding", platform::ApplicationTextEncoding());
+    if (!asked.empty() && !platform::TextEncoding::Find(asked))
         sheet.Wrong("TELOP_TEXT_ENCODING", "'" + asked + "' is no known encoding");
-    platform::SetApplicationTextEncoding(used);
     for (auto const* name : { "LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG" }) {
         auto const value = Environment(name);
         sheet.Say(name, value.empty() ? "(not set)" : value);

@@ -12,10 +12,11 @@
 #include "apps/telop/PlanRun.h"
 #include "apps/telop/Progress.h"
 #include "host/document/Document.h"
-#include "host/jobs/FontWatch.h"
 #include "host/jobs/FramePump.h"
 #include "host/jobs/FrameRenderer.h"
 #include "host/text/TextField.h"
+#include "platform/Fonts.h"
+#include "platform/TextContext.h"
 
 namespace telop {
 
@@ -191,6 +192,24 @@ std::unique_ptr<host::Effect> EffectFor(const RenderOptions& options,
     return effect;
 }
 
+// A name that stands for another family counts too; no name means the default family.
+void CheckFamily(const host::FrameText& text) {
+    auto const name = platform::DecodeText(host::FieldBytes(text.Params().szFontName));
+    auto const resolution = platform::ResolveFontFamily(name);
+    if (!name.empty() && resolution.match != platform::FontMatch::kInstalled)
+        throw CommandError(ExitCode::kStrictFonts,
+                           "--strict-fonts: font '" + name + "' is not installed; " +
+                               (resolution.family.empty()
+                                    ? "no font is"
+                                    : "'" + resolution.family + "' would stand in for it"));
+}
+
+// Under --strict-fonts the first violation ends the run, and its error says what a warning would.
+void Warn(const platform::Report& report, host::FontPolicy fonts) {
+    if (fonts == host::FontPolicy::kWarn || !host::IsFontViolation(report))
+        Console::Get().Warn(platform::Describe(report));
+}
+
 } // namespace
 
 ExitCode RunRender(const RenderOptions& typed) {
@@ -205,9 +224,13 @@ ExitCode RunRender(const RenderOptions& typed) {
     if (!options.input.empty())
         plan.emplace(PlanRun(options));
 
-    host::FontWatch fonts(options.strictFonts ? host::FontWatch::Policy::kStrict
-                                              : host::FontWatch::Policy::kWarn,
-                          [](const std::string& text) { Console::Get().Warn(text); });
+    auto const fonts = options.strictFonts ? host::FontPolicy::kStrict : host::FontPolicy::kWarn;
+    auto& process = platform::TextContext::Current();
+    platform::TextContext run(document ? document->encoding : process.Encoding(),
+                              [fonts](const platform::Report& report) { Warn(report, fonts); });
+    for (auto const& report : process.Reports())
+        run.Tell(report);
+    platform::TextScope const scope(run);
     auto const effect = EffectFor(options, document);
     auto const text =
         MakeFrameText(options.text, effect->CopyParams(), document ? &*document : nullptr);
@@ -216,10 +239,9 @@ ExitCode RunRender(const RenderOptions& typed) {
     if (!plan)
         return ExitCode::kSuccess;
     CheckTokens(*plan, text);
-    fonts.CheckFamily(host::FieldBytes(text.Params().szFontName));
-    if (auto const violation = fonts.Violation(); !violation.empty())
-        throw CommandError(ExitCode::kStrictFonts, "--strict-fonts: " + violation);
-    host::FrameRenderer const renderer(*effect, text, apply, placement, &fonts);
+    if (options.strictFonts)
+        CheckFamily(text);
+    host::FrameRenderer const renderer(*effect, text, run, apply, placement, fonts);
     return RenderFrames(*plan, renderer, options);
 }
 

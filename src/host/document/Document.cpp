@@ -11,7 +11,7 @@
 #include "host/document/RecordJson.h"
 #include "host/document/StrictJson.h"
 #include "host/frames/OutputFile.h"
-#include "platform/TextEncoding.h"
+#include "platform/TextContext.h"
 #include "platform/Utf8.h"
 
 namespace host {
@@ -24,30 +24,6 @@ constexpr const char* kFormat = "telop-document";
 constexpr std::size_t kMaxFile = std::size_t { 16 } << 20;
 constexpr const char* kAllFrames = "all";
 constexpr const char* kNoFrames = "none";
-
-// The application's encoding while a document in another one is read; the old one comes back unless
-// it is kept.
-class EncodingChange {
-public:
-    explicit EncodingChange(const std::string& name)
-        : m_before(platform::ApplicationTextEncoding()) {
-        m_isKnown = name == m_before || platform::SetApplicationTextEncoding(name);
-    }
-    EncodingChange(const EncodingChange&) = delete;
-    EncodingChange& operator=(const EncodingChange&) = delete;
-    ~EncodingChange() {
-        if (!m_keep && platform::ApplicationTextEncoding() != m_before)
-            platform::SetApplicationTextEncoding(m_before);
-    }
-
-    bool IsKnown() const { return m_isKnown; }
-    void Keep() { m_keep = true; }
-
-private:
-    std::string m_before;
-    bool m_isKnown = false;
-    bool m_keep = false;
-};
 
 // ------------------------------------------------------------------------------------ the frames
 
@@ -151,13 +127,14 @@ Document Read(std::string_view text, const fs::path& folder) {
     document.currentFrame = reader.Integer("currentFrame", 0, kFrameMax);
     document.textOn = RangesOf(reader);
     ReadStrings(reader, document);
-    EncodingChange encoding(reader.Text("encoding"));
-    if (!encoding.IsKnown())
+    auto const encoding = platform::TextEncoding::Find(reader.Text("encoding"));
+    if (!encoding)
         reader.Refuse("encoding", "'" + reader.Text("encoding") + "' is no known encoding");
-    document.encoding = platform::ApplicationTextEncoding();
+    document.encoding = *encoding;
+    platform::TextContext context(*encoding);
+    platform::TextScope const scope(context);
     document.settings = SettingsRecordFromJson(reader.At("settings"), "settings");
     document.dialogs = DialogsRecordFromJson(reader.At("dialogs"), "dialogs");
-    encoding.Keep();
     return document;
 }
 
@@ -195,7 +172,9 @@ std::string Document::ToJson(const fs::path& folder) const {
     json["textOn"] = RangesToText(textOn);
     json["strings"]["present"] = stringsPresent;
     json["strings"]["texts"] = strings;
-    json["encoding"] = encoding;
+    json["encoding"] = encoding.Name();
+    platform::TextContext context(encoding);
+    platform::TextScope const scope(context);
     json["settings"] = SettingsRecordToJson(settings);
     json["dialogs"] = DialogsRecordToJson(dialogs);
     // Strings that are no text come from no file and no field; their bytes become U+FFFD.
@@ -203,11 +182,6 @@ std::string Document::ToJson(const fs::path& folder) const {
 }
 
 bool Document::Save(const fs::path& file, std::string& why) const {
-    if (platform::ApplicationTextEncoding() != encoding) {
-        why = file.string() + ": the document's texts are in " + encoding + ", the program's in " +
-              platform::ApplicationTextEncoding();
-        return false;
-    }
     auto const json = ToJson(fs::absolute(file).parent_path());
     auto const bytes = std::span(reinterpret_cast<const std::uint8_t*>(json.data()), json.size());
     if (bytes.size() > kMaxFile) {
@@ -223,7 +197,7 @@ void Document::TakeFrom(Effect& effect) {
     auto const block = effect.Settings();
     if (block.size() == sizeof dialogs)
         std::memcpy(&dialogs, block.data(), sizeof dialogs);
-    encoding = platform::ApplicationTextEncoding();
+    encoding = platform::TextContext::Current().Encoding();
 }
 
 bool Document::GiveTo(Effect& effect, std::string& why) const {

@@ -29,6 +29,7 @@
 
 #include "host/Effect.h"
 #include "host/frames/FrameRanges.h"
+#include "platform/TextEncoding.h"
 
 namespace host {
 
@@ -42,30 +43,27 @@ struct Document {
     bool stringsPresent = true;              // false: the shot has no information strings
     // UTF-8 with tokens, which need not be right.
     std::array<std::string, 4> strings { "", "", "", "{frame}" };
-    std::string encoding = "UTF-8"; // canonical; of the texts in the two records
+    // Of the texts in the two records. Whoever draws them does it in a text context of this encoding.
+    platform::TextEncoding encoding = platform::TextEncoding::Utf8();
     _TEXTPARAM settings {};
     _TEXT_DIALOG_PARAM dialogs {};
 
     // Nothing, with the reason in why, which names the file, the key and what is wrong: the file is
     // no document, a newer program wrote it, a key is missing, unknown, given twice or has a value
     // of the wrong type or range. The frames themselves are not looked for.
-    //
-    // When it went well the application's text encoding is the document's. No other thread may
-    // draw text meanwhile, if the encodings differ.
     static std::optional<Document> Load(const std::filesystem::path& file, std::string& why);
     // The same from memory; folder is the document's, absolute. Reasons name no file.
     static std::optional<Document> FromJson(std::string_view json,
                                             const std::filesystem::path& folder, std::string& why);
 
     // Written beside its place and renamed: a file that is there stays whole until the new one is.
-    // The application's encoding must be the document's.
     bool Save(const std::filesystem::path& file, std::string& why) const;
     // UTF-8, indented, ended by a line break. folder: where the document will lie, absolute.
     std::string ToJson(const std::filesystem::path& folder) const;
 
-    // The effect's parameters and dialog settings, and the application's encoding.
+    // The effect's parameters and dialog settings, and the encoding of the thread's text context.
     void TakeFrom(Effect& effect);
-    // The reverse, but for the encoding, which Load sets. False when the effect's records are others.
+    // The reverse, but for the encoding. False when the effect's records are others.
     bool GiveTo(Effect& effect, std::string& why) const;
 
     // Every byte of the records counts.

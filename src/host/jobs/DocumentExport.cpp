@@ -23,13 +23,15 @@ std::unique_ptr<DocumentExport> DocumentExport::Make(const Document& document, c
         problem = { PlanProblem::Kind::kOutput, "a document's frames are files, not streams" };
         return nullptr;
     }
+    made->m_met.emplace(document.encoding);
+    platform::TextScope const scope(*made->m_met);
     std::string why;
     made->m_text = FrameText::Of(document, why);
     if (!made->m_text) {
         problem = { PlanProblem::Kind::kText, why };
         return nullptr;
     }
-    made->m_renderer.emplace(effect, *made->m_text, document.textOn);
+    made->m_renderer.emplace(effect, *made->m_text, *made->m_met, document.textOn);
     made->m_options = { .jobs = options.jobs, .compression = options.compression };
     return made;
 }

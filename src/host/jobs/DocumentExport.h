@@ -5,12 +5,14 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "host/Effect.h"
 #include "host/document/Document.h"
 #include "host/jobs/FramePlan.h"
 #include "host/jobs/FramePump.h"
 #include "host/jobs/FrameText.h"
+#include "platform/TextContext.h"
 
 namespace host {
 
@@ -34,11 +36,14 @@ public:
     const std::vector<std::int64_t>& Missing() const { return m_plan->Missing(); }
     // Any thread, once. The outputs' folder is made where it is missing. The token stops it.
     RunResult Run(RunListener& listener, const CancelToken& cancel);
+    // What could not be honoured to the letter so far. Any thread.
+    std::vector<platform::Report> Reports() const { return m_met->Reports(); }
 
 private:
     DocumentExport() = default;
 
     std::optional<FramePlan> m_plan;
+    std::optional<platform::TextContext> m_met;
     std::optional<FrameText> m_text;
     std::optional<FrameRenderer> m_renderer;
     PumpOptions m_options;

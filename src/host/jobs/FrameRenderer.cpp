@@ -1,21 +1,31 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "host/jobs/FrameRenderer.h"
 
-#include <mutex>
+#include <algorithm>
 #include <utility>
 
 #include "host/text/TextField.h"
 
 namespace host {
 
-FrameRenderer::FrameRenderer(const Effect& effect, const FrameText& text, FrameRanges apply,
-                             Placement placement, const FontWatch* fonts)
-    : m_effect(effect), m_text(text), m_apply(std::move(apply)), m_placement(placement),
+bool IsFontViolation(const platform::Report& report) {
+    return report.kind == platform::ReportKind::kFontSubstituted ||
+           report.kind == platform::ReportKind::kFontBroken ||
+           report.kind == platform::ReportKind::kGlyphMissing;
+}
+
+FrameRenderer::FrameRenderer(const Effect& effect, const FrameText& text,
+                             platform::TextContext& run, FrameRanges apply, Placement placement,
+                             FontPolicy fonts)
+    : m_effect(effect), m_text(text), m_run(run), m_apply(std::move(apply)), m_placement(placement),
       m_fonts(fonts) {}
 
 RenderResult FrameRenderer::Render(Frame& frame, const TokenValues& values, PixelRect& touched,
                                    std::string& why) const {
     touched = {};
+    platform::TextContext met(m_run.Encoding(),
+                              [this](const platform::Report& report) { m_run.Tell(report); });
+    platform::TextScope const scope(met);
     bool const on = m_apply.Contains(values.frame);
     ResolvedText text;
     // A text that is not drawn may have any length.
@@ -29,11 +39,15 @@ RenderResult FrameRenderer::Render(Frame& frame, const TokenValues& values, Pixe
     for (std::size_t i = 0; i < info.strings.size(); ++i)
         info.strings[i] = FieldBytes(text.strings[i]);
 
-    auto const lock = m_fonts ? m_fonts->Lock() : std::unique_lock<std::mutex>();
-    if (!m_effect.RenderWith(text.params, *frame.image, info, why))
-        return RenderResult::kFailed;
-    if (m_fonts && m_fonts->IsStrict() && !(why = m_fonts->Violation()).empty())
+    bool const drawn = m_effect.RenderWith(text.params, *frame.image, info, why);
+    auto const reports = met.Reports();
+    auto const violation = std::find_if(reports.begin(), reports.end(), IsFontViolation);
+    if (m_fonts == FontPolicy::kStrict && violation != reports.end()) {
+        why = platform::Describe(*violation);
         return RenderResult::kFontViolated;
+    }
+    if (!drawn)
+        return RenderResult::kFailed;
     if (on)
         touched = { 0, 0, frame.image->Width(), frame.image->Height() };
     return RenderResult::kDone;

@@ -7,8 +7,8 @@
 #include "host/Effect.h"
 #include "host/frames/Frame.h"
 #include "host/frames/FrameRanges.h"
-#include "host/jobs/FontWatch.h"
 #include "host/jobs/FrameText.h"
+#include "platform/TextContext.h"
 
 namespace host {
 
@@ -16,6 +16,12 @@ struct Placement {
     double scale = 1;
     tagPOINT origin { 0, 0 };
 };
+
+enum class FontPolicy {
+    kWarn,   // others stand in for what is not installed
+    kStrict, // a font or a character that is not there is a violation
+};
+bool IsFontViolation(const platform::Report& report);
 
 enum class RenderResult {
     kDone,
@@ -25,10 +31,11 @@ enum class RenderResult {
 
 class FrameRenderer {
 public:
-    // apply: the frames that get the text; the others stay as they are. fonts, which may be null, and
-    // the references must outlive the renderer.
-    FrameRenderer(const Effect& effect, const FrameText& text, FrameRanges apply,
-                  Placement placement = {}, const FontWatch* fonts = nullptr);
+    // run: of the text's encoding; it is told what any frame meets. apply: the frames that get the
+    // text; the others stay as they are. The references must outlive the renderer.
+    FrameRenderer(const Effect& effect, const FrameText& text, platform::TextContext& run,
+                  FrameRanges apply, Placement placement = {},
+                  FontPolicy fonts = FontPolicy::kWarn);
 
     // touched: the pixels that may have changed. Any thread, each with a frame of its own.
     RenderResult Render(Frame& frame, const TokenValues& values, PixelRect& touched,
@@ -37,9 +44,10 @@ public:
 private:
     const Effect& m_effect;
     const FrameText& m_text;
+    platform::TextContext& m_run;
     FrameRanges m_apply;
     Placement m_placement;
-    const FontWatch* m_fonts;
+    FontPolicy m_fonts;
 };
 
 } // namespace host

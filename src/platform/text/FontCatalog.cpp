@@ -7,7 +7,7 @@
 #include <limits>
 #include <tuple>
 
-#include "platform/Report.h"
+#include "platform/TextContext.h"
 #include "platform/text/AllMemory.h"
 #include "platform/text/FontAliases.h"
 
@@ -114,7 +114,7 @@ Pattern PatternFor(FcConfig* config, const std::string& family, const char* lang
 }
 
 void ReportBroken(const FaceLocation& location, const std::string& used, const std::string& why) {
-    ReportOnce({ ReportKind::kFontBroken, location.file, used, why });
+    TextContext::Current().Tell({ ReportKind::kFontBroken, location.file, used, why });
 }
 
 } // namespace
@@ -260,13 +260,15 @@ const Face* FontCatalog::Open(const FaceLocation& location) {
     std::string why;
     {
         const std::lock_guard lock(m_mutex);
-        const auto found = m_faces.find(location);
-        if (found != m_faces.end()) {
-            return found->second.get();
+        auto found = m_faces.find(location);
+        if (found == m_faces.end()) {
+            std::unique_ptr<Face> face = Face::Open(location, why);
+            found = m_faces.emplace(location, Opened { std::move(face), why }).first;
         }
-        if (const auto& face = m_faces.emplace(location, Face::Open(location, why)).first->second) {
-            return face.get();
+        if (found->second.face) {
+            return found->second.face.get();
         }
+        why = found->second.why;
     }
     ReportBroken(location, m_default ? m_default->name : "", why);
     return nullptr;
@@ -276,12 +278,12 @@ const Face* FontCatalog::FaceOf(Family& family) {
     if (const Face* const face = family.face.load(std::memory_order_acquire)) {
         return face;
     }
-    const Face* face = Open(family.regular);
-    if (!face) {
-        face = &family == m_default ? OpenAnyFace() : FaceOf(*m_default);
+    if (const Face* const face = Open(family.regular)) {
+        family.face.store(face, std::memory_order_release);
+        return face;
     }
-    family.face.store(face, std::memory_order_release);
-    return face;
+    // Not kept: everybody who asks is told of the broken file.
+    return &family == m_default ? OpenAnyFace() : FaceOf(*m_default);
 }
 
 const Face* FontCatalog::OpenAnyFace() {
@@ -295,7 +297,8 @@ const Face* FontCatalog::OpenAnyFace() {
 
 const Face* FontCatalog::FallbackFor(Family& family, std::u32string_view characters) {
     if (characters.size() != 1) {
-        return SearchFallbacks(family, characters);
+        bool ignored = false;
+        return SearchFallbacks(family, characters, ignored);
     }
     {
         const std::lock_guard lock(family.mutex);
@@ -303,16 +306,19 @@ const Face* FontCatalog::FallbackFor(Family& family, std::u32string_view charact
             return found->second;
         }
     }
-    const Face* const face = SearchFallbacks(family, characters);
+    bool metBroken = false;
+    const Face* const face = SearchFallbacks(family, characters, metBroken);
     const std::lock_guard lock(family.mutex);
-    if (family.known.size() < kMaxKnownCharacters) {
+    // A search that met a broken file is made again, for whoever asks is told of it.
+    if (family.known.size() < kMaxKnownCharacters && !metBroken) {
         family.known.emplace(characters[0], face);
     }
     return face;
 }
 
 // The configuration knows which families go together, so the order is asked for by family.
-const Face* FontCatalog::SearchFallbacks(Family& family, std::u32string_view characters) {
+const Face* FontCatalog::SearchFallbacks(Family& family, std::u32string_view characters,
+                                         bool& metBroken) {
     std::call_once(family.sorted, [&] {
         family.fallbacks = WithAllMemory([&] {
             const Pattern pattern =
@@ -332,6 +338,7 @@ const Face* FontCatalog::SearchFallbacks(Family& family, std::u32string_view cha
             continue;
         }
         const Face* const face = Open(LocationOf(font));
+        metBroken = metBroken || !face;
         const auto has = [face](char32_t character) { return face->Has(character); };
         if (face && std::all_of(characters.begin(), characters.end(), has)) {
             return face;

@@ -68,7 +68,7 @@ private:
     void ChooseDefault();
     const Face* Open(const FaceLocation& location);
     const Face* OpenAnyFace();
-    const Face* SearchFallbacks(Family& family, std::u32string_view characters);
+    const Face* SearchFallbacks(Family& family, std::u32string_view characters, bool& metBroken);
 
     std::shared_ptr<FcConfig> m_config;
     std::deque<Family> m_families;
@@ -79,7 +79,11 @@ private:
     std::vector<std::atomic<Family*>> m_byNumber;
     std::mutex m_mutex; // guards what follows
     int m_lastNumber = 0;
-    std::map<FaceLocation, std::unique_ptr<Face>> m_faces; // null for broken ones
+    struct Opened {
+        std::unique_ptr<Face> face; // null for a broken file
+        std::string why;            // it is broken
+    };
+    std::map<FaceLocation, Opened> m_faces;
 };
 
 } // namespace platform::text

@@ -6,10 +6,8 @@
 #include <cstring>
 #include <unordered_map>
 
-#include "platform/EncodingSerial.h"
 #include "platform/LruCache.h"
-#include "platform/Report.h"
-#include "platform/TextEncoding.h"
+#include "platform/TextContext.h"
 #include "platform/text/FontAliases.h"
 #include "platform/text/FontCatalog.h"
 
@@ -90,7 +88,7 @@ void GetFNum(const std::uint8_t* name, FontNumber* number) {
     if (bytes.empty()) {
         return;
     }
-    const std::uint32_t encoding = ApplicationEncodingSerial();
+    const std::uint32_t encoding = TextContext::Current().Encoding().Serial();
     const std::uint64_t hash = HashBytes(encoding, bytes);
     if (const FontNumber* const kept = memo.Find(hash, bytes, encoding)) {
         *number = *kept;
@@ -100,7 +98,8 @@ void GetFNum(const std::uint8_t* name, FontNumber* number) {
     const Understood understood = Understand(asked);
     if (understood.match == FontMatch::kUnknown) {
         const FontResolution resolution = ResolutionOf(understood);
-        ReportOnce({ ReportKind::kFontSubstituted, asked, resolution.family, resolution.reason });
+        TextContext::Current().Tell(
+            { ReportKind::kFontSubstituted, asked, resolution.family, resolution.reason });
         return;
     }
     *number = FontCatalog::Get().NumberOf(*understood.family);

@@ -6,7 +6,7 @@
 #include <fribidi.h>
 #include <hb.h>
 
-#include "platform/Report.h"
+#include "platform/TextContext.h"
 #include "platform/Utf8.h"
 #include "platform/text/AllMemory.h"
 
@@ -164,8 +164,8 @@ private:
         for (int shift = c > 0xFFFFF ? 20 : c > 0xFFFF ? 16 : 12; shift >= 0; shift -= 4) {
             asked += kDigits[(c >> shift) & 15];
         }
-        ReportOnce({ ReportKind::kGlyphMissing, asked, "a replacement glyph",
-                     "no installed font has it" });
+        TextContext::Current().Tell({ ReportKind::kGlyphMissing, asked, "a replacement glyph",
+                                      "no installed font has it" });
         c = kReplacementCharacter;
         const Face* const face = ForCharacter(c);
         return face ? face : m_main;

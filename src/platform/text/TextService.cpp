@@ -6,8 +6,7 @@
 #include <atomic>
 #include <span>
 
-#include "platform/EncodingSerial.h"
-#include "platform/TextEncoding.h"
+#include "platform/TextContext.h"
 #include "platform/text/Glyphs.h"
 #include "platform/text/Layout.h"
 
@@ -38,26 +37,36 @@ struct LineKey {
 
 class CachedLine final : public Line {
 public:
-    CachedLine(const LineKey& key, GlyphLine line)
+    CachedLine(const LineKey& key, GlyphLine line, std::vector<Report> met)
         : Line(line.widthPx,
                static_cast<std::int64_t>(sizeof *this + key.bytes.size() +
-                                         line.glyphs.capacity() * sizeof(PlacedGlyph))),
+                                         line.glyphs.capacity() * sizeof(PlacedGlyph) +
+                                         met.size() * kReportBytes)),
           m_font(key.font), m_size(key.size), m_encoding(key.encoding), m_bytes(key.bytes),
-          m_glyphs(std::move(line.glyphs)) {}
+          m_glyphs(std::move(line.glyphs)), m_met(std::move(met)) {}
 
     bool Matches(const LineKey& key) const {
         return m_font == key.font && m_size == key.size && m_encoding == key.encoding &&
                m_bytes == key.bytes;
     }
+    // Whoever draws the line hears of what could not be honoured in it, laid out just now or long ago.
+    void TellWhatWasMet(TextContext& context) const {
+        for (const Report& report : m_met) {
+            context.Tell(report);
+        }
+    }
     std::int32_t Size() const { return m_size; }
     const std::vector<PlacedGlyph>& Glyphs() const { return m_glyphs; }
 
 private:
+    static constexpr std::size_t kReportBytes = 256; // with its words
+
     FontNumber m_font;
     std::int32_t m_size;
     std::uint32_t m_encoding;
     std::string m_bytes;
     std::vector<PlacedGlyph> m_glyphs;
+    std::vector<Report> m_met;
 };
 
 LruCache<CachedLine>& Lines() {
@@ -67,9 +76,19 @@ LruCache<CachedLine>& Lines() {
 
 OnceTable g_once;
 
-GlyphLine LayOut(FontNumber font, std::int32_t size, std::string_view bytes) {
-    Family* const family = FontCatalog::Get().ByNumber(font);
-    return family ? LayOutGlyphs(*family, size, DecodeText(bytes)) : GlyphLine {};
+std::shared_ptr<const CachedLine> MakeLine(const LineKey& key) {
+    TextContext met;
+    const TextScope scope(met);
+    FontCatalog& catalog = FontCatalog::Get();
+    Family* const family = catalog.ByNumber(key.font);
+    GlyphLine line;
+    if (family && catalog.FaceOf(*family)) {
+        line = LayOutGlyphs(*family, key.size, DecodeText(key.bytes));
+    } else if (!key.bytes.empty()) {
+        met.Tell({ ReportKind::kTextNotDrawn, "", "",
+                   family ? "no installed font can be read" : "no font is installed" });
+    }
+    return std::make_shared<CachedLine>(key, std::move(line), met.Reports());
 }
 
 // A number that was not given counts as 0 before it becomes part of a key: it may be given later.
@@ -100,20 +119,23 @@ FontMetrics MetricsOf(FontNumber font, std::int32_t size) {
 }
 
 LinePtr LayOutLine(FontNumber font, std::int32_t size, std::string_view bytes) {
-    const LineKey key { Given(font), size, ApplicationEncodingSerial(), bytes };
+    TextContext& context = TextContext::Current();
+    const LineKey key { Given(font), size, context.Encoding().Serial(), bytes };
     const std::uint64_t hash = key.Hash();
     thread_local RecentValues<CachedLine, kRecentLines> recent(Lines(), kMaxRecentBytes);
     if (const auto* const line = recent.Find(hash, key)) {
+        (*line)->TellWhatWasMet(context);
         return *line;
     }
     std::shared_ptr<const CachedLine> line = Lines().Find(hash, key);
     if (!line) {
-        line = std::make_shared<CachedLine>(key, LayOut(key.font, size, bytes));
+        line = MakeLine(key);
         if (g_once.SeenBefore(hash)) { // worth keeping, also for other threads
             Lines().Insert(hash, line);
         }
     }
     recent.Keep(hash, line);
+    line->TellWhatWasMet(context);
     return line;
 }
 

@@ -9,7 +9,7 @@
 #include <sys/resource.h>
 
 #include "host/text/TextField.h"
-#include "platform/TextEncoding.h"
+#include "platform/TextContext.h"
 #include "support/TemporaryFolder.h"
 
 namespace host {
@@ -21,9 +21,6 @@ using testing::Not;
 
 class DocumentTest : public testing::Test {
 protected:
-    DocumentTest() { platform::SetApplicationTextEncoding("UTF-8"); }
-    ~DocumentTest() override { platform::SetApplicationTextEncoding("UTF-8"); }
-
     std::filesystem::path Path(const std::string& name) const { return m_folder.Path() / name; }
     std::string Frames(const std::string& name) const { return Path(name).string(); }
 
@@ -123,10 +120,9 @@ TEST_F(DocumentTest, FramesAreRelativeWhereTheyMoveAlong) {
 TEST_F(DocumentTest, EveryByteOfTheRecordsComesBack) {
     std::mt19937 random(20);
     for (auto const* encoding : { "UTF-8", "CP932", "EUC-JP", "GBK" }) {
-        ASSERT_TRUE(platform::SetApplicationTextEncoding(encoding));
         for (int round = 0; round < 40; ++round) {
             Document document;
-            document.encoding = encoding;
+            document.encoding = *platform::TextEncoding::Find(encoding);
             auto const fill = [&](auto& record, unsigned share) {
                 auto* bytes = reinterpret_cast<unsigned char*>(&record);
                 for (std::size_t i = 0; i < sizeof record; ++i)
@@ -159,22 +155,19 @@ TEST_F(DocumentTest, BytesBehindATextStayAndWhatAPersonChangesCounts) {
 }
 
 TEST_F(DocumentTest, TextsKeepTheirOwnEncoding) {
-    ASSERT_TRUE(platform::SetApplicationTextEncoding("CP932"));
     Document document;
-    document.encoding = "CP932";
-    std::string why;
-    ASSERT_TRUE(SetField(document.settings.szInfoText, "info", "表示", why)) << why;
-    ASSERT_TRUE(document.Save(Path("a.telop"), why)) << why;
-    EXPECT_THAT(document.ToJson("/"), HasSubstr("\"info\": \"表示\""));
-
-    ASSERT_TRUE(platform::SetApplicationTextEncoding("UTF-8"));
-    EXPECT_FALSE(document.Save(Path("b.telop"), why)) << "its texts would be taken for UTF-8";
+    document.encoding = *platform::TextEncoding::Find("CP932");
+    std::strcpy(document.settings.szInfoText, "\x95\x5C\x8E\xA6"); // with a backslash's byte
+    // Whatever the process and the thread use: they are asked nothing and keep what they have.
+    for (auto const* current : { "UTF-8", "CP932", "EUC-JP" }) {
+        platform::TextContext context(*platform::TextEncoding::Find(current));
+        platform::TextScope const scope(context);
+        std::string json;
+        EXPECT_TRUE(Reloaded(document, &json) == document);
+        EXPECT_THAT(json, HasSubstr("\"info\": \"表示\""));
+        EXPECT_EQ(platform::ApplicationTextEncoding(), current);
+    }
     EXPECT_THAT(Refusal("\"UTF-8\"", "\"CP-000\""), HasSubstr("encoding: 'CP-000'"));
-    EXPECT_EQ(platform::ApplicationTextEncoding(), "UTF-8");
-    auto const loaded = Document::Load(Path("a.telop"), why);
-    ASSERT_TRUE(loaded) << why;
-    EXPECT_TRUE(*loaded == document);
-    EXPECT_EQ(platform::ApplicationTextEncoding(), "CP932");
 }
 
 TEST_F(DocumentTest, BadFilesAreRefusedWithTheKeyAndTheReason) {

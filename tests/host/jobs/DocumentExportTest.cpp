@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstring>
 #include <fstream>
 #include <limits>
 #include <mutex>
@@ -255,6 +256,57 @@ TEST_F(DocumentExportTest, FramesAreFlushedOnceAtTheEndAndLeftoversAreGone) {
     s_flushError = 0;
     EXPECT_THAT(failed.writeError, HasSubstr("put on the disk: Input/output error"));
     EXPECT_THAT(failed.writeError, HasSubstr(Path("out")));
+}
+
+TEST_F(DocumentExportTest, EachRunHearsAllThatItsFramesMeet) {
+    MakeFrames(1, 3);
+    std::strcpy(m_document.settings.szFontName, "No Such Family");
+    for (int round = 0; round < 2; ++round) {
+        Notes notes;
+        PlanProblem problem;
+        auto const made =
+            Make({ .output = Path("out/"), .existing = Existing::kOverwrite }, problem);
+        ASSERT_TRUE(made) << problem.text;
+        EXPECT_EQ(made->Run(notes, notes.cancel).written, 3);
+        auto const reports = made->Reports();
+        ASSERT_EQ(reports.size(), 1U) << round;
+        EXPECT_EQ(reports[0].asked, "No Such Family");
+    }
+}
+
+TEST_F(DocumentExportTest, FramesWhoseTextCannotBeDrawnFail) {
+    MakeFrames(1, 3);
+    std::string why;
+    m_document.settings.nFontSize = 30000;
+    m_document.strings = { "", "", "12", "" };
+    m_document.textOn = *FrameRanges::Parse("2-", why);
+    Notes notes;
+    auto const result = Run(notes);
+    EXPECT_THAT(notes.written, ElementsAre(1));
+    EXPECT_EQ(result.failed, 2);
+    ASSERT_FALSE(result.failures.empty());
+    EXPECT_THAT(result.failures[0].what, HasSubstr(": the text is not drawn: at 30000 points"));
+}
+
+TEST_F(DocumentExportTest, UnderStrictFontsAFrameAnswersForWhatItMetItself) {
+    FrameText text(m_document.settings);
+    text.Params().dwFlags = TEXT_INFO;
+    std::string why;
+    ASSERT_TRUE(text.SetText(FrameText::Field::kInfo, "info", "{file}", why)) << why;
+    platform::TextContext run;
+    FrameRenderer const renderer(*m_effect, text, run, FrameRanges::All(), {}, FontPolicy::kStrict);
+    auto const render = [&](const char* file) {
+        Frame frame;
+        frame.image = Image::Make(320, 120, kRgb24);
+        PixelRect touched;
+        return renderer.Render(frame, { .file = file }, touched, why);
+    };
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(render("plain"), RenderResult::kDone) << why;
+        EXPECT_EQ(render("\U0010FFFD"), RenderResult::kFontViolated);
+        EXPECT_THAT(why, HasSubstr("U+10FFFD"));
+    }
+    EXPECT_EQ(run.Reports().size(), 1U);
 }
 
 TEST_F(DocumentExportTest, APlaceThatCannotBeWrittenEndsTheRun) {

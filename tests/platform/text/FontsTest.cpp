@@ -7,9 +7,9 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <iterator>
+#include <optional>
 
-#include "platform/Report.h"
-#include "platform/TextEncoding.h"
+#include "platform/TextContext.h"
 #include "platform/text/Face.h"
 #include "support/TemporaryFolder.h"
 
@@ -34,7 +34,8 @@ std::string NameOf(FontNumber number) {
 
 class FontsTest : public testing::Test {
 protected:
-    void SetUp() override { ForgetReports(); }
+    TextContext m_met;
+    TextScope m_scope { m_met };
 };
 
 TEST_F(FontsTest, NamesAreFoundWithoutRegardToCase) {
@@ -44,7 +45,7 @@ TEST_F(FontsTest, NamesAreFoundWithoutRegardToCase) {
     EXPECT_EQ(NameOf(number), "Liberation Sans");
     EXPECT_NE(NumberOf("Liberation Serif"), number);
     EXPECT_EQ(NumberOf(""), 0);
-    EXPECT_THAT(ReportsSoFar(), IsEmpty());
+    EXPECT_THAT(m_met.Reports(), IsEmpty());
 }
 
 TEST_F(FontsTest, AliasesFindADesignOfTheSameScript) {
@@ -66,20 +67,21 @@ TEST_F(FontsTest, AliasesFindADesignOfTheSameScript) {
     for (const FontAlias& alias : FontAliases()) {
         EXPECT_TRUE(alias.family.empty() || installed(alias.family)) << alias.asked;
     }
-    EXPECT_THAT(ReportsSoFar(), IsEmpty());
+    EXPECT_THAT(m_met.Reports(), IsEmpty());
 }
 
 TEST_F(FontsTest, AnUnknownNameGivesTheDefaultAndOneReport) {
     EXPECT_EQ(NumberOf("No Such Family"), 0);
     EXPECT_EQ(NumberOf("No Such Family"), 0);
-    ASSERT_THAT(ReportsSoFar(), SizeIs(1));
-    EXPECT_EQ(ReportsSoFar()[0].kind, ReportKind::kFontSubstituted);
-    EXPECT_EQ(ReportsSoFar()[0].asked, "No Such Family");
-    EXPECT_EQ(ReportsSoFar()[0].used, NameOf(0));
+    ASSERT_THAT(m_met.Reports(), SizeIs(1));
+    EXPECT_EQ(m_met.Reports()[0].kind, ReportKind::kFontSubstituted);
+    EXPECT_EQ(m_met.Reports()[0].asked, "No Such Family");
+    EXPECT_EQ(m_met.Reports()[0].used, NameOf(0));
     EXPECT_EQ(ResolveFontFamily("No Such Family").match, FontMatch::kUnknown);
-    ForgetReports();
+    TextContext other;
+    const TextScope scope(other);
     NumberOf("No Such Family");
-    EXPECT_THAT(ReportsSoFar(), SizeIs(1));
+    EXPECT_THAT(other.Reports(), SizeIs(1));
 }
 
 TEST_F(FontsTest, NumbersThatWereNotGivenHaveNoName) {
@@ -90,9 +92,10 @@ TEST_F(FontsTest, NumbersThatWereNotGivenHaveNoName) {
 }
 
 TEST_F(FontsTest, NamesAreReadInTheApplicationsEncoding) {
-    SetApplicationTextEncoding("CP932");
+    TextContext context(*TextEncoding::Find("CP932"));
+    std::optional<TextScope> scope(context);
     const FontNumber number = NumberOf("\x82\x6C\x82\x72 \x83\x53\x83\x56\x83\x62\x83\x4E");
-    SetApplicationTextEncoding("UTF-8");
+    scope.reset();
     EXPECT_EQ(number, NumberOf("ＭＳ ゴシック"));
     EXPECT_GT(number, 0);
 }

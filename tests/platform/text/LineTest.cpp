@@ -2,10 +2,10 @@
 // Lines as a reader expects them: order, shaping, fallback, widths, and nothing cut off.
 #include <atomic>
 #include <gmock/gmock.h>
+#include <optional>
 #include <thread>
 
-#include "platform/Report.h"
-#include "platform/TextEncoding.h"
+#include "platform/TextContext.h"
 #include "support/TestWorld.h"
 
 namespace {
@@ -47,10 +47,10 @@ bool IsBlank(const Picture& picture) {
 
 class LineTest : public testing::Test {
 protected:
-    void SetUp() override {
-        ForgetReports();
-        PurgeTextCaches();
-    }
+    void SetUp() override { PurgeTextCaches(); }
+
+    TextContext m_met;
+    TextScope m_scope { m_met };
 };
 
 // A world with room on every side shows what a box of the measured size would lose.
@@ -112,7 +112,7 @@ TEST_F(LineTest, MissingCharactersComeFromAnotherFamily) {
     const Picture japanese = PictureOf("Liberation Sans", 40, "日本語かな");
     EXPECT_EQ(japanese, PictureOf("Noto Sans CJK JP", 40, "日本語かな"));
     EXPECT_EQ(WidthIn("Liberation Sans", 40, "日本語"), 120);
-    EXPECT_THAT(ReportsSoFar(), testing::IsEmpty());
+    EXPECT_THAT(m_met.Reports(), testing::IsEmpty());
 }
 
 TEST_F(LineTest, AMarkThatTheFamilyLacksTakesItsBaseAlong) {
@@ -128,24 +128,25 @@ TEST_F(LineTest, ACharacterThatNoFontHasIsReplacedAndReportedOnce) {
     EXPECT_EQ(missing, PictureOf("DejaVu Sans", 40, "\U0010FFFD"));
     EXPECT_EQ(missing, PictureOf("DejaVu Sans", 40, "\uFFFD"));
     EXPECT_FALSE(IsBlank(missing));
-    ASSERT_THAT(ReportsSoFar(), testing::SizeIs(1));
-    EXPECT_EQ(ReportsSoFar()[0].kind, ReportKind::kGlyphMissing);
-    EXPECT_NE(ReportsSoFar()[0].asked.find("10FFFD"), std::string::npos);
+    ASSERT_THAT(m_met.Reports(), testing::SizeIs(1));
+    EXPECT_EQ(m_met.Reports()[0].kind, ReportKind::kGlyphMissing);
+    EXPECT_NE(m_met.Reports()[0].asked.find("10FFFD"), std::string::npos);
 }
 
 TEST_F(LineTest, ControlCharactersDrawNothing) {
     EXPECT_EQ(PictureOf("DejaVu Sans", 30, "a\x01\t\r\n\x7F\u0085\u2028z"),
               PictureOf("DejaVu Sans", 30, "az"));
     EXPECT_EQ(WidthIn("DejaVu Sans", 30, "\x01\n"), 0);
-    EXPECT_THAT(ReportsSoFar(), testing::IsEmpty());
+    EXPECT_THAT(m_met.Reports(), testing::IsEmpty());
 }
 
 TEST_F(LineTest, TheSameBytesInAnotherEncodingAreAnotherLine) {
     const std::string bytes = "\x83\x65\x83\x58\x83\x67";
     const Picture utf8 = PictureOf("Noto Sans CJK JP", 30, bytes);
-    SetApplicationTextEncoding("CP932");
+    TextContext context(*TextEncoding::Find("CP932"));
+    std::optional<TextScope> scope(context);
     const Picture cp932 = PictureOf("Noto Sans CJK JP", 30, bytes);
-    SetApplicationTextEncoding("UTF-8");
+    scope.reset();
     EXPECT_NE(cp932, utf8);
     EXPECT_EQ(cp932, PictureOf("Noto Sans CJK JP", 30, "テスト"));
 }

@@ -1,0 +1,99 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// What a document or a run wants of text, and what became of it: the encoding of its bytes and the list
+// of what could not be honoured to the letter. Whoever draws makes one and puts it on a thread for a
+// scope; a thread without one has the process's own.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <functional>
+#include <mutex>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/TextEncoding.h"
+
+namespace platform {
+
+enum class ReportKind {
+    kFontSubstituted, // the family asked for is not installed
+    kFontBroken,      // a font file could not be read
+    kGlyphMissing,    // no installed font has the character
+    kTextMalformed,   // bytes that are no text in the encoding
+    kTextNotDrawn,    // no font at all, no picture can hold the text, or there is no memory for it
+    kBundleBroken,    // a bundle's file is missing or not readable
+};
+
+struct Report {
+    ReportKind kind;
+    std::string asked;  // family name, character as U+XXXX, bytes in hex, or path, in UTF-8
+    std::string used;   // what stands in for it; empty for nothing
+    std::string reason; // why, one clause without a full stop
+};
+
+// One line for people: what was asked, what is used instead and why.
+std::string Describe(const Report& report);
+
+class TextContext {
+public:
+    // Called on the thread that met the fact, with no lock of the platform held. The fact may be met
+    // in the middle of a line, so a handler must not draw, measure or convert text.
+    using Handler = std::function<void(const Report&)>;
+    // A text made to be malformed in ever new ways shall not fill the memory.
+    static constexpr std::size_t kMaxReports = 4096;
+
+    // With the encoding of the current one.
+    TextContext();
+    explicit TextContext(TextEncoding encoding, Handler handler = {});
+    TextContext(const TextContext&) = delete;
+    TextContext& operator=(const TextContext&) = delete;
+
+    // The calling thread's.
+    static TextContext& Current();
+
+    // What follows may be called on any thread.
+
+    TextEncoding Encoding() const;
+    // Keeps the report and hands it to the handler, unless one of the same kind and subject went
+    // before it in this context.
+    void Tell(const Report& report);
+    // That a text is lost, for a reason such as "no font is installed". It is known afterwards also
+    // when there is no memory to keep the reason.
+    void TellNotDrawn(std::string_view reason) noexcept;
+    // What was told so far, in order.
+    std::vector<Report> Reports() const;
+    // Why a text could not be drawn, for people; empty while none is lost.
+    std::string Failure() const;
+
+private:
+    friend bool SetApplicationTextEncoding(std::string_view name);
+    struct OfProcess {};
+    explicit TextContext(OfProcess) {}
+    static TextContext& TheProcess();
+
+    // Null: the environment's, which is looked up when it is asked for.
+    mutable std::atomic<const EncodingDetails*> m_encoding { nullptr };
+    Handler m_handler;
+    std::atomic<bool> m_notDrawn { false };
+    mutable std::mutex m_mutex; // guards what follows
+    std::set<std::pair<ReportKind, std::string>> m_subjects;
+    std::vector<Report> m_reports;
+};
+
+// Makes a context the calling thread's until the scope ends, which must be on the same thread and
+// before the context does. Scopes are nested.
+class TextScope {
+public:
+    explicit TextScope(TextContext& context);
+    TextScope(const TextScope&) = delete;
+    TextScope& operator=(const TextScope&) = delete;
+    ~TextScope();
+
+private:
+    TextContext* m_before;
+};
+
+} // namespace platform
