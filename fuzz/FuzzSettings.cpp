@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "host/document/SettingsJson.h"
 #include "host/text/ColorText.h"
-#include "host/text/TextSettings.h"
 #include "host/text/TokenText.h"
 
 namespace {

@@ -10,8 +10,8 @@
 #include "apps/telop/Console.h"
 #include "apps/telop/LoadEffect.h"
 #include "host/WholeFile.h"
+#include "host/document/SettingsJson.h"
 #include "host/text/TextField.h"
-#include "host/text/TextSettings.h"
 
 namespace telop {
 

@@ -3,8 +3,8 @@
 
 #include "apps/telop/CommandError.h"
 #include "apps/telop/OptionText.h"
+#include "host/document/SettingsJson.h"
 #include "host/text/TextField.h"
-#include "host/text/TextSettings.h"
 
 namespace telop {
 

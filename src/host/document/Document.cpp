@@ -55,22 +55,20 @@ Json InputToJson(const std::string& input, const fs::path& folder) {
                                     stored.size() }) } };
 }
 
-std::string InputOf(const ObjectReader& reader, const fs::path& folder) {
-    auto const& json = reader.At("frames");
+std::string BytesOf(const Json& json) {
+    auto const decoded = FromBase64(TextOf(json));
+    if (!decoded)
+        throw Refused { "is not base64" };
+    return { decoded->begin(), decoded->end() };
+}
+
+std::string InputOf(const Json& json, const fs::path& folder) {
     if (json.is_null())
         return {};
-    std::string stored;
-    if (json.is_object()) {
-        ObjectReader const bytes(json, reader.PathOf("frames"), { "base64" });
-        auto const decoded = FromBase64(bytes.Text("base64"));
-        if (!decoded)
-            bytes.Refuse("base64", "is not base64");
-        stored.assign(decoded->begin(), decoded->end());
-    } else {
-        stored = reader.Text("frames");
-    }
+    auto const stored =
+        json.is_object() ? ObjectReader(json, { "base64" }).Get("base64", BytesOf) : TextOf(json);
     if (stored.empty() || stored.find('\0') != std::string::npos)
-        reader.Refuse("frames", "is no path; null stands for no frames");
+        throw Refused { "is no path; null stands for no frames" };
     return (folder / stored).lexically_normal().string();
 }
 
@@ -81,24 +79,31 @@ std::string RangesToText(const FrameRanges& ranges) {
     return text.empty() ? kNoFrames : text == FrameRanges::All().ToString() ? kAllFrames : text;
 }
 
-FrameRanges RangesOf(const ObjectReader& reader) {
-    auto const& text = reader.Text("textOn");
+FrameRanges RangesOf(const Json& json) {
+    auto const& text = TextOf(json);
     if (text == kNoFrames)
         return {};
     std::string why;
     auto const ranges = text == kAllFrames ? FrameRanges::All() : FrameRanges::Parse(text, why);
     if (!ranges)
-        reader.Refuse("textOn", why + "; or write all, or none");
+        throw Refused { why + "; or write all, or none" };
     return *ranges;
 }
 
-void ReadStrings(const ObjectReader& reader, Document& document) {
-    ObjectReader const strings(reader.At("strings"), "strings", { "present", "texts" });
-    document.stringsPresent = strings.Boolean("present");
-    auto const& texts = strings.Array("texts", document.strings.size());
-    for (std::size_t i = 0; i < document.strings.size(); ++i)
-        document.strings[i] =
-            TextOf(texts[i], strings.PathOf("texts") + ", " + std::to_string(i + 1));
+void ReadStrings(const Json& json, Document& document) {
+    ObjectReader const reader(json, { "present", "texts" });
+    document.stringsPresent = reader.Get("present", BooleanOf);
+    reader.Get("texts", [&](const Json& texts) {
+        for (std::size_t i = 0; i < document.strings.size(); ++i)
+            document.strings[i] = TextOf(TupleOf(texts, document.strings.size())[i]);
+    });
+}
+
+platform::TextEncoding EncodingOf(const Json& json) {
+    auto const encoding = platform::TextEncoding::Find(TextOf(json));
+    if (!encoding)
+        throw Refused { "'" + TextOf(json) + "' is no known encoding" };
+    return *encoding;
 }
 
 // Told before anything else is looked at, for there may be keys that only a newer program knows.
@@ -108,8 +113,8 @@ void CheckFormat(const Json& json) {
         throw Refused { "is no Telop document" };
     auto const found = json.find("version");
     if (found == json.end())
-        throw Refused { "version: is missing" };
-    auto const version = IntegerOf(*found, "version", 1, kFrameMax);
+        throw Refused { "is missing", "version" };
+    auto const version = Within("version", [&] { return IntegerOf(*found, 1, kFrameMax); });
     if (version > Document::kVersion)
         throw Refused { "was written by a newer Telop: the document has version " +
                         std::to_string(version) + ", and this program reads up to " +
@@ -119,22 +124,20 @@ void CheckFormat(const Json& json) {
 Document Read(std::string_view text, const fs::path& folder) {
     auto const json = ParseStrict(text);
     CheckFormat(json);
-    ObjectReader const reader(json, "",
-                              { "format", "version", "frames", "currentFrame", "textOn", "strings",
-                                "encoding", "settings", "dialogs" });
+    ObjectReader const reader(json, { "format", "version", "frames", "currentFrame", "textOn",
+                                      "strings", "encoding", "settings", "dialogs" });
     Document document;
-    document.input = InputOf(reader, folder);
-    document.currentFrame = reader.Integer("currentFrame", 0, kFrameMax);
-    document.textOn = RangesOf(reader);
-    ReadStrings(reader, document);
-    auto const encoding = platform::TextEncoding::Find(reader.Text("encoding"));
-    if (!encoding)
-        reader.Refuse("encoding", "'" + reader.Text("encoding") + "' is no known encoding");
-    document.encoding = *encoding;
-    platform::TextContext context(*encoding);
+    document.input =
+        reader.Get("frames", [&](const Json& frames) { return InputOf(frames, folder); });
+    document.currentFrame = reader.Get(
+        "currentFrame", [](const Json& frame) { return IntegerOf(frame, 0, kFrameMax); });
+    document.textOn = reader.Get("textOn", RangesOf);
+    reader.Get("strings", [&](const Json& strings) { ReadStrings(strings, document); });
+    document.encoding = reader.Get("encoding", EncodingOf);
+    platform::TextContext context(document.encoding);
     platform::TextScope const scope(context);
-    document.settings = SettingsRecordFromJson(reader.At("settings"), "settings");
-    document.dialogs = DialogsRecordFromJson(reader.At("dialogs"), "dialogs");
+    document.settings = reader.Get("settings", SettingsRecordFromJson);
+    document.dialogs = reader.Get("dialogs", DialogsRecordFromJson);
     return document;
 }
 
@@ -145,7 +148,7 @@ std::optional<Document> Document::FromJson(std::string_view json, const fs::path
     try {
         return Read(json, folder);
     } catch (const Refused& refused) {
-        why = refused.reason;
+        why = refused.Text();
         return std::nullopt;
     }
 }

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <span>
 
-#include "host/document/StrictJson.h"
+#include "host/document/RecordJson.h"
 #include "host/text/TextField.h"
 
 namespace host {
@@ -13,10 +13,6 @@ namespace host {
 namespace {
 
 using Entries = std::span<char[64], 20>;
-
-[[noreturn]] void Refuse(const std::string& why) {
-    throw Refused { why };
-}
 
 std::string Printed(const Json& json) {
     return json.dump(2) + "\n";
@@ -29,21 +25,25 @@ Json ArrayOf(const std::vector<std::string>& entries) {
     return array;
 }
 
-std::vector<std::string> EntriesOf(const Json& array, const std::string& name) {
+std::string EntryOf(const Json& value) {
+    std::string why;
+    auto bytes = UnescapeBytes(TextOf(value), why);
+    if (!bytes)
+        throw Refused { why };
+    if (bytes->empty())
+        throw Refused { "is empty; a list ends at its first empty entry" };
+    return *std::move(bytes);
+}
+
+std::vector<std::string> EntriesOf(const Json& array) {
     if (!array.is_array())
-        Refuse(name + "expected a list of texts, [\"PAN\", \"FOLLOW\"]");
+        throw Refused { "expected a list of texts, [\"PAN\", \"FOLLOW\"]" };
     std::vector<std::string> entries;
-    for (auto const& value : array) {
-        auto const entry = name + "entry " + std::to_string(entries.size() + 1) + ": ";
-        if (!value.is_string())
-            Refuse(entry + "expected a text");
-        std::string why;
-        auto bytes = UnescapeBytes(value.get_ref<const std::string&>(), why);
-        if (!bytes)
-            Refuse(entry + why);
-        if (bytes->empty())
-            Refuse(entry + "is empty; a list ends at its first empty entry");
-        entries.push_back(std::move(*bytes));
+    try {
+        for (auto const& value : array)
+            entries.push_back(EntryOf(value));
+    } catch (const Refused& refused) {
+        throw Refused { "entry " + std::to_string(entries.size() + 1) + ": " + refused.reason };
     }
     return entries;
 }
@@ -70,36 +70,16 @@ Json PairToJson(const _POPUPSTRING& pair) {
     return json;
 }
 
-void SetList(Entries list, const Json& array, const std::string& name) {
-    auto const entries = EntriesOf(array, name);
+void ReadList(const Json& array, Entries list) {
+    auto const entries = EntriesOf(array);
     if (entries.size() > list.size())
-        Refuse(name + std::to_string(entries.size()) + " entries, and the limit is " +
-               std::to_string(list.size()));
+        throw Refused { std::to_string(entries.size()) + " entries, and the limit is " +
+                        std::to_string(list.size()) };
     std::memset(list.data(), 0, list.size_bytes());
     std::string why;
     for (std::size_t i = 0; i < entries.size(); ++i) {
         if (!SetFieldBytes(list[i], "entry " + std::to_string(i + 1), entries[i], why))
-            Refuse(name + why);
-    }
-}
-
-void SetPair(_POPUPSTRING& pair, const Json& json, const std::string& name) {
-    if (!json.is_object())
-        Refuse(name +
-               ": expected { \"registered\": [...], \"history\": [...], \"locked\": false }");
-    for (auto const& [key, value] : json.items()) {
-        auto start = name;
-        start.append(".").append(key).append(": ");
-        if (key == "registered")
-            SetList(pair.szPreset, value, start);
-        else if (key == "history")
-            SetList(pair.szHistory, value, start);
-        else if (key != "locked")
-            Refuse(start + "no such list; the lists are registered and history");
-        else if (!value.is_boolean())
-            Refuse(start + "expected true or false");
-        else
-            pair.bLock = value.get<bool>() ? 1 : 0;
+            throw Refused { why };
     }
 }
 
@@ -114,23 +94,46 @@ std::optional<std::vector<std::string>> EntriesFromJson(std::string_view json, L
     try {
         auto const parsed = ParseStrict(json);
         if (!parsed.is_object())
-            return EntriesOf(parsed, "");
+            return EntriesOf(parsed);
         auto const pair = parsed.find(NameOf(which));
         auto const name = std::string(NameOf(which)) + ".registered";
         if (pair == parsed.end() || !pair->is_object() || !pair->contains("registered"))
-            Refuse("has no list " + name);
-        return EntriesOf(pair->at("registered"), name + ": ");
+            throw Refused { "has no list " + name };
+        return Within(name, [&] { return EntriesOf(pair->at("registered")); });
     } catch (const Refused& refused) {
-        why = refused.reason;
+        why = refused.Text();
         return std::nullopt;
     }
 }
 
-std::string ListsToJson(const _TEXT_DIALOG_PARAM& lists) {
+Json ListsToValue(const _TEXT_DIALOG_PARAM& lists) {
     Json json;
     json["info"] = PairToJson(lists.infoPopup);
     json["character"] = PairToJson(lists.characterPopup);
-    return Printed(json);
+    return json;
+}
+
+void ReadListPair(const Json& json, _POPUPSTRING& pair) {
+    if (!json.is_object())
+        throw Refused {
+            "expected { \"registered\": [...], \"history\": [...], \"locked\": false }"
+        };
+    for (auto const& [key, value] : json.items()) {
+        Within(key, [&, &key = key, &value = value] {
+            if (key == "registered")
+                ReadList(value, pair.szPreset);
+            else if (key == "history")
+                ReadList(value, pair.szHistory);
+            else if (key == "locked")
+                pair.bLock = BooleanOf(value) ? 1 : 0;
+            else
+                throw Refused { "no such list; the lists are registered and history" };
+        });
+    }
+}
+
+std::string ListsToJson(const _TEXT_DIALOG_PARAM& lists) {
+    return Printed(ListsToValue(lists));
 }
 
 bool ListsFromJson(std::string_view json, _TEXT_DIALOG_PARAM& lists, std::string& why) {
@@ -138,17 +141,18 @@ bool ListsFromJson(std::string_view json, _TEXT_DIALOG_PARAM& lists, std::string
     try {
         auto const parsed = ParseStrict(json);
         if (!parsed.is_object())
-            Refuse(
-                "expected { \"info\": {...}, \"character\": {...} }, as 'telop lists load' makes "
-                "it");
+            throw Refused { "expected { \"info\": {...}, \"character\": {...} }, as 'telop lists "
+                            "load' makes it" };
         for (auto const& [key, value] : parsed.items()) {
-            if (key != "info" && key != "character")
-                Refuse(key + ": no such pair of lists; the pairs are info and character");
-            SetPair(PairOf(changed, key == "info" ? ListOf::kInfo : ListOf::kCharacter), value,
-                    key);
+            Within(key, [&, &key = key, &value = value] {
+                if (key != "info" && key != "character")
+                    throw Refused { "no such pair of lists; the pairs are info and character" };
+                ReadListPair(value,
+                             PairOf(changed, key == "info" ? ListOf::kInfo : ListOf::kCharacter));
+            });
         }
     } catch (const Refused& refused) {
-        why = refused.reason;
+        why = refused.Text();
         return false;
     }
     lists = changed;

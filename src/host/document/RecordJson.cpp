@@ -1,24 +1,16 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "host/document/RecordJson.h"
 
-#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstring>
-#include <limits>
-#include <span>
-#include <type_traits>
+#include <string_view>
 
 #include "host/document/Base64.h"
-#include "host/document/ListsJson.h"
-#include "host/text/TextSettings.h"
 
 namespace host {
 
 namespace {
-
-constexpr std::int64_t kInt32Min = std::numeric_limits<std::int32_t>::min();
-constexpr std::int64_t kInt32Max = std::numeric_limits<std::int32_t>::max();
 
 // ------------------------------------------------------------------------------------- the bytes
 
@@ -49,82 +41,57 @@ std::string BytesOf(const Record& record) {
 }
 
 template <class Record>
-Record RecordOf(const Json& json, const std::string& path) {
-    auto const bytes = FromBase64(TextOf(json, path));
+Record RecordOf(const Json& json) {
+    auto const bytes = FromBase64(TextOf(json));
     Record record {};
     if (!bytes || bytes->size() != sizeof record)
-        throw Refused { path + ": expected " + std::to_string(sizeof record) + " bytes in base64" };
+        throw Refused { "expected " + std::to_string(sizeof record) + " bytes in base64" };
     std::memcpy(&record, bytes->data(), sizeof record);
     return Swapped(record);
 }
 
-// ----------------------------------------------------------------------------------- the settings
+// -------------------------------------------------------------------------- the readable keys
 
-Json ReadableSettings(const _TEXTPARAM& settings) {
-    return Json::parse(SettingsToJson(settings));
+Json ToReadable(const _TEXTPARAM& settings) {
+    return SettingsToValue(settings);
 }
 
-_TEXTPARAM WithReadable(const _TEXTPARAM& base, const Json& json, const std::string& path) {
-    std::string why;
-    auto const settings = SettingsFromJson(json.dump(), base, why);
-    if (!settings)
-        throw Refused { path + "." + why };
-    return *settings;
-}
-
-// ------------------------------------------------------------------------------------ the dialogs
-
-Json ReadableDialogs(const _TEXT_DIALOG_PARAM& dialogs) {
-    auto json = Json::parse(ListsToJson(dialogs));
+Json ToReadable(const _TEXT_DIALOG_PARAM& dialogs) {
+    auto json = ListsToValue(dialogs);
     json["option"] = dialogs.bDialogOption;
     json["viewState"] = { dialogs.nViewState1, dialogs.nViewState2 };
     return json;
 }
 
-_TEXT_DIALOG_PARAM WithReadable(const _TEXT_DIALOG_PARAM& base, const Json& json,
-                                const std::string& path) {
-    auto dialogs = base;
-    Json lists = Json::object();
+void ReadReadable(const Json& json, _TEXTPARAM& settings) {
+    ReadSettings(json, settings);
+}
+
+void ReadReadable(const Json& json, _TEXT_DIALOG_PARAM& dialogs) {
     for (auto const& [key, value] : json.items()) {
-        auto at = path;
-        at.append(".").append(key);
-        if (key == "option") {
-            dialogs.bDialogOption =
-                static_cast<std::int32_t>(IntegerOf(value, at, kInt32Min, kInt32Max));
-        } else if (key == "viewState") {
-            if (!value.is_array() || value.size() != 2)
-                throw Refused { at + ": expected a list of 2" };
-            dialogs.nViewState1 =
-                static_cast<std::int32_t>(IntegerOf(value[0], at, kInt32Min, kInt32Max));
-            dialogs.nViewState2 =
-                static_cast<std::int32_t>(IntegerOf(value[1], at, kInt32Min, kInt32Max));
-        } else {
-            lists[key] = value;
-        }
+        Within(key, [&, &key = key, &value = value] {
+            if (key == "option") {
+                dialogs.bDialogOption = Int32Of(value);
+            } else if (key == "viewState") {
+                dialogs.nViewState1 = Int32Of(TupleOf(value, 2)[0]);
+                dialogs.nViewState2 = Int32Of(value[1]);
+            } else {
+                ReadListPair(value, key == "info" ? dialogs.infoPopup : dialogs.characterPopup);
+            }
+        });
     }
-    std::string why;
-    if (!ListsFromJson(lists.dump(), dialogs, why))
-        throw Refused { path + "." + why };
-    return dialogs;
 }
 
 // --------------------------------------------------------------------------------------- both
 
-template <class Record>
-bool IsSaidBy(const Json& readable, const Record& record) {
-    try {
-        auto const said = WithReadable(Record {}, readable, "");
-        return std::memcmp(&said, &record, sizeof record) == 0;
-    } catch (const Refused&) {
-        return false;
-    }
-}
-
-// The keys of changed whose values differ from those of known; of objects, only what differs in them.
-Json Differences(const Json& changed, const Json& known) {
+// The keys of changed whose values differ from those of known, and are not called but; of objects, only
+// what differs in them.
+Json Differences(const Json& changed, const Json& known, std::string_view but = {}) {
     Json differences = Json::object();
     for (auto const& [key, value] : changed.items()) {
         auto const found = known.find(key);
+        if (key == but)
+            continue;
         if (found == known.end() || (value != *found && !value.is_object()))
             differences[key] = value;
         else if (value.is_object())
@@ -133,49 +100,60 @@ Json Differences(const Json& changed, const Json& known) {
     return differences;
 }
 
+// bytes: the key of the record's bytes, where the readable keys do not say it all.
+template <class Record>
+Json ToJson(const Record& record, const char* bytes) {
+    auto json = ToReadable(record);
+    Record said {};
+    bool isSaid = false;
+    try {
+        ReadReadable(json, said);
+        isSaid = std::memcmp(&said, &record, sizeof record) == 0;
+    } catch (const Refused&) { // such as an opacity that nobody could have typed
+    }
+    if (!isSaid)
+        json[bytes] = BytesOf(record);
+    return json;
+}
+
+template <class Record>
+Record FromJson(const Json& json, const char* bytes) {
+    Record record {};
+    if (auto const found = json.find(bytes); found != json.end())
+        record = Within(bytes, [&] { return RecordOf<Record>(*found); });
+    ReadReadable(Differences(json, ToReadable(record), bytes), record);
+    return record;
+}
+
+constexpr const char* kArchive = "archive";
+constexpr const char* kBlock = "block";
+
 } // namespace
 
 Json SettingsRecordToJson(const _TEXTPARAM& settings) {
-    auto json = ReadableSettings(settings);
-    if (!IsSaidBy(json, settings))
-        json["archive"] = BytesOf(settings);
-    return json;
+    return ToJson(settings, kArchive);
 }
 
-_TEXTPARAM SettingsRecordFromJson(const Json& json, const std::string& path) {
-    ObjectReader const reader(json, path,
+_TEXTPARAM SettingsRecordFromJson(const Json& json) {
+    ObjectReader const reader(json,
                               { "kind", "position", "font", "size", "color", "box", "boxColor",
                                 "opacity", "scoreFormat", "info", "character", "dialogue", "off",
                                 "monologue" },
-                              { "otherFlags", "archive" });
-    auto const* archive = reader.Find("archive");
-    if (!archive)
-        return WithReadable(_TEXTPARAM {}, json, path);
-    auto const base = RecordOf<_TEXTPARAM>(*archive, reader.PathOf("archive"));
-    auto readable = json;
-    readable.erase("archive");
-    return WithReadable(base, Differences(readable, ReadableSettings(base)), path);
+                              { "otherFlags", kArchive });
+    return FromJson<_TEXTPARAM>(json, kArchive);
 }
 
 Json DialogsRecordToJson(const _TEXT_DIALOG_PARAM& dialogs) {
-    auto json = ReadableDialogs(dialogs);
-    if (!IsSaidBy(json, dialogs))
-        json["block"] = BytesOf(dialogs);
-    return json;
+    return ToJson(dialogs, kBlock);
 }
 
-_TEXT_DIALOG_PARAM DialogsRecordFromJson(const Json& json, const std::string& path) {
-    ObjectReader const reader(json, path, { "info", "character", "option", "viewState" },
-                              { "block" });
+_TEXT_DIALOG_PARAM DialogsRecordFromJson(const Json& json) {
+    ObjectReader const reader(json, { "info", "character", "option", "viewState" }, { kBlock });
     for (auto const* pair : { "info", "character" })
-        ObjectReader(reader.At(pair), reader.PathOf(pair), { "registered", "history", "locked" });
-    auto const* block = reader.Find("block");
-    if (!block)
-        return WithReadable(_TEXT_DIALOG_PARAM {}, json, path);
-    auto const base = RecordOf<_TEXT_DIALOG_PARAM>(*block, reader.PathOf("block"));
-    auto readable = json;
-    readable.erase("block");
-    return WithReadable(base, Differences(readable, ReadableDialogs(base)), path);
+        reader.Get(pair, [](const Json& lists) {
+            ObjectReader const every(lists, { "registered", "history", "locked" });
+        });
+    return FromJson<_TEXT_DIALOG_PARAM>(json, kBlock);
 }
 
 } // namespace host

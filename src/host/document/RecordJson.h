@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The effect's two records in a document: readable, and with every byte. Internal to the host's
-// documents. Both throw Refused; path is where the value stands.
+// The effect's two records as JSON values. Internal to the host's documents. What reads throws Refused
+// with the place below the value.
 #pragma once
-
-#include <string>
 
 #include <epi/epi.h>
 
@@ -11,10 +9,16 @@
 
 namespace host {
 
-Json SettingsRecordToJson(const _TEXTPARAM& settings);
-_TEXTPARAM SettingsRecordFromJson(const Json& json, const std::string& path);
+// For people, in the forms of SettingsJson.h and ListsJson.h. Reading changes what is named.
+Json SettingsToValue(const _TEXTPARAM& settings);
+void ReadSettings(const Json& json, _TEXTPARAM& settings);
+Json ListsToValue(const _TEXT_DIALOG_PARAM& lists);
+void ReadListPair(const Json& json, _POPUPSTRING& pair);
 
+// In a document: with every byte, and every key is there.
+Json SettingsRecordToJson(const _TEXTPARAM& settings);
+_TEXTPARAM SettingsRecordFromJson(const Json& json);
 Json DialogsRecordToJson(const _TEXT_DIALOG_PARAM& dialogs);
-_TEXT_DIALOG_PARAM DialogsRecordFromJson(const Json& json, const std::string& path);
+_TEXT_DIALOG_PARAM DialogsRecordFromJson(const Json& json);
 
 } // namespace host

@@ -2,7 +2,9 @@
 #include "host/document/StrictJson.h"
 
 #include <algorithm>
+#include <limits>
 #include <set>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -10,42 +12,11 @@ namespace host {
 
 namespace {
 
-// The keys of the objects that are open while a text is parsed.
-class KeyWatch {
-public:
-    bool operator()(int /*depth*/, Json::parse_event_t event, Json& parsed) {
-        if (event == Json::parse_event_t::object_start)
-            m_open.emplace_back();
-        else if (event == Json::parse_event_t::object_end)
-            m_open.pop_back();
-        else if (event == Json::parse_event_t::key)
-            Take(parsed.get<std::string>());
-        return true;
-    }
-
-private:
-    struct Open {
-        std::set<std::string> keys;
-        std::string current;
-    };
-
-    void Take(std::string key) {
-        auto& open = m_open.back();
-        bool const isNew = open.keys.insert(key).second;
-        open.current = std::move(key);
-        if (!isNew)
-            throw Refused { Path() + ": given twice" };
-    }
-
-    std::string Path() const {
-        std::string path;
-        for (auto const& open : m_open)
-            path += (path.empty() ? "" : ".") + open.current;
-        return path;
-    }
-
-    std::vector<Open> m_open;
-};
+// Many times what the largest of our objects has. The reader's objects are lists of keys, which are
+// looked through for each new one, and its values are freed and copied by recursion.
+constexpr std::size_t kMaxKeys = 64;
+constexpr std::size_t kMaxDepth = 16;
+constexpr std::size_t kMaxValues = 1'000'000;
 
 // What the parser says, without its own name and number in front.
 std::string ReasonOf(const Json::exception& error) {
@@ -55,38 +26,97 @@ std::string ReasonOf(const Json::exception& error) {
            std::string(start == std::string_view::npos ? what : what.substr(start + 2));
 }
 
+// Looks a text through before anything is built of it, and throws what it is refused for.
+class Inspector final : public nlohmann::json_sax<Json> {
+public:
+    bool null() override { return Count(); }
+    bool boolean(bool /*value*/) override { return Count(); }
+    bool number_integer(number_integer_t /*value*/) override { return Count(); }
+    bool number_unsigned(number_unsigned_t /*value*/) override { return Count(); }
+    bool number_float(number_float_t /*value*/, const string_t& /*text*/) override {
+        return Count();
+    }
+    bool string(string_t& /*value*/) override { return Count(); }
+    bool binary(binary_t& /*value*/) override { return Count(); }
+    bool start_object(std::size_t /*size*/) override { return Enter(); }
+    bool start_array(std::size_t /*size*/) override { return Enter(); }
+    bool end_object() override { return Leave(); }
+    bool end_array() override { return Leave(); }
+
+    bool key(string_t& name) override {
+        auto& open = m_open.back();
+        if (open.keys.size() == kMaxKeys)
+            Refuse("has more than " + std::to_string(kMaxKeys) + " keys", m_open.size() - 1);
+        open.current = name;
+        if (!open.keys.insert(std::move(name)).second)
+            Refuse("given twice", m_open.size());
+        return true;
+    }
+    bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
+                     const nlohmann::detail::exception& error) override {
+        throw Refused { ReasonOf(error) };
+    }
+
+private:
+    struct Open {
+        std::set<std::string> keys;
+        std::string current; // empty in a list
+    };
+
+    bool Count() {
+        if (++m_values > kMaxValues)
+            Refuse("has more than " + std::to_string(kMaxValues) + " values", 0);
+        return true;
+    }
+    bool Enter() {
+        if (m_open.size() == kMaxDepth)
+            Refuse("is nested more than " + std::to_string(kMaxDepth) + " deep", m_open.size());
+        m_open.emplace_back();
+        return Count();
+    }
+    bool Leave() {
+        m_open.pop_back();
+        return true;
+    }
+
+    [[noreturn]] void Refuse(std::string reason, std::size_t depth) const {
+        Refused refused { std::move(reason) };
+        for (auto const& open : std::span(m_open).first(depth)) {
+            if (!open.current.empty())
+                refused.path += (refused.path.empty() ? "" : ".") + open.current;
+        }
+        throw refused;
+    }
+
+    std::vector<Open> m_open;
+    std::size_t m_values = 0;
+};
+
 } // namespace
 
 Json ParseStrict(std::string_view text) {
-    try {
-        return Json::parse(text, KeyWatch());
-    } catch (const Json::exception& error) {
-        throw Refused { ReasonOf(error) };
-    }
+    Inspector inspector;
+    Json::sax_parse(text, &inspector);
+    return Json::parse(text);
 }
 
-ObjectReader::ObjectReader(const Json& json, std::string path,
-                           std::initializer_list<std::string_view> keys,
+ObjectReader::ObjectReader(const Json& json, std::initializer_list<std::string_view> keys,
                            std::initializer_list<std::string_view> optional)
-    : m_json(json), m_path(std::move(path)) {
+    : m_json(json) {
     if (!json.is_object())
-        throw Refused { (m_path.empty() ? "" : m_path + ": ") + "expected { ... }" };
+        throw Refused { "expected { ... }" };
     auto const isKey = [&](const std::string& key) {
         return std::find(keys.begin(), keys.end(), key) != keys.end() ||
                std::find(optional.begin(), optional.end(), key) != optional.end();
     };
     for (auto const& [key, value] : json.items()) {
         if (!isKey(key))
-            Refuse(key, "is unknown");
+            throw Refused { "is unknown", key };
     }
     for (auto const key : keys) {
         if (!Find(key))
-            Refuse(key, "is missing");
+            throw Refused { "is missing", std::string(key) };
     }
-}
-
-const Json& ObjectReader::At(std::string_view key) const {
-    return m_json.at(std::string(key));
 }
 
 const Json* ObjectReader::Find(std::string_view key) const {
@@ -94,52 +124,39 @@ const Json* ObjectReader::Find(std::string_view key) const {
     return found == m_json.end() ? nullptr : &*found;
 }
 
-std::string ObjectReader::PathOf(std::string_view key) const {
-    return m_path + (m_path.empty() ? "" : ".") + std::string(key);
+const std::string& TextOf(const Json& value) {
+    if (!value.is_string())
+        throw Refused { "expected a text" };
+    return value.get_ref<const std::string&>();
 }
 
-void ObjectReader::Refuse(std::string_view key, const std::string& reason) const {
-    throw Refused { PathOf(key) + ": " + reason };
-}
-
-const std::string& ObjectReader::Text(std::string_view key) const {
-    return TextOf(At(key), PathOf(key));
-}
-
-std::int64_t ObjectReader::Integer(std::string_view key, std::int64_t least,
-                                   std::int64_t most) const {
-    return IntegerOf(At(key), PathOf(key), least, most);
-}
-
-bool ObjectReader::Boolean(std::string_view key) const {
-    if (!At(key).is_boolean())
-        Refuse(key, "expected true or false");
-    return At(key).get<bool>();
-}
-
-const Json& ObjectReader::Array(std::string_view key, std::size_t size) const {
-    if (!At(key).is_array() || At(key).size() != size)
-        Refuse(key, "expected a list of " + std::to_string(size));
-    return At(key);
-}
-
-std::int64_t IntegerOf(const Json& value, const std::string& path, std::int64_t least,
-                       std::int64_t most) {
+std::int64_t IntegerOf(const Json& value, std::int64_t least, std::int64_t most) {
     if (!value.is_number_integer())
-        throw Refused { path + ": expected a whole number" };
+        throw Refused { "expected a whole number" };
     // Above what a signed number holds only an unsigned one is exact.
     bool const tooLarge =
         value.is_number_unsigned() && value.get<std::uint64_t>() > static_cast<std::uint64_t>(most);
     if (tooLarge || value.get<std::int64_t>() < least || value.get<std::int64_t>() > most)
-        throw Refused { path + ": " + value.dump() + " is outside " + std::to_string(least) +
-                        " to " + std::to_string(most) };
+        throw Refused { value.dump() + " is outside " + std::to_string(least) + " to " +
+                        std::to_string(most) };
     return value.get<std::int64_t>();
 }
 
-const std::string& TextOf(const Json& value, const std::string& path) {
-    if (!value.is_string())
-        throw Refused { path + ": expected a text" };
-    return value.get_ref<const std::string&>();
+std::int32_t Int32Of(const Json& value) {
+    using Limits = std::numeric_limits<std::int32_t>;
+    return static_cast<std::int32_t>(IntegerOf(value, Limits::min(), Limits::max()));
+}
+
+bool BooleanOf(const Json& value) {
+    if (!value.is_boolean())
+        throw Refused { "expected true or false" };
+    return value.get<bool>();
+}
+
+const Json& TupleOf(const Json& value, std::size_t size) {
+    if (!value.is_array() || value.size() != size)
+        throw Refused { "expected a list of " + std::to_string(size) };
+    return value;
 }
 
 } // namespace host

@@ -14,44 +14,55 @@ namespace host {
 
 using Json = nlohmann::ordered_json;
 
-// Why a text was refused. Thrown inside a reader and caught by its public functions.
+// Why a text was refused, and the keys that lead to the place. Thrown inside a reader and caught by its
+// public functions.
 struct Refused {
     std::string reason;
+    std::string path = {};
+
+    std::string Text() const { return path.empty() ? reason : path + ": " + reason; }
 };
 
-// Throws Refused when it is no JSON, or an object in it has a key twice.
+// What read makes of the value of key; what it refuses is refused with the key.
+template <class Read>
+decltype(auto) Within(std::string_view key, const Read& read) {
+    try {
+        return read();
+    } catch (Refused& refused) {
+        refused.path = std::string(key) + (refused.path.empty() ? "" : ".") + refused.path;
+        throw;
+    }
+}
+
+// Throws Refused when it is no JSON, an object in it has a key twice, or it has another shape than
+// anything that is kept in JSON here: objects of a few keys, in one another a few times.
 Json ParseStrict(std::string_view text);
 
 // An object whose keys are all known. Good as long as the JSON.
 class ObjectReader {
 public:
-    // path: where it stands, such as "settings"; empty for the outermost. optional keys may be
-    // missing. Throws Refused.
-    ObjectReader(const Json& json, std::string path, std::initializer_list<std::string_view> keys,
+    // optional keys may be missing. Throws Refused.
+    ObjectReader(const Json& json, std::initializer_list<std::string_view> keys,
                  std::initializer_list<std::string_view> optional = {});
 
-    const Json& At(std::string_view key) const;
     // Null when it is missing.
     const Json* Find(std::string_view key) const;
-    std::string PathOf(std::string_view key) const;
-
-    // The value, or Refused with the path.
-    const std::string& Text(std::string_view key) const;
-    std::int64_t Integer(std::string_view key, std::int64_t least, std::int64_t most) const;
-    bool Boolean(std::string_view key) const;
-    // Of so many values.
-    const Json& Array(std::string_view key, std::size_t size) const;
-
-    [[noreturn]] void Refuse(std::string_view key, const std::string& reason) const;
+    // As Within, of a key that is there.
+    template <class Read>
+    decltype(auto) Get(std::string_view key, const Read& read) const {
+        return Within(key, [&]() -> decltype(auto) { return read(*Find(key)); });
+    }
 
 private:
     const Json& m_json;
-    std::string m_path;
 };
 
-// For readers of a single value, whose path is known to their caller.
-std::int64_t IntegerOf(const Json& value, const std::string& path, std::int64_t least,
-                       std::int64_t most);
-const std::string& TextOf(const Json& value, const std::string& path);
+// The value, or Refused.
+const std::string& TextOf(const Json& value);
+std::int64_t IntegerOf(const Json& value, std::int64_t least, std::int64_t most);
+std::int32_t Int32Of(const Json& value);
+bool BooleanOf(const Json& value);
+// Of so many values.
+const Json& TupleOf(const Json& value, std::size_t size);
 
 } // namespace host

@@ -198,7 +198,7 @@ TEST_F(DocumentTest, BadFilesAreRefusedWithTheKeyAndTheReason) {
              Row { "\"shot.####.png\"", "7", "frames: expected a text" },
              Row { "\"shot.####.png\"", "{\"base64\": \"a\"}", "frames.base64: is not base64" },
              Row { "1001-1010,1020-", "10-1", "textOn: '10-1': ends before it starts" },
-             Row { "\"12\"", "12", "strings.texts, 3: expected a text" },
+             Row { "\"12\"", "12", "strings.texts: expected a text" },
              Row { "\"12\",", "", "strings.texts: expected a list of 4" },
              Row { "\"present\": true", "\"present\": 1", "strings.present: expected true" },
              Row { "\"present\"", "\"absent\"", "strings.absent: is unknown" },
@@ -218,6 +218,29 @@ TEST_F(DocumentTest, BadFilesAreRefusedWithTheKeyAndTheReason) {
         EXPECT_THAT(Refusal(row.part, row.by),
                     AllOf(HasSubstr(Frames("bad.telop") + ": "), HasSubstr(row.reason)))
             << row.part << " -> " << row.by;
+}
+
+// Each of these took minutes, or the stack, when a reader looked at them after building them.
+TEST_F(DocumentTest, OddShapesAreRefusedBeforeTheyAreBuilt) {
+    std::string keys;
+    for (int i = 0; i < 1'000'000; ++i)
+        keys += "\"k" + std::to_string(i) + "\": 0, ";
+    std::string objects;
+    for (int i = 0; i < 1'000'001; ++i)
+        objects += "{}, ";
+    auto const deep = std::string(8'000'000, '[');
+    struct Row {
+        const char* part;
+        std::string by;
+        const char* reason;
+    };
+    for (auto const& row : {
+             Row { "\"format\"", keys + "\"format\"", "has more than 64 keys" },
+             Row { "\"size\"", keys + "\"size\"", "settings: has more than 64 keys" },
+             Row { "\"PAN\"", objects + "\"PAN\"", "has more than 1000000 values" },
+             Row { "\"PAN\"", deep, "dialogs.info.registered: is nested more than 16 deep" },
+         })
+        EXPECT_THAT(Refusal(row.part, row.by), HasSubstr(row.reason)) << row.reason;
 }
 
 TEST_F(DocumentTest, FilesThatAreNoDocumentsAreNamed) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "host/text/TextSettings.h"
+#include "host/document/SettingsJson.h"
 
 #include <cstring>
 
@@ -13,7 +13,7 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-class TextSettingsTest : public testing::Test {
+class SettingsJsonTest : public testing::Test {
 protected:
     void SetUp() override { platform::SetApplicationTextEncoding("UTF-8"); }
 };
@@ -38,7 +38,7 @@ _TEXTPARAM Example() {
     return param;
 }
 
-TEST_F(TextSettingsTest, EveryFieldComesBack) {
+TEST_F(SettingsJsonTest, EveryFieldComesBack) {
     auto const param = Example();
     std::string why;
     auto const back = SettingsFromJson(SettingsToJson(param), _TEXTPARAM {}, why);
@@ -46,7 +46,7 @@ TEST_F(TextSettingsTest, EveryFieldComesBack) {
     EXPECT_TRUE(SameBytes(*back, param)) << SettingsToJson(*back);
 }
 
-TEST_F(TextSettingsTest, UncommonValuesComeBack) {
+TEST_F(SettingsJsonTest, UncommonValuesComeBack) {
     std::string why;
     for (std::uint32_t const flags :
          { 0u, TEXT_INFO | TEXT_SCORE, 0xFFFFFFFFu, 0x80000000u, TEXT_OFFCHARACTER | TEXT_BOX }) {
@@ -60,7 +60,7 @@ TEST_F(TextSettingsTest, UncommonValuesComeBack) {
     }
 }
 
-TEST_F(TextSettingsTest, WritesValuesThatPeopleCanRead) {
+TEST_F(SettingsJsonTest, WritesValuesThatPeopleCanRead) {
     auto const json = SettingsToJson(Example());
     for (auto const* part :
          { "\"kind\": \"dialogue\"", "\"color\": \"#112233\"", "\"boxColor\": \"#445566\"",
@@ -69,7 +69,7 @@ TEST_F(TextSettingsTest, WritesValuesThatPeopleCanRead) {
         EXPECT_THAT(json, HasSubstr(part));
 }
 
-TEST_F(TextSettingsTest, KeysThatAreNotGivenKeepTheirValue) {
+TEST_F(SettingsJsonTest, KeysThatAreNotGivenKeepTheirValue) {
     std::string why;
     auto const param =
         SettingsFromJson(R"({"kind":"info","info":"x","box":false})", Example(), why);
@@ -81,7 +81,7 @@ TEST_F(TextSettingsTest, KeysThatAreNotGivenKeepTheirValue) {
     EXPECT_TRUE(SameBytes(*param, expected)) << SettingsToJson(*param);
 }
 
-TEST_F(TextSettingsTest, NamesTheKeyAndTheReason) {
+TEST_F(SettingsJsonTest, NamesTheKeyAndTheReason) {
     auto const json = [](std::string key, std::string value) {
         return "{\"" + key + "\":" + value + "}";
     };

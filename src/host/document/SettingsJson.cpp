@@ -1,24 +1,20 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "host/text/TextSettings.h"
+#include "host/document/SettingsJson.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <limits>
-#include <set>
 #include <span>
 #include <utility>
 
-#include <nlohmann/json.hpp>
-
+#include "host/document/RecordJson.h"
 #include "host/text/ColorText.h"
 #include "host/text/TextField.h"
 
 namespace host {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 constexpr std::array<std::pair<std::string_view, std::uint32_t>, 4> kKinds { {
     { "score", TEXT_SCORE },
@@ -32,8 +28,6 @@ constexpr std::array<std::pair<std::string_view, std::uint32_t>, 3> kSwitches { 
     { "monologue", TEXT_MONOLOGUE },
 } };
 constexpr std::uint32_t kNamedFlags = kTextKinds | TEXT_BOX | TEXT_OFFCHARACTER | TEXT_MONOLOGUE;
-constexpr std::int64_t kInt32Min = std::numeric_limits<std::int32_t>::min();
-constexpr std::int64_t kInt32Max = std::numeric_limits<std::int32_t>::max();
 constexpr std::int64_t kUint32Max = std::numeric_limits<std::uint32_t>::max();
 
 // ------------------------------------------------------------------------------------- to JSON
@@ -68,35 +62,8 @@ std::string TextToJson(std::span<const char> field) {
 
 // ----------------------------------------------------------------------------------- from JSON
 
-// A reason why a value was refused, without the key. Thrown only inside this file.
-struct Refused {
-    std::string reason;
-};
-
-std::int64_t Integer(const Json& value, std::int64_t least, std::int64_t most) {
-    if (!value.is_number_integer())
-        throw Refused { "expected a whole number" };
-    bool const tooLarge =
-        value.is_number_unsigned() && value.get<std::uint64_t>() > static_cast<std::uint64_t>(most);
-    if (tooLarge || value.get<std::int64_t>() < least || value.get<std::int64_t>() > most)
-        throw Refused { value.dump() + " is outside " + std::to_string(least) + " to " +
-                        std::to_string(most) };
-    return value.get<std::int64_t>();
-}
-
-std::int32_t Int32(const Json& value, std::int64_t least = kInt32Min,
-                   std::int64_t most = kInt32Max) {
-    return static_cast<std::int32_t>(Integer(value, least, most));
-}
-
-const std::string& String(const Json& value) {
-    if (!value.is_string())
-        throw Refused { "expected a text" };
-    return value.get_ref<const std::string&>();
-}
-
 std::uint32_t KindFlag(const Json& value) {
-    auto const& name = String(value);
+    auto const& name = TextOf(value);
     for (auto const& [known, flag] : kKinds) {
         if (name == known)
             return flag;
@@ -116,23 +83,17 @@ std::uint32_t KindFlags(const Json& value) {
 tagPOINT Point(const Json& value) {
     if (!value.is_array() || value.size() != 2)
         throw Refused { "expected two numbers, [x, y]" };
-    return { Int32(value[0]), Int32(value[1]) };
+    return { Int32Of(value[0]), Int32Of(value[1]) };
 }
 
 COLORREF Color(const Json& value) {
     if (value.is_number())
-        return static_cast<COLORREF>(Integer(value, 0, kUint32Max));
+        return static_cast<COLORREF>(IntegerOf(value, 0, kUint32Max));
     std::string why;
-    auto const color = ParseColor(String(value), why);
+    auto const color = ParseColor(TextOf(value), why);
     if (!color)
         throw Refused { why };
     return *color;
-}
-
-bool Boolean(const Json& value) {
-    if (!value.is_boolean())
-        throw Refused { "expected true or false" };
-    return value.get<bool>();
 }
 
 void SetFlags(_TEXTPARAM& param, std::uint32_t mask, std::uint32_t flags) {
@@ -141,7 +102,7 @@ void SetFlags(_TEXTPARAM& param, std::uint32_t mask, std::uint32_t flags) {
 
 void SetText(std::span<char> field, std::string_view key, const Json& value) {
     std::string why;
-    auto const bytes = UnescapeBytes(WithCarriageReturns(String(value)), why);
+    auto const bytes = UnescapeBytes(WithCarriageReturns(TextOf(value)), why);
     if (!bytes)
         throw Refused { why };
     if (!SetFieldBytes(field, key, *bytes, why))
@@ -151,7 +112,7 @@ void SetText(std::span<char> field, std::string_view key, const Json& value) {
 bool SetSwitch(_TEXTPARAM& param, std::string_view key, const Json& value) {
     for (auto const& [name, flag] : kSwitches) {
         if (key == name) {
-            SetFlags(param, flag, Boolean(value) ? flag : 0);
+            SetFlags(param, flag, BooleanOf(value) ? flag : 0);
             return true;
         }
     }
@@ -181,17 +142,17 @@ void SetValue(_TEXTPARAM& param, std::string_view key, const Json& value) {
     else if (key == "position")
         param.ptPos = Point(value);
     else if (key == "size")
-        param.nFontSize = Int32(value);
+        param.nFontSize = Int32Of(value);
     else if (key == "color")
         param.crText = Color(value);
     else if (key == "boxColor")
         param.crBack = Color(value);
     else if (key == "opacity")
-        param.nOpacity = Int32(value, 0, 100);
+        param.nOpacity = static_cast<std::int32_t>(IntegerOf(value, 0, 100));
     else if (key == "scoreFormat")
-        param.nScoreFormat = Int32(value, 0, 3);
+        param.nScoreFormat = static_cast<std::int32_t>(IntegerOf(value, 0, 3));
     else if (key == "otherFlags")
-        SetFlags(param, ~kNamedFlags, static_cast<std::uint32_t>(Integer(value, 0, kUint32Max)));
+        SetFlags(param, ~kNamedFlags, static_cast<std::uint32_t>(IntegerOf(value, 0, kUint32Max)));
     else
         throw Refused {
             "no such setting; the settings are kind, position, font, size, color, box, "
@@ -199,32 +160,9 @@ void SetValue(_TEXTPARAM& param, std::string_view key, const Json& value) {
         };
 }
 
-// Refuses a key that is given twice: which of the two was meant is not for us to guess.
-Json ParseObject(std::string_view json) {
-    std::set<std::string> keys;
-    auto const watch = [&](int depth, Json::parse_event_t event, Json& parsed) {
-        if (event == Json::parse_event_t::key && depth == 1 &&
-            !keys.insert(parsed.get<std::string>()).second)
-            throw Refused { parsed.get<std::string>() + ": given twice" };
-        return true;
-    };
-    auto object = Json::parse(json, watch);
-    if (!object.is_object())
-        throw Refused { "the settings are not one { ... } of keys and values" };
-    return object;
-}
-
-// What the parser says, without its own name and number in front.
-std::string Reason(const Json::exception& error) {
-    std::string_view const what = error.what();
-    auto const start = what.find("] ");
-    return "not readable as JSON: " +
-           std::string(start == std::string_view::npos ? what : what.substr(start + 2));
-}
-
 } // namespace
 
-std::string SettingsToJson(const _TEXTPARAM& param) {
+Json SettingsToValue(const _TEXTPARAM& param) {
     Json json;
     json["kind"] = KindToJson(param.dwFlags);
     json["position"] = { param.ptPos.x, param.ptPos.y };
@@ -242,26 +180,30 @@ std::string SettingsToJson(const _TEXTPARAM& param) {
     json["monologue"] = (param.dwFlags & TEXT_MONOLOGUE) != 0;
     if (auto const other = param.dwFlags & ~kNamedFlags)
         json["otherFlags"] = other;
-    return json.dump(2) + "\n";
+    return json;
+}
+
+void ReadSettings(const Json& json, _TEXTPARAM& param) {
+    if (!json.is_object())
+        throw Refused { "the settings are not one { ... } of keys and values" };
+    for (auto const& [key, value] : json.items())
+        Within(key, [&, &key = key, &value = value] { SetValue(param, key, value); });
+}
+
+std::string SettingsToJson(const _TEXTPARAM& param) {
+    return SettingsToValue(param).dump(2) + "\n";
 }
 
 std::optional<_TEXTPARAM> SettingsFromJson(std::string_view json, const _TEXTPARAM& base,
                                            std::string& why) {
-    _TEXTPARAM param = base;
-    std::string key;
+    auto param = base;
     try {
-        auto const settings = ParseObject(json);
-        for (auto const& [name, value] : settings.items()) {
-            key = name + ": ";
-            SetValue(param, name, value);
-        }
+        ReadSettings(ParseStrict(json), param);
         return param;
     } catch (const Refused& refused) {
-        why = key + refused.reason;
-    } catch (const Json::exception& error) {
-        why = key + Reason(error);
+        why = refused.Text();
+        return std::nullopt;
     }
-    return std::nullopt;
 }
 
 } // namespace host
