@@ -123,20 +123,16 @@ bool HasBlendVersion(BlendVersion version) {
     return version == BlendVersion::kPlain || MachineHas(version);
 }
 
-void BlendTextPlain(const BlendJob& job) {
-    if (job.depth == 64)
-        BlendRows<std::uint16_t>(job);
-    else
-        BlendRows<std::uint8_t>(job);
-}
-
 void BlendText(const BlendJob& job, [[maybe_unused]] BlendVersion version) {
     // Only a machine with vectors has the functions that this would call.
     if constexpr (kHasVectors) {
         if (version != BlendVersion::kPlain && SuitsVectors(job))
             return version == BlendVersion::kAvx2 ? BlendTextAvx2(job) : BlendTextSse41(job);
     }
-    BlendTextPlain(job);
+    if (job.depth == 64)
+        BlendRows<std::uint16_t>(job);
+    else
+        BlendRows<std::uint8_t>(job);
 }
 
 void BlendText(const BlendJob& job) {

@@ -57,9 +57,8 @@ void BlendText(const BlendJob& job);
 // takes the plain one. All versions give the same bytes.
 void BlendText(const BlendJob& job, BlendVersion version);
 
-// The versions themselves. The vector ones take kSourceXrgb32, and orders whose channels lie inside
-// the pixel, each at a place of its own.
-void BlendTextPlain(const BlendJob& job);
+// The vector versions themselves. They take kSourceXrgb32, and orders whose channels lie inside the
+// pixel, each at a place of its own.
 void BlendTextSse41(const BlendJob& job);
 void BlendTextAvx2(const BlendJob& job);
 

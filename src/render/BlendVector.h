@@ -251,79 +251,58 @@ struct Block {
     bool fills; // every one
 };
 
-// Each row blend draws whole blocks, then what is left of the row.
+// The destination's pixels at each depth: kBytes in one, and as many as kReach must be left of a row
+// for a whole block to be drawn. Draw takes a vector of source pixels, DrawFew the first ones of it;
+// key has all bits of those that draw nothing, and fills says that the block has none.
 template <class V, BlendMode kMode>
-class RowBlend32 {
+class Pixels32 {
     using Vec = typename V::Vec;
-    static constexpr std::ptrdiff_t kVecBytes = 4 * V::kPixels;
 
 public:
-    explicit RowBlend32(const BlendJob& job) : m_mix(job) {}
+    static constexpr std::ptrdiff_t kBytes = 4;
+    static constexpr std::ptrdiff_t kReach = kBlockPixels;
 
-    void operator()(std::uint8_t* dst, const std::uint8_t* src, int width) const {
-        for (; width >= kBlockPixels; width -= kBlockPixels) {
-            const Block<V> block(src, m_isKey);
-            // In a box nearly every block is whole, among glyphs alone hardly one is.
-            const bool whole = kMode != BlendMode::kPlain && block.fills && m_mix.IsComplete();
-            for (int i = 0; block.draws && i < Block<V>::kVecs; ++i) {
-                std::uint8_t* to = dst + kVecBytes * i;
-                V::Store(to, whole ? m_mix.All(block.source[i], V::Load(to))
-                                   : m_mix(block.source[i], block.key[i], V::Load(to)));
-            }
-            dst += 4 * kBlockPixels;
-            src += 4 * kBlockPixels;
-        }
-        for (; width > 0; width -= V::kPixels) {
-            const Vec source = V::LoadFew(src, width);
-            V::StoreFew(dst, width, m_mix(source, m_isKey(source), V::LoadFew(dst, width)));
-            dst += kVecBytes;
-            src += kVecBytes;
-        }
+    explicit Pixels32(const BlendJob& job) : m_mix(job) {}
+
+    void Draw(std::uint8_t* to, Vec source, Vec key, bool fills) const {
+        // In a box nearly every block is whole, among glyphs alone hardly one is.
+        const bool whole = kMode != BlendMode::kPlain && fills && m_mix.IsComplete();
+        V::Store(to, whole ? m_mix.All(source, V::Load(to)) : m_mix(source, key, V::Load(to)));
+    }
+    void DrawFew(std::uint8_t* to, Vec source, Vec key, int count) const {
+        V::StoreFew(to, count, m_mix(source, key, V::LoadFew(to, count)));
     }
 
 private:
-    KeyTest<V> m_isKey;
     Mixer8<V, kMode> m_mix;
 };
 
 template <class V, BlendMode kMode>
-class RowBlend64 {
+class Pixels64 {
     using Vec = typename V::Vec;
     static constexpr std::ptrdiff_t kVecBytes = 4 * V::kPixels;
 
 public:
-    explicit RowBlend64(const BlendJob& job) : m_mix(job) {}
+    static constexpr std::ptrdiff_t kBytes = 8;
+    static constexpr std::ptrdiff_t kReach = kBlockPixels;
 
-    void operator()(std::uint8_t* dst, const std::uint8_t* src, int width) const {
-        for (; width >= kBlockPixels; width -= kBlockPixels) {
-            const Block<V> block(src, m_isKey);
-            for (int i = 0; block.draws && i < Block<V>::kVecs; ++i) {
-                std::uint8_t* low = dst + 2 * kVecBytes * i;
-                std::uint8_t* high = low + kVecBytes;
-                V::Store(low, Low(block.source[i], block.key[i], V::Load(low)));
-                V::Store(high, High(block.source[i], block.key[i], V::Load(high)));
-            }
-            dst += 8 * kBlockPixels;
-            src += 4 * kBlockPixels;
-        }
-        for (; width > 0; width -= V::kPixels) {
-            Rest(dst, V::LoadFew(src, width), 2 * width);
-            dst += 2 * kVecBytes;
-            src += kVecBytes;
-        }
+    explicit Pixels64(const BlendJob& job) : m_mix(job) {}
+
+    void Draw(std::uint8_t* to, Vec source, Vec key, bool /*fills*/) const {
+        V::Store(to, Low(source, key, V::Load(to)));
+        V::Store(to + kVecBytes, High(source, key, V::Load(to + kVecBytes)));
     }
-
-private:
-    // words is the number of 32-bit halves of pixels from dst on.
-    void Rest(std::uint8_t* dst, Vec source, int words) const {
-        const Vec key = m_isKey(source);
-        V::StoreFew(dst, words, Low(source, key, V::LoadFew(dst, words)));
+    void DrawFew(std::uint8_t* to, Vec source, Vec key, int count) const {
+        int words = 2 * count; // halves of pixels
+        V::StoreFew(to, words, Low(source, key, V::LoadFew(to, words)));
         words -= V::kPixels;
         if (words <= 0)
             return;
-        dst += kVecBytes;
-        V::StoreFew(dst, words, High(source, key, V::LoadFew(dst, words)));
+        to += kVecBytes;
+        V::StoreFew(to, words, High(source, key, V::LoadFew(to, words)));
     }
+
+private:
     Vec Low(Vec source, Vec key, Vec d) const {
         return m_mix(V::LowPixels(source), V::LowPixels(key), d);
     }
@@ -331,20 +310,20 @@ private:
         return m_mix(V::HighPixels(source), V::HighPixels(key), d);
     }
 
-    KeyTest<V> m_isKey;
     Mixer16<V, kMode> m_mix;
 };
 
 // Spreads three bytes to four, mixes and closes the gaps again.
 template <class V, BlendMode kMode>
-class RowBlend24 {
+class Pixels24 {
     using Vec = typename V::Vec;
-    static constexpr std::ptrdiff_t kVecBytes = 3 * V::kPixels;
-    // Loading reaches 4 bytes over the pixels that are meant.
-    static constexpr std::ptrdiff_t kReachPixels = kBlockPixels + 2;
 
 public:
-    explicit RowBlend24(const BlendJob& job) : m_mix(job) {
+    static constexpr std::ptrdiff_t kBytes = 3;
+    // Loading reaches 4 bytes over the pixels that are meant.
+    static constexpr std::ptrdiff_t kReach = kBlockPixels + 2;
+
+    explicit Pixels24(const BlendJob& job) : m_mix(job) {
         BytePattern<V> spread, close;
         for (int i = 0; i < 16; ++i) {
             spread.bytes[i] = i % 4 < 3 ? static_cast<std::uint8_t>(i / 4 * 3 + i % 4) : kZeroByte;
@@ -354,65 +333,72 @@ public:
         m_close = close.Load();
     }
 
-    void operator()(std::uint8_t* dst, const std::uint8_t* src, int width) const {
-        for (; width >= kReachPixels; width -= kBlockPixels) {
-            const Block<V> block(src, m_isKey);
-            for (int i = 0; block.draws && i < Block<V>::kVecs; ++i) {
-                std::uint8_t* to = dst + kVecBytes * i;
-                V::Store12(to, Mix(block.source[i], block.key[i], V::Load12(to)));
-            }
-            dst += 3 * kBlockPixels;
-            src += 4 * kBlockPixels;
-        }
-        for (; width > 0; width -= V::kPixels) {
-            Rest(dst, V::LoadFew(src, width), width < V::kPixels ? width : V::kPixels);
-            dst += kVecBytes;
-            src += 4 * V::kPixels;
-        }
+    void Draw(std::uint8_t* to, Vec source, Vec key, bool /*fills*/) const {
+        const Vec mixed = m_mix(source, key, V::Shuffle(V::Load12(to), m_spread));
+        V::Store12(to, V::Shuffle(mixed, m_close));
+    }
+    void DrawFew(std::uint8_t* to, Vec source, Vec key, int count) const {
+        const std::size_t bytes =
+            std::size_t { 3 } * static_cast<std::size_t>(count < V::kPixels ? count : V::kPixels);
+        std::uint8_t room[3 * V::kPixels + 4] = {};
+        __builtin_memcpy(room, to, bytes);
+        Draw(room, source, key, false);
+        __builtin_memcpy(to, room, bytes);
     }
 
 private:
-    Vec Mix(Vec source, Vec key, Vec d) const {
-        return V::Shuffle(m_mix(source, key, V::Shuffle(d, m_spread)), m_close);
-    }
-    void Rest(std::uint8_t* dst, Vec source, int count) const {
-        std::uint8_t room[kVecBytes + 4] = {};
-        __builtin_memcpy(room, dst, std::size_t { 3 } * static_cast<std::size_t>(count));
-        V::Store12(room, Mix(source, m_isKey(source), V::Load12(room)));
-        __builtin_memcpy(dst, room, std::size_t { 3 } * static_cast<std::size_t>(count));
-    }
-
-    KeyTest<V> m_isKey;
     Mixer8<V, kMode> m_mix;
     Vec m_spread, m_close;
 };
 
-template <class V, template <class, BlendMode> class RowBlend, BlendMode kMode>
-void BlendRowsWith(const BlendJob& job) {
-    const RowBlend<V, kMode> blend(job);
-    for (std::int32_t j = 0; j < job.height; ++j)
-        blend(job.dst + j * job.dstRowBytes, job.src + j * job.srcRowBytes, job.width);
+// Draws whole blocks, then what is left of the row.
+template <class V, class Pixels>
+void BlendRowWith(const Pixels& pixels, const KeyTest<V>& isKey, std::uint8_t* dst,
+                  const std::uint8_t* src, int width) {
+    for (; width >= Pixels::kReach; width -= kBlockPixels) {
+        const Block<V> block(src, isKey);
+        for (int i = 0; block.draws && i < Block<V>::kVecs; ++i)
+            pixels.Draw(dst + Pixels::kBytes * V::kPixels * i, block.source[i], block.key[i],
+                        block.fills);
+        dst += Pixels::kBytes * kBlockPixels;
+        src += 4 * kBlockPixels;
+    }
+    for (; width > 0; width -= V::kPixels) {
+        const typename V::Vec source = V::LoadFew(src, width);
+        pixels.DrawFew(dst, source, isKey(source), width);
+        dst += Pixels::kBytes * V::kPixels;
+        src += 4 * V::kPixels;
+    }
 }
 
-template <class V, template <class, BlendMode> class RowBlend>
+template <class V, template <class, BlendMode> class Pixels, BlendMode kMode>
+void BlendRowsWith(const BlendJob& job) {
+    const Pixels<V, kMode> pixels(job);
+    const KeyTest<V> isKey;
+    for (std::int32_t j = 0; j < job.height; ++j)
+        BlendRowWith(pixels, isKey, job.dst + j * job.dstRowBytes, job.src + j * job.srcRowBytes,
+                     job.width);
+}
+
+template <class V, template <class, BlendMode> class Pixels>
 void BlendInMode(const BlendJob& job) {
     // At opacity 0 both modes only make pixels opaque.
     if (!job.box || job.opacity == 0)
-        BlendRowsWith<V, RowBlend, BlendMode::kPlain>(job);
+        BlendRowsWith<V, Pixels, BlendMode::kPlain>(job);
     else if (job.opacity < 255)
-        BlendRowsWith<V, RowBlend, BlendMode::kBox>(job);
+        BlendRowsWith<V, Pixels, BlendMode::kBox>(job);
     else
-        BlendRowsWith<V, RowBlend, BlendMode::kReplace>(job);
+        BlendRowsWith<V, Pixels, BlendMode::kReplace>(job);
 }
 
 template <class V>
 void BlendTextWith(const BlendJob& job) {
     if (job.depth == 64)
-        BlendInMode<V, RowBlend64>(job);
+        BlendInMode<V, Pixels64>(job);
     else if (job.depth == 32)
-        BlendInMode<V, RowBlend32>(job);
+        BlendInMode<V, Pixels32>(job);
     else
-        BlendInMode<V, RowBlend24>(job);
+        BlendInMode<V, Pixels24>(job);
 }
 
 } // namespace render

@@ -58,13 +58,6 @@ TextStyle StyleOf(const _TEXTPARAM& param) {
     return style;
 }
 
-void SetTextStyle(const TextStyle& style) {
-    platform::TextFont(style.font);
-    platform::TextSize(style.size);
-    platform::TextFace(0);
-    platform::TextMode(platform::kSrcCopy);
-}
-
 // A world of its own is current, with the text style set, until the scope ends.
 class TextWorld {
 public:
@@ -82,7 +75,10 @@ public:
 
     TextWorld(platform::GWorldPtr world, const TextStyle& style)
         : m_release(world), m_current(world) {
-        SetTextStyle(style);
+        platform::TextFont(style.font);
+        platform::TextSize(style.size);
+        platform::TextFace(0);
+        platform::TextMode(platform::kSrcCopy);
     }
 
 private:

@@ -40,7 +40,7 @@ std::array<std::uint16_t, 4> BlendOne(int depth, std::array<std::uint16_t, 4> d,
     job.src = source.data();
     job.srcRowBytes = 4;
     job.width = job.height = 1;
-    BlendTextPlain(job);
+    BlendText(job, BlendVersion::kPlain);
     if (depth != 64)
         std::copy(narrow.begin(), narrow.end(), d.begin());
     return d;

@@ -45,20 +45,6 @@ TEST(PIOffscreenTest, AsksTheHostForChannelsElseGoesByDepth) {
     EXPECT_THAT(ChannelsOf(deep), ElementsAre(0, 2, 4, 6));
 }
 
-TEST(PIOffscreenTest, LocksOnceAndUnlocksInTheEnd) {
-    for (const bool refuses : { false, true }) {
-        FakeImage image(1, 1, 32);
-        image.refusesLock = refuses;
-        {
-            PIOffscreen wrapper = Wrap(image);
-            for (int i = 0; i < 2; ++i)
-                EXPECT_EQ(wrapper.Lock(PIOffscreen::Access::kWrite), !refuses);
-            EXPECT_EQ(image.locks, refuses ? 0 : 1);
-        }
-        EXPECT_EQ(image.locks, 0);
-    }
-}
-
 TEST(PIOffscreenTest, DoesNothingWhereTheHostHasNothing) {
     FakeImage image(2, 2, 32);
     EPIOffscreenProcs none {};

@@ -48,15 +48,12 @@ TEST(MulDivTest, MultipliesBeforeItDivides) {
 }
 
 TEST(TruncationTest, GoesTowardsZeroAndStaysInside32Bits) {
-    struct Row {
-        double value;
-        std::int32_t result;
-    };
-    for (const Row& row : { Row { 0.999, 0 }, Row { -0.999, 0 }, Row { -1.0, -1 }, Row { 1.9, 1 },
-                            Row { 4e9, INT_MAX }, Row { -kInfinity, INT_MIN }, Row { kNan, 0 } })
-        EXPECT_EQ(TruncateToInt32(row.value), row.result) << row.value;
+    const double values[] = { 0.999, -0.999, -1.0, 1.9, 4e9, -kInfinity, kNan };
+    const std::int32_t results[] = { 0, 0, -1, 1, INT_MAX, INT_MIN, 0 };
+    for (std::size_t i = 0; i < std::size(values); ++i)
+        EXPECT_EQ(TruncateToInt32(values[i]), results[i]) << values[i];
     EXPECT_EQ(SaturateToInt32(std::int64_t { 1 } << 31), INT_MAX);
-    EXPECT_EQ(SaturateToInt32(-(std::int64_t { 1 } << 31)), INT_MIN);
+    EXPECT_EQ(SaturateToInt32(-(std::int64_t { 1 } << 31) - 1), INT_MIN);
 }
 
 } // namespace

@@ -61,52 +61,32 @@ void Blend(FakeImage& image, Picture& picture, _TEXTPARAM param, long x, long y)
     CTextRenderer::CopyTextStringImage(&wrapper, &picture.info, &param, x, y);
 }
 
-TEST(CopyTextStringImageTest, PutsEveryLayoutTheRightWayUp) {
-    for (const std::uint16_t layout : { 0x1, 0x2, 0x4, 0x3, 0x5, 0x6, 0x7 }) {
-        for (const std::uint16_t topDown : { 0, 0x100 }) {
-            Picture picture(static_cast<std::uint16_t>(layout | topDown));
-            for (const int depth : { 24, 32, 64 }) {
-                FakeImage image(5, 4, depth);
-                Blend(image, picture, Param(TEXT_BOX), 1, 2);
-                const std::uint32_t scale = depth == 64 ? 257 : 1;
-                const int red = depth == 24 ? 0 : 1;
-                for (int i = 0; i < 20; ++i) {
-                    const int x = i % 5 - 1, y = i / 5 - 2;
-                    const bool inside = x >= 0 && x < 3 && y >= 0;
-                    const auto pixel = image.Pixel(i % 5, i / 5);
-                    EXPECT_EQ(pixel[red], inside ? (10 + x) * scale : 0) << layout << ' ' << i;
-                    EXPECT_EQ(pixel[red + 1], inside ? (20 + y) * scale : 0);
-                    EXPECT_EQ(pixel[red + 2], inside ? 30 * scale : 0);
-                    if (depth != 24) {
-                        EXPECT_EQ(pixel[0], inside ? 255 * scale : 0);
-                    }
-                }
-                EXPECT_TRUE(image.MarksAreWhole());
-                EXPECT_EQ(image.locks, 0);
+TEST(CopyTextStringImageTest, PutsEveryLayoutTheRightWayUpAndClipsItOnAllSides) {
+    for (int i = 0; i < 3 * 2 * 7 * 9 * 7; ++i) {
+        const int depth = i % 3 == 0 ? 24 : i % 3 == 1 ? 32 : 64;
+        const int layout = 1 + i / 6 % 7; // each of the bits, and all of their mixtures
+        const long left = i / 42 % 9 - 4, top = i / 378 - 3;
+        Picture picture(static_cast<std::uint16_t>(layout | (i / 3 % 2 ? 0x100 : 0)));
+        FakeImage image(2, 2, depth);
+        Blend(image, picture, Param(TEXT_BOX), left, top);
+        const std::uint32_t scale = depth == 64 ? 257 : 1;
+        for (int at = 0; at < 4; ++at) {
+            const long x = at % 2 - left, y = at / 2 - top;
+            const bool inside = x >= 0 && x < 3 && y >= 0 && y < 2;
+            std::vector<std::uint32_t> expected(depth == 24 ? 3 : 4, 0);
+            if (inside) {
+                expected.assign({ 255 * scale, static_cast<std::uint32_t>(10 + x) * scale,
+                                  static_cast<std::uint32_t>(20 + y) * scale, 30 * scale });
+                if (depth == 24)
+                    expected.erase(expected.begin());
             }
+            ASSERT_EQ(image.Pixel(at % 2, at / 2), expected)
+                << depth << " layout " << layout << " at " << left << ',' << top;
         }
+        ASSERT_TRUE(image.MarksAreWhole()) << left << ',' << top;
+        ASSERT_EQ(image.locks, 0);
     }
-}
-
-TEST(CopyTextStringImageTest, ClipsOnAllSidesAndFarOutside) {
     Picture picture(kTextImageXrgb32 | kTextImageTopDown);
-    for (const int depth : { 24, 32, 64 }) {
-        for (long x = -4; x <= 4; ++x) {
-            for (long y = -3; y <= 3; ++y) {
-                FakeImage image(2, 2, depth);
-                Blend(image, picture, Param(TEXT_BOX), x, y);
-                const int red = depth == 24 ? 0 : 1;
-                for (long i = 0; i < 4; ++i) {
-                    const long column = i % 2 - x, row = i / 2 - y;
-                    const bool inside = column >= 0 && column < 3 && row >= 0 && row < 2;
-                    const auto expected = (10 + column) * (depth == 64 ? 257 : 1);
-                    EXPECT_EQ(image.Channel(i % 2, i / 2, red), inside ? expected : 0)
-                        << x << ',' << y;
-                }
-                EXPECT_TRUE(image.MarksAreWhole()) << x << ',' << y;
-            }
-        }
-    }
     for (const long far :
          { static_cast<long>(INT_MIN), static_cast<long>(INT_MAX), LONG_MIN, LONG_MAX }) {
         FakeImage image(2, 2, 32);
