@@ -73,19 +73,18 @@ public:
                        m_frame->Ref()) {
         const auto right = static_cast<std::int16_t>(width);
         const auto bottom = static_cast<std::int16_t>(height);
-        platform::ControlRef pane = nullptr;
-        if (platform::CreateNewWindow({ 0, 0, bottom, right }, &m_window) != platform::kNoErr ||
-            platform::CreateUserPaneControl(m_window, { 0, 0, bottom, right }, &pane) !=
-                platform::kNoErr)
+        const platform::Rect whole { 0, 0, bottom, right };
+        if (platform::CreateNewWindow(whole, &m_window) != platform::kNoErr)
             throw std::runtime_error("there is no user interface");
-        platform::SetControlID(pane, { kHuxPropertyCreator, kPreviewItem });
+        auto* const pane = platform::Control::Create(m_window, "UserPane", whole);
+        pane->id = platform::ControlID { kHuxPropertyCreator, kPreviewItem };
         platform::ShowWindow(m_window);
         FillText();
         _EPIRECORD record = host::MakeRecord();
         record.hFixedParam = m_params.Ref();
         record.nFrameWidth = kFrameWidth;
         record.nFrameHeight = kFrameHeight;
-        view.control.Attach(pane);
+        view.control.Attach(pane->Ref());
         view.control.InitPreview(nullptr);
         if (view.InitializeTextDlg(&record, m_window, 0, 0) == 0)
             throw std::runtime_error("there is no preview");

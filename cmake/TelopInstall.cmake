@@ -37,6 +37,7 @@ if(TELOP_UI)
             src/platform/ui/DataBrowser.h
             src/platform/ui/Dialogs.h
             src/platform/ui/Menus.h
+            src/platform/ui/UIObject.h
             src/platform/ui/WindowWidget.h
             src/platform/ui/Windows.h
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/telop/platform/ui)

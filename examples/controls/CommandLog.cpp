@@ -12,9 +12,8 @@ void CommandLog::Add(std::string_view line) {
         m_text += '\r';
     m_text += line;
     SetText(HuxString::FromUTF8(m_text));
-    constexpr auto kEnd = std::numeric_limits<std::int16_t>::max();
-    SetData(kControlEditTextPart, kControlEditTextSelection,
-            ControlEditTextSelectionRec { kEnd, kEnd }); // scrolls there
+    constexpr auto kEnd = std::numeric_limits<int>::max();
+    Do(&EditField::Select, { kEnd, kEnd }); // scrolls there
 }
 
 void CommandLog::Clear() {

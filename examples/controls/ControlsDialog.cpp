@@ -103,7 +103,7 @@ bool ControlsDialog::OnInitDialog() {
     m_sizes.SetValue(2);
     InitFields();
     InitMenu();
-    m_font.AppendFontMenu(1000);
+    m_font.AppendFontMenu();
     InitRows();
     m_made = true;
     return true;
@@ -136,12 +136,10 @@ void ControlsDialog::InitMenu() {
     m_menu.AppendSeparator();
     const MenuItemIndex more = m_menu.AppendItem("More");
     m_menu.AppendItem("Not now", 0, kMenuItemAttrDisabled);
-    MenuRef submenu = nullptr;
-    if (CreateNewMenu(1, &submenu) == kNoErr) {
-        for (const char* text : { "Third", "Fourth" })
-            AppendMenuItemTextWithCFString(submenu, HuxString(text).GetCFString(), 0, 0, nullptr);
-        SetMenuItemHierarchicalMenu(m_menu.GetMenu(), more, submenu);
-    }
+    auto submenu = std::make_unique<Menu>();
+    for (const char* text : { "Third", "Fourth" })
+        submenu->Append(text);
+    m_menu.GetMenu()->SetSubmenu(more, std::move(submenu));
     m_menu.SetValue(1);
     m_menu.CheckItem(1, true);
 }
@@ -318,16 +316,14 @@ OSStatus ControlsDialog::HandleItemData(const HuxDataBrowser::ItemDataRequest& r
     auto* const row = dynamic_cast<RowData*>(request.row);
     if (!row)
         return kParamErr;
-    if (request.property == kDataBrowserItemIsEditableProperty)
-        return SetDataBrowserItemDataBooleanValue(request.itemData, true);
-    if (!request.setValue)
-        return SetDataBrowserItemDataText(request.itemData, row->GetText().GetCFString());
-    CFStringRef text = nullptr;
-    const OSStatus status = GetDataBrowserItemDataText(request.itemData, &text);
-    if (status != kNoErr)
-        return status;
-    row->SetText(HuxString::Adopt(text));
-    Log("row edited", row->GetText());
+    if (request.property == kDataBrowserItemIsEditableProperty) {
+        request.itemData->boolean = true;
+    } else if (!request.setValue) {
+        request.itemData->text = row->GetText().GetUTF8();
+    } else {
+        row->SetText(HuxString::FromUTF8(request.itemData->text));
+        Log("row edited", row->GetText());
+    }
     return kNoErr;
 }
 

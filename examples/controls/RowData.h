@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "huxCommon/huxCoreFoundation/HuxString.h"
-#include "huxCommon/huxGUI/HuxDataBrowserItemData.h"
+#include "huxCommon/huxGUI/HuxDataBrowser.h"
 
 class RowData : public HuxDataBrowserItemData {
 public:

@@ -27,11 +27,11 @@ OSStatus CMEditText::InstallSelf(EventTargetRef target) {
 OSStatus CMEditText::HandleEventCurrentSelf(EventHandlerCallRef call, EventRef event) {
     if (GetEventClass(event) != kEventClassCommand)
         return HuxEditText::HandleEventCurrentSelf(call, event);
-    ControlRef const control = m_hctrl;
+    const Alive alive(*this);
     const bool isStatus = GetEventKind(event) == kEventCommandUpdateStatus;
     const bool isAnswered =
         isStatus && HandleCommandUpdateStatus(call, event) != kEventNotHandledErr;
-    if (!IsAt(control, this))
+    if (!alive)
         return kEventNotHandledErr;
     // Once it is on its way to the window, a command must not go up to it as well and be done twice.
     if (!isAnswered && HandleCommandProcess(event) == kNoErr && !isStatus)

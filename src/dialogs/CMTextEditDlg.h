@@ -11,7 +11,6 @@
 #include "huxCommon/huxGUI/HuxEditText.h"
 #include "huxCommon/huxGUI/HuxLittleArrows.h"
 #include "huxCommon/huxGUI/HuxPopupButton.h"
-#include "huxCommon/huxGUI/HuxRadioButton.h"
 #include "huxCommon/huxGUI/HuxRadioGroup.h"
 #include "preview/CMTextPreviewStatic.h"
 #include "preview/CTextEditDlg.h"

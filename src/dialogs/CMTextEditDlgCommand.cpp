@@ -289,6 +289,6 @@ void CMTextEditDlg::EnableField(HuxEditText& field, bool enabled) {
 
 void CMTextEditDlg::RefreshViewScaleText() {
     const HuxString scale = HuxString::FromInteger(m_nViewScale);
-    platform::SetControlTitleWithCFString(m_scaleText.GetControlRef(), scale.GetCFString());
+    m_scaleText.SetTitle(scale);
     m_scaleText.Draw(true);
 }

@@ -14,7 +14,6 @@ namespace {
 
 constexpr std::array<std::int32_t, 25> kSizes { 3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15,
                                                 16, 17, 18, 20, 22, 24, 26, 28, 36, 48, 64, 72 };
-constexpr short kFirstFontSubmenu = 30000;
 
 constexpr double kMaxSize = 99, kMinSize = 3, kDefaultSize = 36;
 constexpr double kMaxOpacity = 100, kMinOpacity = 0, kDefaultOpacity = 50;
@@ -95,7 +94,7 @@ bool CMTextEditDlg::HandleInitWindow() {
 
 void CMTextEditDlg::InitStyle(const _TEXTPARAM& param) {
     m_fontPopup.DeleteAllItems();
-    m_fontPopup.AppendFontMenu(kFirstFontSubmenu);
+    m_fontPopup.AppendFontMenu();
     unsigned char family[256];
     CtoPascalString(family, render::TerminatedCopy(param).szFontName);
     m_fontPopup.SetFontFamilyName(family);

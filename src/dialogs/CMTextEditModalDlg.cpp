@@ -36,15 +36,12 @@ Rect ContentOf(platform::WindowRef window) {
 
 platform::ControlRef AddHiddenButton(platform::WindowRef window, const platform::ControlID& id,
                                      std::uint32_t commandID) {
-    platform::ControlRef button = nullptr;
-    if (platform::CreatePushButtonControl(window, kOutside, HuxString().GetCFString(), &button) !=
-        platform::kNoErr)
+    platform::Control* const button = platform::Control::Create(window, "QPushButton", kOutside);
+    if (!button)
         return nullptr;
-    platform::SetControlID(button, id);
-    platform::SetControlCommandID(button, commandID);
-    platform::SetControlVisibility(button, true, false);
-    platform::EnableControl(button);
-    return button;
+    button->id = id;
+    button->commandID = commandID;
+    return button->Ref();
 }
 
 } // namespace
@@ -117,12 +114,8 @@ void CMTextEditModalDlg::SizeFrameForEditor() {
 
 // How far down the editor reaches: to the row of the frame's buttons.
 std::int16_t CMTextEditModalDlg::EditorHeight() const {
-    platform::ControlRef button = nullptr;
-    Rect bounds {};
-    if (platform::GetControlByID(GetWindowRef(), kOKButton, &button) != platform::kNoErr)
-        return Height(ContentOf(GetWindowRef()));
-    platform::GetControlBounds(button, &bounds);
-    return bounds.top;
+    const auto* const button = platform::Control::FindByID(GetWindowRef(), kOKButton);
+    return button ? button->Bounds().top : Height(ContentOf(GetWindowRef()));
 }
 
 void CMTextEditModalDlg::FitEditor() {

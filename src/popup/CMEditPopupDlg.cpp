@@ -77,10 +77,9 @@ const char* CMEditPopupDlg::GetWindowName() {
 
 void CMEditPopupDlg::_AttachControls() {
     for (std::int32_t id = kFirstButton; id <= kLastButton; ++id) {
-        platform::ControlRef button = nullptr;
-        if (platform::GetControlByID(GetWindowRef(), { kHuxPropertyCreator, id }, &button) ==
-            platform::kNoErr)
-            platform::SetControlCommandID(button, static_cast<std::uint32_t>(id));
+        if (auto* const button =
+                platform::Control::FindByID(GetWindowRef(), { kHuxPropertyCreator, id }))
+            button->commandID = static_cast<std::uint32_t>(id);
     }
     AttachControl(m_listView, kList);
 }
@@ -148,18 +147,16 @@ CMEditPopupDlg::HandleDataBrowserData(const HuxDataBrowser::ItemDataRequest& req
     const auto* row = dynamic_cast<const CMEditPopupListItem*>(request.row);
     if (!row)
         return platform::kEventNotHandledErr;
+    platform::DataBrowserItemData& data = *request.itemData;
+    auto& entry = m_list.szPreset[row->Index()];
     if (request.property == platform::kDataBrowserItemIsEditableProperty)
-        return platform::SetDataBrowserItemDataBooleanValue(request.itemData, true);
-    if (request.property != kName)
+        data.boolean = true;
+    else if (request.property != kName)
         return platform::kEventNotHandledErr;
-    if (!request.setValue)
-        return platform::SetDataBrowserItemDataText(request.itemData,
-                                                    TextAt(m_list, row->Index()).GetCFString());
-    platform::CFStringRef text = nullptr;
-    if (platform::GetDataBrowserItemDataText(request.itemData, &text) == platform::kNoErr) {
-        auto& entry = m_list.szPreset[row->Index()];
-        HuxString::Adopt(text).GetCString(entry, sizeof entry);
-    }
+    else if (request.setValue)
+        HuxString::FromUTF8(data.text).GetCString(entry, sizeof entry);
+    else
+        data.text = TextAt(m_list, row->Index()).GetUTF8();
     return platform::kNoErr;
 }
 

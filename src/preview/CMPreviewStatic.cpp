@@ -106,8 +106,7 @@ platform::OSStatus CMPreviewStatic::HandleEventCurrentSelf(platform::EventHandle
 }
 
 CMPreviewStatic::Size CMPreviewStatic::ControlSize() const {
-    platform::Rect bounds {};
-    platform::GetControlBounds(GetControlRef(), &bounds);
+    const platform::Rect bounds = GetBounds();
     return { bounds.right - bounds.left, bounds.bottom - bounds.top };
 }
 

@@ -78,8 +78,7 @@ platform::OSStatus CMTextPreviewStatic::HandleEventCurrentSelf(platform::EventHa
 }
 
 platform::OSStatus CMTextPreviewStatic::HandleDraw() {
-    platform::Rect bounds {};
-    platform::GetControlBounds(GetControlRef(), &bounds);
+    const platform::Rect bounds = GetBounds();
     m_view.FitArea(bounds.right - bounds.left, bounds.bottom - bounds.top);
     const platform::Rect whole { 0, 0, static_cast<std::int16_t>(bounds.bottom - bounds.top),
                                  static_cast<std::int16_t>(bounds.right - bounds.left) };

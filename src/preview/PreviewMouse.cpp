@@ -17,8 +17,8 @@ std::optional<tagPOINT> LocationIn(platform::EventRef event, platform::OSType na
 
 std::optional<tagPOINT> MouseOver(platform::ControlRef control, platform::EventRef event) {
     const auto place = LocationIn(event, platform::kEventParamWindowMouseLocation);
-    platform::Rect bounds {};
-    platform::GetControlBounds(control, &bounds);
+    const platform::Control* const found = platform::Control::Find(control);
+    const platform::Rect bounds = found ? found->Bounds() : platform::Rect {};
     if (!place || place->x < bounds.left || place->y < bounds.top || place->x >= bounds.right ||
         place->y >= bounds.bottom)
         return std::nullopt;
@@ -27,12 +27,12 @@ std::optional<tagPOINT> MouseOver(platform::ControlRef control, platform::EventR
 
 std::optional<platform::Point> PressedAt(platform::ControlRef control, platform::EventRef event) {
     const auto place = LocationIn(event, platform::kEventParamMouseLocation);
-    if (!place)
+    const platform::Control* const found = platform::Control::Find(control);
+    if (!place || !found)
         return std::nullopt;
-    platform::Rect bounds {};
-    platform::GetControlBounds(control, &bounds);
+    const platform::Rect bounds = found->Bounds();
     platform::Point point { static_cast<std::int16_t>(place->y + bounds.top),
                             static_cast<std::int16_t>(place->x + bounds.left) };
-    platform::WindowToGlobal(platform::GetControlOwner(control), &point);
+    platform::WindowToGlobal(found->OwnerRef(), &point);
     return point;
 }

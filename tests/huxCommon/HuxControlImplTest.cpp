@@ -67,7 +67,7 @@ protected:
     HuxControlImplTest() {
         EXPECT_EQ(CreateNewWindow({ 0, 0, 200, 300 }, &m_window), kNoErr);
         m_control = NewButton();
-        SetControlID(m_control, kID);
+        Control::Find(m_control)->id = kID;
     }
     ~HuxControlImplTest() override {
         DisposeWindow(m_window);
@@ -75,16 +75,12 @@ protected:
     }
 
     ControlRef NewButton() const {
-        ControlRef control = nullptr;
-        EXPECT_EQ(CreatePushButtonControl(m_window, { 10, 10, 40, 90 },
-                                          HuxString("Press").GetCFString(), &control),
-                  kNoErr);
-        return control;
+        return Control::Create(m_window, "QPushButton", { 10, 10, 40, 90 })->Ref();
     }
 
     static OSStatus Send(ControlRef control) {
         HuxCarbonEvent const event(kProbe.eventClass, kProbe.eventKind);
-        return SendEventToEventTarget(event.GetEventRef(), GetControlEventTarget(control));
+        return SendEventToEventTarget(event.GetEventRef(), Control::Find(control)->Target());
     }
 
     WindowRef m_window = nullptr;
@@ -101,7 +97,7 @@ TEST_F(HuxControlImplTest, AttachingGivesAControlWithoutACommandItsIdForOne) {
     for (Row const& row : { Row { "none", 0, 77 }, Row { "four blanks", 0x20202020, 77 },
                             Row { "its own", 5, 5 } }) {
         HuxControlImpl wrapper;
-        SetControlCommandID(m_control, row.before);
+        Control::Find(m_control)->commandID = row.before;
         EXPECT_EQ(wrapper.Attach(m_control), kNoErr) << row.name;
         EXPECT_EQ(wrapper.GetCommandID(), row.after) << row.name;
     }
@@ -144,14 +140,8 @@ TEST_F(HuxControlImplTest, WithoutAControlEverythingAnswers) {
 TEST_F(HuxControlImplTest, EndsWithItsControlAfterThePhasesOfTheLastEvent) {
     (new Wrapper(m_log))->Attach(m_control);
     EXPECT_EQ(Send(m_control), kEventNotHandledErr);
-    DisposeControl(m_control);
+    Control::Find(m_control)->Dispose();
     EXPECT_EQ(m_log, "bceBCE~");
-}
-
-TEST_F(HuxControlImplTest, EndsWithItsWindow) {
-    (new Wrapper(m_log))->Attach(m_control);
-    DisposeWindow(m_window);
-    EXPECT_EQ(m_log, "BCE~");
 }
 
 TEST_F(HuxControlImplTest, MayEndItsControlInEachOfItsPhases) {
@@ -168,7 +158,7 @@ TEST_F(HuxControlImplTest, MayEndItsControlInEachOfItsPhases) {
             auto* const wrapper = new Wrapper(m_log);
             wrapper->Attach(control);
             wrapper->*row.phase = [control, throws] {
-                DisposeControl(control);
+                Control::Find(control)->Dispose();
                 if (throws)
                     throw HuxException("file", 1, -1);
             };
@@ -184,7 +174,7 @@ TEST_F(HuxControlImplTest, MayEndInAPhaseOfAnother) {
     ControlRef const otherControl = NewButton();
     auto* const other = new Wrapper(m_otherLog);
     other->Attach(otherControl);
-    other->current = [this] { DisposeControl(m_control); };
+    other->current = [this] { Control::Find(m_control)->Dispose(); };
     auto* const wrapper = new Wrapper(m_log);
     wrapper->Attach(m_control);
     wrapper->begin = [otherControl] {
@@ -205,7 +195,7 @@ TEST_F(HuxControlImplTest, MayBeDetachedInItsOwnPhase) {
     EXPECT_EQ(m_log, "b");
     Send(m_control);
     EXPECT_EQ(m_log, "b");
-    DisposeControl(m_control);
+    Control::Find(m_control)->Dispose();
     EXPECT_EQ(m_log, "b");
 }
 
@@ -214,7 +204,7 @@ TEST_F(HuxControlImplTest, AMemberOfAWindowsObjectIsOnlyDetachedByItsControlsEnd
     Wrapper wrapper(m_log);
     list.Add(wrapper);
     wrapper.Attach(m_control);
-    wrapper.current = [this] { DisposeControl(m_control); };
+    wrapper.current = [this] { Control::Find(m_control)->Dispose(); };
     Send(m_control);
     EXPECT_EQ(m_log, "bcBCE");
     EXPECT_FALSE(wrapper.IsValid());
@@ -236,7 +226,7 @@ TEST_F(HuxControlImplTest, AListLetsGoOfItsWrappersAndTheyOfIt) {
     EXPECT_TRUE(wrapper.IsValid());
     list.reset();
     EXPECT_EQ(wrapper.GetControlRef(), nullptr);
-    EXPECT_TRUE(IsValidControlHandle(m_control));
+    EXPECT_TRUE(Control::Find(m_control));
 }
 
 TEST_F(HuxControlImplTest, AListAsksItsControlsUntilOneRefuses) {
@@ -273,7 +263,8 @@ TEST_F(HuxControlImplTest, ItsCommandReachesTheWindowWithTheControlAndTheValue) 
         HuxCarbonEvent(event, true).GetCommandParameter(&one.id, &one.value, &command, &one.data);
         one.control = command.source.control;
         static_cast<std::vector<Received>*>(all)->push_back(one);
-        DisposeControl(one.value == 9 ? one.control : nullptr);
+        if (one.value == 9)
+            Control::Find(one.control)->Dispose();
         return kNoErr;
     };
     InstallEventHandler(GetWindowEventTarget(m_window), receive, 1, &type, &received, nullptr);
@@ -290,28 +281,6 @@ TEST_F(HuxControlImplTest, ItsCommandReachesTheWindowWithTheControlAndTheValue) 
     EXPECT_EQ(received[1].id, 77u);
     EXPECT_EQ(received[1].data, &received);
     EXPECT_EQ(m_log, "BCE~");
-}
-
-TEST_F(HuxControlImplTest, ForwardsToItsControl) {
-    HuxControlImpl wrapper;
-    wrapper.Attach(m_control);
-    EXPECT_EQ(wrapper.Move(3, 100000), kNoErr);
-    EXPECT_EQ(wrapper.GetBounds().left, 3);
-    EXPECT_EQ(wrapper.Move(3, 4), kNoErr);
-    EXPECT_EQ(wrapper.SetSize(60, 30), kNoErr);
-    EXPECT_EQ(wrapper.GetBounds().right, 63);
-    EXPECT_EQ(wrapper.GetBounds().bottom, 34);
-    wrapper.Disable();
-    EXPECT_FALSE(wrapper.IsEnabled());
-    wrapper.Enable();
-    EXPECT_TRUE(wrapper.IsEnabled());
-    wrapper.Deactivate();
-    EXPECT_FALSE(IsControlActive(m_control));
-    wrapper.Activate();
-    EXPECT_TRUE(IsControlActive(m_control));
-    wrapper.SetTitle("Other");
-    EXPECT_EQ(wrapper.GetTitle(), HuxString("Other"));
-    EXPECT_EQ(wrapper.SetFontStyle(nullptr), kParamErr);
 }
 
 } // namespace

@@ -53,18 +53,18 @@ public:
         EXPECT_EQ(request.control, list.GetControlRef());
         if (!request.row)
             return kEventNotHandledErr;
-        if (request.property == kDataBrowserItemIsEditableProperty)
-            return SetDataBrowserItemDataBooleanValue(request.itemData, true);
+        if (request.property == kDataBrowserItemIsEditableProperty) {
+            request.itemData->boolean = true;
+            return kNoErr;
+        }
         EXPECT_EQ(request.property, kName);
         if (throws)
             throw std::bad_alloc();
         auto const index = static_cast<std::size_t>(static_cast<Row*>(request.row)->index);
-        if (!request.setValue)
-            return SetDataBrowserItemDataText(request.itemData,
-                                              HuxString(names[index].c_str()).GetCFString());
-        CFStringRef text = nullptr;
-        GetDataBrowserItemDataText(request.itemData, &text);
-        names[index] = HuxString::Adopt(text).GetBytes();
+        if (request.setValue)
+            names[index] = request.itemData->text;
+        else
+            request.itemData->text = names[index];
         return kNoErr;
     }
 
@@ -139,10 +139,8 @@ TEST_F(HuxDataBrowserTest, GivesTheSelectedRowOnlyWhenItIsTheOnlyOne) {
     EXPECT_EQ(m_dialog.list.GetSelectItem(), m_dialog.RowAt(0));
     DataBrowserItemID const both[] = { m_dialog.RowAt(0)->GetItemID(),
                                        m_dialog.RowAt(1)->GetItemID() };
-    SetDataBrowserSelectedItems(m_dialog.list.GetControlRef(), both);
-    if (GetDataBrowserSelection(m_dialog.list.GetControlRef()).size() == 2) {
-        EXPECT_EQ(m_dialog.list.GetSelectItem(), nullptr);
-    }
+    DataBrowser::Find(m_dialog.list.GetControlRef())->SelectItems(both);
+    EXPECT_EQ(m_dialog.list.GetSelectItem(), nullptr);
     EXPECT_THAT(m_dialog.notifications,
                 testing::Contains(std::pair(kDataBrowserItemSelected, true)));
 }
@@ -152,7 +150,7 @@ TEST_F(HuxDataBrowserTest, HandsBackWhatTheUserEdits) {
     auto* const editor = GetWindowWidget(m_dialog.GetWindowRef())->findChild<QLineEdit*>();
     ASSERT_NE(editor, nullptr);
     QTest::keyClicks(editor, "new");
-    SetDataBrowserEditItem(m_dialog.list.GetControlRef(), kDataBrowserNoItem);
+    DataBrowser::Find(m_dialog.list.GetControlRef())->EditItem(kDataBrowserNoItem);
     EXPECT_THAT(m_dialog.names, ElementsAre("one", "new", "three"));
     EXPECT_THAT(m_dialog.Shown(), ElementsAre("one", "new", "three"));
 }
@@ -164,15 +162,6 @@ TEST_F(HuxDataBrowserTest, AThrowInAnAnswerIsReportedAndChangesNothing) {
     EXPECT_THAT(m_errors.TakeAll(), testing::Not(IsEmpty()));
     m_dialog.throws = false;
     EXPECT_THAT(m_dialog.names, ElementsAre("one", "two", "three"));
-}
-
-TEST_F(HuxDataBrowserTest, OtherEventsAreNotForIt) {
-    HuxCarbonEvent const event(kHuxEventClassWindow, kHuxEventDataBrowserItemData);
-    HuxDataBrowser::ItemDataRequest request;
-    HuxDataBrowser::ItemNotification notification;
-    EXPECT_FALSE(HuxDataBrowser::ReadItemData(event.GetEventRef(), &request));
-    EXPECT_FALSE(HuxDataBrowser::ReadNotification(event.GetEventRef(), &notification));
-    EXPECT_EQ(request.row, nullptr);
 }
 
 } // namespace

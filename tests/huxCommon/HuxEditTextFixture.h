@@ -15,6 +15,8 @@
 #include "huxCommon/huxGUI/HuxCarbonEvent.h"
 #include "huxCommon/huxGUI/HuxEditText.h"
 #include "platform/ui/WindowWidget.h"
+#include "platform/ui/controls/Control.h"
+#include "platform/ui/windows/Window.h"
 
 namespace test {
 
@@ -43,15 +45,14 @@ protected:
     // A field of its own control, which ends it.
     template <class Field>
     Field* NewField(QLineEdit** widget, int id) {
-        platform::ControlRef control = nullptr;
-        HuxString const empty;
-        EXPECT_EQ(platform::CreateEditTextControl(window, { 10, 10, 30, 200 }, empty.GetCFString(),
-                                                  false, &control),
-                  platform::kNoErr);
-        *widget = platform::GetWindowWidget(window)->findChildren<QLineEdit*>().last();
-        platform::SetControlID(control, { 0x56454C4D, id });
+        platform::Window& owner = *platform::Window::Find(window);
+        *widget = new QLineEdit(&owner.Widget());
+        (*widget)->setGeometry(10, 10, 190, 20);
+        (*widget)->show();
+        platform::Control* const control = platform::MakeControl(**widget, owner);
+        control->id = platform::ControlID { 0x56454C4D, id };
         auto* const made = new Field;
-        EXPECT_EQ(made->Attach(control), platform::kNoErr);
+        EXPECT_EQ(made->Attach(control->Ref()), platform::kNoErr);
         return made;
     }
 

@@ -4,9 +4,6 @@
 
 #include "huxCommon/HuxEditTextFixture.h"
 #include "huxCommon/huxGUI/HuxLittleArrows.h"
-#include "platform/ui/controls/Control.h"
-#include "platform/ui/controls/Families.h"
-#include "platform/ui/windows/Window.h"
 
 namespace test {
 

@@ -79,7 +79,7 @@ TEST_F(HuxLittleArrowsTest, TellsTheFieldsChangeOnceAndItsOwnStepAlways) {
 TEST_F(HuxLittleArrowsTest, StepsByItselfWhenTheFieldIsGone) {
     arrows->SetMaximum(3);
     arrows->SetEditControl(field, 0, 1, 1);
-    DisposeControl(field->GetControlRef());
+    Control::Find(field->GetControlRef())->Dispose();
     TakeLog();
     Up();
     EXPECT_EQ(TakeLog(), "5:20 ");
@@ -96,10 +96,10 @@ TEST_F(HuxLittleArrowsTest, MayEndInTheNoticeOfItsStep) {
         ControlRef const control = arrows->GetControlRef();
         onNotice = [&](std::uint32_t commandID, long) {
             if (commandID == ending)
-                DisposeControl(control);
+                Control::Find(control)->Dispose();
         };
         Up();
-        EXPECT_FALSE(IsValidControlHandle(control));
+        EXPECT_FALSE(Control::Find(control));
         onNotice = nullptr;
         arrows = NewArrows<HuxLittleArrows>();
     }

@@ -8,9 +8,8 @@
 TEST(VamWindowItem, GivesTheBoundsOfTheItemAndTheAddressOfItsResult) {
     platform::WindowRef window = nullptr;
     ASSERT_EQ(platform::CreateNewWindow({ 0, 0, 100, 200 }, &window), platform::kNoErr);
-    platform::ControlRef pane = nullptr;
-    ASSERT_EQ(platform::CreateUserPaneControl(window, { 10, 20, 40, 80 }, &pane), platform::kNoErr);
-    platform::SetControlID(pane, { kHuxPropertyCreator, 91 });
+    platform::Control::Create(window, "UserPane", { 10, 20, 40, 80 })->id =
+        platform::ControlID { kHuxPropertyCreator, 91 };
 
     platform::Rect bounds { 1, 2, 3, 4 };
     EXPECT_EQ(vamGetWindowItemAsRect(window, 92, &bounds), platform::kErrControlNotFound);

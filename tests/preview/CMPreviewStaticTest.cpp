@@ -279,7 +279,7 @@ TEST_F(CMPreviewStaticTest, WhatCannotBeMadeShowsGrey) {
 TEST_F(CMPreviewStaticTest, AResizedControlIsFilled) {
     Start(60, 60);
     SetImage(30, 30);
-    platform::SizeControl(pane, 90, 70);
+    platform::Control::Find(pane)->Resize(90, 70);
     EXPECT_EQ(Red(), (Sides { 30, 20, 60, 50 }));
 }
 

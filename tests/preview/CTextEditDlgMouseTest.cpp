@@ -187,7 +187,7 @@ TEST_F(CTextEditDlgMouseTest, TheControlShowsTheBuffer) {
     const auto background = test::Borrow(record, *frame);
     view->SetBkImage(background.get(), 0);
     PutText(20, 10);
-    platform::DrawOneControl(pane);
+    platform::Control::Find(pane)->Draw();
     const QImage shown = PaneWidget().grab().toImage();
     const auto pixels = test::PixelsOf(view->Buffer(), 120, 80);
     long differing = 0;

@@ -65,10 +65,11 @@ protected:
     void ShowPane(int width, int height) {
         const auto side = [](int value) { return static_cast<std::int16_t>(value); };
         platform::CreateNewWindow({ 100, 100, side(height + 200), side(width + 200) }, &window);
-        platform::CreateUserPaneControl(
-            window, { kPaneTop, kPaneLeft, side(kPaneTop + height), side(kPaneLeft + width) },
-            &pane);
-        platform::SetControlID(pane, { kHuxPropertyCreator, kPreviewItem });
+        platform::Control* const control = platform::Control::Create(
+            window, "UserPane",
+            { kPaneTop, kPaneLeft, side(kPaneTop + height), side(kPaneLeft + width) });
+        control->id = platform::ControlID { kHuxPropertyCreator, kPreviewItem };
+        pane = control->Ref();
         platform::ShowWindow(window);
         platform::SelectWindow(window);
         QCoreApplication::processEvents();

@@ -6,12 +6,11 @@
 using namespace platform;
 
 RGBColor HuxBevelButton::GetColor() const {
-    RGBColor color {};
-    return GetData(kControlEntireControl, kControlColor, &color) == kNoErr ? color : RGBColor {};
+    return Ask(&Control::Color).value_or(RGBColor {});
 }
 
 OSStatus HuxBevelButton::SetColor(const RGBColor& color) {
-    return SetData(kControlEntireControl, kControlColor, color);
+    return Do(&Control::SetColor, color);
 }
 
 OSStatus HuxBevelButton::InstallSelf(EventTargetRef target) {

@@ -2,7 +2,6 @@
 // The part of HuxCarbonEvent that needs a user interface: the targets of its objects.
 #include "huxCommon/huxGUI/HuxCarbonEvent.h"
 #include "platform/ui/Dialogs.h"
-#include "platform/ui/Menus.h"
 
 using namespace platform;
 
@@ -19,9 +18,9 @@ OSStatus HuxCarbonEvent::PostToQueue(DialogRef dialog, EventQueueRef queue, Prio
 }
 
 OSStatus HuxCarbonEvent::PostToQueue(ControlRef control, EventQueueRef queue, Priority priority) {
-    return PostAimed(control, GetControlEventTarget(control), queue, priority);
+    return PostAimed(control, GetHIObjectEventTarget(AsHIObject(control)), queue, priority);
 }
 
 OSStatus HuxCarbonEvent::PostToQueue(MenuRef menu, EventQueueRef queue, Priority priority) {
-    return PostAimed(menu, GetMenuEventTarget(menu), queue, priority);
+    return PostAimed(menu, GetHIObjectEventTarget(AsHIObject(menu)), queue, priority);
 }

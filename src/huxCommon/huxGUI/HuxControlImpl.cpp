@@ -35,46 +35,42 @@ OSStatus HuxControlImpl::Attach(ControlRef control) {
     m_hctrl = control;
     if (!control)
         return kNoErr;
-    std::uint32_t const commandID = GetCommandID();
-    if (commandID == 0 || commandID == kBlankCommandID)
-        SetCommandID(static_cast<std::uint32_t>(GetID().id));
-    HuxControlImpl* const self = this;
-    if (const OSStatus status = SetControlProperty(control, kHuxPropertyCreator, kHuxPropertyObject,
-                                                   sizeof(HuxControlImpl*), &self))
-        return status;
-    return Install(GetEventTarget());
+    Control* const found = Control::Find(control);
+    if (!found)
+        return kErrInvalidControl;
+    if (found->commandID == 0 || found->commandID == kBlankCommandID)
+        found->commandID = static_cast<std::uint32_t>(GetID().id);
+    found->SetProperty(kHuxPropertyCreator, kHuxPropertyObject, this);
+    return Install(found->Target());
 }
 
 void HuxControlImpl::Detach() {
     Remove();
     ControlRef const control = std::exchange(m_hctrl, nullptr);
-    if (IsAt(control, this))
-        RemoveControlProperty(control, kHuxPropertyCreator, kHuxPropertyObject);
+    if (FromControl(control) == this)
+        Control::Find(control)->SetProperty(kHuxPropertyCreator, kHuxPropertyObject, nullptr);
 }
 
 HuxControlImpl* HuxControlImpl::FromControl(ControlRef control) {
-    HuxControlImpl* wrapper = nullptr;
-    const OSStatus status = GetControlProperty(control, kHuxPropertyCreator, kHuxPropertyObject,
-                                               sizeof(HuxControlImpl*), nullptr, &wrapper);
-    return status == kNoErr ? wrapper : nullptr;
-}
-
-bool HuxControlImpl::IsAt(ControlRef control, const HuxControlImpl* wrapper) {
-    return control && FromControl(control) == wrapper;
+    const Control* const found = Control::Find(control);
+    return found ? static_cast<HuxControlImpl*>(
+                       found->Property(kHuxPropertyCreator, kHuxPropertyObject))
+                 : nullptr;
 }
 
 // State --------------------------------------------------------------------------------------------
 
 OSStatus HuxControlImpl::Activate() {
-    return ActivateControl(m_hctrl);
+    return Do(&Control::SetActive, true);
 }
 
 OSStatus HuxControlImpl::Deactivate() {
-    return DeactivateControl(m_hctrl);
+    return Do(&Control::SetActive, false);
 }
 
-OSStatus HuxControlImpl::SetVisibility(bool visible, bool redraw) {
-    return SetControlVisibility(m_hctrl, visible, redraw);
+// The window's buffer is kept right whether that is asked for or not.
+OSStatus HuxControlImpl::SetVisibility(bool visible, bool /*redraw*/) {
+    return Do(&Control::SetVisible, visible);
 }
 
 OSStatus HuxControlImpl::Show(bool redraw) {
@@ -86,19 +82,19 @@ OSStatus HuxControlImpl::Hide(bool redraw) {
 }
 
 OSStatus HuxControlImpl::Enable() {
-    return EnableControl(m_hctrl);
+    return Do(&Control::SetEnabled, true);
 }
 
 OSStatus HuxControlImpl::Disable() {
-    return DisableControl(m_hctrl);
+    return Do(&Control::SetEnabled, false);
 }
 
 OSStatus HuxControlImpl::Draw(bool now) {
-    return now ? DrawOneControl(m_hctrl) : Update();
+    return now ? Do(&Control::Draw) : Update();
 }
 
 OSStatus HuxControlImpl::Update() {
-    return InvalidateControl(m_hctrl);
+    return Do(&Control::Invalidate);
 }
 
 OSStatus HuxControlImpl::FlushPortBuffer() {
@@ -110,62 +106,67 @@ OSStatus HuxControlImpl::FlushPortBuffer() {
 }
 
 OSStatus HuxControlImpl::GetFontStyle(ControlFontStyleRec* style) {
-    return GetControlFontStyle(m_hctrl, style);
+    *style = Ask(&Control::FontStyle);
+    return IsValid() ? kNoErr : kErrInvalidControl;
 }
 
 OSStatus HuxControlImpl::SetFontStyle(const ControlFontStyleRec* style) {
-    return style ? SetControlFontStyle(m_hctrl, *style) : kParamErr;
+    return style ? Do(&Control::SetFontStyle, *style) : kParamErr;
 }
 
 OSStatus HuxControlImpl::SetControlSize(unsigned short size) {
-    return SetControlSizeVariant(m_hctrl, size);
+    return Do(&Control::SetSizeVariant, size);
 }
 
 OSStatus HuxControlImpl::Move(long left, long top) {
-    return MoveControl(m_hctrl, Coordinate(left), Coordinate(top));
+    return Do(&Control::Move, Coordinate(left), Coordinate(top));
 }
 
 OSStatus HuxControlImpl::SetSize(long width, long height) {
-    return SizeControl(m_hctrl, Coordinate(width), Coordinate(height));
+    return Do(&Control::Resize, Coordinate(width), Coordinate(height));
 }
 
 // Embedding ----------------------------------------------------------------------------------------
 
 OSStatus HuxControlImpl::Embed(ControlRef container) {
-    return EmbedControl(m_hctrl, container);
+    Control* const into = Control::Find(container);
+    return into ? Do(&Control::EmbedIn, *into) : kErrInvalidControl;
 }
 
 OSStatus HuxControlImpl::GetSuper(ControlRef* super) {
-    return GetSuperControl(m_hctrl, super);
+    const Control* const around = Ask(&Control::Super);
+    *super = around ? around->Ref() : nullptr;
+    return IsValid() ? kNoErr : kErrInvalidControl;
 }
 
 ControlRef HuxControlImpl::GetSuper() {
     ControlRef super = nullptr;
-    return GetSuper(&super) == kNoErr ? super : nullptr;
+    GetSuper(&super);
+    return super;
 }
 
 OSStatus HuxControlImpl::CountSub(long* count) {
-    std::uint16_t controls = 0;
-    const OSStatus status = CountSubControls(m_hctrl, &controls);
-    if (status == kNoErr)
-        *count = controls;
-    return status;
+    *count = static_cast<long>(Ask(&Control::Subs).size());
+    return IsValid() ? kNoErr : kErrInvalidControl;
 }
 
 long HuxControlImpl::CountSub() {
     long count = 0;
-    return CountSub(&count) == kNoErr ? count : 0;
+    CountSub(&count);
+    return count;
 }
 
 OSStatus HuxControlImpl::GetIndexedSub(long index, ControlRef* sub) {
-    if (!std::in_range<std::uint16_t>(index))
-        return kParamErr;
-    return GetIndexedSubControl(m_hctrl, static_cast<std::uint16_t>(index), sub);
+    const std::vector<Control*> subs = Ask(&Control::Subs);
+    const bool there = index >= 1 && std::cmp_less_equal(index, subs.size());
+    *sub = there ? subs[static_cast<std::size_t>(index) - 1]->Ref() : nullptr;
+    return there ? kNoErr : kErrControlNotFound;
 }
 
 ControlRef HuxControlImpl::GetIndexedSub(long index) {
     ControlRef sub = nullptr;
-    return GetIndexedSub(index, &sub) == kNoErr ? sub : nullptr;
+    GetIndexedSub(index, &sub);
+    return sub;
 }
 
 // Events -------------------------------------------------------------------------------------------

@@ -6,12 +6,11 @@
 //   a member of a window's object, in   is only detached then, and by the window's end; the object
 //   the window's list of controls       that it is a member of ends it
 //
-// Either may end, or be detached, before its control. Every operation on a wrapper without a control
-// gives the platform's status for one that is gone, or 0, null or false.
+// Either may end, or be detached, before its control.
 #pragma once
 
 #include "huxCommon/huxGUI/HuxCarbonEventHandler.h"
-#include "huxCommon/huxGUI/HuxControlCompatible.h"
+#include "huxCommon/huxGUI/HuxControl.h"
 
 class HuxAttachedControls;
 
@@ -58,8 +57,6 @@ public:
 
     // The wrapper that is attached to the control; null for none.
     static HuxControlImpl* FromControl(platform::ControlRef control);
-    // Asks for a wrapper that may have ended, so it is no call of its own.
-    static bool IsAt(platform::ControlRef control, const HuxControlImpl* wrapper);
 
 private:
     friend class HuxAttachedControls;

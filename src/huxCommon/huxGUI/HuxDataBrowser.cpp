@@ -2,7 +2,6 @@
 #include "huxCommon/huxGUI/HuxDataBrowser.h"
 
 #include <algorithm>
-#include <iterator>
 
 #include "huxCommon/huxGUI/HuxCarbonEvent.h"
 
@@ -12,101 +11,71 @@ using namespace platform;
 
 namespace {
 
-constexpr OSType kParamItem = 0x48586974;     // "HXit", a 'magn'
-constexpr OSType kParamProperty = 0x48587072; // "HXpr", a 'magn'
-constexpr OSType kParamItemData = 0x48586461; // "HXda", as wide as a pointer
-constexpr OSType kParamSetValue = 0x48587376; // "HXsv", a 'bool'
-constexpr OSType kParamMessage = 0x48586D73;  // "HXms", a 'magn'
-
-template <class T>
-void Put(HuxCarbonEvent& event, OSType name, OSType type, const T& value) {
-    if (const OSStatus status = event.SetParameter(name, type, sizeof(T), &value))
-        huxThrowError(status, __FILE__, __LINE__);
-}
-
-OSStatus SendToOwner(const HuxCarbonEvent& event, ControlRef browser) {
-    return SendEventToEventTarget(event.GetEventRef(),
-                                  GetWindowEventTarget(GetControlOwner(browser)));
-}
-
-// The platform calls these, so nothing may be thrown out of them.
-OSStatus AskItemData(ControlRef browser, DataBrowserItemID item, DataBrowserPropertyID property,
-                     DataBrowserItemDataRef itemData, bool setValue) {
-    try {
-        HuxCarbonEvent event(kHuxEventClassDataBrowser, kHuxEventDataBrowserItemData);
-        Put(event, kEventParamDirectObject, kTypeControlRef, browser);
-        Put(event, kParamItem, kTypeUInt32, item);
-        Put(event, kParamProperty, kTypeUInt32, property);
-        Put(event, kParamItemData, kTypeUInt32, itemData);
-        Put(event, kParamSetValue, kTypeBoolean, std::uint8_t { setValue });
-        return SendToOwner(event, browser);
-    } catch (...) {
-        return kMemFullErr;
-    }
-}
-
-void TellNotification(ControlRef browser, DataBrowserItemID item,
-                      DataBrowserItemNotification message) {
-    try {
-        HuxCarbonEvent event(kHuxEventClassDataBrowser, kHuxEventDataBrowserNotification);
-        Put(event, kEventParamDirectObject, kTypeControlRef, browser);
-        Put(event, kParamItem, kTypeUInt32, item);
-        Put(event, kParamMessage, kTypeUInt32, message);
-        SendToOwner(event, browser);
-    } catch (...) {
-        return; // a notification is answered by nobody
-    }
-}
-
-template <class T>
-void Take(const HuxCarbonEvent& event, OSType name, OSType type, T* value) {
-    event.GetParameter(name, type, sizeof(T), value);
-}
+constexpr OSType kParamArguments = 0x48586172; // "HXar", the address of the arguments
 
 HuxDataBrowserItemData* RowOf(ControlRef browser, DataBrowserItemID item) {
     auto const* wrapper = dynamic_cast<HuxDataBrowser*>(HuxControlImpl::FromControl(browser));
     return wrapper ? wrapper->GetItem(item) : nullptr;
 }
 
-// What both kinds of event have.
+// The platform calls for this, so nothing may be thrown out of it.
 template <class Arguments>
-void TakeCommon(const HuxCarbonEvent& event, Arguments* arguments) {
-    Take(event, kEventParamDirectObject, kTypeControlRef, &arguments->control);
-    Take(event, kParamItem, kTypeUInt32, &arguments->item);
-    GetControlID(arguments->control, &arguments->id);
-    arguments->row = RowOf(arguments->control, arguments->item);
+OSStatus SendToOwner(std::uint32_t kind, Arguments arguments) {
+    try {
+        const Control* const control = Control::Find(arguments.control);
+        if (!control)
+            return kErrInvalidControl;
+        arguments.id = control->id.value_or(ControlID {});
+        arguments.row = RowOf(arguments.control, arguments.item);
+        const Arguments* const address = &arguments;
+        HuxCarbonEvent event(kHuxEventClassDataBrowser, kind);
+        event.SetParameter(kEventParamDirectObject, kTypeControlRef, sizeof(ControlRef),
+                           &arguments.control);
+        event.SetParameter(kParamArguments, kTypeUInt32, sizeof address, &address);
+        return SendEventToEventTarget(event.GetEventRef(),
+                                      GetWindowEventTarget(control->OwnerRef()));
+    } catch (...) {
+        return kMemFullErr;
+    }
+}
+
+OSStatus AskItemData(ControlRef browser, DataBrowserItemID item, DataBrowserPropertyID property,
+                     DataBrowserItemDataRef itemData, bool setValue) {
+    return SendToOwner(kHuxEventDataBrowserItemData,
+                       HuxDataBrowser::ItemDataRequest {
+                           {}, browser, item, property, itemData, setValue, nullptr });
+}
+
+void TellNotification(ControlRef browser, DataBrowserItemID item,
+                      DataBrowserItemNotification message) {
+    SendToOwner(kHuxEventDataBrowserNotification,
+                HuxDataBrowser::ItemNotification { {}, browser, item, message, nullptr });
+}
+
+template <class Arguments>
+bool Read(EventRef event, std::uint32_t kind, Arguments* arguments) {
+    *arguments = {};
+    HuxCarbonEvent const held(event, true);
+    const Arguments* sent = nullptr;
+    if (!held.Is(kHuxEventClassDataBrowser, kind) ||
+        held.GetParameter(kParamArguments, kTypeUInt32, sizeof sent, &sent) != kNoErr)
+        return false;
+    *arguments = *sent;
+    return true;
 }
 
 } // namespace
 
 bool HuxDataBrowser::ReadItemData(EventRef event, ItemDataRequest* request) {
-    *request = {};
-    HuxCarbonEvent const held(event, true);
-    if (!held.Is(kHuxEventClassDataBrowser, kHuxEventDataBrowserItemData))
-        return false;
-    std::uint8_t setValue = 0;
-    TakeCommon(held, request);
-    Take(held, kParamProperty, kTypeUInt32, &request->property);
-    Take(held, kParamItemData, kTypeUInt32, &request->itemData);
-    Take(held, kParamSetValue, kTypeBoolean, &setValue);
-    request->setValue = setValue != 0;
-    return true;
+    return Read(event, kHuxEventDataBrowserItemData, request);
 }
 
 bool HuxDataBrowser::ReadNotification(EventRef event, ItemNotification* notification) {
-    *notification = {};
-    HuxCarbonEvent const held(event, true);
-    if (!held.Is(kHuxEventClassDataBrowser, kHuxEventDataBrowserNotification))
-        return false;
-    TakeCommon(held, notification);
-    Take(held, kParamMessage, kTypeUInt32, &notification->message);
-    return true;
+    return Read(event, kHuxEventDataBrowserNotification, notification);
 }
 
 OSStatus HuxDataBrowser::InstallCallbacks(DataBrowserPropertyID property) {
-    if (const OSStatus status = SetDataBrowserProperty(m_hctrl, property))
-        return status;
-    return SetDataBrowserCallbacks(m_hctrl, { AskItemData, TellNotification });
+    return Do(&DataBrowser::SetSource, property, { AskItemData, TellNotification });
 }
 
 // Rows ---------------------------------------------------------------------------------------------
@@ -116,7 +85,7 @@ HuxDataBrowserItemData* HuxDataBrowser::AddItem(std::unique_ptr<HuxDataBrowserIt
     item->m_item = id;
     // The view asks for the row's text at once.
     m_items.emplace(id, std::move(item));
-    if (AddDataBrowserItems(m_hctrl, { &id, 1 }) != kNoErr)
+    if (Do(&DataBrowser::AddItems, { &id, 1 }) != kNoErr)
         m_items.erase(id);
     return GetItem(id);
 }
@@ -125,12 +94,12 @@ void HuxDataBrowser::RemoveItem(HuxDataBrowserItemData* item) {
     if (!item || GetItem(item->GetItemID()) != item)
         return;
     DataBrowserItemID const id = item->GetItemID();
-    RemoveDataBrowserItems(m_hctrl, { &id, 1 });
+    Do(&DataBrowser::RemoveItems, { &id, 1 });
     m_items.erase(id);
 }
 
 void HuxDataBrowser::RemoveAllItems() {
-    RemoveAllDataBrowserItems(m_hctrl);
+    Do(&DataBrowser::RemoveItems, Ask(&DataBrowser::AllItems));
     m_items.clear();
 }
 
@@ -154,20 +123,20 @@ HuxDataBrowser::FindItem(const std::function<bool(const HuxDataBrowserItemData&)
 // Selection ----------------------------------------------------------------------------------------
 
 HuxDataBrowserItemData* HuxDataBrowser::GetSelectItem() const {
-    auto const selection = GetDataBrowserSelection(m_hctrl);
+    auto const selection = Ask(&DataBrowser::SelectedItems);
     return selection.size() == 1 ? GetItem(selection.front()) : nullptr;
 }
 
 void HuxDataBrowser::SelectItem(const HuxDataBrowserItemData& item) {
     DataBrowserItemID const id = item.GetItemID();
-    SetDataBrowserSelectedItems(m_hctrl, { &id, 1 });
-    RevealDataBrowserItem(m_hctrl, id);
+    Do(&DataBrowser::SelectItems, { &id, 1 });
+    Do(&DataBrowser::RevealItem, id);
 }
 
 OSStatus HuxDataBrowser::EditItem(const HuxDataBrowserItemData& item) {
-    return SetDataBrowserEditItem(m_hctrl, item.GetItemID());
+    return Do(&DataBrowser::EditItem, item.GetItemID());
 }
 
 OSStatus HuxDataBrowser::UpdateItems() {
-    return UpdateDataBrowserItems(m_hctrl);
+    return Do(&DataBrowser::UpdateItems);
 }

@@ -9,7 +9,23 @@
 #include <memory>
 
 #include "huxCommon/huxGUI/HuxControlImpl.h"
-#include "huxCommon/huxGUI/HuxDataBrowserItemData.h"
+#include "platform/ui/DataBrowser.h"
+
+// One row, which its list view owns. Derived classes say what it stands for.
+class HuxDataBrowserItemData {
+public:
+    HuxDataBrowserItemData() = default;
+    HuxDataBrowserItemData(const HuxDataBrowserItemData&) = delete;
+    HuxDataBrowserItemData& operator=(const HuxDataBrowserItemData&) = delete;
+    virtual ~HuxDataBrowserItemData() = default;
+
+    platform::DataBrowserItemID GetItemID() const { return m_item; } // 0 before it is a row
+
+private:
+    friend class HuxDataBrowser;
+
+    platform::DataBrowserItemID m_item = platform::kDataBrowserNoItem;
+};
 
 class HuxDataBrowser : public HuxControlImpl {
 public:

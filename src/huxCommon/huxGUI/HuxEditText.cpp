@@ -15,9 +15,9 @@ constexpr std::string_view kDefaultFormat = "%.1f";
 constexpr long kFileNameLimit = 1024, kPathlessNameLimit = 255, kUnlimited = -1;
 constexpr std::int16_t kBeepDuration = 1;
 
-std::int16_t Position(long value) {
-    using Limits = std::numeric_limits<std::int16_t>;
-    return static_cast<std::int16_t>(std::clamp<long>(value, Limits::min(), Limits::max()));
+int Position(long value) {
+    using Limits = std::numeric_limits<int>;
+    return static_cast<int>(std::clamp<long>(value, Limits::min(), Limits::max()));
 }
 
 } // namespace
@@ -41,19 +41,24 @@ OSStatus HuxEditText::Attach(ControlRef control) {
         m_huxWindowEventHandler.InstallCarbonEventHandler(GetWindowEventTarget(GetOwner()), 2,
                                                           kFocusEvents);
     SetScript();
-    if (const OSStatus status = SetData(kControlEntireControl, kControlKeyFilter, m_uppKeyFilter))
-        return status;
-    return SetData(kControlEntireControl, kControlValidation, m_uppValidation);
+    return SetHooks(m_uppKeyFilter, m_uppValidation);
 }
 
 void HuxEditText::Detach() {
-    if (m_hctrl) {
-        SetData(kControlEntireControl, kControlKeyFilter, ControlKeyFilterProc {});
-        SetData(kControlEntireControl, kControlValidation, ControlEditTextValidationProc {});
-    }
+    SetHooks(nullptr, nullptr);
     m_huxWindowEventHandler.Remove();
     m_fFocusProcess = false;
     HuxControlImpl::Detach();
+}
+
+OSStatus HuxEditText::SetHooks(ControlKeyFilterProc filter,
+                               ControlEditTextValidationProc validate) {
+    EditField* const field = EditField::Find(m_hctrl);
+    if (!field)
+        return kErrInvalidControl;
+    field->keyFilter = filter;
+    field->validation = validate;
+    return kNoErr;
 }
 
 // What the field is for ----------------------------------------------------------------------------
@@ -88,8 +93,7 @@ void HuxEditText::SetType(long type, bool onReturnNotify) {
 }
 
 void HuxEditText::SetScript() {
-    const bool roman = m_nType >= kSignedReal;
-    SetData(kControlEntireControl, kControlEditTextScript, roman ? kScriptRoman : kScriptAny);
+    Do(&EditField::SetRomanScript, m_nType >= kSignedReal);
 }
 
 void HuxEditText::SetLimit() {
@@ -106,24 +110,8 @@ void HuxEditText::SetLimitText(long count) {
     m_nLimitText = static_cast<std::int32_t>(std::clamp<long>(count, kUnlimited, Limits::max()));
 }
 
-void HuxEditText::SetSuffix(const char* suffix) {
-    m_refSuffix = HuxString(suffix);
-}
-
-void HuxEditText::SetSuffix(CFStringRef suffix) {
-    m_refSuffix = HuxString(suffix);
-}
-
 void HuxEditText::SetSuffix(CFBundleRef bundle, CFStringRef key) {
     m_refSuffix = HuxString::Localized(bundle, HuxString(key).GetUTF8());
-}
-
-void HuxEditText::SetFormat(const char* format) {
-    m_refFormat = HuxString(format);
-}
-
-void HuxEditText::SetFormat(CFStringRef format) {
-    m_refFormat = HuxString(format);
 }
 
 // Text ---------------------------------------------------------------------------------------------
@@ -167,18 +155,6 @@ void HuxEditText::SetText(const HuxString& text) {
     SetControlText(WithSuffix(text));
 }
 
-void HuxEditText::SetText(const unsigned char* pascalText) {
-    SetText(HuxString(pascalText));
-}
-
-void HuxEditText::SetText(const char* text) {
-    SetText(HuxString(text));
-}
-
-void HuxEditText::SetText(CFStringRef text) {
-    SetText(HuxString(text));
-}
-
 bool HuxEditText::GetTitleText(char* text, long size) const {
     return GetText(text, size, true);
 }
@@ -208,17 +184,17 @@ HuxString HuxEditText::WithoutSuffix(const HuxString& text) const {
 }
 
 bool HuxEditText::GetSelection(long& start, long& end) const {
-    ControlEditTextSelectionRec selection {};
-    if (GetData(kControlEditTextPart, kControlEditTextSelection, &selection) != kNoErr)
+    const EditField* const field = EditField::Find(m_hctrl);
+    if (!field)
         return false;
+    const EditField::Span selection = field->Selection();
     start = selection.start;
     end = selection.end;
     return true;
 }
 
 void HuxEditText::SetSelection(long start, long end) {
-    const ControlEditTextSelectionRec selection { Position(start), Position(end) };
-    SetData(kControlEditTextPart, kControlEditTextSelection, selection);
+    Do(&EditField::Select, { Position(start), Position(end) });
 }
 
 // Numbers ------------------------------------------------------------------------------------------
@@ -341,16 +317,16 @@ bool HuxEditText::ShowRounded(double& value) {
 bool HuxEditText::CheckControlValue() {
     if (!IsEnabled() || !IsVisible() || !m_fAutoCheck)
         return true;
-    ControlRef const control = m_hctrl;
+    const Alive alive(*this);
     if (CheckValueOfType())
         return true;
-    if (IsAt(control, this) && !m_fFocusProcess)
+    if (alive && !m_fFocusProcess)
         SetSelection(0, -1);
     return false;
 }
 
 bool HuxEditText::CheckValueOfType() {
-    ControlRef const control = m_hctrl;
+    const Alive alive(*this);
     if (m_nType == kFileName)
         return true;
     if (IsInteger()) {
@@ -362,7 +338,7 @@ bool HuxEditText::CheckValueOfType() {
     }
     if (IsReal()) {
         double value = 0;
-        return GetDouble(value, true) && (!IsAt(control, this) || GetDouble(value, false));
+        return GetDouble(value, true) && (!alive || GetDouble(value, false));
     }
     HuxString text;
     if (!GetText(text))
@@ -380,7 +356,7 @@ void HuxEditText::Correct(const HuxString& text) {
 // Writes the text and tells the owner, once. The field may be gone afterwards.
 void HuxEditText::Tell(const HuxString& text) {
     {
-        Silence const silence(*this);
+        const auto silence = Silence();
         SetText(text);
     }
     SendCommand(kEditTextChanged, nullptr);

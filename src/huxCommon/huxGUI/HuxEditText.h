@@ -55,11 +55,11 @@ public:
     // onReturnNotify: Return and Enter are told to the owner and not typed.
     void SetType(long type, bool onReturnNotify);
     // The unit that stands behind the value, after a blank; empty for none.
-    void SetSuffix(const char* suffix);
-    void SetSuffix(platform::CFStringRef suffix);
+    void SetSuffix(const char* suffix) { m_refSuffix = HuxString(suffix); }
+    void SetSuffix(platform::CFStringRef suffix) { m_refSuffix = HuxString(suffix); }
     void SetSuffix(platform::CFBundleRef bundle, platform::CFStringRef key);
-    void SetFormat(const char* format);
-    void SetFormat(platform::CFStringRef format);
+    void SetFormat(const char* format) { m_refFormat = HuxString(format); }
+    void SetFormat(platform::CFStringRef format) { m_refFormat = HuxString(format); }
     void SetLimit();               // the type's own
     void SetLimitText(long count); // not positive: unlimited
     void SetAutoCheck(bool autoCheck) { m_fAutoCheck = autoCheck; }
@@ -81,9 +81,9 @@ public:
     bool GetText(HuxString& text, bool whole = false) const;
     // Written with the suffix. As after every change, the text is cleaned and kEditTextChanged sent:
     // the field may be gone afterwards. This holds for all that follows, too.
-    void SetText(const unsigned char* pascalText);
-    void SetText(const char* text);
-    void SetText(platform::CFStringRef text);
+    void SetText(const unsigned char* pascalText) { SetText(HuxString(pascalText)); }
+    void SetText(const char* text) { SetText(HuxString(text)); }
+    void SetText(platform::CFStringRef text) { SetText(HuxString(text)); }
     void SetText(const HuxString& text);
 
     // An empty field gives the default, and false; a number out of range leaves value as it is, and
@@ -108,20 +108,8 @@ public:
     bool CheckInputMinus() const;  // '-' may be typed now
     bool CheckControlValue() override;
 
-    // While one of these lives, changes do not tell the owner; whoever makes them does.
-    class Silence {
-    public:
-        explicit Silence(HuxEditText& field) : m_field(field), m_before(field.m_fSilent) {
-            field.m_fSilent = true;
-        }
-        Silence(const Silence&) = delete;
-        Silence& operator=(const Silence&) = delete;
-        ~Silence() { m_field.m_fSilent = m_before; }
-
-    private:
-        HuxEditText& m_field;
-        bool m_before;
-    };
+    // While what this gives lives, changes do not tell the owner; whoever makes them does.
+    [[nodiscard]] platform::WhileSet<bool> Silence() { return { *this, m_fSilent, true }; }
 
     // Hooks -----------------------------------------------------------------------------------------
 
@@ -136,8 +124,6 @@ public:
     virtual void SetTitleText(const char* text);
 
 private:
-    class FocusProcess;
-
     static platform::ControlKeyFilterResult s_KeyFilter(platform::ControlRef control,
                                                         std::int16_t* keyCode,
                                                         std::int16_t* charCode,
@@ -152,6 +138,7 @@ private:
     platform::ControlKeyFilterResult FilterKey(short* keyCode, short* charCode,
                                                unsigned short* modifiers);
     bool IsFull() const;
+    bool HasFocus() const;
     bool IsKeyOfType(short key) const;
     platform::OSStatus HandleSetCursor();
     platform::OSStatus HandleSetFocusPart(platform::EventHandlerCallRef call,
@@ -160,6 +147,8 @@ private:
     template <class Notification>
     platform::OSStatus ChangeFocus(platform::EventHandlerCallRef call, platform::EventRef event,
                                    Notification notification);
+    platform::OSStatus SetHooks(platform::ControlKeyFilterProc filter,
+                                platform::ControlEditTextValidationProc validate);
     void SetScript();
     HuxString WithSuffix(const HuxString& text) const;
     HuxString WithoutSuffix(const HuxString& text) const;

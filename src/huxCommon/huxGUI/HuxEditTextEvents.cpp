@@ -58,40 +58,22 @@ std::size_t CharactersWithin(const std::u32string& text, std::size_t limit, std:
 
 } // namespace
 
-// The focus is being handled while it lives, unless the field ends before.
-class HuxEditText::FocusProcess {
-public:
-    explicit FocusProcess(HuxEditText& field) : m_field(&field), m_control(field.m_hctrl) {
-        field.m_fFocusProcess = true;
-    }
-    FocusProcess(const FocusProcess&) = delete;
-    FocusProcess& operator=(const FocusProcess&) = delete;
-    ~FocusProcess() {
-        if (IsFieldThere())
-            m_field->m_fFocusProcess = false;
-    }
-    bool IsFieldThere() const { return IsAt(m_control, m_field); }
-
-private:
-    HuxEditText* m_field;
-    ControlRef m_control;
-};
-
 template <class Work>
 void HuxEditText::RunGuarded(ControlRef control, Work work) {
     auto* const field = dynamic_cast<HuxEditText*>(FromControl(control));
     if (!field)
         return;
+    const Alive alive(*field);
     try {
         work(*field);
     } catch (HuxException& error) {
-        if (IsAt(control, field))
+        if (alive)
             field->HandleErrorHuxException(error);
     } catch (std::bad_alloc& error) {
-        if (IsAt(control, field))
+        if (alive)
             field->HandleErrorBadAlloc(error);
     } catch (...) {
-        if (IsAt(control, field))
+        if (alive)
             field->HandleErrorOther();
     }
 }
@@ -245,16 +227,19 @@ void HuxEditText::Validation(ControlRef) {
 
 // The focus ----------------------------------------------------------------------------------------
 
+bool HuxEditText::HasFocus() const {
+    ControlRef focused = nullptr;
+    return GetKeyboardFocus(GetOwner(), &focused) == kNoErr && focused && focused == m_hctrl;
+}
+
 // A disabled field is not checked any more when the focus leaves it.
 OSStatus HuxEditText::Disable() {
-    ControlRef const control = m_hctrl;
-    ControlRef focused = nullptr;
-    if (!m_fFocusProcess && GetKeyboardFocus(GetOwner(), &focused) == kNoErr && focused &&
-        focused == control) {
-        FocusProcess const process(*this);
+    const Alive alive(*this);
+    if (!m_fFocusProcess && HasFocus()) {
+        const WhileSet process(*this, m_fFocusProcess, true);
         CheckControlValue();
     }
-    return IsAt(control, this) ? HuxControlImpl::Disable() : kErrInvalidControl;
+    return alive ? HuxControlImpl::Disable() : kErrInvalidControl;
 }
 
 OSStatus HuxEditText::InstallSelf(EventTargetRef target) {
@@ -300,8 +285,7 @@ OSStatus HuxEditText::s_WindowFocus(EventHandlerCallRef call, EventRef event, vo
 }
 
 OSStatus HuxEditText::WindowFocus(EventHandlerCallRef call, EventRef event) {
-    ControlRef focused = nullptr;
-    if (GetKeyboardFocus(GetOwner(), &focused) != kNoErr || !focused || focused != m_hctrl)
+    if (!HasFocus())
         return kEventNotHandledErr;
     return ChangeFocus(call, event, [event] {
         return GetEventKind(event) == kEventWindowFocusAcquired ? kEditTextFocus : kEditTextUnfocus;
@@ -315,12 +299,13 @@ OSStatus HuxEditText::ChangeFocus(EventHandlerCallRef call, EventRef event,
                                   Notification notification) {
     if (m_fFocusProcess)
         return kEventNotHandledErr;
-    FocusProcess const process(*this);
+    const Alive alive(*this);
+    const WhileSet process(*this, m_fFocusProcess, true);
     CheckControlValue();
-    if (!process.IsFieldThere())
+    if (!alive)
         return kEventNotHandledErr;
     const OSStatus result = CallNextEventHandler(call, event);
-    if (process.IsFieldThere())
+    if (alive)
         SendCommand(notification(), nullptr);
     return result;
 }

@@ -36,7 +36,7 @@ OSStatus HuxLittleArrows::Attach(ControlRef control) {
 void HuxLittleArrows::SetTimerInterval(double seconds) {
     m_dTimerInterval = seconds;
     if (seconds > 0)
-        SetData(kControlEntireControl, kControlRepeatInterval, seconds);
+        Do(&Control::SetRepeatInterval, seconds);
 }
 
 void HuxLittleArrows::SetEditControl(HuxEditText* edit, long decimals, unsigned char sendNotify,
@@ -52,7 +52,7 @@ void HuxLittleArrows::SetEditControl(HuxEditText* edit, long decimals, unsigned 
 }
 
 HuxEditText* HuxLittleArrows::GetEditControl() const {
-    return IsAt(m_refEdit, m_pEdit) ? m_pEdit : nullptr;
+    return m_pEdit && FromControl(m_refEdit) == m_pEdit ? m_pEdit : nullptr;
 }
 
 // Numbers ------------------------------------------------------------------------------------------
@@ -111,7 +111,7 @@ void HuxLittleArrows::Step() {
 }
 
 bool HuxLittleArrows::IncrementValueAndCommand() {
-    ControlRef const control = m_hctrl;
+    const Alive alive(*this);
     Step();
     HuxEditText* const edit = GetEditControl();
     const bool changed = edit && ShowInEditControl();
@@ -119,11 +119,11 @@ bool HuxLittleArrows::IncrementValueAndCommand() {
     if (changed && m_fSendChangedEditNotify && owner)
         HuxCarbonEvent::SendEventCommand(GetWindowEventTarget(owner), m_refEdit,
                                          edit->GetCommandID(), kEditTextChanged, nullptr);
-    if (!IsAt(control, this))
+    if (!alive)
         return true;
     if (m_fChangedEditFocus && GetEditControl())
         SetKeyboardFocus(owner, m_refEdit, kControlEditTextPart);
-    if (IsAt(control, this))
+    if (alive)
         SendCommand(m_nTrackPartCode, nullptr);
     return true;
 }
@@ -132,7 +132,7 @@ bool HuxLittleArrows::IncrementValueAndCommand() {
 // text. The owner is told by the step alone.
 bool HuxLittleArrows::ShowInEditControl() {
     HuxEditText& edit = *GetEditControl();
-    HuxEditText::Silence const silence(edit);
+    const auto silence = edit.Silence();
     HuxString before;
     edit.GetText(before, true);
     const double number = GetNumber();

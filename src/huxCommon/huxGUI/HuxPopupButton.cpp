@@ -3,65 +3,48 @@
 
 using namespace platform;
 
-namespace {
-
-void ClearChecks(MenuRef menu) {
-    MenuItemIndex const count = CountMenuItems(menu);
-    for (MenuItemIndex item = 1; item <= count; ++item) {
-        CheckMenuItem(menu, item, false);
-        MenuRef submenu = nullptr;
-        if (GetMenuItemHierarchicalMenu(menu, item, &submenu) == kNoErr && submenu)
-            ClearChecks(submenu);
-    }
-}
-
-} // namespace
-
-MenuRef HuxPopupButton::GetMenu() const {
-    MenuRef menu = nullptr;
-    return GetData(kControlEntireControl, kControlPopupMenu, &menu) == kNoErr ? menu : nullptr;
+Menu* HuxPopupButton::GetMenu() const {
+    return Ask(&Control::PopupMenu);
 }
 
 // Items --------------------------------------------------------------------------------------------
 
 MenuItemIndex HuxPopupButton::CountItems() const {
-    return CountMenuItems(GetMenu());
+    const Menu* const menu = GetMenu();
+    return menu ? menu->Count() : MenuItemIndex { 0 };
 }
 
 void HuxPopupButton::DeleteAllItems() {
-    if (MenuItemIndex const count = CountItems())
-        DeleteMenuItems(GetMenu(), 1, count);
+    if (Menu* const menu = GetMenu())
+        menu->Delete(1, menu->Count());
 }
 
 MenuItemIndex HuxPopupButton::AppendItem(const HuxString& text, std::int32_t refCon,
                                          std::uint32_t attributes) {
-    MenuRef const menu = GetMenu();
-    MenuItemIndex item = 0;
-    if (AppendMenuItemTextWithCFString(menu, text.GetCFString(), attributes, 0, &item) != kNoErr)
-        return 0;
-    SetMenuItemRefCon(menu, item, refCon);
-    return item;
+    Menu* const menu = GetMenu();
+    return menu ? menu->Append(std::string(text.GetUTF8()), refCon, attributes)
+                : MenuItemIndex { 0 };
 }
 
 void HuxPopupButton::AppendSeparator() {
     AppendItem(HuxString(), 0, kMenuItemAttrSeparator);
 }
 
+const MenuItem* HuxPopupButton::GetItem(MenuItemIndex item) const {
+    const Menu* const menu = GetMenu();
+    return menu ? menu->Item(item) : nullptr;
+}
+
 HuxString HuxPopupButton::GetItemText(MenuItemIndex item) const {
-    CFStringRef text = nullptr;
-    return CopyMenuItemTextAsCFString(GetMenu(), item, &text) == kNoErr ? HuxString::Adopt(text)
-                                                                        : HuxString();
+    const MenuItem* const found = GetItem(item);
+    return found ? HuxString::FromUTF8(found->text) : HuxString();
 }
 
 // Reference values ---------------------------------------------------------------------------------
 
 std::int32_t HuxPopupButton::GetItemRefCon(MenuItemIndex item) const {
-    std::int32_t refCon = 0;
-    return GetMenuItemRefCon(GetMenu(), item, &refCon) == kNoErr ? refCon : 0;
-}
-
-OSStatus HuxPopupButton::SetItemRefCon(MenuItemIndex item, std::int32_t refCon) {
-    return SetMenuItemRefCon(GetMenu(), item, refCon);
+    const MenuItem* const found = GetItem(item);
+    return found ? found->refCon : 0;
 }
 
 MenuItemIndex HuxPopupButton::FindItem(std::int32_t refCon) const {
@@ -82,45 +65,47 @@ MenuItemIndex HuxPopupButton::FindLastItem(std::int32_t refCon) const {
 }
 
 std::optional<std::int32_t> HuxPopupButton::GetSelectRefCon() const {
-    std::int32_t const value = GetValue();
-    if (value < 1 || value > CountItems())
-        return std::nullopt;
-    return GetItemRefCon(static_cast<MenuItemIndex>(value));
+    const MenuItem* const picked = GetItem(static_cast<MenuItemIndex>(GetValue()));
+    return picked ? std::optional(picked->refCon) : std::nullopt;
 }
 
 // Check marks --------------------------------------------------------------------------------------
 
 void HuxPopupButton::CheckItem(MenuItemIndex item, bool checked) {
-    CheckMenuItem(GetMenu(), item, checked);
+    if (Menu* const menu = GetMenu())
+        menu->SetChecked(item, checked);
 }
 
 bool HuxPopupButton::IsItemChecked(MenuItemIndex item) const {
-    return IsMenuItemChecked(GetMenu(), item);
+    const MenuItem* const found = GetItem(item);
+    return found && found->checked;
 }
 
 void HuxPopupButton::ClearCheckMarks() {
-    ClearChecks(GetMenu());
+    if (Menu* const menu = GetMenu())
+        menu->ClearChecks();
 }
 
 // Font families ------------------------------------------------------------------------------------
 
-OSStatus HuxPopupButton::AppendFontMenu(short firstSubmenuID) {
-    std::int16_t submenus = 0;
-    const OSStatus status =
-        CreateStandardFontMenu(GetMenu(), CountItems(), firstSubmenuID, &submenus);
+OSStatus HuxPopupButton::AppendFontMenu() {
+    Menu* const menu = GetMenu();
+    if (!menu)
+        return kErrInvalidControl;
+    menu->InsertFontFamilies(menu->Count());
     SetMaximum(CountItems());
-    return status;
+    return kNoErr;
 }
 
 bool HuxPopupButton::SetFontFamilyName(const unsigned char* name) {
     MenuItemIndex item = 0;
+    const Menu* const menu = GetMenu();
     // An unknown name has the default family's number, which must not be picked for it.
     HuxString const text(name);
-    if (ResolveFontFamily(text.GetUTF8()).match != FontMatch::kUnknown) {
+    if (menu && ResolveFontFamily(text.GetUTF8()).match != FontMatch::kUnknown) {
         FontNumber family = 0;
         GetFNum(name, &family);
-        if (FindFontFamilyInMenu(GetMenu(), family, &item) != kNoErr)
-            item = 0;
+        item = menu->FindFontFamily(family);
     }
     SetValue(item);
     return item != 0;
@@ -128,12 +113,10 @@ bool HuxPopupButton::SetFontFamilyName(const unsigned char* name) {
 
 bool HuxPopupButton::GetFontFamilyName(unsigned char* name) const {
     name[0] = 0;
-    std::int32_t const value = GetValue();
-    FontNumber family = 0;
-    if (value < 1 || value > CountItems() ||
-        GetFontFamilyFromMenuSelection(GetMenu(), static_cast<MenuItemIndex>(value), &family) !=
-            kNoErr)
-        return false;
-    GetFontName(family, name);
+    const Menu* const menu = GetMenu();
+    const auto family =
+        menu ? menu->FontFamilyOf(static_cast<MenuItemIndex>(GetValue())) : std::nullopt;
+    if (family)
+        GetFontName(*family, name);
     return name[0] != 0;
 }

@@ -9,7 +9,7 @@
 
 class HuxPopupButton : public HuxControlImpl {
 public:
-    platform::MenuRef GetMenu() const; // lent; null without a control
+    platform::Menu* GetMenu() const; // lent; null without a control
     platform::MenuItemIndex CountItems() const;
     void DeleteAllItems();
     // The new item's index; 0 on failure. attributes: kMenuItemAttr...
@@ -19,7 +19,6 @@ public:
 
     HuxString GetItemText(platform::MenuItemIndex item) const;
     std::int32_t GetItemRefCon(platform::MenuItemIndex item) const; // 0 without one
-    platform::OSStatus SetItemRefCon(platform::MenuItemIndex item, std::int32_t refCon);
     // The first or last item with the reference value; 0 when there is none.
     platform::MenuItemIndex FindItem(std::int32_t refCon) const;
     platform::MenuItemIndex FindLastItem(std::int32_t refCon) const;
@@ -31,10 +30,13 @@ public:
     void ClearCheckMarks(); // of the submenus too
 
     // Appends the installed font families and makes the item count the maximum.
-    platform::OSStatus AppendFontMenu(short firstSubmenuID);
+    platform::OSStatus AppendFontMenu();
     // Picks the family with the length-prefixed name; picks none, and false, when it is not in the
     // menu.
     bool SetFontFamilyName(const unsigned char* name);
     // The picked family's; name has room for 256 bytes. False, and name empty, when none is picked.
     bool GetFontFamilyName(unsigned char* name) const;
+
+private:
+    const platform::MenuItem* GetItem(platform::MenuItemIndex item) const; // null for none
 };

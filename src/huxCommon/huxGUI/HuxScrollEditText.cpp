@@ -4,11 +4,11 @@
 using namespace platform;
 
 OSStatus HuxScrollEditText::SetReadOnly(bool readOnly) {
-    return SetData(kControlEditTextPart, kControlTextReadOnly, std::uint8_t { readOnly });
+    return Do(&EditField::SetReadOnly, readOnly);
 }
 
 OSStatus HuxScrollEditText::SetWrap(bool wrap) {
-    return SetData(kControlEditTextPart, kControlTextWrap, std::uint8_t { wrap });
+    return Do(&EditField::SetWrap, wrap);
 }
 
 OSStatus HuxScrollEditText::SetText(const HuxString& text) {

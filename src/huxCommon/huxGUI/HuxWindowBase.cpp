@@ -28,10 +28,8 @@ EventTargetRef HuxWindowBase::GetEventTarget() const {
 }
 
 HuxWindowBase* HuxWindowBase::FromWindow(WindowRef window) {
-    HuxWindowBase* object = nullptr;
-    const OSStatus status = GetWindowProperty(window, kHuxPropertyCreator, kHuxPropertyObject,
-                                              sizeof(HuxWindowBase*), nullptr, &object);
-    return status == kNoErr ? object : nullptr;
+    return static_cast<HuxWindowBase*>(
+        GetWindowProperty(window, kHuxPropertyCreator, kHuxPropertyObject));
 }
 
 OSStatus HuxWindowBase::OpenNibWindow(const char* windowName, const char* nibName,
@@ -51,7 +49,6 @@ OSStatus HuxWindowBase::OpenNibWindow(const char* windowName, const char* nibNam
         m_hwnd = nullptr;
         return status;
     }
-    HuxWindowBase* const self = this;
-    return SetWindowProperty(m_hwnd, kHuxPropertyCreator, kHuxPropertyObject,
-                             sizeof(HuxWindowBase*), &self);
+    SetWindowProperty(m_hwnd, kHuxPropertyCreator, kHuxPropertyObject, this);
+    return kNoErr;
 }

@@ -27,9 +27,8 @@ public:
 
     // Null when the window has no such control.
     platform::ControlRef FindControl(const platform::ControlID& id) const {
-        platform::ControlRef control = nullptr;
-        platform::GetControlByID(this->m_hwnd, id, &control);
-        return control;
+        const platform::Control* const control = platform::Control::FindByID(this->m_hwnd, id);
+        return control ? control->Ref() : nullptr;
     }
     platform::ControlRef GetKeyboardFocus() const { // null when no control has it
         platform::ControlRef control = nullptr;

@@ -6,11 +6,12 @@
 
 platform::OSStatus vamGetWindowItemAsRect(platform::WindowRef window, long id,
                                           platform::Rect* out) {
-    platform::ControlRef control = nullptr;
     const platform::ControlID wanted { kHuxPropertyCreator, static_cast<std::int32_t>(id) };
-    if (const platform::OSStatus status = platform::GetControlByID(window, wanted, &control))
-        return status;
-    const platform::Rect* const stored = platform::GetControlBounds(control, out);
-    const auto low = static_cast<std::int32_t>(reinterpret_cast<std::uintptr_t>(stored));
+    const platform::Control* const control = platform::Control::FindByID(window, wanted);
+    if (!control)
+        return platform::IsValidWindowPtr(window) ? platform::kErrControlNotFound
+                                                  : platform::kErrInvalidWindow;
+    *out = control->Bounds();
+    const auto low = static_cast<std::int32_t>(reinterpret_cast<std::uintptr_t>(out));
     return low ? low : 1;
 }

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "platform/ui/Controls.h"
@@ -16,8 +17,12 @@ using DataBrowserPropertyID = OSType;    // of a column, or one of those below
 inline constexpr DataBrowserItemID kDataBrowserNoItem = 0;
 inline constexpr DataBrowserPropertyID kDataBrowserItemIsEditableProperty = 3;
 
-struct OpaqueItemData;
-using DataBrowserItemDataRef = OpaqueItemData*; // good during the callback
+// What is asked of an item, or given back; which of them, the property says.
+struct DataBrowserItemData {
+    std::string text; // UTF-8
+    bool boolean = false;
+};
+using DataBrowserItemDataRef = DataBrowserItemData*; // good during the callback
 
 // setValue false: fill itemData with the property of the item; true: take it from there. Not 0: the
 // property stays as it was.
@@ -35,29 +40,35 @@ inline constexpr DataBrowserItemNotification kDataBrowserItemDoubleClicked = 7;
 using DataBrowserItemNotificationProc = void (*)(ControlRef browser, DataBrowserItemID item,
                                                  DataBrowserItemNotification message);
 struct DataBrowserCallbacks {
-    DataBrowserItemDataProc itemData;                 // may be null
-    DataBrowserItemNotificationProc itemNotification; // may be null
+    DataBrowserItemDataProc itemData = nullptr;                 // may be null
+    DataBrowserItemNotificationProc itemNotification = nullptr; // may be null
 };
-OSStatus SetDataBrowserCallbacks(ControlRef browser, const DataBrowserCallbacks& callbacks);
-// The one column shows this property.
-OSStatus SetDataBrowserProperty(ControlRef browser, DataBrowserPropertyID property);
 
-OSStatus AddDataBrowserItems(ControlRef browser, std::span<const DataBrowserItemID> items);
-OSStatus RemoveDataBrowserItems(ControlRef browser, std::span<const DataBrowserItemID> items);
-OSStatus RemoveAllDataBrowserItems(ControlRef browser);
-OSStatus UpdateDataBrowserItems(ControlRef browser); // all texts are asked for anew
-std::vector<DataBrowserItemID> GetDataBrowserItems(ControlRef browser); // in their order
-std::vector<DataBrowserItemID> GetDataBrowserSelection(ControlRef browser);
-OSStatus SetDataBrowserSelectedItems(ControlRef browser, std::span<const DataBrowserItemID> items);
-OSStatus RevealDataBrowserItem(ControlRef browser, DataBrowserItemID item);
-// Starts in-place editing of the item, when it is editable; kDataBrowserNoItem ends it, keeping the
-// text.
-OSStatus SetDataBrowserEditItem(ControlRef browser, DataBrowserItemID item);
-DataBrowserItemID GetDataBrowserEditItem(ControlRef browser);
+// What a ListView does beside what all controls do. Notifications run within the calls that change
+// rows, selection or editing; the list may be gone afterwards. kParamErr: an item is not there, is
+// there already, or cannot be edited.
+class DataBrowser {
+public:
+    using Items = std::span<const DataBrowserItemID>;
 
-OSStatus SetDataBrowserItemDataText(DataBrowserItemDataRef itemData, CFStringRef text);
-OSStatus GetDataBrowserItemDataText(DataBrowserItemDataRef itemData, CFStringRef* text); // counted
-OSStatus SetDataBrowserItemDataBooleanValue(DataBrowserItemDataRef itemData, bool value);
-OSStatus GetDataBrowserItemDataBooleanValue(DataBrowserItemDataRef itemData, bool* value);
+    static DataBrowser* Find(ControlRef control); // null for controls of other families as well
+
+    // The one column shows the property.
+    virtual void SetSource(DataBrowserPropertyID property,
+                           const DataBrowserCallbacks& callbacks) = 0;
+    virtual OSStatus AddItems(Items items) = 0; // at the end
+    virtual OSStatus RemoveItems(Items items) = 0;
+    virtual void UpdateItems() = 0; // all texts are asked for anew
+    virtual std::vector<DataBrowserItemID> AllItems() const = 0; // in their order
+    virtual std::vector<DataBrowserItemID> SelectedItems() const = 0;
+    virtual void SelectItems(Items items) = 0;
+    virtual OSStatus RevealItem(DataBrowserItemID item) = 0;
+    // Starts in-place editing of the item; kDataBrowserNoItem ends it, keeping the text.
+    virtual OSStatus EditItem(DataBrowserItemID item) = 0;
+    virtual DataBrowserItemID EditedItem() const = 0;
+
+protected:
+    ~DataBrowser() = default;
+};
 
 } // namespace platform

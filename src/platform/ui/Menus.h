@@ -1,49 +1,87 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Menus of popup buttons: items with reference values, check marks, separators and submenus, and the
-// standard menu of font families. User-interface thread only.
+// Menus of popup buttons: what stands behind a MenuRef. Items with reference values, check marks,
+// separators and submenus, and the installed font families as items. Knows no widget; whoever shows it
+// is told of changes. User-interface thread only.
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
 
-#include "platform/ui/Controls.h"
+#include "platform/Fonts.h"
+#include "platform/ui/UIObject.h"
 
 namespace platform {
 
-inline constexpr OSStatus kMenuItemNotFoundErr = -5622;
-inline constexpr OSStatus kMenuNotFoundErr = -5621;
 inline constexpr std::uint32_t kMenuItemAttrDisabled = 0x1;
 inline constexpr std::uint32_t kMenuItemAttrSeparator = 0x40;
 // Without it the text "-" makes a separator.
 inline constexpr std::uint32_t kMenuItemAttrIgnoreMeta = 0x100;
 
-OSStatus CreateNewMenu(std::int16_t menuID, MenuRef* menu);
-// A popup button owns its menu, and a menu its submenus; those are ended with them.
-OSStatus DisposeMenu(MenuRef menu);
-bool IsValidMenu(MenuRef menu);
-EventTargetRef GetMenuEventTarget(MenuRef menu);
+class Menu;
 
-// Items count from 1. Changing the menu of a popup button keeps the button's value where it can; a
-// value past the end becomes 0.
-MenuItemIndex CountMenuItems(MenuRef menu);
-// index (may be null) gets the new item's.
-OSStatus AppendMenuItemTextWithCFString(MenuRef menu, CFStringRef text, std::uint32_t attributes,
-                                        std::uint32_t commandID, MenuItemIndex* index);
-OSStatus DeleteMenuItems(MenuRef menu, MenuItemIndex first, MenuItemIndex count);
-OSStatus CopyMenuItemTextAsCFString(MenuRef menu, MenuItemIndex item, CFStringRef* text);
-OSStatus SetMenuItemRefCon(MenuRef menu, MenuItemIndex item, std::int32_t refCon);
-OSStatus GetMenuItemRefCon(MenuRef menu, MenuItemIndex item, std::int32_t* refCon);
-OSStatus CheckMenuItem(MenuRef menu, MenuItemIndex item, bool checked);
-bool IsMenuItemChecked(MenuRef menu, MenuItemIndex item);
-OSStatus SetMenuItemHierarchicalMenu(MenuRef menu, MenuItemIndex item, MenuRef submenu);
-OSStatus GetMenuItemHierarchicalMenu(MenuRef menu, MenuItemIndex item, MenuRef* submenu);
+struct MenuItem {
+    std::string text; // UTF-8
+    std::uint32_t attributes = 0;
+    std::int32_t refCon = 0;
+    bool checked = false;
+    bool fontFamily = false; // text is the English name of an installed family
+    std::unique_ptr<Menu> submenu;
 
-// Appends the installed families by name after the item (0: first). firstHierMenuID numbers the
-// submenus; *hierMenuCount gets how many there are.
-OSStatus CreateStandardFontMenu(MenuRef menu, MenuItemIndex afterItem, std::int16_t firstHierMenuID,
-                                std::int16_t* hierMenuCount);
-// The family that an item of such a menu stands for, and the item that stands for a family;
-// kMenuItemNotFoundErr when there is none.
-OSStatus GetFontFamilyFromMenuSelection(MenuRef menu, MenuItemIndex item, FontNumber* family);
-OSStatus FindFontFamilyInMenu(MenuRef menu, FontNumber family, MenuItemIndex* item);
+    bool IsSeparator() const { return attributes & kMenuItemAttrSeparator; }
+    bool IsPickable() const {
+        return !submenu && !(attributes & (kMenuItemAttrSeparator | kMenuItemAttrDisabled));
+    }
+};
+
+// A popup button owns its menu, and a menu its submenus; those end with them.
+class Menu final : public UIObject {
+public:
+    Menu();
+
+    static Menu* Find(MenuRef menu) { // null when it is gone
+        return static_cast<Menu*>(UIObject::Find(menu, ObjectKind::kMenu));
+    }
+    MenuRef Ref() const { return As<MenuRef>(); }
+
+    // Items count from 1; null past the ends.
+    const MenuItem* Item(MenuItemIndex item) const;
+    MenuItemIndex Count() const { return static_cast<MenuItemIndex>(m_items.size()); }
+
+    // Changing the menu of a popup button keeps the button's value where it can; a value past the end
+    // becomes 0. What there is no item for does nothing, and gives false.
+
+    // Before the item (Count() + 1: at the end); what is more than a menu can count is left out.
+    void Insert(MenuItemIndex before, std::vector<MenuItem> items);
+    // The new item's index; 0 when the menu is full.
+    MenuItemIndex Append(std::string text, std::int32_t refCon = 0, std::uint32_t attributes = 0);
+    void Delete(MenuItemIndex first, MenuItemIndex count);
+    bool SetText(MenuItemIndex item, std::string text);
+    bool SetChecked(MenuItemIndex item, bool checked);
+    void ClearChecks();                                                 // of the submenus, too
+    bool SetSubmenu(MenuItemIndex item, std::unique_ptr<Menu> submenu); // ends the one before
+
+    // The installed families by name, after the item (0: first). One flat list: typing finds a family
+    // in it faster than any grouping would.
+    void InsertFontFamilies(MenuItemIndex afterItem);
+    // The number of the family that an item stands for. None when the item is no family, or its name
+    // cannot be written in the application's encoding.
+    std::optional<FontNumber> FontFamilyOf(MenuItemIndex item) const;
+    // The item that stands for a family, under whichever of its names; 0 when there is none.
+    MenuItemIndex FindFontFamily(FontNumber family) const;
+
+    // Called after each change of the menu or one below it.
+    std::function<void()> whenChanged;
+
+private:
+    MenuItem* At(MenuItemIndex item);
+    void Changed();
+
+    std::vector<MenuItem> m_items;
+    Menu* m_parent = nullptr;
+};
 
 } // namespace platform

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Counted strings to and from those of the widgets.
+// Strings of this layer to and from those of the widgets.
 #pragma once
+
+#include <string>
+#include <string_view>
 
 #include <QString>
 
@@ -22,13 +25,15 @@ inline CFStringRef CFStringCreateWithQString(const QString& string) {
     return CFStringCreateWithUTF8({ utf8.constData(), static_cast<std::size_t>(utf8.size()) });
 }
 
-// Lines end with CR on this layer's side and with LF within widgets; CR LF counts as one end.
-inline QString WithLineFeeds(QString text) {
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    return text.replace(QChar::CarriageReturn, QChar::LineFeed);
+// Texts of controls: lines end with CR on this layer's side and with LF within widgets; CR LF counts as
+// one end.
+inline QString FromUtf8(std::string_view text) {
+    QString lines = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    lines.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    return lines.replace(QChar::CarriageReturn, QChar::LineFeed);
 }
-inline QString WithCarriageReturns(QString text) {
-    return text.replace(QChar::LineFeed, QChar::CarriageReturn);
+inline std::string ToUtf8(QString text) {
+    return text.replace(QChar::LineFeed, QChar::CarriageReturn).toStdString();
 }
 
 } // namespace platform

@@ -4,7 +4,6 @@
 #include "platform/ui/UIObject.h"
 
 #include <algorithm>
-#include <cstring>
 #include <unordered_map>
 
 #include "platform/ui/Windows.h"
@@ -38,26 +37,13 @@ UIObject::~UIObject() {
     DisposeEventTarget(m_target);
 }
 
-OSStatus UIObject::SetProperty(OSType creator, OSType tag, std::span<const std::byte> data) {
-    m_properties.insert_or_assign({ creator, tag },
-                                  std::vector<std::byte>(data.begin(), data.end()));
-    return kNoErr;
+void UIObject::SetProperty(OSType creator, OSType tag, void* value) {
+    m_properties[{ creator, tag }] = value;
 }
 
-OSStatus UIObject::GetProperty(OSType creator, OSType tag, std::span<std::byte> data,
-                               std::uint32_t* actualSize) const {
-    auto const found = m_properties.find({ creator, tag });
-    if (found == m_properties.end())
-        return kParamErr;
-    std::vector<std::byte> const& value = found->second;
-    if (actualSize)
-        *actualSize = static_cast<std::uint32_t>(value.size());
-    std::copy_n(value.begin(), std::min(value.size(), data.size()), data.begin());
-    return kNoErr;
-}
-
-OSStatus UIObject::RemoveProperty(OSType creator, OSType tag) {
-    return m_properties.erase({ creator, tag }) > 0 ? kNoErr : kParamErr;
+void* UIObject::Property(OSType creator, OSType tag) const {
+    const auto found = m_properties.find({ creator, tag });
+    return found == m_properties.end() ? nullptr : found->second;
 }
 
 UIObject* UIObject::Find(const void* reference) {

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // What windows, controls, menus and alerts have in common: a number that is never given again, which
-// is their reference, an event target, and small data that others leave with them.
+// is their reference, an event target, and objects of others that belong to them. Each class has one
+// Find, which gives the object behind a reference while it is there. User-interface thread only.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
 #include <map>
-#include <span>
 #include <utility>
 #include <vector>
 
@@ -32,11 +31,10 @@ public:
         return reinterpret_cast<Ref>(m_number);
     }
 
-    OSStatus SetProperty(OSType creator, OSType tag, std::span<const std::byte> data);
-    // kParamErr when there is none; at most data.size() bytes are copied, actualSize is the whole.
-    OSStatus GetProperty(OSType creator, OSType tag, std::span<std::byte> data,
-                         std::uint32_t* actualSize) const;
-    OSStatus RemoveProperty(OSType creator, OSType tag);
+    // An object that others leave with this one; null takes it away, and is what a property that was
+    // never set has.
+    void SetProperty(OSType creator, OSType tag, void* value);
+    void* Property(OSType creator, OSType tag) const;
 
     // Null when it is gone or of another kind.
     static UIObject* Find(const void* reference);
@@ -48,7 +46,7 @@ private:
     ObjectKind m_kind;
     std::uintptr_t m_number;
     EventTargetRef m_target;
-    std::map<std::pair<OSType, OSType>, std::vector<std::byte>> m_properties;
+    std::map<std::pair<OSType, OSType>, void*> m_properties;
 };
 
 // Makes an event of the class and kind with the object as its direct object and sends it to the

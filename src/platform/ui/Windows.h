@@ -91,12 +91,9 @@ inline constexpr std::uint32_t kWindowModalityAppModal = 2;
 inline constexpr std::uint32_t kWindowModalityWindowModal = 3;
 OSStatus SetWindowModality(WindowRef window, std::uint32_t modality, WindowRef parent);
 
-// Small data that others leave with a window. Getting one that is not there gives kParamErr.
-OSStatus SetWindowProperty(WindowRef window, OSType creator, OSType tag, std::uint32_t size,
-                           const void* data);
-OSStatus GetWindowProperty(WindowRef window, OSType creator, OSType tag, std::uint32_t size,
-                           std::uint32_t* actualSize, void* data);
-OSStatus RemoveWindowProperty(WindowRef window, OSType creator, OSType tag);
+// An object that others leave with a window; null when there is none.
+void SetWindowProperty(WindowRef window, OSType creator, OSType tag, void* value);
+void* GetWindowProperty(WindowRef window, OSType creator, OSType tag);
 
 // What handlers draw in the part (local; null: all) is drawn again when the loop gets to it. Other
 // controls see to that themselves.

@@ -12,7 +12,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/controls/Families.h"
 #include "platform/ui/support/ChainHandler.h"
 #include "platform/ui/windows/Window.h"
 
@@ -56,8 +55,7 @@ protected:
     // The control of a new widget, of 80 x 40 at (10, 10), in the window or in a widget of it.
     platform::ControlRef Make(QWidget* made) {
         made->setGeometry(10, 10, 80, 40);
-        platform::Control* const control = platform::MakeControl(*made, Owner());
-        return control ? control->Ref() : nullptr;
+        return platform::MakeControl(*made, Owner())->Ref();
     }
     template <class WidgetClass>
     platform::ControlRef Make() {
@@ -65,6 +63,9 @@ protected:
     }
     platform::ControlRef MakeCustom(const char* className) {
         return Make(platform::MakeCustomWidget(QString::fromLatin1(className), widget));
+    }
+    static platform::Control& On(platform::ControlRef control) {
+        return *platform::Control::Find(control);
     }
     static QWidget* WidgetOf(platform::ControlRef control) {
         return &platform::Control::Find(control)->Widget();

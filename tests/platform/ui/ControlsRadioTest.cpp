@@ -16,19 +16,19 @@ class ControlsRadioTest : public ControlsFixture {
 protected:
     void SetUp() override {
         ControlsFixture::SetUp();
-        ASSERT_EQ(CreateRadioGroupControl(window, { 0, 0, 0, 0 }, &group), kNoErr);
-        SetControlCommandID(group, 500);
+        group = Control::Create(window, "RadioGroup", {})->Ref();
+        On(group).commandID = 500;
         // Each in a widget of its own, and embedded in another order than they were made.
         for (ControlRef& radio : radios)
             radio = Make(new QRadioButton(new QWidget(widget)));
         for (const int i : { 2, 0, 1 })
-            ASSERT_EQ(EmbedControl(radios[i], group), kNoErr);
-        command = std::make_unique<Handler>(
-            GetWindowEventTarget(window), std::vector { kCommand }, [this](EventRef event) {
-                if (CommandOf(event).commandID == 500)
-                    log += std::to_string(GetControl32BitValue(group));
-                return kNoErr;
-            });
+            ASSERT_EQ(On(radios[i]).EmbedIn(On(group)), kNoErr);
+        command = std::make_unique<Handler>(Owner().Target(), std::vector { kCommand },
+                                            [this](EventRef event) {
+                                                if (CommandOf(event).commandID == 500)
+                                                    log += std::to_string(On(group).Value());
+                                                return kNoErr;
+                                            });
     }
     void Click(int i) { QTest::mouseClick(WidgetOf(radios[i]), Qt::LeftButton, {}, { 5, 20 }); }
 
@@ -39,20 +39,20 @@ protected:
 };
 
 TEST_F(ControlsRadioTest, ValueIsThePlaceInTheOrderOfEmbedding) {
-    EXPECT_EQ(GetControl32BitValue(group), 0);
-    EXPECT_EQ(GetControl32BitMaximum(group), 3);
-    SetControl32BitValue(radios[0], 1);
-    EXPECT_EQ(GetControl32BitValue(group), 2);
-    SetControl32BitValue(group, 1);
-    EXPECT_EQ(GetControl32BitValue(radios[0]), 0);
-    EXPECT_EQ(GetControl32BitValue(radios[2]), 1);
-    SetControl32BitValue(group, 99);
-    EXPECT_EQ(GetControl32BitValue(group), 3);
-    SetControl32BitValue(radios[1], 0);
-    EXPECT_EQ(GetControl32BitValue(group), 0);
-    SetControl32BitValue(group, 2);
-    SetControl32BitValue(group, 0);
-    EXPECT_EQ(GetControl32BitValue(radios[0]), 0);
+    EXPECT_EQ(On(group).Value(), 0);
+    EXPECT_EQ(On(group).Maximum(), 3);
+    On(radios[0]).SetValue(1);
+    EXPECT_EQ(On(group).Value(), 2);
+    On(group).SetValue(1);
+    EXPECT_EQ(On(radios[0]).Value(), 0);
+    EXPECT_EQ(On(radios[2]).Value(), 1);
+    On(group).SetValue(99);
+    EXPECT_EQ(On(group).Value(), 3);
+    On(radios[1]).SetValue(0);
+    EXPECT_EQ(On(group).Value(), 0);
+    On(group).SetValue(2);
+    On(group).SetValue(0);
+    EXPECT_EQ(On(radios[0]).Value(), 0);
     EXPECT_EQ(log, ""); // all that was by call
 }
 
@@ -60,46 +60,27 @@ TEST_F(ControlsRadioTest, CommandIsSentWhenTheUserPicksAnother) {
     Click(0);
     Click(0); // the same again
     Click(2);
-    SetControl32BitValue(group, 3);
+    On(group).SetValue(3);
     Click(1); // which is checked already
     QTest::keyClick(WidgetOf(radios[0]), Qt::Key_Space);
     EXPECT_EQ(log, "212");
 }
 
 TEST_F(ControlsRadioTest, SubsAreTheEmbeddedOnesInTheirOrder) {
-    std::uint16_t count = 0;
-    EXPECT_EQ(CountSubControls(group, &count), kNoErr);
-    EXPECT_EQ(count, 3);
-    ControlRef sub = nullptr, super = nullptr;
-    EXPECT_EQ(GetIndexedSubControl(group, 1, &sub), kNoErr);
-    EXPECT_EQ(sub, radios[2]);
-    EXPECT_EQ(GetSuperControl(sub, &super), kNoErr);
-    EXPECT_EQ(super, group);
-    for (const std::uint16_t index : { 0, 4 })
-        EXPECT_EQ(GetIndexedSubControl(group, index, &sub), kErrControlNotFound);
-    EXPECT_EQ(GetSuperControl(group, &super), kNoErr);
-    EXPECT_EQ(super, nullptr);
+    EXPECT_EQ(On(group).Subs(), (std::vector { &On(radios[2]), &On(radios[0]), &On(radios[1]) }));
+    EXPECT_EQ(On(radios[2]).Super(), &On(group));
+    EXPECT_EQ(On(group).Super(), nullptr);
 }
 
 TEST_F(ControlsRadioTest, OnesThatAreDisposedCountNoMore) {
-    SetControl32BitValue(radios[1], 1);
-    DisposeControl(radios[2]);
-    EXPECT_EQ(GetControl32BitValue(group), 2);
-    DisposeControl(radios[1]);
-    EXPECT_EQ(GetControl32BitValue(group), 0);
-    DisposeControl(group);
-    SetControl32BitValue(radios[0], 1); // without its group
-    EXPECT_EQ(GetControl32BitValue(radios[0]), 1);
-}
-
-TEST_F(ControlsRadioTest, AHitMayEndTheGroup) {
-    const Handler hit(GetControlEventTarget(radios[0]), { kHit }, [&](EventRef) {
-        DisposeControl(group);
-        return kEventNotHandledErr;
-    });
-    Click(0);
-    EXPECT_EQ(log, "");
-    EXPECT_EQ(GetControl32BitValue(radios[0]), 1);
+    On(radios[1]).SetValue(1);
+    On(radios[2]).Dispose();
+    EXPECT_EQ(On(group).Value(), 2);
+    On(radios[1]).Dispose();
+    EXPECT_EQ(On(group).Value(), 0);
+    On(group).Dispose();
+    On(radios[0]).SetValue(1); // without its group
+    EXPECT_EQ(On(radios[0]).Value(), 1);
 }
 
 TEST_F(ControlsRadioTest, OnesThatLieInAGroupOfAFormBelongToIt) {
@@ -112,12 +93,12 @@ TEST_F(ControlsRadioTest, OnesThatLieInAGroupOfAFormBelongToIt) {
         made.push_back(MakeControl(*button, Owner())->Ref());
     }
     const ControlRef formGroup = MakeControl(*inForm, Owner())->Ref();
-    SetControl32BitValue(made[1], 1);
-    EXPECT_EQ(GetControl32BitValue(formGroup), 2);
+    On(made[1]).SetValue(1);
+    EXPECT_EQ(On(formGroup).Value(), 2);
     // And leave it for another, where they come last.
-    EmbedControl(made[1], group);
-    EXPECT_EQ(GetControl32BitValue(formGroup), 0);
-    EXPECT_EQ(GetControl32BitValue(group), 4);
+    EXPECT_EQ(On(made[1]).EmbedIn(On(group)), kNoErr);
+    EXPECT_EQ(On(formGroup).Value(), 0);
+    EXPECT_EQ(On(group).Value(), 4);
 }
 
 } // namespace

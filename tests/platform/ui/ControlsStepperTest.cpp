@@ -2,7 +2,9 @@
 // Steps by mouse, wheel and keys: what they change, how they repeat, and handlers that end things.
 #include <limits>
 
+#include <QAbstractEventDispatcher>
 #include <QTest>
+#include <QTimerEvent>
 #include <QWheelEvent>
 
 #include "platform/ui/ControlsFixture.h"
@@ -20,14 +22,21 @@ protected:
         ControlsFixture::SetUp();
         stepper = MakeCustom("Stepper");
         arrows = WidgetOf(stepper);
-        SetControlCommandID(stepper, 9);
-        const double soon = 0.005;
-        SetControlData(stepper, 0, kControlRepeatInterval, sizeof soon, &soon);
+        On(stepper).commandID = 9;
     }
     void Turn(int angle) {
         QWheelEvent event(QPointF(5, 5), arrows->mapToGlobal(QPointF(5, 5)), {}, { 0, angle },
                           Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(arrows, &event);
+    }
+
+    // The time for another step has come, if one is waited for.
+    static void Tick(QWidget* held) {
+        const auto* const dispatcher = QAbstractEventDispatcher::instance();
+        for (const auto& timer : dispatcher->registeredTimers(held)) {
+            QTimerEvent event(timer.timerId);
+            QCoreApplication::sendEvent(held, &event);
+        }
     }
 
     ControlRef stepper = nullptr;
@@ -36,12 +45,12 @@ protected:
 
 TEST_F(ControlsStepperTest, StepsByOneWhenNobodyHandlesTheHit) {
     std::string log;
-    const Handler hit(GetControlEventTarget(stepper), { kHit }, [&](EventRef event) {
+    const Handler hit(On(stepper).Target(), { kHit }, [&](EventRef event) {
         log += std::to_string(PartOf(event)) + " ";
         return kEventNotHandledErr;
     });
-    const Handler command(GetWindowEventTarget(window), { kCommand }, [&](EventRef) {
-        log += "-> " + std::to_string(GetControl32BitValue(stepper)) + ", ";
+    const Handler command(Owner().Target(), { kCommand }, [&](EventRef) {
+        log += "-> " + std::to_string(On(stepper).Value()) + ", ";
         return kNoErr;
     });
     QTest::mouseClick(arrows, Qt::LeftButton, {}, kUpArrow);
@@ -59,86 +68,83 @@ TEST_F(ControlsStepperTest, StepsByOneWhenNobodyHandlesTheHit) {
 }
 
 TEST_F(ControlsStepperTest, LeavesTheValueToAHandlerThatTakesTheHit) {
-    const Handler hit(GetControlEventTarget(stepper), { kHit }, [&](EventRef event) {
+    const Handler hit(On(stepper).Target(), { kHit }, [&](EventRef event) {
         const int step = PartOf(event) == kControlUpButtonPart ? 10 : -10;
-        SetControl32BitValue(stepper, GetControl32BitValue(stepper) + step);
+        On(stepper).SetValue(On(stepper).Value() + step);
         return kNoErr;
     });
     QTest::keyClick(arrows, Qt::Key_Up);
     QTest::keyClick(arrows, Qt::Key_Up);
     QTest::keyClick(arrows, Qt::Key_Down);
-    EXPECT_EQ(GetControl32BitValue(stepper), 10);
+    EXPECT_EQ(On(stepper).Value(), 10);
 }
 
 TEST_F(ControlsStepperTest, StopsAtItsBoundsAndSaysSoAnyway) {
     constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
     constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
-    SetControl32BitMaximum(stepper, kMost);
-    SetControl32BitMinimum(stepper, kLeast);
+    On(stepper).SetMaximum(kMost);
+    On(stepper).SetMinimum(kLeast);
     int commands = 0;
-    const Handler command(GetWindowEventTarget(window), { kCommand }, [&](EventRef) {
+    const Handler command(Owner().Target(), { kCommand }, [&](EventRef) {
         ++commands;
         return kNoErr;
     });
     for (const auto& [value, key] : { std::pair { kMost, Qt::Key_Up }, { kLeast, Qt::Key_Down } }) {
-        SetControl32BitValue(stepper, value);
+        On(stepper).SetValue(value);
         QTest::keyClick(arrows, key);
-        EXPECT_EQ(GetControl32BitValue(stepper), value);
+        EXPECT_EQ(On(stepper).Value(), value);
     }
     EXPECT_EQ(commands, 2);
 }
 
 TEST_F(ControlsStepperTest, RepeatsWhileTheMouseIsHeldOverTheArrow) {
-    const auto value = [&] { return GetControl32BitValue(stepper); };
+    const auto ticked = [&] {
+        Tick(arrows);
+        return On(stepper).Value();
+    };
     QTest::mousePress(arrows, Qt::LeftButton, {}, kUpArrow);
-    EXPECT_EQ(value(), 1);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return value() >= 4; }));
+    EXPECT_EQ(On(stepper).Value(), 1);
+    EXPECT_EQ(ticked(), 2);
+    EXPECT_EQ(ticked(), 3);
     QTest::mouseMove(arrows, kDownArrow); // still held, not over the arrow
-    const std::int32_t away = value();
-    QTest::qWait(50);
-    EXPECT_EQ(value(), away);
+    EXPECT_EQ(ticked(), 3);
     QTest::mouseMove(arrows, kUpArrow);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return value() > away; }));
+    EXPECT_EQ(ticked(), 4);
     QTest::mouseRelease(arrows, Qt::LeftButton, {}, kUpArrow);
-    const std::int32_t released = value();
-    QTest::qWait(50);
-    EXPECT_EQ(value(), released);
+    EXPECT_EQ(ticked(), 4);
 }
 
 TEST_F(ControlsStepperTest, ARepeatedHitMayDisableHideOrEndIt) {
-    using Act = OSStatus (*)(ControlRef);
-    for (const Act act : { Act([](ControlRef c) { return DisableControl(c); }),
-                           Act([](ControlRef c) { return SetControlVisibility(c, false, true); }),
-                           Act([](ControlRef c) { return DisposeControl(c); }) }) {
+    using Act = void (*)(Control&);
+    for (const Act act : { Act([](Control& control) { control.SetEnabled(false); }),
+                           Act([](Control& control) { control.SetVisible(false); }),
+                           Act([](Control& control) { control.Dispose(); }) }) {
         const ControlRef held = MakeCustom("Stepper");
-        const QPointer<QWidget> heldArrows(WidgetOf(held));
+        QWidget* const heldArrows = WidgetOf(held);
         widget->show();
         heldArrows->show();
-        const double soon = 0.005;
-        SetControlData(held, 0, kControlRepeatInterval, sizeof soon, &soon);
         int hits = 0;
-        const Handler hit(GetControlEventTarget(held), { kHit }, [&](EventRef) {
+        const Handler hit(On(held).Target(), { kHit }, [&](EventRef) {
             if (++hits == 2)
-                act(held);
+                act(On(held));
             return kNoErr;
         });
         QTest::mousePress(heldArrows, Qt::LeftButton, {}, kUpArrow);
-        EXPECT_TRUE(QTest::qWaitFor([&] { return hits == 2; }));
-        QTest::qWait(50);
+        for (int tick = 0; tick < 3; ++tick)
+            Tick(heldArrows);
         EXPECT_EQ(hits, 2);
-        DisposeControl(held);
     }
 }
 
 TEST_F(ControlsStepperTest, AHandlerWithALoopOfItsOwnEndsTheRepeat) {
     int hits = 0;
-    const Handler hit(GetControlEventTarget(stepper), { kHit }, [&](EventRef) {
+    const Handler hit(On(stepper).Target(), { kHit }, [&](EventRef) {
         ++hits;
-        QTest::qWait(600); // an alert, say; the release of the mouse never comes
+        Tick(arrows); // in the loop of an alert, say; the release of the mouse never comes
         return kNoErr;
     });
     QTest::mousePress(arrows, Qt::LeftButton, {}, kUpArrow);
-    QTest::qWait(600);
+    Tick(arrows);
     EXPECT_EQ(hits, 1);
 }
 
@@ -148,9 +154,9 @@ TEST_F(ControlsStepperTest, TakesItsBoundsFromTheForm) {
     made->setProperty("maximum", 99);
     made->setProperty("value", 36);
     const ControlRef control = Make(made);
-    EXPECT_EQ(GetControl32BitMinimum(control), 3);
-    EXPECT_EQ(GetControl32BitMaximum(control), 99);
-    EXPECT_EQ(GetControl32BitValue(control), 36);
+    EXPECT_EQ(On(control).Minimum(), 3);
+    EXPECT_EQ(On(control).Maximum(), 99);
+    EXPECT_EQ(On(control).Value(), 36);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Values, titles, data, commands, state, places and looks of controls.
+// Values, titles, commands, state, places and looks of controls.
+#include <cstring>
 #include <limits>
 
 #include <QAccessible>
@@ -12,8 +13,6 @@
 #include <QVBoxLayout>
 
 #include "platform/ui/ControlsFixture.h"
-#include "platform/ui/QtStrings.h"
-#include "platform/ui/controls/ColorButton.h"
 
 namespace {
 
@@ -25,25 +24,13 @@ constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
 
 using ControlsTest = ControlsFixture;
 
-CFStringRef Text(const char* utf8) {
-    return CFStringCreateWithUTF8(utf8);
-}
-
-std::string TakeUTF8(CFStringRef string) {
-    const std::string text(CFStringGetUTF8(string));
-    CFRelease(string);
-    return text;
-}
-
-// Values and titles -----------------------------------------------------------------------------
-
 TEST_F(ControlsTest, ValuesStayWithinTheirBounds) {
-    const ControlRef stepper = MakeCustom("Stepper");
-    const ControlRef check = Make<QCheckBox>();
-    const ControlRef push = Make<QPushButton>();
+    Control& stepper = On(MakeCustom("Stepper"));
+    Control& check = On(Make<QCheckBox>());
+    Control& push = On(Make<QPushButton>());
     struct Row {
         const char* what;
-        ControlRef control;
+        Control& control;
         std::int32_t minimum, maximum, value, expected;
     };
     for (const Row& row : {
@@ -52,21 +39,22 @@ TEST_F(ControlsTest, ValuesStayWithinTheirBounds) {
              Row { "below", stepper, -5, 5, -6, -5 },
              Row { "widest", stepper, kLeast, kMost, kMost, kMost },
              Row { "bounds that cross", stepper, 9, 4, 100, 4 },
-             Row { "checked", check, 0, 1, 1, 1 },
              Row { "checked harder", check, 0, 1, 7, 1 },
              Row { "unchecked", check, 0, 1, -1, 0 },
              Row { "a push button has none", push, 0, 0, 1, 0 },
          }) {
-        SetControl32BitMinimum(row.control, row.minimum);
-        SetControl32BitMaximum(row.control, row.maximum);
-        SetControl32BitValue(row.control, row.value);
-        EXPECT_EQ(GetControl32BitValue(row.control), row.expected) << row.what;
+        row.control.SetMinimum(row.minimum);
+        row.control.SetMaximum(row.maximum);
+        row.control.SetValue(row.value);
+        EXPECT_EQ(row.control.Value(), row.expected) << row.what;
     }
-    SetControl32BitMinimum(stepper, -50);
-    SetControl32BitMaximum(stepper, 50);
-    SetControl32BitValue(stepper, 50);
-    SetControl32BitMaximum(stepper, 20);
-    EXPECT_EQ(GetControl32BitValue(stepper), 20); // moved along with its bound
+    stepper.SetMinimum(-50);
+    stepper.SetMaximum(50);
+    stepper.SetValue(50);
+    stepper.SetMaximum(20);
+    EXPECT_EQ(stepper.Value(), 20); // moved along with its bound
+    for (const double seconds : { 0.0, -1.0, std::numeric_limits<double>::quiet_NaN() })
+        EXPECT_EQ(stepper.SetRepeatInterval(seconds), kParamErr);
 }
 
 TEST_F(ControlsTest, TitlesMeanWhatTheySay) {
@@ -74,163 +62,55 @@ TEST_F(ControlsTest, TitlesMeanWhatTheySay) {
     named->setBuddy(new QLineEdit(widget));
     auto* const fromForm = new QPushButton(QStringLiteral("&Save && Close"), widget);
     struct Row {
-        ControlRef control;
+        Control& control;
         const char* before;
     };
-    for (const Row& row : { Row { Make<QPushButton>(), "" }, Row { Make<QCheckBox>(), "" },
-                            Row { Make<QLabel>(), "" }, Row { Make(named), "Size" },
-                            Row { Make(fromForm), "Save & Close" } }) {
-        CFStringRef title = nullptr;
-        ASSERT_EQ(CopyControlTitleAsCFString(row.control, &title), kNoErr);
-        EXPECT_EQ(TakeUTF8(title), row.before);
+    for (const Row& row :
+         { Row { On(Make<QCheckBox>()), "" }, Row { On(Make<QLabel>()), "" },
+           Row { On(Make(named)), "Size" }, Row { On(Make(fromForm)), "Save & Close" } }) {
+        EXPECT_EQ(row.control.Title(), row.before);
         for (const char* text : { "A & B", "&&", "<b>5</b>", "題名 & co", "two\rlines", "" }) {
-            title = Text(text);
-            EXPECT_EQ(SetControlTitleWithCFString(row.control, title), kNoErr);
-            CFRelease(title);
-            CopyControlTitleAsCFString(row.control, &title);
-            EXPECT_EQ(TakeUTF8(title), text);
+            row.control.SetTitle(text);
+            EXPECT_EQ(row.control.Title(), text);
         }
     }
+    named->setBuddy(nullptr);
+    EXPECT_EQ(On(Make(named)).SetText("one\rtwo"), kNoErr);
+    EXPECT_EQ(named->text(), QStringLiteral("one\ntwo"));
 }
 
-// Data ------------------------------------------------------------------------------------------
-
-TEST_F(ControlsTest, DataOfTheWrongSizeOrTagAreRefused) {
-    const ControlRef label = Make<QLabel>();
-    const ControlRef color = MakeCustom("ColorButton");
-    const ControlRef stepper = MakeCustom("Stepper");
-    const ControlRef push = Make<QPushButton>();
-    constexpr OSType kUnknown = 0x3F3F3F3F;
-    struct Row {
-        ControlRef control;
-        OSType tag;
-        std::uint32_t size;
-        OSStatus status;
-    };
-    const double halfSecond = 0.5;
-    std::uint8_t data[16] = {};
-    std::memcpy(data, &halfSecond, sizeof halfSecond);
-    for (const Row& row : {
-             Row { label, kControlTextCFString, sizeof(void*) - 1, kErrDataSize },
-             Row { label, kControlTextCFString, 0, kErrDataSize },
-             Row { color, kControlColor, sizeof(RGBColor), kNoErr },
-             Row { color, kControlColor, sizeof(RGBColor) + 1, kErrDataSize },
-             Row { stepper, kControlRepeatInterval, sizeof(double), kNoErr },
-             Row { stepper, kControlRepeatInterval, sizeof(float), kErrDataSize },
-             Row { stepper, kControlColor, sizeof(RGBColor), kErrDataNotSupported },
-             Row { push, kUnknown, 1, kErrDataNotSupported },
-             Row { nullptr, kControlColor, sizeof(RGBColor), kErrInvalidControl },
-         })
-        EXPECT_EQ(SetControlData(row.control, 0, row.tag, row.size, data), row.status)
-            << std::hex << row.tag << " of " << row.size;
-    EXPECT_EQ(SetControlData(color, 0, kControlColor, sizeof(RGBColor), nullptr), kParamErr);
-    const CFStringRef none = nullptr;
-    EXPECT_EQ(SetControlData(label, 0, kControlTextCFString, sizeof none, &none), kParamErr);
-    for (const double seconds : { 0.0, -1.0, std::numeric_limits<double>::quiet_NaN() })
-        EXPECT_EQ(SetControlData(stepper, 0, kControlRepeatInterval, sizeof seconds, &seconds),
-                  kParamErr);
-}
-
-TEST_F(ControlsTest, DataComeBackAsTheyWereSet) {
-    const ControlRef color = MakeCustom("ColorButton");
-    const RGBColor odd { 0x1234, 0xFFFF, 0x0001 };
-    ASSERT_EQ(SetControlData(color, 0, kControlColor, sizeof odd, &odd), kNoErr);
-    RGBColor got {};
-    std::uint32_t size = 0;
-    EXPECT_EQ(GetControlData(color, 0, kControlColor, sizeof got, &got, &size), kNoErr);
-    EXPECT_EQ(std::memcmp(&got, &odd, sizeof odd), 0);
-    EXPECT_EQ(size, sizeof odd);
-    size = 0;
-    EXPECT_EQ(GetControlData(color, 0, kControlColor, 0, nullptr, &size), kNoErr);
-    EXPECT_EQ(size, sizeof odd);
-    EXPECT_EQ(GetControlData(color, 0, kControlColor, sizeof odd - 1, &got, nullptr), kErrDataSize);
-    EXPECT_EQ(GetControlData(color, 0, kControlColor, 0, &got, nullptr), kErrDataSize);
-
-    const ControlRef label = Make<QLabel>();
-    const CFStringRef lines = Text("one\rtwo");
-    ASSERT_EQ(SetControlData(label, 0, kControlTextCFString, sizeof lines, &lines), kNoErr);
-    CFRelease(lines);
-    EXPECT_EQ(qobject_cast<QLabel*>(WidgetOf(label))->text(), QStringLiteral("one\ntwo"));
-    CFStringRef back = nullptr;
-    EXPECT_EQ(GetControlData(label, 0, kControlTextCFString, sizeof back, &back, nullptr), kNoErr);
-    EXPECT_EQ(TakeUTF8(back), "one\rtwo");
-}
-
-TEST_F(ControlsTest, PropertiesAreKeptBytes) {
-    const ControlRef push = Make<QPushButton>();
-    std::uint32_t value = 7, size = 0;
-    EXPECT_EQ(GetControlProperty(push, 1, 2, sizeof value, &size, &value), kParamErr);
-    ASSERT_EQ(SetControlProperty(push, 1, 2, sizeof value, &value), kNoErr);
-    value = 0;
-    EXPECT_EQ(GetControlProperty(push, 1, 2, sizeof value, &size, &value), kNoErr);
-    EXPECT_EQ(value, 7U);
-    EXPECT_EQ(RemoveControlProperty(push, 1, 2), kNoErr);
-    EXPECT_EQ(GetControlProperty(push, 1, 2, 0, &size, nullptr), kParamErr);
-    EXPECT_EQ(SetControlProperty(push, 1, 2, 4, nullptr), kParamErr);
-}
-
-// Finding ---------------------------------------------------------------------------------------
-
-TEST_F(ControlsTest, AreFoundByIdWithinTheirWindow) {
+TEST_F(ControlsTest, AreFoundByIdInTheirWindowTheOldestFirst) {
     const ControlRef first = Make<QPushButton>();
-    const ControlRef second = Make<QPushButton>();
     constexpr ControlID kId { 0x56454C4D, 101 };
-    ControlID got {};
-    EXPECT_EQ(GetControlID(first, &got), kErrControlNotFound);
-    SetControlID(second, kId);
-    SetControlID(first, kId);
-    ControlRef found = nullptr;
-    EXPECT_EQ(GetControlByID(window, kId, &found), kNoErr);
-    EXPECT_EQ(found, first); // the older one
-    EXPECT_EQ(GetControlByID(window, { 0x56454C4D, 102 }, &found), kErrControlNotFound);
-    EXPECT_EQ(found, nullptr);
-
-    auto* const otherWidget = new QWidget;
-    const WindowRef other = (new Window(*otherWidget))->Ref();
-    EXPECT_EQ(GetControlByID(other, kId, &found), kErrControlNotFound);
-    delete otherWidget;
-    EXPECT_EQ(GetControlByID(other, kId, &found), kErrInvalidWindow);
-}
-
-TEST_F(ControlsTest, AControlThatIsGoneGivesAStatus) {
-    const ControlRef gone = Make<QCheckBox>();
-    ASSERT_EQ(DisposeControl(gone), kNoErr);
-    EXPECT_FALSE(IsValidControlHandle(gone));
-    EXPECT_EQ(DisposeControl(gone), kErrInvalidControl);
-    EXPECT_EQ(EnableControl(gone), kErrInvalidControl);
-    EXPECT_EQ(DrawOneControl(gone), kErrInvalidControl);
-    EXPECT_EQ(MoveControl(gone, 1, 1), kErrInvalidControl);
-    EXPECT_EQ(EmbedControl(gone, gone), kErrInvalidControl);
-    EXPECT_EQ(SetControlTitleWithCFString(gone, nullptr), kErrInvalidControl);
-    EXPECT_EQ(GetControlEventTarget(gone), nullptr);
-    EXPECT_EQ(GetControl32BitValue(gone), 0);
-    EXPECT_FALSE(IsControlVisible(gone) || IsControlEnabled(gone) || IsControlActive(gone));
-    // A number that is none of a control's is as good as gone.
-    EXPECT_EQ(EnableControl(reinterpret_cast<ControlRef>(window)), kErrInvalidControl);
+    On(Make<QPushButton>()).id = kId;
+    On(first).id = kId;
+    EXPECT_EQ(Control::FindByID(window, kId), Control::Find(first));
+    EXPECT_EQ(Control::FindByID(window, { 0x56454C4D, 102 }), nullptr);
+    EXPECT_EQ(Control::FindByID(nullptr, kId), nullptr);
+    EXPECT_EQ(Control::Create(nullptr, "QPushButton", {}), nullptr);
+    // A number that is none of a control's is as good as gone, and so is another family's.
+    EXPECT_EQ(Control::Find(reinterpret_cast<ControlRef>(window)), nullptr);
+    EXPECT_EQ(EditField::Find(first), nullptr);
 }
 
 // Commands --------------------------------------------------------------------------------------
 
 TEST_F(ControlsTest, APressIsAHitAndThenACommandThatGoesUp) {
     const ControlRef button = Make<QPushButton>();
-    SetControlCommandID(button, 77);
+    On(button).commandID = 77;
     std::string log;
-    const Handler hit(GetControlEventTarget(button), { kHit }, [&](EventRef event) {
+    const Handler hit(On(button).Target(), { kHit }, [&](EventRef event) {
         log += "hit " + std::to_string(PartOf(event)) + ", ";
         return kEventNotHandledErr;
     });
     HICommandExtended command {};
-    std::uint32_t modifiers = 0;
-    const Handler atControl(GetControlEventTarget(button), { kCommand }, [&](EventRef) {
+    const Handler atControl(On(button).Target(), { kCommand }, [&](EventRef) {
         log += "control, ";
         return kEventNotHandledErr;
     });
-    const Handler atWindow(GetWindowEventTarget(window), { kCommand }, [&](EventRef event) {
+    const Handler atWindow(Owner().Target(), { kCommand }, [&](EventRef event) {
         log += "window";
         command = CommandOf(event);
-        EXPECT_EQ(GetEventParameter(event, kEventParamKeyModifiers, kTypeUInt32, nullptr,
-                                    sizeof modifiers, nullptr, &modifiers),
-                  kNoErr);
         return kNoErr;
     });
     QTest::mouseClick(WidgetOf(button), Qt::LeftButton);
@@ -243,21 +123,21 @@ TEST_F(ControlsTest, APressIsAHitAndThenACommandThatGoesUp) {
 TEST_F(ControlsTest, NoCommandFollowsWithoutOneOrAfterAHandledHit) {
     for (const bool handled : { true, false }) {
         const ControlRef button = Make<QCheckBox>();
-        SetControlCommandID(button, handled ? 5 : 0);
+        On(button).commandID = handled ? 5 : 0;
         int commands = 0;
         std::int32_t valueAtHit = -1;
-        const Handler hit(GetControlEventTarget(button), { kHit }, [&](EventRef) {
-            valueAtHit = GetControl32BitValue(button);
+        const Handler hit(On(button).Target(), { kHit }, [&](EventRef) {
+            valueAtHit = On(button).Value();
             return handled ? kNoErr : kEventNotHandledErr;
         });
-        const Handler command(GetWindowEventTarget(window), { kCommand }, [&](EventRef) {
+        const Handler command(Owner().Target(), { kCommand }, [&](EventRef) {
             ++commands;
             return kNoErr;
         });
         QTest::keyClick(WidgetOf(button), Qt::Key_Space);
         EXPECT_EQ(valueAtHit, 1) << "the value has changed by then";
         EXPECT_EQ(commands, 0);
-        DisposeControl(button);
+        On(button).Dispose();
     }
 }
 
@@ -268,25 +148,25 @@ TEST_F(ControlsTest, AHitMayEndItsControl) {
                            MakeCustomWidget(QStringLiteral("ColorButton"), widget),
                            MakeCustomWidget(QStringLiteral("Stepper"), widget) }) {
         const ControlRef control = Make(made);
-        SetControlCommandID(control, 5);
+        On(control).commandID = 5;
         std::string log;
-        const Handler hit(GetControlEventTarget(control), { kHit }, [&](EventRef) {
+        const Handler hit(On(control).Target(), { kHit }, [&](EventRef) {
             log += "hit ";
-            DisposeControl(control);
+            On(control).Dispose();
             return kEventNotHandledErr;
         });
-        const Handler disposed(GetControlEventTarget(control), { kDisposed }, [&](EventRef) {
+        const Handler disposed(On(control).Target(), { kDisposed }, [&](EventRef) {
             log += "disposed ";
-            EXPECT_TRUE(IsValidControlHandle(control)); // whole until its handlers are through
-            DisposeControl(control);                    // once is enough
+            On(control).Dispose(); // whole until its handlers are through, and once is enough
             return kEventNotHandledErr;
         });
-        const Handler command(GetWindowEventTarget(window), { kCommand }, [&](EventRef) {
+        const Handler command(Owner().Target(), { kCommand }, [&](EventRef) {
             log += "command ";
             return kNoErr;
         });
         QTest::mouseClick(made, Qt::LeftButton, {}, QPoint(8, 20)); // on a box as well
         EXPECT_EQ(log, "hit disposed ");
+        EXPECT_EQ(Control::Find(control), nullptr);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
 }
@@ -295,153 +175,123 @@ TEST_F(ControlsTest, EndsFromTheInsideOut) {
     const ControlRef outer = MakeCustom("UserPane");
     const ControlRef inner = Make<QPushButton>();
     const ControlRef innermost = Make<QLabel>();
-    ASSERT_EQ(EmbedControl(inner, outer), kNoErr);
-    ASSERT_EQ(EmbedControl(innermost, inner), kNoErr);
+    ASSERT_EQ(On(inner).EmbedIn(On(outer)), kNoErr);
+    ASSERT_EQ(On(innermost).EmbedIn(On(inner)), kNoErr);
+    EXPECT_EQ(On(outer).EmbedIn(On(inner)), kParamErr) << "into what lies in it";
     std::string log;
-    std::vector<std::unique_ptr<Handler>> handlers;
-    const auto watch = [&](const char* name, ControlRef control) {
-        handlers.push_back(std::make_unique<Handler>(
-            GetControlEventTarget(control), std::vector { kDisposed }, [&log, name](EventRef) {
-                log += name;
-                return kEventNotHandledErr;
-            }));
+    const auto logs = [&log](const char* name) {
+        return [&log, name](EventRef) {
+            log += name;
+            return kEventNotHandledErr;
+        };
     };
-    watch("outer", outer);
-    watch("inner ", inner);
-    watch("innermost ", innermost);
-    DisposeControl(outer);
+    const Handler first(On(outer).Target(), { kDisposed }, logs("outer"));
+    const Handler second(On(inner).Target(), { kDisposed }, logs("inner "));
+    const Handler third(On(innermost).Target(), { kDisposed }, logs("innermost "));
+    On(outer).Dispose();
     EXPECT_EQ(log, "innermost inner outer");
-    EXPECT_FALSE(IsValidControlHandle(innermost));
+    EXPECT_EQ(Control::Find(innermost), nullptr);
 }
 
 TEST_F(ControlsTest, AWidgetThatItsHostDeletesEndsItsControl) {
     auto* const made = new QCheckBox(widget);
     const ControlRef check = Make(made);
     bool disposed = false;
-    const Handler handler(GetControlEventTarget(check), { kDisposed }, [&](EventRef) {
+    const Handler handler(On(check).Target(), { kDisposed }, [&](EventRef) {
         disposed = true;
-        EXPECT_EQ(GetControl32BitValue(check), 0); // asks what is no check box any more
+        EXPECT_EQ(On(check).Value(), 0); // asks what is no check box any more
         return kEventNotHandledErr;
     });
-    SetControl32BitValue(check, 1);
+    On(check).SetValue(1);
     delete made;
     EXPECT_TRUE(disposed);
-    EXPECT_FALSE(IsValidControlHandle(check));
+    EXPECT_EQ(Control::Find(check), nullptr);
 }
 
 // State -----------------------------------------------------------------------------------------
 
 TEST_F(ControlsTest, EnablingAndActivationAreTwoThings) {
-    const ControlRef pane = MakeCustom("UserPane");
-    const ControlRef button = Make<QPushButton>();
-    ASSERT_EQ(EmbedControl(button, pane), kNoErr);
+    Control& pane = On(MakeCustom("UserPane"));
+    Control& button = On(Make<QPushButton>());
+    ASSERT_EQ(button.EmbedIn(pane), kNoErr);
     struct Row {
         const char* what;
-        OSStatus (*call)(ControlRef);
-        ControlRef control;
+        void (Control::*set)(bool);
+        bool value;
+        Control& control;
         bool enabled, active, reacts;
     };
     for (const Row& row : {
-             Row { "disabled", DisableControl, button, false, true, false },
-             Row { "deactivated too", DeactivateControl, button, false, false, false },
-             Row { "enabled again", EnableControl, button, true, false, false },
-             Row { "active again", ActivateControl, button, true, true, true },
-             Row { "in a disabled pane", DisableControl, pane, false, true, false },
-             Row { "in an inactive pane", DeactivateControl, pane, false, false, false },
-             Row { "in an enabled one", EnableControl, pane, true, false, false },
-             Row { "as before", ActivateControl, pane, true, true, true },
+             Row { "disabled", &Control::SetEnabled, false, button, false, true, false },
+             Row { "deactivated too", &Control::SetActive, false, button, false, false, false },
+             Row { "enabled again", &Control::SetEnabled, true, button, true, false, false },
+             Row { "active again", &Control::SetActive, true, button, true, true, true },
+             Row { "in a disabled pane", &Control::SetEnabled, false, pane, false, true, false },
+             Row { "in an inactive pane", &Control::SetActive, false, pane, false, false, false },
+             Row { "in an enabled one", &Control::SetEnabled, true, pane, true, false, false },
+             Row { "as before", &Control::SetActive, true, pane, true, true, true },
          }) {
-        ASSERT_EQ(row.call(row.control), kNoErr);
-        EXPECT_EQ(IsControlEnabled(button), row.enabled) << row.what;
-        EXPECT_EQ(IsControlActive(button), row.active) << row.what;
-        EXPECT_EQ(WidgetOf(button)->isEnabled(), row.reacts) << row.what;
+        (row.control.*row.set)(row.value);
+        EXPECT_EQ(button.IsEnabled(), row.enabled) << row.what;
+        EXPECT_EQ(button.IsActive(), row.active) << row.what;
+        EXPECT_EQ(button.Widget().isEnabled(), row.reacts) << row.what;
     }
+    button.SetVisible(true);
+    EXPECT_TRUE(button.IsVisible()) << "in a hidden window as well";
+    button.SetVisible(false);
+    EXPECT_FALSE(button.IsVisible());
 }
 
-TEST_F(ControlsTest, AreVisibleInAHiddenWindow) {
-    const ControlRef button = Make<QPushButton>();
-    SetControlVisibility(button, true, false);
-    EXPECT_TRUE(IsControlVisible(button));
-    SetControlVisibility(button, false, true);
-    EXPECT_FALSE(IsControlVisible(button));
-}
+TEST_F(ControlsTest, PlacesAreLocalToTheWindowAndWinOverItsLayout) {
+    Control& pane = *Control::Create(window, "UserPane", { 50, 60, 150, 260 });
+    Control& button = *Control::Create(window, "QPushButton", { 70, 80, 90, 180 });
+    ASSERT_EQ(button.EmbedIn(pane), kNoErr);
+    EXPECT_EQ(button.Bounds().top, 70); // embedding moves nothing on the screen
+    EXPECT_EQ(button.Bounds().left, 80);
+    button.Move(100, 110);
+    button.Resize(33, 22);
+    EXPECT_EQ(button.Widget().geometry(), QRect(40, 60, 33, 22));
+    EXPECT_EQ(button.Bounds().bottom, 132);
+    EXPECT_EQ(button.Bounds().right, 133);
 
-TEST_F(ControlsTest, PlacesAreLocalToTheWindow) {
-    const ControlRef pane = MakeCustom("UserPane");
-    const ControlRef button = Make<QPushButton>();
-    ASSERT_EQ(SetControlBounds(pane, { 50, 60, 150, 260 }), kNoErr);
-    ASSERT_EQ(SetControlBounds(button, { 70, 80, 90, 180 }), kNoErr);
-    ASSERT_EQ(EmbedControl(button, pane), kNoErr);
-    Rect bounds {};
-    GetControlBounds(button, &bounds);
-    EXPECT_EQ(bounds.top, 70); // embedding moves nothing on the screen
-    EXPECT_EQ(bounds.left, 80);
-    ASSERT_EQ(MoveControl(button, 100, 110), kNoErr);
-    ASSERT_EQ(SizeControl(button, 33, 22), kNoErr);
-    EXPECT_EQ(WidgetOf(button)->geometry(), QRect(40, 60, 33, 22));
-    const Rect* const got = GetControlBounds(button, &bounds);
-    EXPECT_EQ(got, &bounds);
-    EXPECT_EQ(bounds.bottom - bounds.top, 22);
-    EXPECT_EQ(bounds.right, 133);
-    EXPECT_EQ(EmbedControl(pane, button), kParamErr); // into what lies in it
-}
-
-TEST_F(ControlsTest, APlaceSetByCallWinsOverTheLayout) {
-    auto* const layout = new QVBoxLayout(widget);
-    auto* const made = new QPushButton(widget);
     auto* const inner = new QHBoxLayout;
-    layout->addLayout(inner);
-    inner->addWidget(made);
-    Control* const control = MakeControl(*made, Owner());
+    (new QVBoxLayout(widget))->addLayout(inner);
+    inner->addWidget(&pane.Widget());
     widget->show();
-    ASSERT_EQ(SetControlBounds(control->Ref(), { 5, 7, 25, 97 }), kNoErr);
+    pane.Resize(90, 20);
+    pane.Move(7, 5);
     widget->resize(widget->size() + QSize(50, 50));
     QCoreApplication::processEvents();
-    EXPECT_EQ(made->geometry(), QRect(7, 5, 90, 20));
-}
-
-TEST_F(ControlsTest, CreatedControlsLieWhereTheyAreAsked) {
-    ControlRef button = nullptr, field = nullptr, group = nullptr;
-    const CFStringRef text = Text("OK");
-    ASSERT_EQ(CreatePushButtonControl(window, { -100, -100, -90, -90 }, text, &button), kNoErr);
-    ASSERT_EQ(CreateEditTextControl(window, { 10, 10, 30, 90 }, text, true, &field), kNoErr);
-    ASSERT_EQ(CreateRadioGroupControl(window, { 0, 0, 0, 0 }, &group), kNoErr);
-    CFRelease(text);
-    EXPECT_EQ(WidgetOf(button)->geometry(), QRect(-100, -100, 10, 10));
-    EXPECT_TRUE(IsControlVisible(button) && IsControlEnabled(button));
-    CFStringRef got = nullptr;
-    ASSERT_EQ(GetControlData(field, 0, kControlTextCFString, sizeof got, &got, nullptr), kNoErr);
-    EXPECT_EQ(TakeUTF8(got), "OK");
-    EXPECT_EQ(GetControlOwner(field), window);
-    const Rect bounds {};
-    EXPECT_EQ(CreatePushButtonControl(nullptr, bounds, nullptr, &button), kErrInvalidWindow);
-    EXPECT_EQ(button, nullptr);
+    EXPECT_EQ(pane.Widget().geometry(), QRect(7, 5, 90, 20));
 }
 
 // Looks -----------------------------------------------------------------------------------------
 
 TEST_F(ControlsTest, OnlyTheNamedFieldsOfAFontStyleCount) {
-    const ControlRef label = Make<QLabel>();
-    const QFont fontBefore = WidgetOf(label)->font();
+    Control& label = On(Make<QLabel>());
+    QWidget& shown = label.Widget();
+    const bool boldBefore = shown.font().bold();
     ControlFontStyleRec style {};
     style.size = 31;
     style.style = 1;
     style.foreColor = { 65535, 0, 0 };
     style.flags = kControlUseSizeMask;
-    ASSERT_EQ(SetControlFontStyle(label, style), kNoErr);
-    EXPECT_EQ(WidgetOf(label)->font().pixelSize(), 31);
-    EXPECT_EQ(WidgetOf(label)->font().bold(), fontBefore.bold());
-    EXPECT_NE(WidgetOf(label)->palette().color(QPalette::WindowText), QColor(Qt::red));
+    label.SetFontStyle(style);
+    EXPECT_EQ(shown.font().pixelSize(), 31);
+    EXPECT_EQ(shown.font().bold(), boldBefore);
+    EXPECT_NE(shown.palette().color(QPalette::WindowText), QColor(Qt::red));
     style.flags = kControlUseForeColorMask | kControlUseFaceMask;
-    ASSERT_EQ(SetControlFontStyle(label, style), kNoErr);
-    EXPECT_TRUE(WidgetOf(label)->font().bold());
-    EXPECT_EQ(WidgetOf(label)->palette().color(QPalette::Active, QPalette::WindowText),
-              QColor(Qt::red));
-    EXPECT_NE(WidgetOf(label)->palette().color(QPalette::Disabled, QPalette::WindowText),
+    label.SetFontStyle(style);
+    EXPECT_TRUE(shown.font().bold());
+    EXPECT_EQ(shown.palette().color(QPalette::Active, QPalette::WindowText), QColor(Qt::red));
+    EXPECT_NE(shown.palette().color(QPalette::Disabled, QPalette::WindowText),
               QColor(Qt::red)); // the disabled look stays
-    EXPECT_EQ(GetControlFontStyle(label, &style), kNoErr);
+    style = label.FontStyle();
     EXPECT_EQ(style.size, 31);
     EXPECT_EQ(style.flags, kControlUseSizeMask | kControlUseForeColorMask | kControlUseFaceMask);
+    EXPECT_EQ(label.SetSizeVariant(9), kParamErr);
+    EXPECT_EQ(label.SetSizeVariant(kControlSizeSmall), kNoErr);
+    EXPECT_LT(shown.font().pointSizeF(), QApplication::font(&shown).pointSizeF());
 }
 
 TEST_F(ControlsTest, AStyleSetAsItWasReadChangesNothing) {
@@ -449,10 +299,9 @@ TEST_F(ControlsTest, AStyleSetAsItWasReadChangesNothing) {
          { Make<QLabel>(), Make<QLineEdit>(), Make<QPushButton>(), MakeCustom("UserPane") }) {
         const QFont font = WidgetOf(control)->font();
         const QPalette palette = WidgetOf(control)->palette();
-        ControlFontStyleRec style {};
-        ASSERT_EQ(GetControlFontStyle(control, &style), kNoErr);
+        ControlFontStyleRec style = On(control).FontStyle();
         style.flags = kControlUseAllMask;
-        ASSERT_EQ(SetControlFontStyle(control, style), kNoErr);
+        On(control).SetFontStyle(style);
         EXPECT_EQ(WidgetOf(control)->font(), font);
         EXPECT_EQ(WidgetOf(control)->palette(), palette);
         // Greyed as a disabled field is, and back.
@@ -462,10 +311,9 @@ TEST_F(ControlsTest, AStyleSetAsItWasReadChangesNothing) {
         EXPECT_NE(std::memcmp(&active, &inactive, sizeof active), 0);
         for (const RGBColor& color : { inactive, active }) {
             style.foreColor = color;
-            SetControlFontStyle(control, style);
-            ControlFontStyleRec now {};
-            GetControlFontStyle(control, &now);
-            EXPECT_EQ(std::memcmp(&now.foreColor, &color, sizeof color), 0);
+            On(control).SetFontStyle(style);
+            const RGBColor now = On(control).FontStyle().foreColor;
+            EXPECT_EQ(std::memcmp(&now, &color, sizeof color), 0);
         }
     }
     RGBColor color {};
@@ -475,13 +323,12 @@ TEST_F(ControlsTest, AStyleSetAsItWasReadChangesNothing) {
 TEST_F(ControlsTest, ScreenReadersHearNamesRolesAndValues) {
     auto* const stepper = MakeCustomWidget(QStringLiteral("Stepper"), widget);
     stepper->setToolTip(QStringLiteral("Opacity"));
-    SetControl32BitValue(Make(stepper), 42);
+    On(Make(stepper)).SetValue(42);
     auto* const color = MakeCustomWidget(QStringLiteral("ColorButton"), widget);
     auto* const label = new QLabel(QStringLiteral("&Text colour"), widget);
     label->setBuddy(color);
     color->setToolTip(QStringLiteral("click to choose"));
-    const RGBColor red { 65535, 0, 0 };
-    SetControlData(Make(color), 0, kControlColor, sizeof red, &red);
+    EXPECT_EQ(On(Make(color)).SetColor({ 65535, 0, 0 }), kNoErr);
     QAccessibleInterface* const stepperSays = QAccessible::queryAccessibleInterface(stepper);
     QAccessibleInterface* const colorSays = QAccessible::queryAccessibleInterface(color);
     ASSERT_TRUE(stepperSays && colorSays);

@@ -21,7 +21,7 @@ class ControlsUserPaneTest : public ControlsFixture {
 protected:
     void SetUp() override {
         ControlsFixture::SetUp();
-        ASSERT_EQ(CreateUserPaneControl(window, { 10, 10, 50, 90 }, &pane), kNoErr);
+        pane = Control::Create(window, "UserPane", { 10, 10, 50, 90 })->Ref();
         widget->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(widget));
     }
@@ -34,7 +34,7 @@ TEST_F(ControlsUserPaneTest, DrawsIntoAPortOfItsOwnAndRestoresTheCallers) {
     const TestWorld callers(3, 3);
     RGBForeColor({ 1, 2, 3 });
     bool drawn = false;
-    const Handler draw(GetControlEventTarget(pane), { kDraw }, [&](EventRef) {
+    const Handler draw(On(pane).Target(), { kDraw }, [&](EventRef) {
         drawn = true;
         EXPECT_NE(GetPort(), callers.World());
         RGBForeColor({ 65535, 0, 0 });
@@ -67,13 +67,11 @@ public:
 
 // Its widget paints all of itself, which Qt takes as a reason not to update it with the window.
 TEST_F(ControlsUserPaneTest, IsDrawnAgainWhenItsPartOfTheWindowIsStale) {
-    ControlRef button = nullptr;
-    CreatePushButtonControl(window, { 55, 10, 75, 90 }, nullptr, &button);
-    PaintCount paints(*WidgetOf(button));
+    PaintCount paints(Control::Create(window, "QPushButton", { 55, 10, 75, 90 })->Widget());
     ASSERT_TRUE(QTest::qWaitFor([&] { return paints.count > 0; }));
     paints.count = 0;
     int draws = 0;
-    const Handler draw(GetControlEventTarget(pane), { kDraw }, [&](EventRef) {
+    const Handler draw(On(pane).Target(), { kDraw }, [&](EventRef) {
         ++draws;
         return kNoErr;
     });
@@ -97,7 +95,7 @@ TEST_F(ControlsUserPaneTest, IsDrawnAgainWhenItsPartOfTheWindowIsStale) {
 
 TEST_F(ControlsUserPaneTest, RestoresThePortWhenAHandlerThrows) {
     const TestWorld callers(3, 3);
-    const Handler draw(GetControlEventTarget(pane), { kDraw },
+    const Handler draw(On(pane).Target(), { kDraw },
                        [](EventRef) -> OSStatus { throw std::runtime_error("no ink"); });
     QPaintEvent paint(QRect(0, 0, 10, 10));
     // Not through the loop, which no exception may cross.
@@ -107,14 +105,14 @@ TEST_F(ControlsUserPaneTest, RestoresThePortWhenAHandlerThrows) {
 
 TEST_F(ControlsUserPaneTest, DrawsNowWhenAskedAndNotWithinItself) {
     int draws = 0;
-    const Handler draw(GetControlEventTarget(pane), { kDraw }, [&](EventRef) {
+    const Handler draw(On(pane).Target(), { kDraw }, [&](EventRef) {
         if (++draws < 10)
-            DrawOneControl(pane);
+            On(pane).Draw();
         return kNoErr;
     });
-    ASSERT_EQ(DrawOneControl(pane), kNoErr);
+    On(pane).Draw();
     EXPECT_EQ(draws, 1);
-    InvalidateControl(pane);
+    On(pane).Invalidate();
     EXPECT_EQ(draws, 1); // when the loop gets to it
     EXPECT_TRUE(QTest::qWaitFor([&] { return draws > 1; }));
 }
@@ -122,7 +120,7 @@ TEST_F(ControlsUserPaneTest, DrawsNowWhenAskedAndNotWithinItself) {
 // A drag draws, flushes and marks the window stale for each step: that is one picture.
 TEST_F(ControlsUserPaneTest, AFlushDrawsOnlyWhatWaits) {
     int draws = 0;
-    const Handler draw(GetControlEventTarget(pane), { kDraw }, [&](EventRef) {
+    const Handler draw(On(pane).Target(), { kDraw }, [&](EventRef) {
         ++draws;
         return kNoErr;
     });
@@ -130,12 +128,12 @@ TEST_F(ControlsUserPaneTest, AFlushDrawsOnlyWhatWaits) {
     QCoreApplication::processEvents();
     draws = 0;
     ASSERT_EQ(InvalWindowRect(window, nullptr), kNoErr);
-    ASSERT_EQ(DrawOneControl(pane), kNoErr);
+    On(pane).Draw();
     EXPECT_EQ(draws, 1);
     ASSERT_EQ(FlushWindowBuffer(window, &bounds), kNoErr);
     QCoreApplication::processEvents();
     EXPECT_EQ(draws, 1);
-    InvalidateControl(pane);
+    On(pane).Invalidate();
     ASSERT_EQ(FlushWindowBuffer(window, &bounds), kNoErr);
     EXPECT_EQ(draws, 2);
     QCoreApplication::processEvents();
@@ -144,7 +142,7 @@ TEST_F(ControlsUserPaneTest, AFlushDrawsOnlyWhatWaits) {
 
 TEST_F(ControlsUserPaneTest, APictureHasNothingOfTheOneBefore) {
     Rect place { 0, 0, 3, 3 };
-    const Handler draw(GetControlEventTarget(pane), { kDraw }, [&](EventRef) {
+    const Handler draw(On(pane).Target(), { kDraw }, [&](EventRef) {
         // Pixels, not recorded steps, are what the world keeps.
         const PixMapHandle pixels = GetGWorldPixMap(GetPort());
         LockPixels(pixels);
@@ -167,19 +165,19 @@ TEST_F(ControlsUserPaneTest, APictureHasNothingOfTheOneBefore) {
 
 TEST_F(ControlsUserPaneTest, ItsWorldFollowsItsSize) {
     std::vector<std::int32_t> rowBytes;
-    const Handler draw(GetControlEventTarget(pane), { kDraw }, [&](EventRef) {
+    const Handler draw(On(pane).Target(), { kDraw }, [&](EventRef) {
         rowBytes.push_back(GetPixRowBytes(GetGWorldPixMap(GetPort())));
         PaintRect({ 0, 0, 32767, 32767 }); // clipped to it
         return kNoErr;
     });
     Shown();
-    SizeControl(pane, 160, 20);
+    On(pane).Resize(160, 20);
     EXPECT_EQ(Shown().size(), QSize(160, 20));
     ASSERT_GE(rowBytes.size(), 2U);
     EXPECT_GE(rowBytes.front(), 80 * 4);
     EXPECT_GE(rowBytes.back(), 160 * 4);
-    SizeControl(pane, 0, 0); // no world of no size
-    EXPECT_EQ(DrawOneControl(pane), kNoErr);
+    On(pane).Resize(0, 0); // no world of no size
+    On(pane).Draw();
 }
 
 TEST_F(ControlsUserPaneTest, APressIsTestedTrackedAndElseAHit) {
@@ -196,21 +194,20 @@ TEST_F(ControlsUserPaneTest, APressIsTestedTrackedAndElseAHit) {
          }) {
         std::string log;
         HIPoint place {};
-        const Handler handler(
-            GetControlEventTarget(pane), { kHitTest, kTrack, kHit }, [&](EventRef event) {
-                const std::uint32_t kind = GetEventKind(event);
-                if (kind == kEventControlHitTest) {
-                    log += "test ";
-                    return SetEventParameter(event, kEventParamControlPart, kTypeControlPartCode,
-                                             sizeof row.part, &row.part);
-                }
-                if (kind == kEventControlTrack)
-                    GetEventParameter(event, kEventParamMouseLocation, kTypeHIPoint, nullptr,
-                                      sizeof place, nullptr, &place);
-                log += (kind == kEventControlTrack ? "track" : "hit") +
-                       std::to_string(PartOf(event)) + " ";
-                return kind == kEventControlTrack ? row.tracked : kNoErr;
-            });
+        const Handler handler(On(pane).Target(), { kHitTest, kTrack, kHit }, [&](EventRef event) {
+            const std::uint32_t kind = GetEventKind(event);
+            if (kind == kEventControlHitTest) {
+                log += "test ";
+                return SetEventParameter(event, kEventParamControlPart, kTypeControlPartCode,
+                                         sizeof row.part, &row.part);
+            }
+            if (kind == kEventControlTrack)
+                GetEventParameter(event, kEventParamMouseLocation, kTypeHIPoint, nullptr,
+                                  sizeof place, nullptr, &place);
+            log += (kind == kEventControlTrack ? "track" : "hit") + std::to_string(PartOf(event)) +
+                   " ";
+            return kind == kEventControlTrack ? row.tracked : kNoErr;
+        });
         QTest::mouseClick(WidgetOf(pane), Qt::LeftButton, {}, { 12, 34 });
         EXPECT_EQ(log, row.log) << row.what;
         if (row.part != 0) {
@@ -218,16 +215,6 @@ TEST_F(ControlsUserPaneTest, APressIsTestedTrackedAndElseAHit) {
             EXPECT_EQ(place.y, 34);
         }
     }
-}
-
-TEST_F(ControlsUserPaneTest, TrackingMayEndIt) {
-    const QPointer<QWidget> shown(WidgetOf(pane));
-    const Handler track(GetControlEventTarget(pane), { kTrack }, [&](EventRef) {
-        DisposeControl(pane);
-        return kEventNotHandledErr;
-    });
-    QTest::mouseClick(shown, Qt::LeftButton, {}, { 5, 5 });
-    EXPECT_FALSE(IsValidControlHandle(pane));
 }
 
 } // namespace

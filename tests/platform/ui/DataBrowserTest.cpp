@@ -11,7 +11,6 @@
 
 #include "platform/ui/ControlsFixture.h"
 #include "platform/ui/DataBrowser.h"
-#include "platform/ui/QtStrings.h"
 #include "platform/ui/lists/ListView.h"
 
 namespace platform {
@@ -34,20 +33,15 @@ std::vector<std::pair<DataBrowserItemID, DataBrowserItemNotification>> told;
 OSStatus Data(ControlRef browser, DataBrowserItemID item, DataBrowserPropertyID property,
               DataBrowserItemDataRef data, bool set) {
     if (property == kDataBrowserItemIsEditableProperty)
-        return SetDataBrowserItemDataBooleanValue(data, item != kFixed);
-    if (property != kName || item == kRefused)
+        data->boolean = item != kFixed;
+    else if (property != kName || item == kRefused)
         return kParamErr;
-    CFStringRef text = nullptr;
-    if (set) {
-        EXPECT_EQ(GetDataBrowserItemDataText(data, &text), kNoErr);
-        names[item] = CFStringGetUTF8(text);
-    } else {
-        text = CFStringCreateWithUTF8(names[item]);
-        EXPECT_EQ(SetDataBrowserItemDataText(data, text), kNoErr);
-    }
-    CFRelease(text);
+    else if (!set)
+        data->text = names[item];
+    else
+        names[item] = data->text;
     if (set && item == kDeadly)
-        DisposeWindow(GetControlOwner(browser));
+        DisposeWindow(Control::Find(browser)->OwnerRef());
     return kNoErr;
 }
 
@@ -62,16 +56,14 @@ protected:
         told.clear();
         ControlsFixture::SetUp();
         list = MakeCustom("ListView");
-        ASSERT_NE(list, nullptr);
         view = static_cast<ListView*>(WidgetOf(list));
         view->resize(200, 200);
-        SetDataBrowserProperty(list, kName);
-        SetDataBrowserCallbacks(list, { Data, Note });
+        List().SetSource(kName, { Data, Note });
     }
     void Add(const Items& items) {
         for (const DataBrowserItemID item : items)
             names[item] = "Item " + std::to_string(item);
-        ASSERT_EQ(AddDataBrowserItems(list, items), kNoErr);
+        ASSERT_EQ(List().AddItems(items), kNoErr);
         told.clear();
     }
     void Show() {
@@ -80,6 +72,7 @@ protected:
         view->setFocus();
         ASSERT_TRUE(QTest::qWaitForWindowActive(widget));
     }
+    DataBrowser& List() { return *DataBrowser::Find(list); }
     QString Shown(int row) const { return view->model()->index(row, 0).data().toString(); }
     void Type(const char* text) {
         view->Editor()->selectAll();
@@ -92,47 +85,47 @@ protected:
 
 TEST_F(DataBrowserTest, RowsShowWhatTheCallbackSays) {
     Add({ 3, 1, 2 });
-    EXPECT_EQ(AddDataBrowserItems(list, Items { 4, 1 }), kParamErr) << "1 is there";
-    EXPECT_EQ(AddDataBrowserItems(list, Items { kDataBrowserNoItem }), kParamErr);
-    EXPECT_THAT(GetDataBrowserItems(list), ElementsAre(3, 1, 2));
+    EXPECT_EQ(List().AddItems(Items { 4, 1 }), kParamErr) << "1 is there";
+    EXPECT_EQ(List().AddItems(Items { kDataBrowserNoItem }), kParamErr);
+    EXPECT_THAT(List().AllItems(), ElementsAre(3, 1, 2));
     EXPECT_EQ(Shown(0), "Item 3");
     names[3] = "新しい";
-    EXPECT_EQ(UpdateDataBrowserItems(list), kNoErr);
+    List().UpdateItems();
     EXPECT_EQ(Shown(0), "新しい");
-    EXPECT_EQ(RemoveDataBrowserItems(list, Items { 3, 5 }), kParamErr) << "5 is not";
-    EXPECT_THAT(GetDataBrowserItems(list), ElementsAre(1, 2));
-    EXPECT_EQ(RevealDataBrowserItem(list, 3), kParamErr);
+    EXPECT_EQ(List().RemoveItems(Items { 3, 5 }), kParamErr) << "5 is not";
+    EXPECT_THAT(List().AllItems(), ElementsAre(1, 2));
+    EXPECT_EQ(List().RevealItem(3), kParamErr);
     EXPECT_THAT(told, ElementsAre(Pair(3, kDataBrowserItemRemoved)));
 }
 
 TEST_F(DataBrowserTest, SelectionIsToldAndGivenInTheOrderOfTheRows) {
     Add({ 3, 1, 2 });
-    EXPECT_EQ(SetDataBrowserSelectedItems(list, Items { 2, 3 }), kNoErr);
-    EXPECT_THAT(GetDataBrowserSelection(list), ElementsAre(3, 2));
+    List().SelectItems(Items { 2, 3 });
+    EXPECT_THAT(List().SelectedItems(), ElementsAre(3, 2));
     told.clear();
-    SetDataBrowserSelectedItems(list, Items { 1 });
+    List().SelectItems(Items { 1 });
     EXPECT_THAT(told, testing::UnorderedElementsAre(Pair(3, kDataBrowserItemDeselected),
                                                     Pair(2, kDataBrowserItemDeselected),
                                                     Pair(1, kDataBrowserItemSelected)));
     told.clear();
-    RemoveAllDataBrowserItems(list);
+    List().RemoveItems(List().AllItems());
     EXPECT_THAT(told,
                 ElementsAre(Pair(1, kDataBrowserItemDeselected), Pair(3, kDataBrowserItemRemoved),
                             Pair(1, kDataBrowserItemRemoved), Pair(2, kDataBrowserItemRemoved)));
-    EXPECT_THAT(GetDataBrowserSelection(list), IsEmpty());
+    EXPECT_THAT(List().SelectedItems(), IsEmpty());
 }
 
 TEST_F(DataBrowserTest, TheKeysOfAnEditorEndTheEditingAndPressNoButton) {
     const ControlRef button = Make<QPushButton>();
     int presses = 0;
-    const test::Handler counter(GetControlEventTarget(button), { test::kHit }, [&](EventRef) {
+    const test::Handler counter(On(button).Target(), { test::kHit }, [&](EventRef) {
         ++presses;
         return kNoErr;
     });
     SetWindowDefaultButton(window, button);
     SetWindowCancelButton(window, button);
     Add({ 1, 2 });
-    SetDataBrowserSelectedItems(list, Items { 2 });
+    List().SelectItems(Items { 2 });
     Show();
     struct Row {
         Qt::Key key;
@@ -141,11 +134,11 @@ TEST_F(DataBrowserTest, TheKeysOfAnEditorEndTheEditingAndPressNoButton) {
     for (const Row& row : { Row { Qt::Key_Escape, "Item 2" }, Row { Qt::Key_Return, "abc" } }) {
         told.clear();
         QTest::keyClick(view, Qt::Key_F2);
-        ASSERT_EQ(GetDataBrowserEditItem(list), 2U);
+        ASSERT_EQ(List().EditedItem(), 2U);
         Type("abc");
         QTest::keyClick(view->Editor(), row.key);
         QApplication::processEvents();
-        EXPECT_EQ(GetDataBrowserEditItem(list), kDataBrowserNoItem) << row.key;
+        EXPECT_EQ(List().EditedItem(), kDataBrowserNoItem) << row.key;
         EXPECT_EQ(names[2], row.name) << row.key;
         EXPECT_EQ(Shown(1), row.name) << row.key;
         EXPECT_EQ(presses, 0) << row.key;
@@ -160,7 +153,7 @@ TEST_F(DataBrowserTest, TheKeysOfAnEditorEndTheEditingAndPressNoButton) {
 TEST_F(DataBrowserTest, AnInputMethodComposesInTheEditor) {
     Add({ 1 });
     Show();
-    ASSERT_EQ(SetDataBrowserEditItem(list, 1), kNoErr);
+    ASSERT_EQ(List().EditItem(1), kNoErr);
     view->Editor()->selectAll();
     QInputMethodEvent composing(QStringLiteral("かめら"), {});
     QApplication::sendEvent(view->Editor(), &composing);
@@ -168,32 +161,32 @@ TEST_F(DataBrowserTest, AnInputMethodComposesInTheEditor) {
     QInputMethodEvent committing;
     committing.setCommitString(QStringLiteral("カメラ"));
     QApplication::sendEvent(view->Editor(), &committing);
-    EXPECT_EQ(SetDataBrowserEditItem(list, kDataBrowserNoItem), kNoErr);
+    EXPECT_EQ(List().EditItem(kDataBrowserNoItem), kNoErr);
     EXPECT_EQ(names[1], "カメラ");
 }
 
 TEST_F(DataBrowserTest, EditingByCall) {
     Add({ 1, 2, kFixed, kRefused });
     Show();
-    EXPECT_EQ(SetDataBrowserEditItem(list, kFixed), kParamErr);
-    EXPECT_EQ(SetDataBrowserEditItem(list, 77), kParamErr);
-    EXPECT_EQ(SetDataBrowserEditItem(list, 2), kNoErr);
-    EXPECT_THAT(GetDataBrowserSelection(list), ElementsAre(2));
+    EXPECT_EQ(List().EditItem(kFixed), kParamErr);
+    EXPECT_EQ(List().EditItem(77), kParamErr);
+    EXPECT_EQ(List().EditItem(2), kNoErr);
+    EXPECT_THAT(List().SelectedItems(), ElementsAre(2));
     Type("kept");
-    EXPECT_EQ(SetDataBrowserEditItem(list, 1), kNoErr);
+    EXPECT_EQ(List().EditItem(1), kNoErr);
     EXPECT_EQ(names[2], "kept") << "another row's editor ends the first with its text";
-    EXPECT_EQ(GetDataBrowserEditItem(list), 1U);
+    EXPECT_EQ(List().EditedItem(), 1U);
     Type("dropped");
     told.clear();
-    RemoveDataBrowserItems(list, Items { 1 });
+    List().RemoveItems(Items { 1 });
     EXPECT_EQ(names[1], "Item 1");
-    EXPECT_EQ(GetDataBrowserEditItem(list), kDataBrowserNoItem);
+    EXPECT_EQ(List().EditedItem(), kDataBrowserNoItem);
     EXPECT_THAT(told, testing::Contains(Pair(1, kDataBrowserEditStopped)).Times(1));
     EXPECT_EQ(told.back(), std::pair(DataBrowserItemID { 1 }, kDataBrowserItemRemoved));
 
-    EXPECT_EQ(SetDataBrowserEditItem(list, kRefused), kNoErr);
+    EXPECT_EQ(List().EditItem(kRefused), kNoErr);
     Type("no");
-    SetDataBrowserEditItem(list, kDataBrowserNoItem);
+    List().EditItem(kDataBrowserNoItem);
     EXPECT_EQ(names[kRefused], "Item 9");
 }
 
@@ -203,8 +196,8 @@ TEST_F(DataBrowserTest, EditCommandsWorkOnTheEditor) {
     Control* const control = Control::Find(list);
     EXPECT_FALSE(control->DoEditCommand(kHICommandCut));
     EXPECT_TRUE(control->DoEditCommand(kHICommandSelectAll));
-    EXPECT_THAT(GetDataBrowserSelection(list), ElementsAre(1, 2));
-    SetDataBrowserEditItem(list, 1);
+    EXPECT_THAT(List().SelectedItems(), ElementsAre(1, 2));
+    List().EditItem(1);
     Type("x");
     EXPECT_TRUE(control->DoEditCommand(kHICommandSelectAll));
     EXPECT_TRUE(control->DoEditCommand(kHICommandClear));
@@ -216,16 +209,14 @@ TEST_F(DataBrowserTest, EditCommandsWorkOnTheEditor) {
 TEST_F(DataBrowserTest, ARenameMayDisposeOfTheWindow) {
     Add({ kDeadly });
     Show();
-    SetDataBrowserEditItem(list, kDeadly);
+    List().EditItem(kDeadly);
     Type("last");
     QTest::keyClick(view->Editor(), Qt::Key_Return);
     QApplication::processEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     widget = nullptr; // is gone
     EXPECT_EQ(names[kDeadly], "last");
-    EXPECT_FALSE(IsValidControlHandle(list));
-    EXPECT_EQ(UpdateDataBrowserItems(list), kErrInvalidControl);
-    EXPECT_EQ(SetDataBrowserEditItem(list, kDeadly), kErrInvalidControl);
+    EXPECT_EQ(DataBrowser::Find(list), nullptr);
 }
 
 } // namespace

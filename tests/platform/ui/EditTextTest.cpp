@@ -9,7 +9,6 @@
 #include <QTest>
 
 #include "platform/ui/ControlsFixture.h"
-#include "platform/ui/QtStrings.h"
 
 namespace {
 
@@ -32,22 +31,6 @@ ControlKeyFilterResult Filter(ControlRef, std::int16_t*, std::int16_t* charCode,
     return *charCode == 'x' ? kControlKeyFilterBlockKey : kControlKeyFilterPassKey;
 }
 
-std::string Text(ControlRef control) {
-    CFStringRef text = nullptr;
-    EXPECT_EQ(GetControlData(control, 0, kControlTextCFString, sizeof text, &text, nullptr), 0);
-    std::string const read(text ? CFStringGetUTF8(text) : "none");
-    if (text)
-        CFRelease(text);
-    return read;
-}
-
-OSStatus SetText(ControlRef control, std::string_view utf8) {
-    CFStringRef const text = CFStringCreateWithUTF8(utf8);
-    const OSStatus status = SetControlData(control, 0, kControlTextCFString, sizeof text, &text);
-    CFRelease(text);
-    return status;
-}
-
 // Both kinds of fields behave alike, so every test runs with both.
 class EditTextTest : public ControlsFixture, public testing::WithParamInterface<Lines> {
 protected:
@@ -60,10 +43,8 @@ protected:
         SelectWindow(window);
         ASSERT_TRUE(QTest::qWaitForWindowActive(widget->window()));
         edit->setFocus();
-        ControlKeyFilterProc const filter = Filter;
-        ControlEditTextValidationProc const validation = ::Validate;
-        SetControlData(field, 0, kControlKeyFilter, sizeof filter, &filter);
-        SetControlData(field, 0, kControlValidation, sizeof validation, &validation);
+        Edit().keyFilter = Filter;
+        Edit().validation = ::Validate;
         s_asked.clear();
         s_validate = [this](ControlRef) { ++validations; };
     }
@@ -76,9 +57,9 @@ protected:
     void WantDigits() {
         s_validate = [this](ControlRef control) {
             ++validations;
-            std::string text = Text(control);
+            std::string text = *On(control).Text();
             std::erase_if(text, [](char c) { return c < '0' || c > '9'; });
-            SetText(control, text);
+            On(control).SetText(text);
         };
     }
     void Type(const char* text) { QTest::keyClicks(edit, text); }
@@ -97,14 +78,13 @@ protected:
         QCoreApplication::sendEvent(edit, &event);
         QCoreApplication::processEvents();
     }
-    void Select(std::int16_t start, std::int16_t end) {
-        const ControlEditTextSelectionRec selection { start, end };
-        SetControlData(field, 0, kControlEditTextSelection, sizeof selection, &selection);
-    }
+    EditField& Edit() { return *EditField::Find(field); }
+    std::string Text() { return *On(field).Text(); }
+    void SetText(const char* text) { EXPECT_EQ(On(field).SetText(text), kNoErr); }
+    bool Do(std::uint32_t command) { return On(field).DoEditCommand(command); }
     std::pair<int, int> Selection() {
-        ControlEditTextSelectionRec selection {};
-        GetControlData(field, 0, kControlEditTextSelection, sizeof selection, &selection, nullptr);
-        return { selection.start, selection.end };
+        const EditField::Span span = Edit().Selection();
+        return { span.start, span.end };
     }
 
     ControlRef field = nullptr, other = nullptr;
@@ -128,27 +108,21 @@ TEST_P(EditTextTest, GivesBackTheTextThatItWasGiven) {
                  { "a\r\nb\nc", "a\rb\rc" },
                  { "no\u00A0break", "no\u00A0break" } };
     for (const auto& row : rows) {
-        EXPECT_EQ(SetText(field, row.set), kNoErr);
-        EXPECT_EQ(Text(field), row.got) << row.set;
+        SetText(row.set);
+        EXPECT_EQ(Text(), row.got) << row.set;
     }
-    std::uint32_t size = 0;
-    EXPECT_EQ(GetControlData(field, 0, kControlTextCFString, 0, nullptr, &size), kNoErr);
-    EXPECT_EQ(size, sizeof(CFStringRef));
-    const char byte = 1;
-    EXPECT_EQ(SetControlData(field, 0, kControlTextCFString, 1, &byte), kErrDataSize);
-    EXPECT_EQ(SetControlData(field, 0, kControlColor, 1, &byte), kErrDataNotSupported);
 }
 
 TEST_P(EditTextTest, SelectsWholeCharacters) {
-    SetText(field, "a\U0001F600b"); // units 0, 1 with 2, 3
+    SetText("a\U0001F600b"); // units 0, 1 with 2, 3
     const struct {
-        std::int16_t start, end;
+        int start, end;
         std::pair<int, int> selected;
     } rows[] = { { 0, -1, { 0, 4 } }, { 0, 1, { 0, 1 } },  { 1, 3, { 1, 3 } },
                  { 2, 2, { 1, 1 } },  { 2, 3, { 1, 3 } },  { 1, 2, { 1, 3 } },
                  { 9, 9, { 4, 4 } },  { -5, 1, { 0, 1 } }, { 3, 0, { 3, 3 } } };
     for (const auto& row : rows) {
-        Select(row.start, row.end);
+        Edit().Select({ row.start, row.end });
         EXPECT_EQ(Selection(), row.selected) << row.start << " to " << row.end;
     }
 }
@@ -188,7 +162,7 @@ TEST_P(EditTextTest, TypesWhatTheFilterPassesWithoutValidation) {
     QTest::keyClick(edit, Qt::Key_Left);
     Type("c");
     QCoreApplication::processEvents();
-    EXPECT_EQ(Text(field), "ca");
+    EXPECT_EQ(Text(), "ca");
     EXPECT_EQ(validations, 0);
 }
 
@@ -198,22 +172,22 @@ TEST_P(EditTextTest, ValidatesEveryOtherChangeOnce) {
         std::function<void()> act;
         std::string text;
     } rows[] = {
-        { "set by call", [&] { SetText(field, "one"); }, "one" },
-        { "set to the same", [&] { SetText(field, "one"); }, "" },
+        { "set by call", [&] { SetText("one"); }, "one" },
+        { "set to the same", [&] { SetText("one"); }, "" },
         { "pasted", [&] { Paste("two"); }, "twoone" },
         { "undone", [&] { Undo(); }, "one" },
-        { "edit command", [&] { Control::Find(field)->DoEditCommand(kHICommandPaste); }, "twoone" },
+        { "edit command", [&] { Do(kHICommandPaste); }, "twoone" },
         { "redone by command",
           [&] {
-              Control::Find(field)->DoEditCommand(kHICommandUndo);
+              Do(kHICommandUndo);
               validations = 0;
-              Control::Find(field)->DoEditCommand(kHICommandRedo);
+              Do(kHICommandRedo);
           },
           "twoone" },
         { "cleared",
           [&] {
-              Select(0, 3);
-              Control::Find(field)->DoEditCommand(kHICommandClear);
+              Edit().Select({ 0, 3 });
+              Do(kHICommandClear);
           },
           "one" },
         { "a menu of the widget's own",
@@ -231,55 +205,55 @@ TEST_P(EditTextTest, ValidatesEveryOtherChangeOnce) {
           "" },
         { "copied",
           [&] {
-              Control::Find(field)->DoEditCommand(kHICommandSelectAll);
-              Control::Find(field)->DoEditCommand(kHICommandCopy);
+              Do(kHICommandSelectAll);
+              Do(kHICommandCopy);
           },
           "" },
     };
     for (const auto& row : rows) {
-        Select(0, 0);
+        Edit().Select({ 0, 0 });
         validations = 0;
         row.act();
         EXPECT_EQ(validations, row.text.empty() ? 0 : 1) << row.what;
         if (!row.text.empty()) {
-            EXPECT_EQ(Text(field), row.text) << row.what;
+            EXPECT_EQ(Text(), row.text) << row.what;
         }
     }
-    EXPECT_FALSE(Control::Find(field)->DoEditCommand(kHICommandOK));
+    EXPECT_FALSE(Do(kHICommandOK));
 }
 
 TEST_P(EditTextTest, LetsTheUserUndoBehindACorrection) {
     WantDigits();
     Type("4");
     Paste("1a2-3");
-    EXPECT_EQ(Text(field), "4123");
+    EXPECT_EQ(Text(), "4123");
     EXPECT_EQ(Selection(), std::pair(4, 4));
     Undo();
-    EXPECT_EQ(Text(field), "4");
+    EXPECT_EQ(Text(), "4");
     Undo();
-    EXPECT_EQ(Text(field), "");
+    EXPECT_EQ(Text(), "");
     QTest::keySequence(edit, QKeySequence::Redo);
     QTest::keySequence(edit, QKeySequence::Redo);
     QCoreApplication::processEvents();
-    EXPECT_EQ(Text(field), "4123");
+    EXPECT_EQ(Text(), "4123");
 }
 
 TEST_P(EditTextTest, KeepsUndoAndCaretWhenTheTextIsSet) {
     Type("4 cm");
-    Select(1, 1);
-    SetText(field, "15 cm");
+    Edit().Select({ 1, 1 });
+    SetText("15 cm");
     EXPECT_EQ(Selection(), std::pair(2, 2));
-    SetText(field, "15");
+    SetText("15");
     EXPECT_EQ(Selection(), std::pair(2, 2));
     Undo();
-    EXPECT_EQ(Text(field), "15 cm");
+    EXPECT_EQ(Text(), "15 cm");
     Undo();
-    EXPECT_EQ(Text(field), "4 cm");
-    Select(0, -1);
-    SetText(field, "\U0001F600");
+    EXPECT_EQ(Text(), "4 cm");
+    Edit().Select({ 0, -1 });
+    SetText("\U0001F600");
     EXPECT_EQ(Selection(), std::pair(0, 2));
-    SetText(field, "\U0001F601"); // only the second halves differ
-    EXPECT_EQ(Text(field), "\U0001F601");
+    SetText("\U0001F601"); // only the second halves differ
+    EXPECT_EQ(Text(), "\U0001F601");
 }
 
 TEST_P(EditTextTest, LeavesACompositionAlone) {
@@ -290,60 +264,44 @@ TEST_P(EditTextTest, LeavesACompositionAlone) {
     EXPECT_EQ(validations, 0);
     Compose("\u8A9E", "2\u65E5"); // the rest is still being composed
     EXPECT_EQ(validations, 0);
-    EXPECT_EQ(Text(field), "12\u65E5");
+    EXPECT_EQ(Text(), "12\u65E5");
     Compose("", "");
     EXPECT_EQ(validations, 1);
-    EXPECT_EQ(Text(field), "12");
+    EXPECT_EQ(Text(), "12");
     Compose("\u306B", "");
     Compose("", ""); // given up: nothing has changed
     EXPECT_EQ(validations, 1);
     Compose("\u306B", "");
-    SetText(field, "7");
+    SetText("7");
     Compose("", "8");
-    EXPECT_EQ(Text(field), "78");
+    EXPECT_EQ(Text(), "78");
 }
 
 TEST_P(EditTextTest, ChangesNothingWhenReadOnly) {
-    SetText(field, "text");
-    const std::uint8_t on = 1;
-    EXPECT_EQ(SetControlData(field, 0, kControlTextReadOnly, sizeof on, &on), kNoErr);
+    SetText("text");
+    Edit().SetReadOnly(true);
     Type("abc");
     Paste("more");
-    Select(0, -1);
+    Edit().Select({ 0, -1 });
     for (const std::uint32_t command :
          { kHICommandCut, kHICommandPaste, kHICommandClear, kHICommandUndo, kHICommandRedo })
-        EXPECT_TRUE(Control::Find(field)->DoEditCommand(command));
-    EXPECT_EQ(Text(field), "text");
-    SetText(field, "by call");
-    EXPECT_EQ(Text(field), "by call");
-    const bool several = GetParam() == Lines::kSeveral;
-    EXPECT_EQ(SetControlData(field, 0, kControlTextWrap, sizeof on, &on),
-              several ? kNoErr : kErrDataNotSupported);
-}
-
-TEST_P(EditTextTest, HintsAtTheScript) {
-    for (const OSType script : { kScriptRoman, kScriptAny }) {
-        SetControlData(field, 0, kControlEditTextScript, sizeof script, &script);
-        OSType read = 0;
-        GetControlData(field, 0, kControlEditTextScript, sizeof read, &read, nullptr);
-        EXPECT_EQ(read, script);
-        EXPECT_EQ(edit->inputMethodHints().testFlag(Qt::ImhLatinOnly), script == kScriptRoman);
-        EXPECT_TRUE(edit->testAttribute(Qt::WA_InputMethodEnabled));
-    }
+        EXPECT_TRUE(Do(command));
+    EXPECT_EQ(Text(), "text");
+    SetText("by call");
+    EXPECT_EQ(Text(), "by call");
 }
 
 TEST_P(EditTextTest, LetsTheTabKeyLeave) {
     QTest::keyClick(edit, Qt::Key_Tab);
     EXPECT_TRUE(WidgetOf(other)->hasFocus());
-    EXPECT_EQ(Text(field), "");
+    EXPECT_EQ(Text(), "");
 }
 
 TEST_P(EditTextTest, MayEndInItsOwnValidation) {
-    s_validate = [](ControlRef control) { DisposeControl(control); };
+    s_validate = [](ControlRef control) { On(control).Dispose(); };
     Paste("text");
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_FALSE(IsValidControlHandle(field));
-    EXPECT_TRUE(IsValidControlHandle(other));
+    EXPECT_EQ(Control::Find(field), nullptr);
 }
 
 } // namespace

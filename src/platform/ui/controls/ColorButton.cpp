@@ -1,17 +1,33 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Colour buttons: the style's button with a swatch, and its colour as control data.
-#include "platform/ui/controls/ColorButton.h"
-
+// Colour buttons: the style's button with a swatch.
 #include <QAccessible>
+#include <QPushButton>
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
 #include "platform/ui/controls/ColorValues.h"
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/controls/Families.h"
 #include "platform/ui/controls/Mnemonics.h"
 
 namespace platform {
+namespace {
+
+// A push button that shows a colour in place of a text.
+class ColorButton : public QPushButton {
+public:
+    explicit ColorButton(QWidget* parent);
+
+    QColor Color() const { return m_color; }
+    void SetColor(const QColor& color);
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QColor m_color { Qt::black };
+};
 
 ColorButton::ColorButton(QWidget* parent) : QPushButton(parent) {
     SetColor(Qt::black);
@@ -46,36 +62,26 @@ void ColorButton::paintEvent(QPaintEvent* /*event*/) {
     painter.drawRect(swatch.adjusted(0, 0, -1, -1));
 }
 
-namespace {
-
-class ColorControl : public Control {
+class ColorControl : public WidgetControl {
 public:
-    ColorControl(ColorButton& button, Window& owner) : Control(button, owner), m_button(&button) {
+    ColorControl(ColorButton& button, Window& owner)
+        : WidgetControl(button, owner), m_button(&button) {
         connect(&button, &QAbstractButton::clicked, this, [this] { SendHit(kControlButtonPart); });
         button.setAutoDefault(false);
     }
     // Not shown, but a picker needs a prompt: what screen readers say when there is none.
-    QString Title() const override {
+    std::string Title() const override {
         if (!m_button->text().isEmpty())
-            return WithoutMnemonics(m_button->text());
+            return ToUtf8(WithoutMnemonics(m_button->text()));
         QAccessibleInterface* const spoken = QAccessible::queryAccessibleInterface(m_button);
-        return spoken ? spoken->text(QAccessible::Name) : QString();
+        return spoken ? ToUtf8(spoken->text(QAccessible::Name)) : std::string();
     }
-    void SetTitle(const QString& title) override { m_button->setText(WithoutMeaning(title)); }
+    void SetTitle(std::string_view title) override { m_button->setText(WithoutMeaning(title)); }
     ControlPartCode FocusPart() const override { return kControlButtonPart; }
-    OSStatus SetData(OSType tag, std::span<const std::byte> data) override {
-        if (tag != kControlColor)
-            return Control::SetData(tag, data);
-        RGBColor color {};
-        const OSStatus status = ReadData(data, &color);
-        if (!status)
-            m_button->SetColor(ToQColor(color));
-        return status;
-    }
-    OSStatus GetData(OSType tag, std::span<std::byte> data, std::uint32_t* actualSize) override {
-        if (tag != kControlColor)
-            return Control::GetData(tag, data, actualSize);
-        return WriteData(ToRGBColor(m_button->Color()), data, actualSize);
+    std::optional<RGBColor> Color() const override { return ToRGBColor(m_button->Color()); }
+    OSStatus SetColor(const RGBColor& color) override {
+        m_button->SetColor(ToQColor(color));
+        return kNoErr;
     }
 
 private:
@@ -83,6 +89,10 @@ private:
 };
 
 } // namespace
+
+QWidget* NewColorButton(QWidget* parent) {
+    return new ColorButton(parent);
+}
 
 Control* MakeColorControl(QWidget& widget, Window& owner) {
     auto* const button = dynamic_cast<ColorButton*>(&widget);

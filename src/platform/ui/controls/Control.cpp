@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// What all controls share: finding them from widgets and ids, sending hits and commands, ending.
+// What all controls share: making and finding them, sending hits and commands, ending.
 #include "platform/ui/controls/Control.h"
 
+#include <algorithm>
 #include <memory>
 
 #include <QHash>
 #include <QPointer>
+#include <QPushButton>
 
-#include "platform/ui/QtStrings.h"
+#include "platform/ui/windows/Points.h"
 #include "platform/ui/windows/Window.h"
 
 namespace platform {
@@ -17,10 +19,6 @@ QHash<const QWidget*, Control*>& Registry() {
     static QHash<const QWidget*, Control*> registry;
     return registry;
 }
-
-struct EventReleaser {
-    void operator()(EventRef event) const { ReleaseEvent(event); }
-};
 
 // The references of the controls in the widget, innermost first.
 void Gather(const QWidget& widget, std::vector<ControlRef>* controls) {
@@ -32,24 +30,11 @@ void Gather(const QWidget& widget, std::vector<ControlRef>* controls) {
         controls->push_back(control->Ref());
 }
 
-// The controls nearest below the widget, in the order of its children.
-void GatherSubs(const QWidget& widget, std::vector<Control*>* subs) {
-    for (QObject* child : widget.children()) {
-        if (!child->isWidgetType())
-            continue;
-        const auto& childWidget = static_cast<const QWidget&>(*child);
-        if (Control* control = Control::At(&childWidget))
-            subs->push_back(control);
-        else
-            GatherSubs(childWidget, subs);
-    }
-}
-
 } // namespace
 
 Control::Control(QWidget& widget, Window& owner)
-    : QObject(&widget), UIObject(ObjectKind::kControl, owner.Target()),
-      enabled(!widget.testAttribute(Qt::WA_ForceDisabled)), m_widget(&widget), m_owner(&owner) {
+    : UIObject(ObjectKind::kControl, owner.Target()), m_widget(&widget), m_owner(&owner),
+      m_enabled(!widget.testAttribute(Qt::WA_ForceDisabled)) {
     Registry().insert(&widget, this);
 }
 
@@ -59,7 +44,23 @@ Control::~Control() {
         Registry().remove(m_widget);
 }
 
-// Finding ---------------------------------------------------------------------------------------
+// Making and finding ----------------------------------------------------------------------------
+
+Control* Control::Create(WindowRef window, const char* className, const Rect& bounds) {
+    Window* const owner = Window::Find(window);
+    if (!owner)
+        return nullptr;
+    const QLatin1String name(className);
+    QWidget* const widget = name == QLatin1String("QPushButton")
+                                ? new QPushButton(&owner->Widget())
+                                : MakeCustomWidget(name, &owner->Widget());
+    if (!widget)
+        return nullptr;
+    widget->setGeometry(ToQRect(bounds));
+    Control* const control = MakeControl(*widget, *owner);
+    widget->show();
+    return control;
+}
 
 Control* Control::At(const QWidget* widget) {
     return Registry().value(widget);
@@ -74,64 +75,40 @@ Control* Control::Of(const QWidget* widget) {
     return nullptr;
 }
 
-Control* Control::FindByID(const Window& owner, const ControlID& id) {
-    Control* first = nullptr;
-    for (Control* control : std::as_const(Registry())) {
-        // References count up, so the lowest one is the oldest.
-        if (control->hasID && control->id == id && &control->Owner() == &owner &&
-            (!first || control->As<std::uintptr_t>() < first->As<std::uintptr_t>()))
-            first = control;
+Control* Control::FindByID(WindowRef window, const ControlID& id) {
+    for (UIObject* const object : All(ObjectKind::kControl)) {
+        auto* const control = static_cast<Control*>(object);
+        if (control->id == id && control->OwnerRef() == window)
+            return control;
     }
-    return first;
+    return nullptr;
 }
 
-// Embedding and drawing -------------------------------------------------------------------------
-
-void Control::Embed(Control& sub) {
-    QWidget& widget = sub.Widget();
-    const bool shown = widget.isVisibleTo(widget.parentWidget());
-    const QPoint place = widget.mapToGlobal(QPoint());
-    widget.setParent(m_widget);
-    widget.move(m_widget->mapFromGlobal(place));
-    widget.setVisible(shown);
-}
-
-Control* Control::Super() const {
-    return m_widget->isWindow() ? nullptr : Of(m_widget->parentWidget());
-}
-
-std::vector<Control*> Control::Subs() const {
-    std::vector<Control*> subs;
-    GatherSubs(*m_widget, &subs);
-    return subs;
-}
-
-void Control::Draw() {
-    m_widget->repaint();
+WindowRef Control::OwnerRef() const {
+    return m_owner->Ref();
 }
 
 // Events ----------------------------------------------------------------------------------------
 
 void Control::SendHit(ControlPartCode part) {
-    const QPointer<Control> alive(this);
+    const ControlRef self = Ref();
     const auto withPart = [part](EventRef event) {
         SetEventParameter(event, kEventParamControlPart, kTypeControlPartCode, sizeof part, &part);
     };
     const OSStatus status =
         SendObjectEvent(*this, kEventClassControl, kEventControlHit, kTypeControlRef, withPart);
-    if (status != kEventNotHandledErr || !alive)
+    if (status != kEventNotHandledErr || !Find(self))
         return;
     ApplyHit(part);
     SendCommand();
 }
 
 void Control::SendCommand() {
-    if (commandID == 0)
-        return;
     EventRef made = nullptr;
-    if (CreateEvent(kEventClassCommand, kEventCommandProcess, GetCurrentEventTime(), &made))
+    if (commandID == 0 ||
+        CreateEvent(kEventClassCommand, kEventCommandProcess, GetCurrentEventTime(), &made))
         return;
-    const std::unique_ptr<Event, EventReleaser> event(made);
+    const std::unique_ptr<Event, decltype(&ReleaseEvent)> event(made, ReleaseEvent);
     HICommandExtended command {};
     command.attributes = kHICommandFromControl;
     command.commandID = commandID;
@@ -175,35 +152,6 @@ void Control::Dispose() {
     widget->hide();
     if (widget)
         widget->deleteLater(); // one of its own event functions may be running
-}
-
-// Data ------------------------------------------------------------------------------------------
-
-OSStatus Control::SetData(OSType /*tag*/, std::span<const std::byte> /*data*/) {
-    return kErrDataNotSupported;
-}
-
-OSStatus Control::GetData(OSType /*tag*/, std::span<std::byte> /*data*/,
-                          std::uint32_t* /*actualSize*/) {
-    return kErrDataNotSupported;
-}
-
-OSStatus ReadText(std::span<const std::byte> data, QString* text) {
-    CFStringRef string = nullptr;
-    if (const OSStatus status = ReadData(data, &string))
-        return status;
-    if (!string)
-        return kParamErr;
-    *text = WithLineFeeds(QStringFrom(string));
-    return kNoErr;
-}
-
-OSStatus WriteText(const QString& text, std::span<std::byte> data, std::uint32_t* actualSize) {
-    // A string is only made for a caller who has room to take it over.
-    CFStringRef string = data.size() < sizeof string
-                             ? nullptr
-                             : CFStringCreateWithQString(WithCarriageReturns(text));
-    return WriteData(string, data, actualSize);
 }
 
 } // namespace platform

@@ -12,7 +12,6 @@
 #include <QPushButton>
 
 #include "platform/TextEncoding.h"
-#include "platform/ui/Controls.h"
 #include "platform/ui/controls/ColorValues.h"
 #include "platform/ui/controls/Control.h"
 
@@ -39,25 +38,6 @@ Roles RolesOf(const QWidget& widget) {
 std::int16_t FaceOf(const QFont& font) {
     return static_cast<std::int16_t>((font.bold() ? kBold : 0) | (font.italic() ? kItalic : 0) |
                                      (font.underline() ? kUnderline : 0));
-}
-
-// What was set, and elsewhere what the widget shows by itself. Setting that again changes nothing.
-ControlFontStyleRec StyleOf(const Control& control) {
-    ControlFontStyleRec style = control.fontStyle;
-    const QWidget& widget = control.Widget();
-    const Roles roles = RolesOf(widget);
-    const auto isSet = [&](std::int16_t mask) { return (style.flags & mask) != 0; };
-    if (!isSet(kControlUseSizeMask))
-        style.size = static_cast<std::int16_t>(QFontInfo(widget.font()).pixelSize());
-    if (!isSet(kControlUseFaceMask))
-        style.style = FaceOf(widget.font());
-    if (!isSet(kControlUseModeMask))
-        style.mode = kSrcOr;
-    if (!isSet(kControlUseForeColorMask))
-        style.foreColor = ToRGBColor(widget.palette().color(QPalette::Active, roles.text));
-    if (!isSet(kControlUseBackColorMask))
-        style.backColor = ToRGBColor(widget.palette().color(QPalette::Active, roles.ground));
-    return style;
 }
 
 QString FamilyOf(FontNumber number) {
@@ -91,7 +71,7 @@ void SetFace(QWidget& widget, std::int16_t face) {
 }
 
 // The disabled look stays the palette's.
-void SetColor(QWidget& widget, QPalette::ColorRole role, const RGBColor& color) {
+void SetRoleColor(QWidget& widget, QPalette::ColorRole role, const RGBColor& color) {
     QPalette palette = widget.palette();
     palette.setColor(QPalette::Active, role, ToQColor(color));
     palette.setColor(QPalette::Inactive, role, ToQColor(color));
@@ -116,21 +96,28 @@ bool operator==(const RGBColor& a, const RGBColor& b) {
 
 } // namespace
 
-OSStatus GetControlFontStyle(ControlRef control, ControlFontStyleRec* style) {
-    const Control* const found = Control::Find(control);
-    if (!found)
-        return kErrInvalidControl;
-    *style = StyleOf(*found);
-    return kNoErr;
+// What was set, and elsewhere what the widget shows by itself. Setting that again changes nothing.
+ControlFontStyleRec Control::FontStyle() const {
+    ControlFontStyleRec style = m_fontStyle;
+    const Roles roles = RolesOf(*m_widget);
+    const auto isSet = [&](std::int16_t mask) { return (style.flags & mask) != 0; };
+    if (!isSet(kControlUseSizeMask))
+        style.size = static_cast<std::int16_t>(QFontInfo(m_widget->font()).pixelSize());
+    if (!isSet(kControlUseFaceMask))
+        style.style = FaceOf(m_widget->font());
+    if (!isSet(kControlUseModeMask))
+        style.mode = kSrcOr;
+    if (!isSet(kControlUseForeColorMask))
+        style.foreColor = ToRGBColor(m_widget->palette().color(QPalette::Active, roles.text));
+    if (!isSet(kControlUseBackColorMask))
+        style.backColor = ToRGBColor(m_widget->palette().color(QPalette::Active, roles.ground));
+    return style;
 }
 
-OSStatus SetControlFontStyle(ControlRef control, const ControlFontStyleRec& style) {
-    Control* const found = Control::Find(control);
-    if (!found)
-        return kErrInvalidControl;
-    QWidget& widget = found->Widget();
+void Control::SetFontStyle(const ControlFontStyleRec& style) {
+    QWidget& widget = *m_widget;
     const Roles roles = RolesOf(widget);
-    ControlFontStyleRec now = StyleOf(*found);
+    ControlFontStyleRec now = FontStyle();
     // Only what is named and different is laid over the palette and the style.
     const auto take = [&](std::int16_t mask, auto ControlFontStyleRec::*field, auto apply) {
         if ((style.flags & mask) == 0 || now.*field == style.*field)
@@ -149,28 +136,23 @@ OSStatus SetControlFontStyle(ControlRef control, const ControlFontStyleRec& styl
     take(kControlUseJustMask, &ControlFontStyleRec::just,
          [&](std::int16_t just) { SetJustification(widget, just); });
     take(kControlUseForeColorMask, &ControlFontStyleRec::foreColor,
-         [&](const RGBColor& color) { SetColor(widget, roles.text, color); });
+         [&](const RGBColor& color) { SetRoleColor(widget, roles.text, color); });
     take(kControlUseBackColorMask, &ControlFontStyleRec::backColor,
-         [&](const RGBColor& color) { SetColor(widget, roles.ground, color); });
-    found->fontStyle = now;
-    return kNoErr;
+         [&](const RGBColor& color) { SetRoleColor(widget, roles.ground, color); });
+    m_fontStyle = now;
 }
 
-OSStatus SetControlSizeVariant(ControlRef control, std::uint16_t size) {
-    const Control* const found = Control::Find(control);
-    if (!found)
-        return kErrInvalidControl;
+OSStatus Control::SetSizeVariant(std::uint16_t size) {
     if (size != kControlSizeNormal && size != kControlSizeSmall)
         return kParamErr;
-    QWidget& widget = found->Widget();
-    const QFont normal = QApplication::font(&widget);
+    const QFont normal = QApplication::font(m_widget);
     const double scale = size == kControlSizeSmall ? kSmallFontScale : 1.0;
-    QFont font = widget.font();
+    QFont font = m_widget->font();
     if (normal.pointSizeF() > 0)
         font.setPointSizeF(normal.pointSizeF() * scale);
     else
         font.setPixelSize(std::max(1, static_cast<int>(normal.pixelSize() * scale)));
-    widget.setFont(font);
+    m_widget->setFont(font);
     return kNoErr;
 }
 

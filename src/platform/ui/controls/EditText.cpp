@@ -6,18 +6,36 @@
 #include <QTextDocument>
 
 #include "platform/ui/controls/EditTextControl.h"
-#include "platform/ui/controls/Families.h"
 
 namespace platform {
 namespace {
 
-class OneLine : public EditTextWidget {
+// What both call the same.
+template <class Edit>
+class EditTextOf : public EditTextWidget {
 public:
-    explicit OneLine(QLineEdit& edit) : m_edit(&edit) {}
+    explicit EditTextOf(Edit& edit) : m_edit(&edit) {}
 
     void Watch(QObject& context, std::function<void()> changed) override {
-        QObject::connect(m_edit, &QLineEdit::textChanged, &context, std::move(changed));
+        QObject::connect(m_edit, &Edit::textChanged, &context, std::move(changed));
     }
+    bool IsReadOnly() const override { return m_edit->isReadOnly(); }
+    void SetReadOnly(bool readOnly) override { m_edit->setReadOnly(readOnly); }
+    void Undo() override { m_edit->undo(); }
+    void Redo() override { m_edit->redo(); }
+    void Cut() override { m_edit->cut(); }
+    void Copy() override { m_edit->copy(); }
+    void Paste() override { m_edit->paste(); }
+    void SelectAll() override { m_edit->selectAll(); }
+
+protected:
+    Edit* m_edit;
+};
+
+class OneLine final : public EditTextOf<QLineEdit> {
+public:
+    using EditTextOf::EditTextOf;
+
     QString Text() const override { return m_edit->text(); }
     void Reset(const QString& text) override { m_edit->setText(text); }
     void Replace(Span span, const QString& text) override {
@@ -30,31 +48,16 @@ public:
         return { m_edit->cursorPosition(), m_edit->cursorPosition() };
     }
     void Select(Span span) override { m_edit->setSelection(span.start, span.end - span.start); }
-    bool IsReadOnly() const override { return m_edit->isReadOnly(); }
-    void SetReadOnly(bool readOnly) override { m_edit->setReadOnly(readOnly); }
-
     bool CanUndo() const override { return m_edit->isUndoAvailable(); }
     bool CanRedo() const override { return m_edit->isRedoAvailable(); }
-    void Undo() override { m_edit->undo(); }
-    void Redo() override { m_edit->redo(); }
-    void Cut() override { m_edit->cut(); }
-    void Copy() override { m_edit->copy(); }
-    void Paste() override { m_edit->paste(); }
-    void SelectAll() override { m_edit->selectAll(); }
-
-private:
-    QLineEdit* m_edit;
 };
 
-class SeveralLines : public EditTextWidget {
+class SeveralLines final : public EditTextOf<QPlainTextEdit> {
 public:
-    explicit SeveralLines(QPlainTextEdit& edit) : m_edit(&edit) {
+    explicit SeveralLines(QPlainTextEdit& edit) : EditTextOf(edit) {
         edit.setTabChangesFocus(true); // a tab has no place in the texts, and the keyboard leads on
     }
 
-    void Watch(QObject& context, std::function<void()> changed) override {
-        QObject::connect(m_edit, &QPlainTextEdit::textChanged, &context, std::move(changed));
-    }
     // The document's own text: the plain one has blanks for no-break spaces.
     QString Text() const override {
         QString text = m_edit->document()->toRawText();
@@ -68,22 +71,11 @@ public:
         return { cursor.selectionStart(), cursor.selectionEnd() };
     }
     void Select(Span span) override { m_edit->setTextCursor(CursorOver(span)); }
-    bool IsReadOnly() const override { return m_edit->isReadOnly(); }
-    void SetReadOnly(bool readOnly) override { m_edit->setReadOnly(readOnly); }
-    bool HasWrap() const override { return true; }
-    bool Wraps() const override { return m_edit->lineWrapMode() != QPlainTextEdit::NoWrap; }
     void SetWrap(bool wrap) override {
         m_edit->setLineWrapMode(wrap ? QPlainTextEdit::WidgetWidth : QPlainTextEdit::NoWrap);
     }
-
     bool CanUndo() const override { return m_edit->document()->isUndoAvailable(); }
     bool CanRedo() const override { return m_edit->document()->isRedoAvailable(); }
-    void Undo() override { m_edit->undo(); }
-    void Redo() override { m_edit->redo(); }
-    void Cut() override { m_edit->cut(); }
-    void Copy() override { m_edit->copy(); }
-    void Paste() override { m_edit->paste(); }
-    void SelectAll() override { m_edit->selectAll(); }
 
 private:
     QTextCursor CursorOver(Span span) const {
@@ -92,8 +84,6 @@ private:
         cursor.setPosition(span.end, QTextCursor::KeepAnchor);
         return cursor;
     }
-
-    QPlainTextEdit* m_edit;
 };
 
 } // namespace

@@ -2,7 +2,6 @@
 #include "platform/ui/controls/EditTextControl.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 #include <QCoreApplication>
@@ -12,10 +11,12 @@
 #include <QPointer>
 #include <QScopeGuard>
 
+#include "platform/ui/QtStrings.h"
+
 namespace platform {
 namespace {
 
-using Span = EditTextWidget::Span;
+using Span = EditField::Span;
 
 // Where two texts differ: in the one span, the other has the replacement. Whole characters only.
 struct Difference {
@@ -53,113 +54,57 @@ Difference DifferenceOf(const QString& before, const QString& after) {
              after.mid(start, after.size() - tail - start) };
 }
 
-// Runs use with data as a T; the status says whether its size is right.
-template <class T, class Use>
-OSStatus WithData(std::span<const std::byte> data, Use use) {
-    T value {};
-    const OSStatus status = ReadData(data, &value);
-    if (!status)
-        use(value);
-    return status;
-}
-
 } // namespace
 
 EditTextControl::EditTextControl(QWidget& widget, Window& owner,
                                  std::unique_ptr<EditTextWidget> edit)
-    : Control(widget, owner), m_edit(std::move(edit)), m_seen(m_edit->Text()) {
+    : WidgetControl(widget, owner), m_edit(std::move(edit)), m_seen(m_edit->Text()) {
     widget.installEventFilter(this);
     m_edit->Watch(*this, [this] { NoteChange(); });
 }
 
-// Data ------------------------------------------------------------------------------------------
-
-OSStatus EditTextControl::SetData(OSType tag, std::span<const std::byte> data) {
-    switch (tag) {
-    case kControlTextCFString: {
-        QString text;
-        const OSStatus status = ReadText(data, &text);
-        if (!status)
-            SetText(text);
-        return status;
-    }
-    case kControlEditTextSelection:
-        return WithData<ControlEditTextSelectionRec>(
-            data, [this](const auto& selection) { SetSelection(selection); });
-    case kControlEditTextScript:
-        return WithData<OSType>(data, [this](OSType script) { SetScript(script); });
-    case kControlTextReadOnly:
-        return WithData<std::uint8_t>(data, [this](auto set) { m_edit->SetReadOnly(set != 0); });
-    case kControlTextWrap:
-        if (!m_edit->HasWrap())
-            break;
-        return WithData<std::uint8_t>(data, [this](auto set) { m_edit->SetWrap(set != 0); });
-    case kControlKeyFilter:
-        return ReadData(data, &m_keyFilter);
-    case kControlValidation:
-        return ReadData(data, &m_validation);
-    default:
-        break;
-    }
-    return Control::SetData(tag, data);
+EditField* EditField::Find(ControlRef control) {
+    return dynamic_cast<EditField*>(Control::Find(control));
 }
 
-OSStatus EditTextControl::GetData(OSType tag, std::span<std::byte> data,
-                                  std::uint32_t* actualSize) {
-    const auto byte = [](bool set) { return static_cast<std::uint8_t>(set ? 1 : 0); };
-    switch (tag) {
-    case kControlTextCFString:
-        return WriteText(m_edit->Text(), data, actualSize);
-    case kControlEditTextSelection:
-        return WriteData(Selection(), data, actualSize);
-    case kControlEditTextScript:
-        return WriteData(m_script, data, actualSize);
-    case kControlTextReadOnly:
-        return WriteData(byte(m_edit->IsReadOnly()), data, actualSize);
-    case kControlTextWrap:
-        if (!m_edit->HasWrap())
-            break;
-        return WriteData(byte(m_edit->Wraps()), data, actualSize);
-    case kControlKeyFilter:
-        return WriteData(m_keyFilter, data, actualSize);
-    case kControlValidation:
-        return WriteData(m_validation, data, actualSize);
-    default:
-        break;
+// Text ------------------------------------------------------------------------------------------
+
+std::optional<std::string> EditTextControl::Text() const {
+    return ToUtf8(m_edit->Text());
+}
+
+OSStatus EditTextControl::SetText(std::string_view text) {
+    if (m_composing)
+        EndComposition();
+    m_passed = false;
+    if (const QString lines = FromUtf8(text); lines != m_edit->Text()) {
+        ReplaceBy(lines);
+        Validate();
     }
-    return Control::GetData(tag, data, actualSize);
+    return kNoErr;
 }
 
 // What the user did in the field can still be undone afterwards, and the selection stays with the text
 // around it. A correction takes the place of what it corrects: undoing it alone would bring back what
 // is corrected again at once, and no undo would ever lead further back.
-void EditTextControl::SetText(const QString& text) {
-    if (m_composing)
-        EndComposition();
-    m_passed = false;
-    const QString before = m_edit->Text();
-    if (text == before)
-        return;
-    if (!Widget().hasFocus() && !m_edit->CanUndo()) {
-        m_edit->Reset(text);
-    } else {
-        const Difference whole = DifferenceOf(before, text);
-        const Span selection = m_edit->Selection();
-        if (m_validating && m_edit->CanUndo() && !m_edit->CanRedo())
-            m_edit->Undo();
-        const Difference rest = DifferenceOf(m_edit->Text(), text);
-        m_edit->Replace(rest.span, rest.replacement);
-        m_edit->Select({ whole.Follow(selection.start), whole.Follow(selection.end) });
-    }
-    Validate();
+void EditTextControl::ReplaceBy(const QString& text) {
+    if (!Widget().hasFocus() && !m_edit->CanUndo())
+        return m_edit->Reset(text);
+    const Difference whole = DifferenceOf(m_edit->Text(), text);
+    const Span selection = m_edit->Selection();
+    if (m_validating && m_edit->CanUndo() && !m_edit->CanRedo())
+        m_edit->Undo();
+    const Difference rest = DifferenceOf(m_edit->Text(), text);
+    m_edit->Replace(rest.span, rest.replacement);
+    m_edit->Select({ whole.Follow(selection.start), whole.Follow(selection.end) });
 }
 
 // A half of a surrogate pair takes its other half with it.
-void EditTextControl::SetSelection(const ControlEditTextSelectionRec& selection) {
+void EditTextControl::Select(Span span) {
     const QString text = m_edit->Text();
     const int length = static_cast<int>(text.size());
-    int start = std::clamp<int>(selection.start, 0, length);
-    int end = selection.end < 0 ? length : std::clamp<int>(selection.end, start, length);
+    int start = std::clamp(span.start, 0, length);
+    int end = span.end < 0 ? length : std::clamp(span.end, start, length);
     const bool caret = start == end;
     if (SplitsPair(text, start))
         --start;
@@ -170,20 +115,8 @@ void EditTextControl::SetSelection(const ControlEditTextSelectionRec& selection)
     m_edit->Select({ start, end });
 }
 
-ControlEditTextSelectionRec EditTextControl::Selection() const {
-    const auto narrow = [](int position) {
-        return static_cast<std::int16_t>(
-            std::min<int>(position, std::numeric_limits<std::int16_t>::max()));
-    };
-    const Span span = m_edit->Selection();
-    return { narrow(span.start), narrow(span.end) };
-}
-
-// A hint for keyboards on the screen and input methods; any of them goes on working.
-void EditTextControl::SetScript(OSType script) {
-    m_script = script;
-    Widget().setInputMethodHints(
-        Widget().inputMethodHints().setFlag(Qt::ImhLatinOnly, script == kScriptRoman));
+void EditTextControl::SetRomanScript(bool roman) {
+    Widget().setInputMethodHints(Widget().inputMethodHints().setFlag(Qt::ImhLatinOnly, roman));
 }
 
 // Keys and commands -----------------------------------------------------------------------------
@@ -200,11 +133,11 @@ bool EditTextControl::BlocksKey(std::uint32_t keyCode, std::int16_t charCode,
         return true;
     m_passed = false;
     const bool command = modifiers & (kCmdKey | kOptionKey | kControlKey);
-    if (!m_keyFilter || command || charCode == 0 || m_edit->IsReadOnly())
+    if (!keyFilter || command || charCode == 0 || m_edit->IsReadOnly())
         return false;
     auto key = static_cast<std::int16_t>(keyCode);
     auto heldDown = static_cast<std::uint16_t>(modifiers);
-    if (m_keyFilter(Ref(), &key, &charCode, &heldDown) == kControlKeyFilterBlockKey || !alive)
+    if (keyFilter(Ref(), &key, &charCode, &heldDown) == kControlKeyFilterBlockKey || !alive)
         return true;
     m_passed = true;
     // A key that only moves changes nothing, and must not answer for what comes next.
@@ -247,12 +180,12 @@ bool EditTextControl::eventFilter(QObject* watched, QEvent* event) {
     else if (event->type() == QEvent::FocusOut)
         m_composing = false; // the widget commits or drops what was composed
     else
-        return Control::eventFilter(watched, event);
+        return WidgetControl::eventFilter(watched, event);
     m_passed = false;
     // What was committed while more was being composed.
     if (m_unvalidated && !m_composing)
         ValidateSoon();
-    return Control::eventFilter(watched, event);
+    return WidgetControl::eventFilter(watched, event);
 }
 
 void EditTextControl::EndComposition() {
@@ -285,14 +218,14 @@ void EditTextControl::Validate() {
     if (!m_unvalidated || m_validating || m_composing)
         return;
     m_unvalidated = false;
-    if (!m_validation)
+    if (!validation)
         return;
     m_validating = true;
     const auto done = qScopeGuard([alive = QPointer<EditTextControl>(this)] {
         if (alive)
             alive->m_validating = false;
     });
-    m_validation(Ref());
+    validation(Ref());
 }
 
 } // namespace platform

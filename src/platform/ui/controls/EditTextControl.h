@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// An edit field: its data tags, the filter that its keys go through and the validation of every other
+// An edit field: its text, the filter that its keys go through and the validation of every other
 // change. Which widget it is, only EditTextWidget's two classes know.
 #pragma once
 
@@ -16,9 +16,7 @@ namespace platform {
 // Qt, from 0 to the text's length.
 class EditTextWidget {
 public:
-    struct Span {
-        int start, end;
-    };
+    using Span = EditField::Span;
 
     virtual ~EditTextWidget() = default;
     // Calls changed, for as long as context lives, when the text or only its looks have changed.
@@ -31,9 +29,7 @@ public:
     virtual void Select(Span span) = 0; // the caret goes to its end
     virtual bool IsReadOnly() const = 0;
     virtual void SetReadOnly(bool readOnly) = 0;
-    virtual bool HasWrap() const { return false; } // only several lines have
-    virtual bool Wraps() const { return false; }
-    virtual void SetWrap(bool /*wrap*/) {}
+    virtual void SetWrap(bool /*wrap*/) {} // only several lines have any
 
     virtual bool CanUndo() const = 0;
     virtual bool CanRedo() const = 0;
@@ -46,12 +42,17 @@ public:
     void Clear() { Replace(Selection(), {}); }
 };
 
-class EditTextControl : public Control {
+class EditTextControl final : public WidgetControl, public EditField {
 public:
     EditTextControl(QWidget& widget, Window& owner, std::unique_ptr<EditTextWidget> edit);
 
-    OSStatus SetData(OSType tag, std::span<const std::byte> data) override;
-    OSStatus GetData(OSType tag, std::span<std::byte> data, std::uint32_t* actualSize) override;
+    std::optional<std::string> Text() const override;
+    OSStatus SetText(std::string_view text) override;
+    Span Selection() const override { return m_edit->Selection(); }
+    void Select(Span span) override;
+    void SetRomanScript(bool roman) override;
+    void SetReadOnly(bool readOnly) override { m_edit->SetReadOnly(readOnly); }
+    void SetWrap(bool wrap) override { m_edit->SetWrap(wrap); }
     ControlPartCode FocusPart() const override;
     bool BlocksKey(std::uint32_t keyCode, std::int16_t charCode, std::uint32_t modifiers) override;
     bool DoEditCommand(std::uint32_t commandID) override;
@@ -61,18 +62,12 @@ protected:
 
 private:
     void NoteChange(); // the widget says so
-    void SetText(const QString& text);
-    void SetSelection(const ControlEditTextSelectionRec& selection);
-    ControlEditTextSelectionRec Selection() const;
-    void SetScript(OSType script);
+    void ReplaceBy(const QString& text);
     void EndComposition();
     void ValidateSoon();
     void Validate(); // the control may be gone afterwards
 
     std::unique_ptr<EditTextWidget> m_edit;
-    ControlKeyFilterProc m_keyFilter = nullptr;
-    ControlEditTextValidationProc m_validation = nullptr;
-    OSType m_script = kScriptAny;
     // The text as last seen: the widget says it has changed when only its looks have, too.
     QString m_seen;
     bool m_passed = false;      // the filter let a key through; its change needs no validation

@@ -1,19 +1,20 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Which family a widget belongs to, the widgets that forms know by our own class names, and the
-// names that screen readers say.
-#include "platform/ui/controls/Families.h"
+// Which family a widget belongs to, the widgets that forms know by our own class names, and what
+// screen readers are told about both: names, roles and values.
+#include "platform/ui/controls/Control.h"
 
 #include <array>
 
 #include <QAbstractButton>
+#include <QAccessible>
+#include <QAccessibleWidget>
 #include <QLabel>
 
-#include "platform/ui/controls/Accessible.h"
-#include "platform/ui/controls/ColorButton.h"
-#include "platform/ui/controls/Control.h"
 #include "platform/ui/controls/RadioGroup.h"
 #include "platform/ui/controls/Stepper.h"
 #include "platform/ui/controls/UserPane.h"
+#include "platform/ui/lists/ListView.h"
+#include "platform/ui/menus/PopupButton.h"
 #include "platform/ui/windows/Window.h"
 
 namespace platform {
@@ -48,6 +49,45 @@ void NameByToolTip(QWidget& widget) {
         widget.setAccessibleName(widget.toolTip());
 }
 
+class AccessibleStepper : public QAccessibleWidget, public QAccessibleValueInterface {
+public:
+    explicit AccessibleStepper(Stepper& stepper)
+        : QAccessibleWidget(&stepper, QAccessible::SpinBox), m_stepper(stepper) {}
+
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        return type == QAccessible::ValueInterface ? static_cast<QAccessibleValueInterface*>(this)
+                                                   : QAccessibleWidget::interface_cast(type);
+    }
+    QVariant currentValue() const override { return m_stepper.Value(); }
+    QVariant minimumValue() const override { return m_stepper.Minimum(); }
+    QVariant maximumValue() const override { return m_stepper.Maximum(); }
+    QVariant minimumStepSize() const override { return 1; }
+    // One step that way, as the user would, since the handlers decide how wide a step is.
+    void setCurrentValue(const QVariant& value) override { m_stepper.StepTowards(value.toInt()); }
+
+private:
+    Stepper& m_stepper;
+};
+
+QAccessibleInterface* MakeInterface(const QString& /*className*/, QObject* object) {
+    if (auto* stepper = dynamic_cast<Stepper*>(object))
+        return new AccessibleStepper(*stepper);
+    if (auto* pane = dynamic_cast<UserPane*>(object))
+        return new QAccessibleWidget(pane, QAccessible::Canvas);
+    if (auto* group = dynamic_cast<RadioGroup*>(object))
+        return new QAccessibleWidget(group, QAccessible::Grouping);
+    return nullptr;
+}
+
+// Once for the process, however often it is called.
+void InstallAccessibleRoles() {
+    static const bool installed = [] {
+        QAccessible::installFactory(MakeInterface);
+        return true;
+    }();
+    static_cast<void>(installed);
+}
+
 } // namespace
 
 Control* MakeControl(QWidget& widget, Window& owner) {
@@ -59,7 +99,7 @@ Control* MakeControl(QWidget& widget, Window& owner) {
             return control;
         }
     }
-    return nullptr;
+    return new WidgetControl(widget, owner);
 }
 
 QWidget* MakeCustomWidget(const QString& className, QWidget* parent) {
@@ -69,13 +109,13 @@ QWidget* MakeCustomWidget(const QString& className, QWidget* parent) {
     if (className == QLatin1String("Stepper"))
         return new Stepper(parent);
     if (className == QLatin1String("ColorButton"))
-        return new ColorButton(parent);
+        return NewColorButton(parent);
     if (className == QLatin1String("UserPane"))
         return new UserPane(parent);
     if (className == QLatin1String("PopupButton"))
-        return NewPopupButton(parent);
+        return new PopupButton(parent);
     if (className == QLatin1String("ListView"))
-        return NewListView(parent);
+        return new ListView(parent);
     return nullptr;
 }
 

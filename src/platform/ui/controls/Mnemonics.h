@@ -3,7 +3,7 @@
 // that a program sets or asks for mean what they say.
 #pragma once
 
-#include <QString>
+#include "platform/ui/QtStrings.h"
 
 namespace platform {
 
@@ -20,8 +20,8 @@ inline QString WithoutMnemonics(const QString& text) {
 }
 
 // "A & B" -> "A && B".
-inline QString WithoutMeaning(QString title) {
-    return title.replace(QLatin1Char('&'), QStringLiteral("&&"));
+inline QString WithoutMeaning(std::string_view title) {
+    return FromUtf8(title).replace(QLatin1Char('&'), QStringLiteral("&&"));
 }
 
 } // namespace platform

@@ -5,7 +5,6 @@
 #include <algorithm>
 
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/controls/Families.h"
 
 namespace platform {
 
@@ -44,9 +43,10 @@ void RadioGroup::Uncheck(QAbstractButton& button) {
 
 namespace {
 
-class RadioGroupControl : public Control {
+class RadioGroupControl : public WidgetControl {
 public:
-    RadioGroupControl(RadioGroup& group, Window& owner) : Control(group, owner), m_group(&group) {
+    RadioGroupControl(RadioGroup& group, Window& owner)
+        : WidgetControl(group, owner), m_group(&group) {
         // Those that lie in it in the form belong to it.
         for (QRadioButton* button : group.findChildren<QRadioButton*>())
             group.Add(*button);
@@ -59,15 +59,8 @@ public:
     }
 
     std::int32_t Value() const override { return m_group->Value(); }
-    void SetValue(std::int32_t value) override { m_group->SetValue(value); }
     std::int32_t Maximum() const override {
         return static_cast<std::int32_t>(m_group->Buttons().size());
-    }
-    void Embed(Control& sub) override {
-        if (auto* button = qobject_cast<QRadioButton*>(&sub.Widget()))
-            m_group->Add(*button);
-        else
-            Control::Embed(sub);
     }
     std::vector<Control*> Subs() const override {
         std::vector<Control*> subs;
@@ -76,6 +69,15 @@ public:
                 subs.push_back(control);
         }
         return subs;
+    }
+
+protected:
+    void ApplyValue(std::int32_t value) override { m_group->SetValue(value); }
+    void Embed(Control& sub) override {
+        if (auto* button = qobject_cast<QRadioButton*>(&sub.Widget()))
+            m_group->Add(*button);
+        else
+            Control::Embed(sub);
     }
 
 private:

@@ -15,7 +15,6 @@
 #include <QWheelEvent>
 
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/controls/Families.h"
 
 namespace platform {
 namespace {
@@ -114,16 +113,7 @@ bool Stepper::event(QEvent* event) {
 void Stepper::Step(Arrow arrow) {
     if (m_stepping || !onStep)
         return;
-    const struct Stepping {
-        explicit Stepping(Stepper& stepper) : alive(&stepper) { stepper.m_stepping = true; }
-        Stepping(const Stepping&) = delete;
-        Stepping& operator=(const Stepping&) = delete;
-        ~Stepping() {
-            if (alive)
-                alive->m_stepping = false;
-        }
-        QPointer<Stepper> alive;
-    } stepping(*this);
+    const WhileSet stepping(*this, m_stepping, true);
     onStep(arrow);
 }
 
@@ -175,7 +165,7 @@ void Stepper::timerEvent(QTimerEvent* event) {
 }
 
 void Stepper::wheelEvent(QWheelEvent* event) {
-    const QPointer<Stepper> alive(this);
+    const Alive alive(*this);
     m_wheelAngle += event->angleDelta().y();
     int notches = m_wheelAngle / kAnglePerNotch;
     m_wheelAngle %= kAnglePerNotch;
@@ -209,9 +199,10 @@ void Stepper::hideEvent(QHideEvent* event) {
 
 namespace {
 
-class StepperControl : public Control {
+class StepperControl : public WidgetControl {
 public:
-    StepperControl(Stepper& stepper, Window& owner) : Control(stepper, owner), m_stepper(&stepper) {
+    StepperControl(Stepper& stepper, Window& owner)
+        : WidgetControl(stepper, owner), m_stepper(&stepper) {
         TakeFromForm("minimum", &Stepper::SetMinimum);
         TakeFromForm("maximum", &Stepper::SetMaximum);
         TakeFromForm("value", &Stepper::SetValue);
@@ -222,34 +213,26 @@ public:
         };
     }
     std::int32_t Value() const override { return m_stepper->Value(); }
-    void SetValue(std::int32_t value) override { m_stepper->SetValue(value); }
     std::int32_t Minimum() const override { return m_stepper->Minimum(); }
     void SetMinimum(std::int32_t minimum) override { m_stepper->SetMinimum(minimum); }
     std::int32_t Maximum() const override { return m_stepper->Maximum(); }
     void SetMaximum(std::int32_t maximum) override { m_stepper->SetMaximum(maximum); }
     ControlPartCode FocusPart() const override { return kControlUpButtonPart; }
+    OSStatus SetRepeatInterval(double seconds) override {
+        if (!(seconds > 0)) // nor any number at all
+            return kParamErr;
+        m_stepper->SetRepeatInterval(seconds);
+        return kNoErr;
+    }
+
+protected:
+    void ApplyValue(std::int32_t value) override { m_stepper->SetValue(value); }
     void ApplyHit(ControlPartCode part) override {
         const std::int32_t value = Value();
         if (part == kControlUpButtonPart && value < Maximum())
             SetValue(value + 1);
         else if (part == kControlDownButtonPart && value > Minimum())
             SetValue(value - 1);
-    }
-    OSStatus SetData(OSType tag, std::span<const std::byte> data) override {
-        if (tag != kControlRepeatInterval)
-            return Control::SetData(tag, data);
-        double seconds = 0;
-        if (const OSStatus status = ReadData(data, &seconds))
-            return status;
-        if (!(seconds > 0)) // nor any number at all
-            return kParamErr;
-        m_stepper->SetRepeatInterval(seconds);
-        return kNoErr;
-    }
-    OSStatus GetData(OSType tag, std::span<std::byte> data, std::uint32_t* actualSize) override {
-        if (tag != kControlRepeatInterval)
-            return Control::GetData(tag, data, actualSize);
-        return WriteData(m_stepper->RepeatInterval(), data, actualSize);
     }
 
 private:

@@ -9,9 +9,11 @@
 #include <QBasicTimer>
 #include <QWidget>
 
+#include "platform/Lifetime.h"
+
 namespace platform {
 
-class Stepper : public QWidget {
+class Stepper : public QWidget, public Lifetime {
 public:
     enum class Arrow : std::uint8_t { kNone, kUp, kDown };
 
@@ -29,7 +31,6 @@ public:
     void SetMaximum(std::int32_t maximum);
     // Steps once towards the value, if it is not there.
     void StepTowards(std::int32_t value);
-    double RepeatInterval() const { return m_repeatInterval; } // seconds
     void SetRepeatInterval(double seconds);
 
     QSize sizeHint() const override;

@@ -16,7 +16,6 @@
 
 #include "platform/ui/controls/ColorValues.h"
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/controls/Families.h"
 
 namespace platform {
 namespace {
@@ -37,18 +36,6 @@ public:
 private:
     CGrafPtr m_port = nullptr;
     GDHandle m_device = nullptr;
-};
-
-// Sets a flag until its end.
-class ScopedFlag {
-public:
-    explicit ScopedFlag(bool& flag) : m_flag(flag) { m_flag = true; }
-    ScopedFlag(const ScopedFlag&) = delete;
-    ScopedFlag& operator=(const ScopedFlag&) = delete;
-    ~ScopedFlag() { m_flag = false; }
-
-private:
-    bool& m_flag;
 };
 
 // Bytes unused, red, green, blue of one pixel, as the word 0xffRRGGBB.
@@ -97,7 +84,7 @@ void UserPane::DrawWorld() {
     EraseRect({ middle, 0, bottom, right });
     if (!onDraw)
         return;
-    const ScopedFlag drawing(m_drawing);
+    const WhileSet drawing(*this, m_drawing, true);
     onDraw();
 }
 
@@ -155,7 +142,7 @@ void UserPane::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return event->ignore();
     m_pressed = true;
-    const QPointer<UserPane> alive(this);
+    const Alive alive(*this);
     const bool done = onPress && onPress(event->position().toPoint());
     if (alive && done)
         m_pressed = false;
@@ -173,9 +160,9 @@ void UserPane::mouseReleaseEvent(QMouseEvent* event) {
 
 namespace {
 
-class UserPaneControl : public Control {
+class UserPaneControl : public WidgetControl {
 public:
-    UserPaneControl(UserPane& pane, Window& owner) : Control(pane, owner), m_pane(&pane) {
+    UserPaneControl(UserPane& pane, Window& owner) : WidgetControl(pane, owner), m_pane(&pane) {
         const QPointer<UserPaneControl> self(this);
         pane.onDraw = [self] {
             if (self)
@@ -212,7 +199,7 @@ private:
         return part;
     }
     bool Track(QPoint where) {
-        const QPointer<Control> alive(this);
+        const QPointer<UserPaneControl> alive(this);
         const HIPoint place { static_cast<float>(where.x()), static_cast<float>(where.y()) };
         const ControlPartCode part = PartAt(place);
         if (!alive || part == kControlNoPart)

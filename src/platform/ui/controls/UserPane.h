@@ -8,11 +8,12 @@
 #include <QImage>
 #include <QWidget>
 
+#include "platform/Lifetime.h"
 #include "platform/ui/Windows.h"
 
 namespace platform {
 
-class UserPane : public QWidget {
+class UserPane : public QWidget, public Lifetime {
 public:
     explicit UserPane(QWidget* parent);
 

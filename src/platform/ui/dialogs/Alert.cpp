@@ -42,7 +42,7 @@ public:
     std::int16_t Run();
 
 private:
-    Control* AddButton(QMessageBox::StandardButton button, std::uint32_t commandID);
+    ControlRef AddButton(QMessageBox::StandardButton button, std::uint32_t commandID);
 
     OwnedDialog<QMessageBox> m_box;
     QPointer<Window> m_window;
@@ -57,21 +57,20 @@ Alert::Alert(AlertType type, const QString& message, const QString& explanation,
     m_box->setInformativeText(explanation);
     if (param.helpButton)
         m_box->addButton(QMessageBox::Help);
-    Control* const cancel =
+    const ControlRef cancel =
         param.cancelButton ? AddButton(QMessageBox::Cancel, kHICommandCancel) : nullptr;
     // A box without any button could not be left.
-    Control* const ok =
+    const ControlRef ok =
         param.okButton || !cancel ? AddButton(QMessageBox::Ok, kHICommandOK) : nullptr;
     m_window->defaultButton = ok ? ok : cancel;
     m_box->setDefaultButton(ok ? QMessageBox::Ok : QMessageBox::Cancel);
     m_box->setEscapeButton(cancel ? QMessageBox::Cancel : QMessageBox::Ok);
 }
 
-Control* Alert::AddButton(QMessageBox::StandardButton button, std::uint32_t commandID) {
+ControlRef Alert::AddButton(QMessageBox::StandardButton button, std::uint32_t commandID) {
     Control* const control = MakeControl(*m_box->addButton(button), *m_window);
-    if (control)
-        control->commandID = commandID;
-    return control;
+    control->commandID = commandID;
+    return control->Ref();
 }
 
 std::int16_t Alert::Run() {

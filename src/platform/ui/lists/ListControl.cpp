@@ -1,66 +1,170 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// A list view as a control.
-#include "platform/ui/lists/ListControl.h"
-
-#include "platform/ui/controls/Families.h"
+// The control over a list view. Notifications run between the steps of an operation, so each step looks
+// whether the list is still there.
+#include "platform/ui/DataBrowser.h"
+#include "platform/ui/controls/Control.h"
+#include "platform/ui/lists/ListView.h"
 #include "platform/ui/windows/Guarded.h"
-#include "platform/ui/windows/Window.h"
 
 namespace platform {
+namespace {
 
-ListControl::ListControl(ListView& view, Window& owner) : Control(view, owner), m_view(view) {
-    // The view may outlive this control by some calls, so it knows it by its reference alone. It
-    // calls from inside its own work, which an exception would tear.
-    view.Rows().source = [self = Ref()](DataBrowserItemID item, DataBrowserPropertyID property,
-                                        OpaqueItemData& data, bool set) {
-        const ListControl* const control = Find(self);
-        if (!control || !control->callbacks.itemData)
-            return kErrDataNotSupported;
-        OSStatus status = kParamErr;
-        Guarded([&] { status = control->callbacks.itemData(self, item, property, &data, set); });
-        return status;
+class ListControl final : public WidgetControl, public DataBrowser {
+public:
+    ListControl(ListView& view, Window& owner);
+
+    ControlPartCode FocusPart() const override { return kControlListBoxPart; }
+    bool DoEditCommand(std::uint32_t commandID) override;
+
+    void SetSource(DataBrowserPropertyID property, const DataBrowserCallbacks& callbacks) override {
+        m_callbacks = callbacks;
+        Rows().property = property;
+        Rows().Update();
+    }
+    OSStatus AddItems(Items items) override;
+    OSStatus RemoveItems(Items items) override;
+    void UpdateItems() override { Rows().Update(); }
+    std::vector<DataBrowserItemID> AllItems() const override { return Rows().Items(); }
+    std::vector<DataBrowserItemID> SelectedItems() const override { return m_view.SelectedItems(); }
+    void SelectItems(Items items) override { m_view.Select(items); }
+    OSStatus RevealItem(DataBrowserItemID item) override;
+    OSStatus EditItem(DataBrowserItemID item) override;
+    DataBrowserItemID EditedItem() const override { return m_view.EditedItem(); }
+
+private:
+    using Self = QPointer<ListControl>;
+
+    ListModel& Rows() const { return m_view.Rows(); }
+    OSStatus Ask(DataBrowserItemID item, DataBrowserPropertyID property, DataBrowserItemData& data,
+                 bool set) const;
+    void Tell(DataBrowserItemID item, DataBrowserItemNotification message) const;
+    static void TellOfAll(const Self& self, Items items, DataBrowserItemNotification message);
+    static void LetGo(const Self& self, Items items);
+
+    ListView& m_view;
+    DataBrowserCallbacks m_callbacks;
+};
+
+// The view may outlive this control by some calls.
+ListControl::ListControl(ListView& view, Window& owner)
+    : WidgetControl(view, owner), m_view(view) {
+    view.Rows().source = [self = Self(this)](DataBrowserItemID item, DataBrowserPropertyID property,
+                                             DataBrowserItemData& data, bool set) {
+        return self ? self->Ask(item, property, data, set) : kErrDataNotSupported;
     };
-    view.notify = [self = Ref()](DataBrowserItemID item, DataBrowserItemNotification message) {
-        const ListControl* const control = Find(self);
-        if (control && control->callbacks.itemNotification)
-            Guarded([&] { control->callbacks.itemNotification(self, item, message); });
+    view.notify = [self = Self(this)](DataBrowserItemID item, DataBrowserItemNotification message) {
+        if (self)
+            self->Tell(item, message);
     };
 }
 
-ListControl* ListControl::Find(ControlRef control) {
-    return dynamic_cast<ListControl*>(Control::Find(control));
+// The view calls from inside its own work, which an exception would tear.
+OSStatus ListControl::Ask(DataBrowserItemID item, DataBrowserPropertyID property,
+                          DataBrowserItemData& data, bool set) const {
+    if (!m_callbacks.itemData)
+        return kErrDataNotSupported;
+    OSStatus status = kParamErr;
+    Guarded([&] { status = m_callbacks.itemData(Ref(), item, property, &data, set); });
+    return status;
+}
+
+void ListControl::Tell(DataBrowserItemID item, DataBrowserItemNotification message) const {
+    if (m_callbacks.itemNotification)
+        Guarded([&] { m_callbacks.itemNotification(Ref(), item, message); });
+}
+
+void ListControl::TellOfAll(const Self& self, Items items, DataBrowserItemNotification message) {
+    for (const DataBrowserItemID item : items) {
+        if (self)
+            self->Tell(item, message);
+    }
+}
+
+// Rows ------------------------------------------------------------------------------------------
+
+OSStatus ListControl::AddItems(Items items) {
+    if (!Rows().Add(items))
+        return kParamErr;
+    TellOfAll(this, items, kDataBrowserItemAdded);
+    return kNoErr;
+}
+
+// Ends what goes on in rows that are about to go, so that its notifications meet whole rows.
+void ListControl::LetGo(const Self& self, Items items) {
+    QItemSelection rows;
+    bool edited = false;
+    for (const DataBrowserItemID item : items) {
+        const QModelIndex index = self->Rows().IndexOf(item);
+        if (index.isValid())
+            rows.select(index, index);
+        edited |= item != kDataBrowserNoItem && item == self->EditedItem();
+    }
+    self->m_view.selectionModel()->select(rows, QItemSelectionModel::Deselect);
+    if (self && edited)
+        self->m_view.EndEdit(ListView::Text::kDrop);
+}
+
+OSStatus ListControl::RemoveItems(Items items) {
+    const Self self(this);
+    LetGo(self, items);
+    std::vector<DataBrowserItemID> removed;
+    for (const DataBrowserItemID item : items) {
+        if (!self || !Rows().IndexOf(item).isValid())
+            continue;
+        Rows().Remove(item);
+        removed.push_back(item);
+    }
+    TellOfAll(self, removed, kDataBrowserItemRemoved);
+    return removed.size() == items.size() ? kNoErr : kParamErr;
+}
+
+OSStatus ListControl::RevealItem(DataBrowserItemID item) {
+    const QModelIndex index = Rows().IndexOf(item);
+    if (!index.isValid())
+        return kParamErr;
+    m_view.scrollTo(index);
+    return kNoErr;
+}
+
+OSStatus ListControl::EditItem(DataBrowserItemID item) {
+    if (item != kDataBrowserNoItem)
+        return m_view.Edit(item) ? kNoErr : kParamErr;
+    m_view.EndEdit(ListView::Text::kKeep);
+    return kNoErr;
 }
 
 bool ListControl::DoEditCommand(std::uint32_t commandID) {
+    static constexpr std::pair<std::uint32_t, void (*)(QLineEdit&)> kOfEditor[] = {
+        { kHICommandUndo, [](QLineEdit& editor) { editor.undo(); } },
+        { kHICommandRedo, [](QLineEdit& editor) { editor.redo(); } },
+        { kHICommandCut, [](QLineEdit& editor) { editor.cut(); } },
+        { kHICommandCopy, [](QLineEdit& editor) { editor.copy(); } },
+        { kHICommandPaste, [](QLineEdit& editor) { editor.paste(); } },
+        { kHICommandClear, [](QLineEdit& editor) { editor.del(); } },
+        { kHICommandSelectAll, [](QLineEdit& editor) { editor.selectAll(); } },
+    };
     QLineEdit* const editor = m_view.Editor();
-    switch (commandID) {
-    case kHICommandSelectAll:
-        editor ? editor->selectAll() : m_view.selectAll();
-        return true;
-    case kHICommandUndo:
-        return editor ? editor->undo(), true : false;
-    case kHICommandRedo:
-        return editor ? editor->redo(), true : false;
-    case kHICommandCut:
-        return editor ? editor->cut(), true : false;
-    case kHICommandCopy:
-        return editor ? editor->copy(), true : false;
-    case kHICommandPaste:
-        return editor ? editor->paste(), true : false;
-    case kHICommandClear:
-        return editor ? editor->del(), true : false;
-    default:
-        return false;
+    if (!editor) {
+        if (commandID == kHICommandSelectAll)
+            m_view.selectAll();
+        return commandID == kHICommandSelectAll;
     }
+    for (const auto& [command, act] : kOfEditor) {
+        if (command == commandID)
+            return act(*editor), true;
+    }
+    return false;
+}
+
+} // namespace
+
+DataBrowser* DataBrowser::Find(ControlRef control) {
+    return dynamic_cast<DataBrowser*>(Control::Find(control));
 }
 
 Control* MakeListControl(QWidget& widget, Window& owner) {
     auto* const view = dynamic_cast<ListView*>(&widget);
     return view ? new ListControl(*view, owner) : nullptr;
-}
-
-QWidget* NewListView(QWidget* parent) {
-    return new ListView(parent);
 }
 
 } // namespace platform

@@ -46,7 +46,7 @@ void ListModel::Update() {
         emit dataChanged(index(0), index(rowCount() - 1));
 }
 
-OSStatus ListModel::Ask(DataBrowserItemID item, DataBrowserPropertyID asked, OpaqueItemData& data,
+OSStatus ListModel::Ask(DataBrowserItemID item, DataBrowserPropertyID asked, DataBrowserItemData& data,
                         bool set) const {
     const Source ask = source; // stays whole when the answer replaces it
     return ask ? ask(item, asked, data, set) : kErrDataNotSupported;
@@ -58,16 +58,16 @@ int ListModel::rowCount(const QModelIndex& parent) const {
 
 QVariant ListModel::data(const QModelIndex& index, int role) const {
     const DataBrowserItemID item = ItemAt(index);
-    OpaqueItemData data;
+    DataBrowserItemData data;
     const bool asked = role == Qt::DisplayRole || role == Qt::EditRole;
     if (!asked || item == kDataBrowserNoItem || Ask(item, property, data, false) != kNoErr)
         return {};
-    return data.text;
+    return QString::fromStdString(data.text);
 }
 
 bool ListModel::setData(const QModelIndex& index, const QVariant& value, int role) {
     const DataBrowserItemID item = ItemAt(index);
-    OpaqueItemData data { value.toString(), std::nullopt };
+    DataBrowserItemData data { value.toString().toStdString() };
     if (role != Qt::EditRole || item == kDataBrowserNoItem ||
         Ask(item, property, data, true) != kNoErr)
         return false;
@@ -80,9 +80,9 @@ Qt::ItemFlags ListModel::flags(const QModelIndex& index) const {
     const DataBrowserItemID item = ItemAt(index);
     if (item == kDataBrowserNoItem)
         return Qt::NoItemFlags;
-    OpaqueItemData data;
+    DataBrowserItemData data;
     const OSStatus status = Ask(item, kDataBrowserItemIsEditableProperty, data, false);
-    const bool editable = status == kNoErr && data.boolean.value_or(false);
+    const bool editable = status == kNoErr && data.boolean;
     return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren |
            (editable ? Qt::ItemIsEditable : Qt::NoItemFlags);
 }

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <functional>
-#include <optional>
 #include <span>
 #include <vector>
 
@@ -14,18 +13,13 @@
 
 namespace platform {
 
-struct OpaqueItemData {
-    QString text;
-    std::optional<bool> boolean;
-};
-
 class ListModel final : public QAbstractListModel {
 public:
     using QAbstractListModel::QAbstractListModel;
 
     // Asks for a property of an item, or gives it when set. What it calls may change the list.
     using Source = std::function<OSStatus(DataBrowserItemID item, DataBrowserPropertyID property,
-                                          OpaqueItemData& data, bool set)>;
+                                          DataBrowserItemData& data, bool set)>;
     Source source;
     DataBrowserPropertyID property = 0; // that the rows show
 
@@ -44,7 +38,7 @@ public:
     Qt::ItemFlags flags(const QModelIndex& index) const override;
 
 private:
-    OSStatus Ask(DataBrowserItemID item, DataBrowserPropertyID asked, OpaqueItemData& data,
+    OSStatus Ask(DataBrowserItemID item, DataBrowserPropertyID asked, DataBrowserItemData& data,
                  bool set) const;
 
     std::vector<DataBrowserItemID> m_items;

@@ -1,47 +1,22 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The items of a menu and who owns it.
-#include "platform/ui/menus/Menu.h"
+// The items of a menu.
+#include "platform/ui/Menus.h"
 
 #include <algorithm>
 #include <iterator>
 #include <limits>
-#include <unordered_map>
 #include <utility>
 
 namespace platform {
-namespace {
-
-using LooseMenus = std::unordered_map<MenuRef, std::unique_ptr<Menu>>;
-
-LooseMenus& Loose() {
-    // Never ended: its menus would look for a registry that may have ended before.
-    static LooseMenus& menus = *new LooseMenus;
-    return menus;
-}
-
-} // namespace
 
 Menu::Menu() : UIObject(ObjectKind::kMenu, nullptr) {}
 
-Menu* Menu::MakeLoose() {
-    auto menu = std::make_unique<Menu>();
-    Menu* const made = menu.get();
-    GiveLoose(std::move(menu));
-    return made;
-}
-
-std::unique_ptr<Menu> Menu::TakeLoose(MenuRef menu) {
-    auto node = Loose().extract(menu);
-    return node ? std::move(node.mapped()) : nullptr;
-}
-
-void Menu::GiveLoose(std::unique_ptr<Menu> menu) {
-    if (menu)
-        Loose().emplace(menu->Ref(), std::move(menu));
-}
-
 const MenuItem* Menu::Item(MenuItemIndex item) const {
     return item >= 1 && item <= m_items.size() ? &m_items[item - 1u] : nullptr;
+}
+
+MenuItem* Menu::At(MenuItemIndex item) {
+    return const_cast<MenuItem*>(std::as_const(*this).Item(item));
 }
 
 void Menu::Insert(MenuItemIndex before, std::vector<MenuItem> items) {
@@ -52,6 +27,21 @@ void Menu::Insert(MenuItemIndex before, std::vector<MenuItem> items) {
     m_items.insert(m_items.begin() + static_cast<std::ptrdiff_t>(place),
                    std::make_move_iterator(items.begin()), std::make_move_iterator(items.end()));
     Changed();
+}
+
+MenuItemIndex Menu::Append(std::string text, std::int32_t refCon, std::uint32_t attributes) {
+    const MenuItemIndex before = Count();
+    if (before == std::numeric_limits<MenuItemIndex>::max())
+        return 0;
+    std::vector<MenuItem> items(1);
+    if (text == "-" && !(attributes & kMenuItemAttrIgnoreMeta))
+        attributes |= kMenuItemAttrSeparator;
+    items[0].text = std::move(text);
+    items[0].attributes = attributes;
+    items[0].refCon = refCon;
+    const auto added = static_cast<MenuItemIndex>(before + 1);
+    Insert(added, std::move(items));
+    return added;
 }
 
 void Menu::Delete(MenuItemIndex first, MenuItemIndex count) {
@@ -65,50 +55,42 @@ void Menu::Delete(MenuItemIndex first, MenuItemIndex count) {
     Changed();
 }
 
-bool Menu::SetText(MenuItemIndex item, const QString& text) {
-    if (!Item(item))
+bool Menu::SetText(MenuItemIndex item, std::string text) {
+    MenuItem* const changed = At(item);
+    if (!changed)
         return false;
-    MenuItem& changed = m_items[item - 1u];
-    changed.text = text;
-    if (text == QLatin1String("-"))
-        changed.attributes |= kMenuItemAttrSeparator;
+    if (text == "-")
+        changed->attributes |= kMenuItemAttrSeparator;
+    changed->text = std::move(text);
     Changed();
     return true;
 }
 
 bool Menu::SetChecked(MenuItemIndex item, bool checked) {
-    if (!Item(item))
-        return false;
+    MenuItem* const changed = At(item);
     // Callers clear the marks of all items before they set one.
-    if (std::exchange(m_items[item - 1u].checked, checked) != checked)
+    if (changed && std::exchange(changed->checked, checked) != checked)
         Changed();
-    return true;
+    return changed;
 }
 
-bool Menu::SetRefCon(MenuItemIndex item, std::int32_t refCon) {
-    if (!Item(item))
+void Menu::ClearChecks() {
+    for (std::size_t item = 1; item <= m_items.size(); ++item) {
+        SetChecked(static_cast<MenuItemIndex>(item), false);
+        if (Menu* const submenu = m_items[item - 1].submenu.get())
+            submenu->ClearChecks();
+    }
+}
+
+bool Menu::SetSubmenu(MenuItemIndex item, std::unique_ptr<Menu> submenu) {
+    MenuItem* const changed = At(item);
+    if (!changed)
         return false;
-    m_items[item - 1u].refCon = refCon;
-    return true;
-}
-
-std::unique_ptr<Menu> Menu::SetSubmenu(MenuItemIndex item, std::unique_ptr<Menu> submenu) {
     if (submenu)
         submenu->m_parent = this;
-    std::swap(m_items[item - 1u].submenu, submenu);
-    if (submenu)
-        submenu->m_parent = nullptr;
+    std::swap(changed->submenu, submenu);
     Changed();
-    return submenu;
-}
-
-MenuItemIndex Menu::ItemInParent() const {
-    if (!m_parent)
-        return 0;
-    const auto& items = m_parent->m_items;
-    const auto mine = std::find_if(items.begin(), items.end(),
-                                   [this](const auto& item) { return item.submenu.get() == this; });
-    return static_cast<MenuItemIndex>(mine - items.begin() + 1);
+    return true;
 }
 
 void Menu::Changed() {

@@ -15,13 +15,7 @@ const MenuItem* ItemOf(const PopupModel::Row& row) {
 } // namespace
 
 PopupModel::PopupModel(QObject* parent) : QAbstractListModel(parent) {
-    Show(std::make_unique<Menu>());
-}
-
-void PopupModel::Show(std::unique_ptr<Menu> menu) {
-    const std::unique_ptr<Menu> before = std::exchange(m_menu, std::move(menu));
     m_menu->whenChanged = [this] { Rebuild(); };
-    Rebuild();
 }
 
 void PopupModel::Rebuild() {
@@ -79,7 +73,7 @@ QVariant PopupModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:
-        return row->separator ? QString() : item->text;
+        return row->separator ? QString() : QString::fromStdString(item->text);
     case Qt::CheckStateRole: // none, so that readers of the screen call only marked items checked
         return item->checked ? QVariant(Qt::Checked) : QVariant();
     case Qt::AccessibleDescriptionRole: // which is how a combo box knows separators
@@ -118,7 +112,7 @@ bool PopupModel::setData(const QModelIndex& index, const QVariant& value, int ro
     Menu* const menu = row ? Menu::Find(row->menu) : nullptr;
     if (!menu || (role != Qt::EditRole && role != Qt::DisplayRole))
         return false;
-    return menu->SetText(row->item, value.toString());
+    return menu->SetText(row->item, value.toString().toStdString());
 }
 
 } // namespace platform

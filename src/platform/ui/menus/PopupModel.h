@@ -7,7 +7,7 @@
 
 #include <QAbstractListModel>
 
-#include "platform/ui/menus/Menu.h"
+#include "platform/ui/Menus.h"
 
 namespace platform {
 
@@ -24,12 +24,9 @@ public:
     };
     enum Role { kDepth = Qt::UserRole, kTitle, kSeparator };
 
-    // The model has an empty menu at first.
-    explicit PopupModel(QObject* parent);
+    explicit PopupModel(QObject* parent); // of an empty menu
 
     Menu& Shown() const { return *m_menu; }
-    void Show(std::unique_ptr<Menu> menu); // ends the one before
-
     const Row* At(int row) const;              // null for none
     int RowOfTopItem(std::int32_t item) const; // -1 for none
     int RowOf(MenuRef menu, MenuItemIndex item) const;
@@ -50,7 +47,7 @@ private:
     void Rebuild();
     void AddRows(const Menu& menu, MenuItemIndex topItem, int depth);
 
-    std::unique_ptr<Menu> m_menu;
+    const std::unique_ptr<Menu> m_menu = std::make_unique<Menu>();
     std::vector<Row> m_rows;
     bool m_hasCheckMarks = false;
 };

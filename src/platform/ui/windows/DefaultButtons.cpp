@@ -43,12 +43,12 @@ OSStatus GetButton(WindowRef window, Control* (Window::*which)() const, ControlR
 
 void MakeDefaultButton(Window& window, Control* button) {
     ShowAsDefault(window.DefaultButton(), false);
-    window.defaultButton = button;
+    window.defaultButton = button ? button->Ref() : nullptr;
     ShowAsDefault(button, true);
 }
 
 void MakeCancelButton(Window& window, Control* button) {
-    window.cancelButton = button;
+    window.cancelButton = button ? button->Ref() : nullptr;
 }
 
 OSStatus SetWindowDefaultButton(WindowRef window, ControlRef button) {

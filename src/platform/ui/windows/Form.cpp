@@ -10,7 +10,7 @@
 
 #include "platform/ui/Layouts.h"
 #include "platform/ui/QtStrings.h"
-#include "platform/ui/controls/Families.h"
+#include "platform/ui/controls/Control.h"
 
 namespace platform {
 

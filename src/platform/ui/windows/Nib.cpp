@@ -44,12 +44,9 @@ void MakeFormControl(QWidget& widget, Window& window) {
     QVariant const number = widget.property("controlID");
     if (!number.isValid())
         return;
-    Control* control = MakeControl(widget, window);
-    if (!control)
-        control = new Control(widget, window); // a frame or the like: found, shown and hidden
-    control->id = { CodeOf(widget.property("controlSignature"), kDefaultSignature),
-                    number.toInt() };
-    control->hasID = true;
+    Control* const control = MakeControl(widget, window);
+    control->id = ControlID { CodeOf(widget.property("controlSignature"), kDefaultSignature),
+                              number.toInt() };
     control->commandID = CodeOf(widget.property("commandID"), 0);
     if (!qobject_cast<QPushButton*>(&widget))
         return;

@@ -78,11 +78,11 @@ void Window::End() {
 // Buttons and focus -----------------------------------------------------------------------------
 
 Control* Window::DefaultButton() const {
-    return dynamic_cast<Control*>(defaultButton.data());
+    return Control::Find(defaultButton);
 }
 
 Control* Window::CancelButton() const {
-    return dynamic_cast<Control*>(cancelButton.data());
+    return Control::Find(cancelButton);
 }
 
 bool Window::PressButton(const Control* control) {

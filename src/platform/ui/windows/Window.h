@@ -52,8 +52,8 @@ public:
     void SendNotices();
     void NoteActivation();
 
-    QPointer<QObject> defaultButton; // Controls
-    QPointer<QObject> cancelButton;
+    ControlRef defaultButton = nullptr;
+    ControlRef cancelButton = nullptr;
     QEventLoop* modalLoop = nullptr; // while it runs modally
     WindowGroupRef group = nullptr;
     bool liesOverGroup = false; // a child of the widget of its group's first window

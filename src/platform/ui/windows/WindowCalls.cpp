@@ -204,28 +204,14 @@ OSStatus CopyWindowTitleAsCFString(WindowRef window, CFStringRef* title) {
     });
 }
 
-OSStatus SetWindowProperty(WindowRef window, OSType creator, OSType tag, std::uint32_t size,
-                           const void* data) {
-    Window* const found = Window::Find(window);
-    if (!found)
-        return kErrInvalidWindow;
-    if (size > 0 && !data)
-        return kParamErr;
-    return found->SetProperty(creator, tag, { static_cast<const std::byte*>(data), size });
+void SetWindowProperty(WindowRef window, OSType creator, OSType tag, void* value) {
+    if (Window* const found = Window::Find(window))
+        found->SetProperty(creator, tag, value);
 }
 
-OSStatus GetWindowProperty(WindowRef window, OSType creator, OSType tag, std::uint32_t size,
-                           std::uint32_t* actualSize, void* data) {
+void* GetWindowProperty(WindowRef window, OSType creator, OSType tag) {
     Window const* const found = Window::Find(window);
-    if (!found)
-        return kErrInvalidWindow;
-    auto* const bytes = static_cast<std::byte*>(data);
-    return found->GetProperty(creator, tag, { bytes, bytes ? size : 0 }, actualSize);
-}
-
-OSStatus RemoveWindowProperty(WindowRef window, OSType creator, OSType tag) {
-    Window* const found = Window::Find(window);
-    return found ? found->RemoveProperty(creator, tag) : kErrInvalidWindow;
+    return found ? found->Property(creator, tag) : nullptr;
 }
 
 // Drawing ---------------------------------------------------------------------------------------

@@ -34,8 +34,8 @@ TEST_F(FocusTest, ControlsAreToldOfClicksTabsAndCalls) {
     ControlRef const a = Add<QLineEdit>(window);
     ControlRef const b = Add<QLineEdit>(window);
     ControlRef const label = Add<QLabel>(window);
-    ChainHandler const onA(GetControlEventTarget(a), { test::kFocus }, Writes("a"));
-    ChainHandler const onB(GetControlEventTarget(b), { test::kFocus }, Writes("b"));
+    ChainHandler const onA(Control::Find(a)->Target(), { test::kFocus }, Writes("a"));
+    ChainHandler const onB(Control::Find(b)->Target(), { test::kFocus }, Writes("b"));
     Click(*WidgetOf(a));
     EXPECT_EQ(m_log, "a5 ");
     Press(Qt::Key_Tab);
@@ -49,7 +49,7 @@ TEST_F(FocusTest, ControlsAreToldOfClicksTabsAndCalls) {
     EXPECT_EQ(m_log, "a5 a0 b5 b0 a5 a0 ");
     EXPECT_EQ(Focus(window), nullptr);
     EXPECT_EQ(SetKeyboardFocus(window, label, 1), kErrCouldNotFocus);
-    DisableControl(b);
+    Control::Find(b)->SetEnabled(false);
     EXPECT_EQ(SetKeyboardFocus(window, b, kControlEditTextPart), kErrCouldNotFocus);
 }
 
@@ -57,7 +57,7 @@ TEST_F(FocusTest, PopupsAndOtherWindowsLeaveItWithTheControl) {
     WindowRef const window = MakeActive();
     ControlRef const a = Add<QLineEdit>(window);
     Click(*WidgetOf(a));
-    ChainHandler const onA(GetControlEventTarget(a), { test::kFocus }, Writes("a"));
+    ChainHandler const onA(Control::Find(a)->Target(), { test::kFocus }, Writes("a"));
     QMenu menu(WidgetOf(a));
     menu.addAction("x");
     menu.popup(Widget(window).mapToGlobal(QPoint(20, 20)));
@@ -76,8 +76,8 @@ TEST_F(FocusTest, AWindowThatIsNotShownYetTellsItsControls) {
     WindowRef const window = Make();
     ControlRef const a = Add<QLineEdit>(window);
     ControlRef const b = Add<QLineEdit>(window);
-    ChainHandler const onA(GetControlEventTarget(a), { test::kFocus }, Writes("a"));
-    ChainHandler const onB(GetControlEventTarget(b), { test::kFocus }, Writes("b"));
+    ChainHandler const onA(Control::Find(a)->Target(), { test::kFocus }, Writes("a"));
+    ChainHandler const onB(Control::Find(b)->Target(), { test::kFocus }, Writes("b"));
     SetKeyboardFocus(window, a, kControlEditTextPart);
     SetKeyboardFocus(window, b, kControlEditTextPart);
     EXPECT_EQ(m_log, "a5 a0 b5 ");
@@ -94,15 +94,15 @@ TEST_F(FocusTest, AHandlerMayDisposeWhatLosesOrGetsTheFocus) {
         ControlRef const b = Add<QLineEdit>(window);
         Click(*WidgetOf(a));
         ControlRef const doomed = getting ? b : a;
-        ChainHandler const handler(GetControlEventTarget(doomed), { test::kFocus },
+        ChainHandler const handler(Control::Find(doomed)->Target(), { test::kFocus },
                                    [doomed, window, getting](auto, auto) {
-                                       DisposeControl(doomed);
+                                       Control::Find(doomed)->Dispose();
                                        if (getting)
                                            DisposeWindow(window);
                                        return kNoErr;
                                    });
         Press(Qt::Key_Tab);
-        EXPECT_FALSE(IsValidControlHandle(doomed));
+        EXPECT_FALSE(Control::Find(doomed));
         EXPECT_EQ(IsValidWindowPtr(window), !getting);
     }
 }

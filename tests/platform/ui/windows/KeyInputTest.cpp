@@ -44,7 +44,7 @@ TEST_F(KeyInputTest, GoesThroughWindowControlButtonsAndWidget) {
                                  m_log += "typed:" + TextOf(field).toStdString() + " ";
                                  return status;
                              });
-    ChainHandler const second(GetControlEventTarget(field), { test::kKeyDown }, Logs("control"));
+    ChainHandler const second(Control::Find(field)->Target(), { test::kKeyDown }, Logs("control"));
     Press(Qt::Key_X);
     EXPECT_EQ(m_log, "window control typed:x ");
     m_log.clear();
@@ -52,7 +52,7 @@ TEST_F(KeyInputTest, GoesThroughWindowControlButtonsAndWidget) {
     EXPECT_EQ(m_log, "window control command typed:x ");
     m_log.clear();
     {
-        ChainHandler const eats(GetControlEventTarget(field), { test::kKeyDown },
+        ChainHandler const eats(Control::Find(field)->Target(), { test::kKeyDown },
                                 Logs("eaten", kNoErr));
         Press(Qt::Key_Y);
         Press(Qt::Key_Escape);
@@ -79,8 +79,8 @@ TEST_F(KeyInputTest, ReturnAndEscapePressTheirButtonsWithoutAnyHandlerOfKeys) {
     EXPECT_THAT(commands, testing::ElementsAre(7U, kHICommandCancel));
     commands.clear();
     SetKeyboardFocus(window, field, kControlEditTextPart);
-    DisableControl(ok);
-    DisposeControl(cancel);
+    Control::Find(ok)->SetEnabled(false);
+    Control::Find(cancel)->Dispose();
     Press(Qt::Key_Return);
     Press(Qt::Key_Escape);
     EXPECT_TRUE(commands.empty());
@@ -116,7 +116,7 @@ TEST_F(KeyInputTest, ShowsWhichButtonIsTheDefault) {
     GetWindowDefaultButton(window, &now);
     EXPECT_EQ(now, other);
     EXPECT_EQ(SetWindowDefaultButton(window, Add<QPushButton>(Make())), kErrInvalidControl);
-    DisposeControl(other);
+    Control::Find(other)->Dispose();
     GetWindowDefaultButton(window, &now);
     EXPECT_EQ(now, nullptr);
 }

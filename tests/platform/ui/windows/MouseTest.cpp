@@ -64,7 +64,7 @@ TEST_F(MouseTest, HandlersSeeItBeforeTheWidgetOnce) {
 
 TEST_F(MouseTest, AControlUnderItMayChooseACursor) {
     ControlRef const field = Add<QLineEdit>(window);
-    ChainHandler const cursor(GetControlEventTarget(field),
+    ChainHandler const cursor(Control::Find(field)->Target(),
                               { { kEventClassControl, kEventControlSetCursor } }, Logs("cursor"));
     QTest::mouseMove(Widget(window).windowHandle(), CentreOf(*WidgetOf(field)));
     EXPECT_EQ(m_log, "cursor ");

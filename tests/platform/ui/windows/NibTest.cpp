@@ -86,9 +86,8 @@ protected:
         return status;
     }
     ControlRef Get(WindowRef window, std::int32_t id, OSType signature = kSignature) {
-        ControlRef control = nullptr;
-        GetControlByID(window, { signature, id }, &control);
-        return control;
+        Control const* const control = Control::FindByID(window, { signature, id });
+        return control ? control->Ref() : nullptr;
     }
 
     ScopedEnvironment m_language { "LANGUAGE", "en" };
@@ -113,19 +112,15 @@ TEST_F(NibTest, MakesAWindowWithItsControlsAndTexts) {
     EXPECT_EQ(WidgetOf(Get(window, 103, 0x41424344))->nextInFocusChain(),
               WidgetOf(Get(window, 102)));
 
-    std::uint32_t command = 9;
-    GetControlCommandID(Get(window, 103, 0x41424344), &command);
-    EXPECT_EQ(command, 103U);
-    GetControlCommandID(Get(window, 1), &command);
-    EXPECT_EQ(command, kHICommandOK);
+    EXPECT_EQ(Control::Find(Get(window, 103, 0x41424344))->commandID, 103U);
+    EXPECT_EQ(Control::Find(Get(window, 1))->commandID, kHICommandOK);
     ControlRef button = nullptr;
     GetWindowDefaultButton(window, &button);
     EXPECT_EQ(button, Get(window, 1));
     GetWindowCancelButton(window, &button);
     EXPECT_EQ(button, Get(window, 2));
-    ControlRef super = nullptr;
-    GetSuperControl(Get(window, 1), &super);
-    EXPECT_EQ(super, Get(window, 300)); // a frame is found as well
+    EXPECT_EQ(Control::Find(Get(window, 1))->Super(), Control::Find(Get(window, 300)))
+        << "a frame is found as well";
     EXPECT_NE(Get(window, 101), nullptr);
     DisposeWindow(window);
 }

@@ -62,7 +62,7 @@ TEST_F(WindowsTest, ContentIsWhereItWasPut) {
     EXPECT_EQ(RepositionWindow(other, window, 7), kParamErr);
 }
 
-TEST_F(WindowsTest, KeepsTitlePropertiesAndAttributes) {
+TEST_F(WindowsTest, KeepsTitleAndAttributes) {
     WindowRef const window = Make();
     CFStringRef const title = CFStringCreateWithUTF8("台詞");
     SetWindowTitleWithCFString(window, title);
@@ -72,17 +72,7 @@ TEST_F(WindowsTest, KeepsTitlePropertiesAndAttributes) {
     EXPECT_EQ(CFStringGetUTF8(read), "台詞");
     CFRelease(read);
 
-    std::uint32_t value = 77;
-    std::uint32_t size = 0;
-    SetWindowProperty(window, 1, 2, sizeof value, &value);
-    value = 0;
-    EXPECT_EQ(GetWindowProperty(window, 1, 2, 2, &size, &value), kNoErr);
-    EXPECT_EQ(size, 4U);
-    EXPECT_EQ(GetWindowProperty(window, 1, 2, sizeof value, nullptr, &value), kNoErr);
-    EXPECT_EQ(value, 77U);
-    EXPECT_EQ(RemoveWindowProperty(window, 1, 2), kNoErr);
-    EXPECT_EQ(GetWindowProperty(window, 1, 2, sizeof value, nullptr, &value), kParamErr);
-
+    std::uint32_t value = 0;
     ShowWindow(window);
     ChangeWindowAttributes(window, kWindowHasNoTitleBarAttribute,
                            kWindowCloseBoxAttribute | kWindowCollapseBoxAttribute);
@@ -133,18 +123,18 @@ TEST_F(WindowsTest, TheClosedEventComesWhileAllIsWhole) {
         ControlRef const field = Add<QLineEdit>(window);
         ChainHandler const closed(GetWindowEventTarget(window), { WindowEvent(kEventWindowClosed) },
                                   [&](auto, auto) {
-                                      m_log += IsValidControlHandle(field) ? "whole " : "late ";
+                                      m_log += Control::Find(field) ? "whole " : "late ";
                                       DisposeWindow(window); // is going on already
                                       return kNoErr;
                                   });
-        ChainHandler const disposed(GetControlEventTarget(field), { test::kControlDisposed },
+        ChainHandler const disposed(Control::Find(field)->Target(), { test::kControlDisposed },
                                     Logs("disposed"));
         if (by == By::kCall)
             DisposeWindow(window);
         else
             delete (by == By::kHost ? host : widget);
         EXPECT_EQ(m_log, "whole disposed ") << static_cast<int>(by);
-        EXPECT_FALSE(IsValidWindowPtr(window) || IsValidControlHandle(field));
+        EXPECT_FALSE(IsValidWindowPtr(window) || Control::Find(field));
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         EXPECT_FALSE(widget);
         delete host;

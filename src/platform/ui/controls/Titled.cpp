@@ -1,29 +1,29 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Push buttons, check boxes and radio buttons.
+// Controls that have a title: push buttons, check boxes, radio buttons and static text.
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QLabel>
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/controls/Families.h"
 #include "platform/ui/controls/Mnemonics.h"
 #include "platform/ui/controls/RadioGroup.h"
 
 namespace platform {
 namespace {
 
-class ButtonControl : public Control {
+class ButtonControl : public WidgetControl {
 public:
     ButtonControl(QAbstractButton& button, Window& owner, ControlPartCode part)
-        : Control(button, owner), m_button(&button), m_part(part) {
+        : WidgetControl(button, owner), m_button(&button), m_part(part) {
         connect(&button, &QAbstractButton::clicked, this, [this] { SendHit(m_part); });
     }
-    QString Title() const override {
-        return m_button ? WithoutMnemonics(m_button->text()) : QString();
+    std::string Title() const override {
+        return m_button ? ToUtf8(WithoutMnemonics(m_button->text())) : std::string();
     }
-    void SetTitle(const QString& title) override { m_button->setText(WithoutMeaning(title)); }
+    void SetTitle(std::string_view title) override { m_button->setText(WithoutMeaning(title)); }
     ControlPartCode FocusPart() const override { return m_part; }
 
 protected:
@@ -50,8 +50,10 @@ public:
     SwitchControl(QAbstractButton& button, Window& owner, ControlPartCode part)
         : ButtonControl(button, owner, part) {}
     std::int32_t Value() const override { return Button() && Button()->isChecked() ? 1 : 0; }
-    void SetValue(std::int32_t value) override { Button()->setChecked(value != 0); }
     std::int32_t Maximum() const override { return 1; }
+
+protected:
+    void ApplyValue(std::int32_t value) override { Button()->setChecked(value != 0); }
 };
 
 class RadioButtonControl : public SwitchControl {
@@ -71,18 +73,41 @@ public:
         if (Button() && Button()->group())
             Button()->group()->removeButton(Button());
     }
-    void SetValue(std::int32_t value) override {
-        RadioGroup* const group = RadioGroup::Of(*Button());
-        if (value == 0 && group && Button()->isChecked())
-            group->Uncheck(*Button());
-        else
-            SwitchControl::SetValue(value);
-    }
     Control* Super() const override {
         RadioGroup* const group = Button() ? RadioGroup::Of(*Button()) : nullptr;
         Control* const control = At(group);
         return control ? control : Control::Super();
     }
+
+protected:
+    void ApplyValue(std::int32_t value) override {
+        RadioGroup* const group = RadioGroup::Of(*Button());
+        if (value == 0 && group && Button()->isChecked())
+            group->Uncheck(*Button());
+        else
+            SwitchControl::ApplyValue(value);
+    }
+};
+
+class LabelControl : public WidgetControl {
+public:
+    LabelControl(QLabel& label, Window& owner) : WidgetControl(label, owner), m_label(&label) {}
+
+    std::string Title() const override {
+        return ToUtf8(m_label->buddy() ? WithoutMnemonics(m_label->text()) : m_label->text());
+    }
+    void SetTitle(std::string_view title) override {
+        m_label->setTextFormat(Qt::PlainText); // "<b>" is three characters
+        m_label->setText(m_label->buddy() ? WithoutMeaning(title) : FromUtf8(title));
+    }
+    std::optional<std::string> Text() const override { return Title(); }
+    OSStatus SetText(std::string_view text) override {
+        SetTitle(text);
+        return kNoErr;
+    }
+
+private:
+    QLabel* m_label;
 };
 
 } // namespace
@@ -95,6 +120,11 @@ Control* MakeButtonControl(QWidget& widget, Window& owner) {
     if (auto* check = qobject_cast<QCheckBox*>(&widget))
         return new SwitchControl(*check, owner, kControlCheckBoxPart);
     return nullptr;
+}
+
+Control* MakeLabelControl(QWidget& widget, Window& owner) {
+    auto* const label = qobject_cast<QLabel*>(&widget);
+    return label ? new LabelControl(*label, owner) : nullptr;
 }
 
 } // namespace platform
