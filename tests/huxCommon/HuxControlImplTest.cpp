@@ -3,7 +3,6 @@
 
 #include <functional>
 #include <memory>
-#include <stdexcept>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -85,7 +84,7 @@ protected:
 
     WindowRef m_window = nullptr;
     ControlRef m_control = nullptr;
-    std::string m_log, m_otherLog; // outlive the wrappers, which end with the window
+    std::string m_log; // outlives the wrappers, which end with the window
     test::HostErrors m_errors;
 };
 
@@ -168,23 +167,6 @@ TEST_F(HuxControlImplTest, MayEndItsControlInEachOfItsPhases) {
             EXPECT_THAT(m_errors.TakeAll(), testing::IsEmpty()) << row.name;
         }
     }
-}
-
-TEST_F(HuxControlImplTest, MayEndInAPhaseOfAnother) {
-    ControlRef const otherControl = NewButton();
-    auto* const other = new Wrapper(m_otherLog);
-    other->Attach(otherControl);
-    other->current = [this] { Control::Find(m_control)->Dispose(); };
-    auto* const wrapper = new Wrapper(m_log);
-    wrapper->Attach(m_control);
-    wrapper->begin = [otherControl] {
-        Send(otherControl);
-        throw std::runtime_error("nobody is left to report this");
-    };
-    EXPECT_EQ(Send(m_control), kEventNotHandledErr);
-    EXPECT_EQ(m_log, "bBCE~");
-    EXPECT_EQ(m_otherLog, "bce");
-    EXPECT_THAT(m_errors.TakeAll(), testing::IsEmpty());
 }
 
 TEST_F(HuxControlImplTest, MayBeDetachedInItsOwnPhase) {

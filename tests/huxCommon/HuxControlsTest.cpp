@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The small wrappers: popup, colour and radio buttons, check box, scrolling text, files, groups.
+// The small wrappers: popup and colour buttons, scrolling text, files, groups.
 #include <QAbstractButton>
 #include <QColorDialog>
 #include <gmock/gmock.h>
 
 #include "huxCommon/ToolkitForms.h"
 #include "huxCommon/huxGUI/HuxBevelButton.h"
-#include "huxCommon/huxGUI/HuxCheckBox.h"
 #include "huxCommon/huxGUI/HuxPopupButton.h"
-#include "huxCommon/huxGUI/HuxRadioGroup.h"
 #include "huxCommon/huxGUI/HuxScrollEditText.h"
 #include "huxCommon/huxGUI/HuxWindowGroup.h"
 
@@ -25,17 +23,7 @@ public:
     void _AttachControls() override {
         AttachControl(popup, 10);
         AttachControl(color, 20);
-        AttachControl(check, 30);
         AttachControl(text, 40);
-        for (int i = 0; i < 3; ++i)
-            AttachControl(radios[i], 50 + i);
-    }
-    bool OnInitDialog() override {
-        m_vectorControls.Add(group);
-        group.Create(m_hwnd, { kHuxPropertyCreator, 500 }, 500);
-        for (HuxRadioButton& radio : radios)
-            group.AddButton(radio);
-        return true;
     }
     OSStatus HandleEventCurrentSelf(EventHandlerCallRef, EventRef event) override {
         std::uint32_t commandID = 0;
@@ -48,23 +36,15 @@ public:
 
     HuxPopupButton popup;
     HuxBevelButton color;
-    HuxCheckBox check;
     HuxScrollEditText text;
-    HuxRadioButton radios[3];
-    HuxRadioGroup group;
     std::vector<std::uint32_t> commands;
 };
 
 class HuxControlsTest : public testing::Test {
 protected:
     HuxControlsTest() {
-        m_bundle.AddForm("Controls", { { "PopupButton", 10 },
-                                       { "ColorButton", 20 },
-                                       { "QCheckBox", 30 },
-                                       { "QPlainTextEdit", 40 },
-                                       { "QRadioButton", 50 },
-                                       { "QRadioButton", 51 },
-                                       { "QRadioButton", 52 } });
+        m_bundle.AddForm(
+            "Controls", { { "PopupButton", 10 }, { "ColorButton", 20 }, { "QPlainTextEdit", 40 } });
         EXPECT_EQ(m_dialog.CreateDialog(), kNoErr);
         m_dialog.ShowWindow();
     }
@@ -161,20 +141,6 @@ TEST_F(HuxControlsTest, ADialogMayEndWhileItsColorIsPicked) {
     test::Click(m_dialog.GetWindowRef(), "w20");
     EXPECT_EQ(m_dialog.color.GetControlRef(), nullptr);
     EXPECT_THAT(m_dialog.commands, ElementsAre());
-}
-
-TEST_F(HuxControlsTest, ARadioGroupKnowsWhichOfItsButtonsIsSelected) {
-    EXPECT_EQ(m_dialog.FindControl({ kHuxPropertyCreator, 500 }), m_dialog.group.GetControlRef());
-    EXPECT_EQ(m_dialog.group.CountSub(), 3);
-    m_dialog.group.SetValue(2);
-    EXPECT_TRUE(m_dialog.radios[1].IsSelected());
-    EXPECT_THAT(m_dialog.commands, ElementsAre()) << "only the user's choice is a command";
-    test::Click(m_dialog.GetWindowRef(), "w52");
-    EXPECT_EQ(m_dialog.group.GetValue(), 3);
-    EXPECT_FALSE(m_dialog.radios[1].IsSelected());
-    EXPECT_THAT(m_dialog.commands, testing::Contains(500));
-    m_dialog.radios[0].Select();
-    EXPECT_EQ(m_dialog.group.GetValue(), 1);
 }
 
 TEST_F(HuxControlsTest, AScrollingTextTakesBothKindsOfLineEnds) {

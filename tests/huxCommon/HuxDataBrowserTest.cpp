@@ -7,7 +7,6 @@
 
 #include <QAbstractItemModel>
 #include <QAbstractItemView>
-#include <QLineEdit>
 #include <gmock/gmock.h>
 
 #include "huxCommon/ToolkitForms.h"
@@ -143,16 +142,6 @@ TEST_F(HuxDataBrowserTest, GivesTheSelectedRowOnlyWhenItIsTheOnlyOne) {
     EXPECT_EQ(m_dialog.list.GetSelectItem(), nullptr);
     EXPECT_THAT(m_dialog.notifications,
                 testing::Contains(std::pair(kDataBrowserItemSelected, true)));
-}
-
-TEST_F(HuxDataBrowserTest, HandsBackWhatTheUserEdits) {
-    ASSERT_EQ(m_dialog.list.EditItem(*m_dialog.RowAt(1)), kNoErr);
-    auto* const editor = GetWindowWidget(m_dialog.GetWindowRef())->findChild<QLineEdit*>();
-    ASSERT_NE(editor, nullptr);
-    QTest::keyClicks(editor, "new");
-    DataBrowser::Find(m_dialog.list.GetControlRef())->EditItem(kDataBrowserNoItem);
-    EXPECT_THAT(m_dialog.names, ElementsAre("one", "new", "three"));
-    EXPECT_THAT(m_dialog.Shown(), ElementsAre("one", "new", "three"));
 }
 
 TEST_F(HuxDataBrowserTest, AThrowInAnAnswerIsReportedAndChangesNothing) {

@@ -67,18 +67,6 @@ TEST_F(ControlsStepperTest, StepsByOneWhenNobodyHandlesTheHit) {
     EXPECT_EQ(log, "20 -> 2, 20 -> 3, 21 -> 2, ");
 }
 
-TEST_F(ControlsStepperTest, LeavesTheValueToAHandlerThatTakesTheHit) {
-    const Handler hit(On(stepper).Target(), { kHit }, [&](EventRef event) {
-        const int step = PartOf(event) == kControlUpButtonPart ? 10 : -10;
-        On(stepper).SetValue(On(stepper).Value() + step);
-        return kNoErr;
-    });
-    QTest::keyClick(arrows, Qt::Key_Up);
-    QTest::keyClick(arrows, Qt::Key_Up);
-    QTest::keyClick(arrows, Qt::Key_Down);
-    EXPECT_EQ(On(stepper).Value(), 10);
-}
-
 TEST_F(ControlsStepperTest, StopsAtItsBoundsAndSaysSoAnyway) {
     constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
     constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
