@@ -14,8 +14,8 @@
 #include <vector>
 
 #include <dlfcn.h>
+#include <nlohmann/json.hpp>
 
-#include "platform/BundleInfo.h"
 #include "platform/CoreFoundation.h"
 #include "platform/Languages.h"
 #include "platform/StringTable.h"
@@ -24,6 +24,16 @@
 namespace fs = std::filesystem;
 
 namespace platform {
+
+namespace {
+
+// What a bundle says about itself in its Info.json.
+struct BundleInfo {
+    std::string identifier; // as "org.example.effect.name"
+    std::string version;
+};
+
+} // namespace
 
 struct CFBundle {
     fs::path path;
@@ -38,6 +48,29 @@ namespace {
 
 // A table or an Info.json that is larger is a mistake.
 constexpr std::uintmax_t kMaxFileBytes = std::uintmax_t { 1 } << 20;
+
+// Nothing, and the reason in why, for anything but an object with these strings; others may stand
+// beside them.
+std::optional<BundleInfo> ParseBundleInfo(std::string_view json, std::string& why) {
+    const auto info = nlohmann::json::parse(json, nullptr, /*allow_exceptions=*/false);
+    if (!info.is_object()) {
+        why = info.is_discarded() ? "it is no JSON" : "it is no JSON object";
+        return std::nullopt;
+    }
+    BundleInfo result;
+    std::string name; // for people, who may look into the file
+    for (const auto& [key, text] :
+         { std::pair { "identifier", &result.identifier }, std::pair { "name", &name },
+           std::pair { "version", &result.version } }) {
+        const auto value = info.find(key);
+        if (value == info.end() || !value->is_string()) {
+            why = std::string("its \"") + key + "\" is no string";
+            return std::nullopt;
+        }
+        *text = value->get<std::string>();
+    }
+    return result;
+}
 
 struct ReleaseBundle {
     void operator()(CFBundleRef bundle) const { CFRelease(bundle); }
@@ -108,7 +141,6 @@ CFBundleRef MakeMainBundle() {
     auto* bundle = new CFBundle;
     bundle->path = program.parent_path();
     bundle->resources = bundle->path / "Resources";
-    bundle->info.name = program.filename().string();
     return bundle;
 }
 
@@ -206,9 +238,6 @@ const fs::path& CFBundleGetPath(CFBundleRef bundle) {
 }
 std::string CFBundleGetIdentifier(CFBundleRef bundle) {
     return bundle->info.identifier;
-}
-std::string CFBundleGetName(CFBundleRef bundle) {
-    return bundle->info.name;
 }
 std::string CFBundleGetVersion(CFBundleRef bundle) {
     return bundle->info.version;

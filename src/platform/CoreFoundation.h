@@ -44,7 +44,6 @@ CFBundleRef CFBundleGetMainBundle();
 
 const std::filesystem::path& CFBundleGetPath(CFBundleRef bundle);
 std::string CFBundleGetIdentifier(CFBundleRef bundle);
-std::string CFBundleGetName(CFBundleRef bundle);
 std::string CFBundleGetVersion(CFBundleRef bundle);
 
 // The string for key in the user's language (LANGUAGE, LC_ALL, LC_MESSAGES, LANG), else in English,

@@ -37,9 +37,8 @@ inline std::uint64_t HashBytes(std::uint64_t hash, std::string_view bytes) {
         hash = MixHash(hash, word);
     }
     std::uint64_t rest = 0;
-    if (!bytes.empty()) { // an empty view may have no address
+    if (!bytes.empty()) // an empty view may have no address
         std::memcpy(&rest, bytes.data(), bytes.size());
-    }
     return MixHash(hash, rest);
 }
 
@@ -72,20 +71,17 @@ public:
     void Insert(std::uint64_t hash, Pointer value) {
         const std::int64_t bytes = value->Bytes() + kEntryBytes;
         const std::int64_t bound = m_maxBytes / static_cast<std::int64_t>(m_shards.size());
-        if (bytes > bound) {
+        if (bytes > bound)
             return;
-        }
         Shard& shard = ShardOf(hash);
         Entries fresh; // joins the others last: running out of memory leaves no half of it
         fresh.push_front({ hash, bytes, std::move(value) });
         Entries dropped; // freed after the lock
         const std::lock_guard lock(shard.mutex);
-        if (const auto found = shard.places.find(hash); found != shard.places.end()) {
+        if (const auto found = shard.places.find(hash); found != shard.places.end())
             Drop(shard, found->second, dropped);
-        }
-        while (shard.count.bytes + bytes > bound) {
+        while (shard.count.bytes + bytes > bound)
             Drop(shard, std::prev(shard.entries.end()), dropped);
-        }
         shard.places.emplace(hash, fresh.begin());
         shard.entries.splice(shard.entries.begin(), fresh);
         shard.count.bytes += bytes;
@@ -153,16 +149,14 @@ class OnceTable {
 public:
     bool SeenBefore(std::uint64_t hash) {
         std::atomic<std::uint64_t>& slot = m_slots[hash % kSlots];
-        if (slot.load(std::memory_order_relaxed) == hash) {
+        if (slot.load(std::memory_order_relaxed) == hash)
             return true;
-        }
         slot.store(hash, std::memory_order_relaxed);
         return false;
     }
     void Clear() {
-        for (std::atomic<std::uint64_t>& slot : m_slots) {
+        for (std::atomic<std::uint64_t>& slot : m_slots)
             slot.store(0, std::memory_order_relaxed);
-        }
     }
 
 private:
@@ -194,9 +188,8 @@ public:
     }
 
     void Keep(std::uint64_t hash, const Pointer& value) {
-        if (value->Bytes() <= m_maxBytes) {
+        if (value->Bytes() <= m_maxBytes)
             m_slots[hash % kSlots] = value;
-        }
     }
 
 private:

@@ -62,11 +62,9 @@ constexpr KnownEncoding kKnownEncodings[] = {
 
 std::string KeyOf(std::string_view name) {
     std::string key;
-    for (const char c : name) {
-        if (c != '-' && c != '_') {
+    for (const char c : name)
+        if (c != '-' && c != '_')
             key += c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-        }
-    }
     return key;
 }
 
@@ -75,9 +73,8 @@ class Converter {
 public:
     Converter(const char* to, const char* from) : m_handle(iconv_open(to, from)) {}
     ~Converter() {
-        if (IsOpen()) {
+        if (IsOpen())
             iconv_close(m_handle);
-        }
     }
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
@@ -88,9 +85,8 @@ public:
     enum class Result { kDone, kBadBytes, kCutOff };
     // Converts from the front of input, which is shortened by what was used, onto the end of output.
     Result Convert(std::string_view& input, std::string& output) {
-        if (!IsOpen()) {
+        if (!IsOpen())
             return Result::kBadBytes;
-        }
         iconv(m_handle, nullptr, nullptr, nullptr, nullptr);
         for (;;) {
             char piece[512];
@@ -148,17 +144,15 @@ Converters& ConvertersFor(const EncodingDetails& encoding) {
 // and the tilde are other characters in some national sets.
 bool ProbeLeadBytes(EncodingDetails& encoding) {
     Converter decode("UTF-8", encoding.iconvName.c_str());
-    if (!decode.IsOpen()) {
+    if (!decode.IsOpen())
         return false;
-    }
     for (int value = 1; value < 256; ++value) {
         const char byte = static_cast<char>(value);
         std::string_view input(&byte, 1);
         std::string decoded;
         const Converter::Result result = decode.Convert(input, decoded);
-        if (value < 0x80 && value != '\\' && value != '~' && decoded != std::string(1, byte)) {
+        if (value < 0x80 && value != '\\' && value != '~' && decoded != std::string(1, byte))
             return false;
-        }
         encoding.leads[value] = value >= 0x80 && result == Converter::Result::kCutOff;
     }
     return true;
@@ -167,9 +161,8 @@ bool ProbeLeadBytes(EncodingDetails& encoding) {
 bool Describe(std::string_view name, EncodingDetails& encoding) {
     const std::string key = KeyOf(name);
     for (const KnownEncoding& known : kKnownEncodings) {
-        if (key != known.key) {
+        if (key != known.key)
             continue;
-        }
         encoding.name = known.name;
         encoding.iconvName = known.iconvName;
         encoding.threeByteLead = encoding.name == "EUC-JP";
@@ -181,9 +174,8 @@ bool Describe(std::string_view name, EncodingDetails& encoding) {
     }
     // A slash would let iconv's own options in; an empty name means the locale to it.
     if (key.empty() || name.find('/') != std::string_view::npos ||
-        name.find('\0') != std::string_view::npos) {
+        name.find('\0') != std::string_view::npos)
         return false;
-    }
     encoding.name = encoding.iconvName = std::string(name);
     return ProbeLeadBytes(encoding);
 }
@@ -193,15 +185,12 @@ const EncodingDetails* FindEncoding(std::string_view name) {
     static std::mutex mutex;
     static std::deque<EncodingDetails> encodings;
     EncodingDetails asked;
-    if (!Describe(name, asked)) {
+    if (!Describe(name, asked))
         return nullptr;
-    }
     const std::lock_guard lock(mutex);
-    for (const EncodingDetails& encoding : encodings) {
-        if (KeyOf(encoding.name) == KeyOf(asked.name)) {
+    for (const EncodingDetails& encoding : encodings)
+        if (KeyOf(encoding.name) == KeyOf(asked.name))
             return &encoding;
-        }
-    }
     asked.serial = static_cast<std::uint32_t>(encodings.size()) + 1;
     return &encodings.emplace_back(std::move(asked));
 }
@@ -214,22 +203,19 @@ const EncodingDetails& CurrentEncoding() {
 // byte outside the lead range always ends a character. That also makes 0x8F of EUC-JP a character
 // of two bytes when what follows is no lead byte.
 std::size_t LeadByteCharacterLength(const EncodingDetails& encoding, std::string_view text) {
-    if (text.size() < 2 || !encoding.IsLead(text[0]) || text[1] == '\0') {
+    if (text.size() < 2 || !encoding.IsLead(text[0]) || text[1] == '\0')
         return 1;
-    }
     const bool three = encoding.threeByteLead &&
                        static_cast<std::uint8_t>(text[0]) == kThreeByteLead &&
                        encoding.IsLead(text[1]);
-    if (!three) {
+    if (!three)
         return 2;
-    }
     return text.size() < 3 || text[2] == '\0' ? 1 : 3;
 }
 
 std::size_t CharacterLengthIn(const EncodingDetails& encoding, std::string_view text) {
-    if (text.empty()) {
+    if (text.empty())
         return 0;
-    }
     if (encoding.IsUtf8()) {
         const std::size_t length = Utf8SequenceLength(text);
         return length == 0 ? 1 : length;
@@ -247,11 +233,9 @@ constexpr std::size_t kLookBackBlock = std::size_t { 64 } * 1024;
 // Where the character that holds the byte at offset may start, with at most two blocks of steps.
 std::size_t CharacterStart(const EncodingDetails& encoding, const char* text, std::size_t offset) {
     if (encoding.IsUtf8()) {
-        for (std::size_t back = 1; back <= 3 && back <= offset; ++back) {
-            if (Utf8SequenceLength(Window(text + offset - back)) > back) {
+        for (std::size_t back = 1; back <= 3 && back <= offset; ++back)
+            if (Utf8SequenceLength(Window(text + offset - back)) > back)
                 return offset - back;
-            }
-        }
         return offset;
     }
     // Only the run of lead bytes before offset leaves it open where a character starts. Where the run
@@ -261,17 +245,14 @@ std::size_t CharacterStart(const EncodingDetails& encoding, const char* text, st
     const std::size_t block = offset / kLookBackBlock * kLookBackBlock;
     const std::size_t bound = block > kLookBackBlock ? block - kLookBackBlock : 0;
     std::size_t start = offset;
-    while (start > bound && encoding.IsLead(text[start - 1])) {
+    while (start > bound && encoding.IsLead(text[start - 1]))
         --start;
-    }
-    if (!encoding.threeByteLead) {
+    if (!encoding.threeByteLead)
         return offset - ((offset - start) & 1);
-    }
     for (;;) {
         const std::size_t length = LeadByteCharacterLength(encoding, Window(text + start));
-        if (start + length > offset) {
+        if (start + length > offset)
             return start;
-        }
         start += length;
     }
 }
@@ -292,9 +273,8 @@ void ReportMalformed(const EncodingDetails& encoding, std::string_view bytes) {
 
 // True for the start of a well-formed sequence that the end of text cuts off.
 bool IsCutOffUtf8(std::string_view text) {
-    if (text.empty() || text.size() > 3) {
+    if (text.empty() || text.size() > 3)
         return false;
-    }
     std::string completed(text);
     // The second byte's range is narrowed by some leads; one of these values suits each of them.
     for (const char* fill : { "\x80\x80\x80", "\xBF\xBF\xBF" }) {
@@ -303,9 +283,8 @@ bool IsCutOffUtf8(std::string_view text) {
         const std::size_t length = lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
         if (text.size() < length) {
             completed.append(fill, length - text.size());
-            if (lead >= 0xC2 && Utf8SequenceLength(completed) == length) {
+            if (lead >= 0xC2 && Utf8SequenceLength(completed) == length)
                 return true;
-            }
         }
     }
     return false;
@@ -322,9 +301,8 @@ std::string DecodeUtf8(const EncodingDetails& encoding, std::string_view bytes) 
             continue;
         }
         text += bytes.substr(0, plain);
-        if (IsCutOffUtf8(rest)) {
+        if (IsCutOffUtf8(rest))
             return text;
-        }
         ReportMalformed(encoding, rest.substr(0, 1));
         text += kReplacementUtf8;
         bytes.remove_prefix(plain + 1);
@@ -346,9 +324,8 @@ std::string DecodeWithIconv(const EncodingDetails& encoding, std::string_view by
     Converter& decode = *ConvertersFor(encoding).decode;
     std::string text;
     while (!bytes.empty()) {
-        if (decode.Convert(bytes, text) == Converter::Result::kDone || IsCutOff(encoding, bytes)) {
+        if (decode.Convert(bytes, text) == Converter::Result::kDone || IsCutOff(encoding, bytes))
             break;
-        }
         const std::size_t length = LeadByteCharacterLength(encoding, bytes);
         ReportMalformed(encoding, bytes.substr(0, length));
         text += kReplacementUtf8;
@@ -375,9 +352,8 @@ std::optional<TextEncoding> TextEncoding::Find(std::string_view name) {
 
 TextEncoding TextEncoding::OfEnvironment() {
     if (const char* name = std::getenv("TELOP_TEXT_ENCODING")) {
-        if (const auto encoding = Find(name)) {
+        if (const auto encoding = Find(name))
             return *encoding;
-        }
         TextContext::Current().Tell({ ReportKind::kTextMalformed, std::string("in ") + name,
                                       "UTF-8",
                                       "TELOP_TEXT_ENCODING names no encoding of this machine" });
@@ -404,15 +380,13 @@ std::size_t CharacterLength(std::string_view text) {
 
 std::int16_t CharacterByteType(const char* text, std::size_t offset, ScriptCode /*script*/) {
     const EncodingDetails& encoding = CurrentEncoding();
-    if (text[offset] == '\0') {
+    if (text[offset] == '\0')
         return kSingleByte;
-    }
     const std::size_t start = CharacterStart(encoding, text, offset);
     const std::size_t length = CharacterLengthIn(encoding, Window(text + start));
     const std::size_t index = offset - start;
-    if (length < 2 || index >= length) {
+    if (length < 2 || index >= length)
         return kSingleByte;
-    }
     return index == 0 ? kFirstByte : index + 1 == length ? kLastByte : kMiddleByte;
 }
 
@@ -427,16 +401,14 @@ EncodedText EncodeText(std::string_view utf8) {
     Converter* const encode = encoding.IsUtf8() ? nullptr : ConvertersFor(encoding).encode.get();
     while (!utf8.empty()) {
         std::size_t good = 0;
-        while (const std::size_t length = Utf8SequenceLength(utf8.substr(good))) {
+        while (const std::size_t length = Utf8SequenceLength(utf8.substr(good)))
             good += length;
-        }
         const std::string_view part = utf8.substr(0, good);
         utf8.remove_prefix(good);
-        if (encode) {
+        if (encode)
             EncodeWithIconv(*encode, part, result);
-        } else {
+        else
             result.bytes += part;
-        }
         if (!utf8.empty()) {
             result.bytes += '?';
             result.complete = false;
@@ -451,9 +423,8 @@ std::string_view CutToWholeCharacters(std::string_view bytes, std::size_t size) 
     std::size_t end = 0;
     while (end < bytes.size()) {
         const std::size_t length = CharacterLengthIn(encoding, bytes.substr(end));
-        if (length > size - end) {
+        if (length > size - end)
             break;
-        }
         end += length;
     }
     return bytes.substr(0, end);

@@ -7,9 +7,7 @@
 #include <system_error>
 
 #include "host/WholeFile.h"
-#include "host/document/Base64.h"
 #include "host/document/RecordJson.h"
-#include "host/document/StrictJson.h"
 #include "host/frames/OutputFile.h"
 #include "platform/TextContext.h"
 #include "platform/Utf8.h"
@@ -51,15 +49,7 @@ Json InputToJson(const std::string& input, const fs::path& folder) {
     auto const stored = Relative(input, folder);
     if (IsUtf8(stored))
         return stored;
-    return { { "base64", ToBase64({ reinterpret_cast<const std::uint8_t*>(stored.data()),
-                                    stored.size() }) } };
-}
-
-std::string BytesOf(const Json& json) {
-    auto const decoded = FromBase64(TextOf(json));
-    if (!decoded)
-        throw Refused { "is not base64" };
-    return { decoded->begin(), decoded->end() };
+    return { { "base64", ToBase64(stored) } };
 }
 
 std::string InputOf(const Json& json, const fs::path& folder) {

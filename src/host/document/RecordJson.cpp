@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "host/document/RecordJson.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstring>
 #include <string_view>
-
-#include "host/document/Base64.h"
 
 namespace host {
 
@@ -35,18 +34,18 @@ _TEXT_DIALOG_PARAM Swapped(_TEXT_DIALOG_PARAM record) {
 }
 
 template <class Record>
-std::string BytesOf(const Record& record) {
+std::string Archived(const Record& record) {
     auto const swapped = Swapped(record);
-    return ToBase64({ reinterpret_cast<const std::uint8_t*>(&swapped), sizeof swapped });
+    return ToBase64({ reinterpret_cast<const char*>(&swapped), sizeof swapped });
 }
 
 template <class Record>
 Record RecordOf(const Json& json) {
-    auto const bytes = FromBase64(TextOf(json));
+    auto const bytes = BytesOf(json);
     Record record {};
-    if (!bytes || bytes->size() != sizeof record)
+    if (bytes.size() != sizeof record)
         throw Refused { "expected " + std::to_string(sizeof record) + " bytes in base64" };
-    std::memcpy(&record, bytes->data(), sizeof record);
+    std::memcpy(&record, bytes.data(), sizeof record);
     return Swapped(record);
 }
 
@@ -112,7 +111,7 @@ Json ToJson(const Record& record, const char* bytes) {
     } catch (const Refused&) { // such as an opacity that nobody could have typed
     }
     if (!isSaid)
-        json[bytes] = BytesOf(record);
+        json[bytes] = Archived(record);
     return json;
 }
 
@@ -128,7 +127,40 @@ Record FromJson(const Json& json, const char* bytes) {
 constexpr const char* kArchive = "archive";
 constexpr const char* kBlock = "block";
 
+constexpr std::string_view kLetters =
+    "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
 } // namespace
+
+// Three bytes are four letters of six bits; of the last one or two bytes the missing letters are '='.
+std::string ToBase64(std::string_view bytes) {
+    std::string text;
+    for (; !bytes.empty(); bytes.remove_prefix(std::min<std::size_t>(3, bytes.size()))) {
+        std::uint32_t group = 0;
+        for (std::size_t k = 0; k < 3; ++k)
+            group = group << 8 | (k < bytes.size() ? static_cast<std::uint8_t>(bytes[k]) : 0U);
+        for (std::size_t k = 0; k < 4; ++k)
+            text += k <= bytes.size() ? kLetters[group >> (18 - 6 * k) & 63] : '=';
+    }
+    return text;
+}
+
+std::string BytesOf(const Json& base64) {
+    auto const& text = TextOf(base64);
+    std::string bytes;
+    std::uint32_t group = 0;
+    int bits = 0;
+    for (char const letter : std::string_view(text).substr(0, text.find('='))) {
+        group = group << 6 | static_cast<std::uint32_t>(kLetters.find(letter) & 63);
+        bits += 6;
+        if (bits >= 8)
+            bytes += static_cast<char>(group >> (bits -= 8));
+    }
+    // Letters that are none, bits that are left over and a wrong number of '=' make another text.
+    if (ToBase64(bytes) != text)
+        throw Refused { "is not base64" };
+    return bytes;
+}
 
 Json SettingsRecordToJson(const _TEXTPARAM& settings) {
     return ToJson(settings, kArchive);

@@ -107,12 +107,6 @@ std::optional<TokenText> TokenText::Parse(std::string_view utf8, std::string& wh
     return result;
 }
 
-TokenText TokenText::Literal(std::string_view utf8) {
-    TokenText result;
-    result.m_pieces.push_back({ .text = std::string(utf8) });
-    return result;
-}
-
 std::string TokenText::Resolve(const TokenValues& values) const {
     std::string text;
     for (auto const& piece : m_pieces) {

@@ -27,8 +27,6 @@ class TokenText {
 public:
     // Nothing, with the reason in why, when a token is unknown or a brace stands alone.
     static std::optional<TokenText> Parse(std::string_view utf8, std::string& why);
-    // The text as it stands, braces included.
-    static TokenText Literal(std::string_view utf8);
 
     std::string Resolve(const TokenValues& values) const;
     // What no frame's text is shorter than: numbers of their least width, no file name.

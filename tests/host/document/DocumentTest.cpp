@@ -208,6 +208,8 @@ TEST_F(DocumentTest, BadFilesAreRefusedWithTheKeyAndTheReason) {
              Row { "\"size\": 48", "\"size\": 48, \"bold\": 1", "settings.bold: is unknown" },
              Row { "\"size\": 48", "\"size\": 48, \"archive\": \"AAAA\"",
                    "settings.archive: expected 480 bytes" },
+             Row { "\"size\": 48", "\"size\": 48, \"archive\": \"AA-A\"",
+                   "settings.archive: is not base64" },
              Row { "\"opacity\": 80", "\"opacity\": 101", "settings.opacity: 101 is outside" },
              Row { "[\n        \"PAN\"\n      ]", "\"PAN\"", "dialogs.info.registered: expected" },
              Row { "\"PAN\"", "\"\"", "dialogs.info.registered: entry 1: is empty" },

@@ -7,34 +7,30 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/TextEncoding.h"
+#include "platform/TextContext.h"
 
 namespace host {
 namespace {
 
 using testing::HasSubstr;
 
-class TextFieldTest : public testing::Test {
-protected:
-    void TearDown() override { platform::SetApplicationTextEncoding("UTF-8"); }
-    void SetUp() override { platform::SetApplicationTextEncoding("UTF-8"); }
+struct In {
+    explicit In(const char* name) : context(*platform::TextEncoding::Find(name)) {}
+    platform::TextContext context;
+    platform::TextScope scope { context };
 };
 
-TEST_F(TextFieldTest, FillsAFieldAndClearsItsRest) {
+TEST(TextField, FillsAFieldAndClearsItsRest) {
     std::array<char, 8> field;
     field.fill('#');
     std::string why;
     ASSERT_TRUE(SetField(field, "--info", "abc", why)) << why;
     EXPECT_EQ(std::string(field.data(), field.size()), std::string("abc\0\0\0\0\0", 8));
     EXPECT_EQ(FieldBytes(field), "abc");
+    EXPECT_EQ(FieldBytes(std::span(field).first(3)), "abc") << "without an end";
 }
 
-TEST_F(TextFieldTest, ReadsAnUnterminatedFieldToItsEnd) {
-    std::array<char, 4> const field { 'a', 'b', 'c', 'd' };
-    EXPECT_EQ(FieldBytes(field), "abcd");
-}
-
-TEST_F(TextFieldTest, CountsBytesOfTheApplicationsEncoding) {
+TEST(TextField, CountsBytesOfTheApplicationsEncoding) {
     struct Row {
         const char* encoding;
         std::size_t characters;
@@ -42,7 +38,7 @@ TEST_F(TextFieldTest, CountsBytesOfTheApplicationsEncoding) {
     };
     for (auto const& row : { Row { "UTF-8", 21, true }, Row { "UTF-8", 22, false },
                              Row { "CP932", 31, true }, Row { "CP932", 32, false } }) {
-        ASSERT_TRUE(platform::SetApplicationTextEncoding(row.encoding));
+        In const in(row.encoding);
         std::string text, why;
         for (std::size_t i = 0; i < row.characters; ++i)
             text += "話";
@@ -58,8 +54,8 @@ TEST_F(TextFieldTest, CountsBytesOfTheApplicationsEncoding) {
     }
 }
 
-TEST_F(TextFieldTest, RefusesWhatTheEncodingLacksAndZeroBytes) {
-    ASSERT_TRUE(platform::SetApplicationTextEncoding("CP932"));
+TEST(TextField, RefusesWhatTheEncodingLacksAndZeroBytes) {
+    In const in("CP932");
     std::array<char, 64> field {};
     std::string why;
     EXPECT_FALSE(SetField(field, "--info", "한글", why));
@@ -68,7 +64,7 @@ TEST_F(TextFieldTest, RefusesWhatTheEncodingLacksAndZeroBytes) {
     EXPECT_THAT(why, HasSubstr("zero byte"));
 }
 
-TEST_F(TextFieldTest, EscapesWhatIsNoText) {
+TEST(TextField, EscapesWhatIsNoText) {
     struct Row {
         const char* encoding;
         const char* bytes;
@@ -85,15 +81,15 @@ TEST_F(TextFieldTest, EscapesWhatIsNoText) {
              Row { "CP932", "\x98", "\\x98" },
              Row { "CP932", "\x83\x5C", "ソ" }, // its second byte is that of a backslash
          }) {
-        ASSERT_TRUE(platform::SetApplicationTextEncoding(row.encoding));
+        In const in(row.encoding);
         EXPECT_EQ(EscapeBytes(row.bytes), row.escaped) << row.encoding;
     }
 }
 
-TEST_F(TextFieldTest, AnyBytesComeBackFromTheirEscapedForm) {
+TEST(TextField, AnyBytesComeBackFromTheirEscapedForm) {
     std::mt19937 random(5);
     for (auto const* encoding : { "UTF-8", "CP932", "EUC-JP", "GBK", "Big5", "EUC-KR" }) {
-        ASSERT_TRUE(platform::SetApplicationTextEncoding(encoding));
+        In const in(encoding);
         for (int round = 0; round < 300; ++round) {
             std::string bytes(random() % 24, ' '), why;
             std::generate(bytes.begin(), bytes.end(),
@@ -106,7 +102,7 @@ TEST_F(TextFieldTest, AnyBytesComeBackFromTheirEscapedForm) {
     }
 }
 
-TEST_F(TextFieldTest, NamesAnUnknownEscape) {
+TEST(TextField, NamesAnUnknownEscape) {
     for (auto const* text : { "a\\n", "\\", "\\x1", "\\xG0", "\\x-1", "\\X41" }) {
         std::string why;
         EXPECT_FALSE(UnescapeBytes(text, why)) << text;
@@ -114,7 +110,7 @@ TEST_F(TextFieldTest, NamesAnUnknownEscape) {
     }
 }
 
-TEST_F(TextFieldTest, LineBreaksBecomeCarriageReturns) {
+TEST(TextField, LineBreaksBecomeCarriageReturns) {
     EXPECT_EQ(WithCarriageReturns("a\nb\r\nc\rd\n\ne\r\n"), "a\rb\rc\rd\r\re\r");
 }
 
