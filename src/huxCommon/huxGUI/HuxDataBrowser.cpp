@@ -108,6 +108,11 @@ void HuxDataBrowser::Detach() {
     m_items.clear();
 }
 
+bool HuxDataBrowser::CheckControlValue() {
+    Do(&DataBrowser::EditItem, kDataBrowserNoItem);
+    return true;
+}
+
 HuxDataBrowserItemData* HuxDataBrowser::GetItem(DataBrowserItemID item) const {
     auto const found = m_items.find(item);
     return found == m_items.end() ? nullptr : found->second.get();

@@ -51,6 +51,8 @@ public:
     static bool ReadNotification(platform::EventRef event, ItemNotification* notification);
 
     void Detach() override; // ends the rows
+    // Ends the editing of a row, which keeps what was typed.
+    bool CheckControlValue() override;
 
     // From now on the view asks for texts and tells what happens; its column shows the property.
     platform::OSStatus InstallCallbacks(platform::DataBrowserPropertyID property);

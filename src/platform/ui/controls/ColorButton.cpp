@@ -67,6 +67,7 @@ public:
     ColorControl(ColorButton& button, Window& owner)
         : WidgetControl(button, owner), m_button(&button) {
         connect(&button, &QAbstractButton::clicked, this, [this] { SendHit(kControlButtonPart); });
+        button.setFocusPolicy(Qt::TabFocus); // as every button
         button.setAutoDefault(false);
     }
     // Not shown, but a picker needs a prompt: what screen readers say when there is none.

@@ -58,6 +58,10 @@ Control* Control::Create(WindowRef window, const char* className, const Rect& bo
         return nullptr;
     widget->setGeometry(ToQRect(bounds));
     Control* const control = MakeControl(*widget, *owner);
+    // One that lies outside of its window is pressed by the keys of the window; the focus would stop
+    // where nobody sees it.
+    if (!owner->Widget().rect().intersects(widget->geometry()))
+        widget->setFocusPolicy(Qt::NoFocus);
     widget->show();
     return control;
 }

@@ -18,6 +18,8 @@ class ButtonControl : public WidgetControl {
 public:
     ButtonControl(QAbstractButton& button, Window& owner, ControlPartCode part)
         : WidgetControl(button, owner), m_button(&button), m_part(part) {
+        // A click leaves the focus, and what is being typed there, where it is.
+        button.setFocusPolicy(Qt::TabFocus);
         connect(&button, &QAbstractButton::clicked, this, [this] { SendHit(m_part); });
     }
     std::string Title() const override {
