@@ -8,8 +8,6 @@
 
 #include "effect/VamRect.h"
 #include "preview/HostImage.h"
-#include "preview/PreviewCursors.h"
-#include "preview/PreviewMouse.h"
 #include "preview/ScaledCopy.h"
 #include "render/ImageOperations.h"
 #include "render/Rounding.h"
@@ -20,7 +18,6 @@ namespace {
 constexpr std::array<double, 6> kScales { 100.0, 66.6, 50.0, 33.3, 25.0, 12.5 };
 constexpr platform::RGBColor kGrey { 0xA0A0, 0xA0A0, 0xA0A0 };
 constexpr platform::RGBColor kBlack { 0, 0, 0 };
-constexpr platform::ControlPartCode kPreviewPart = 1;
 constexpr platform::EventTime kTrackTimeout = 0.1; // seconds
 
 // The watch while it lives, then the arrow.
@@ -31,14 +28,6 @@ public:
     WatchCursor& operator=(const WatchCursor&) = delete;
     ~WatchCursor() { SetPreviewCursor(kArrowCursor); }
 };
-
-// Where a preview lies on an axis of the control so that the place in it that was in the middle stays
-// there, as far as the preview reaches.
-std::int32_t OffsetFor(long control, long preview, long center) {
-    if (control >= preview)
-        return SaturateToInt32(control / 2 - preview / 2);
-    return SaturateToInt32(std::clamp(control / 2 - center, control - preview, 0L));
-}
 
 // The part of a preview that a control shows, on one axis: from and behind.
 struct Seen {
@@ -64,56 +53,22 @@ std::int32_t MovedBy(int by, std::int32_t from, std::int32_t offset, long contro
 } // namespace
 
 CMPreviewStatic::~CMPreviewStatic() {
-    m_dispatcher.Remove();
+    LeaveMouse();
     platform::DisposeGWorld(m_gworld);
 }
 
 void CMPreviewStatic::Init(_EPIRECORD* record, platform::CFBundleRef bundle) {
-    RegisterPreviewCursors(bundle);
     m_pRecord = record;
     m_pShowFlag = record->pPreviewSwitch;
     m_nShow = m_pShowFlag ? *m_pShowFlag : 1;
-    m_dispatcher.SetHandler(this, s_HandleDispatcherEvent);
-    const platform::EventTypeSpec types[] = {
-        { platform::kEventClassMouse, platform::kEventMouseMoved },
-    };
-    m_dispatcher.InstallCarbonEventHandler(platform::GetWindowEventTarget(GetOwner()),
-                                           std::size(types), types);
+    FollowMouse(bundle);
     UpdatePreview();
-}
-
-platform::OSStatus CMPreviewStatic::InstallSelf(platform::EventTargetRef target) {
-    const platform::EventTypeSpec types[] = {
-        { platform::kEventClassControl, platform::kEventControlDraw },
-        { platform::kEventClassControl, platform::kEventControlHitTest },
-        { platform::kEventClassControl, platform::kEventControlTrack },
-    };
-    return InstallCarbonEventHandler(target, std::size(types), types);
-}
-
-platform::OSStatus CMPreviewStatic::HandleEventCurrentSelf(platform::EventHandlerCallRef,
-                                                           platform::EventRef event) {
-    switch (platform::GetEventKind(event)) {
-    case platform::kEventControlDraw:
-        return HandleControlDraw(event);
-    case platform::kEventControlHitTest:
-        return HandleControlHitTest(event);
-    case platform::kEventControlTrack:
-        return HandleControlTrack(event);
-    default:
-        return platform::kEventNotHandledErr;
-    }
-}
-
-CMPreviewStatic::Size CMPreviewStatic::ControlSize() const {
-    const platform::Rect bounds = GetBounds();
-    return { bounds.right - bounds.left, bounds.bottom - bounds.top };
 }
 
 // Makes one of the control's present size.
 bool CMPreviewStatic::HasBuffer() {
     const Size size = ControlSize();
-    if (m_gworld && size.width == m_bufferSize.width && size.height == m_bufferSize.height)
+    if (m_gworld && size == m_bufferSize)
         return true;
     platform::DisposeGWorld(m_gworld);
     m_bufferSize = size;
@@ -210,8 +165,8 @@ bool CMPreviewStatic::SetViewScale(long index) {
     m_nScaleIndex = static_cast<std::int32_t>(index);
     m_dScale = scale;
     const Size control = ControlSize();
-    m_nOffsetX = OffsetFor(control.width, GetPreviewWidth(), centerX);
-    m_nOffsetY = OffsetFor(control.height, GetPreviewHeight(), centerY);
+    m_nOffsetX = -ScrollFor(centerX, control.width, GetPreviewWidth());
+    m_nOffsetY = -ScrollFor(centerY, control.height, GetPreviewHeight());
     MakePreviewImages();
     UpdatePreview();
     return true;
@@ -268,10 +223,6 @@ void CMPreviewStatic::DrawVisible() {
     if (m_fTracking == 0)
         DoFilter(m_pPreview.get(), visible);
     SetWhiteMat(*m_pPreview, visible);
-    CopyToBuffer(visible);
-}
-
-void CMPreviewStatic::CopyToBuffer(const tagRECT& visible) {
     const std::int32_t left = std::max(m_nOffsetX, 0);
     const std::int32_t top = std::max(m_nOffsetY, 0);
     CopyScaled(
@@ -283,27 +234,17 @@ void CMPreviewStatic::CopyToBuffer(const tagRECT& visible) {
 void CMPreviewStatic::DoFilter(PIOffscreen* /*image*/, tagRECT /*visible*/) {}
 
 platform::OSStatus CMPreviewStatic::HandleControlDraw(platform::EventRef /*event*/) {
-    const Size size = ControlSize();
-    if (size.width != m_bufferSize.width || size.height != m_bufferSize.height) {
+    if (ControlSize() != m_bufferSize) {
         KeepOffsets();
         UpdatePreview();
     }
-    const platform::Rect whole =
-        vamRECTToRect({ 0, 0, SaturateToInt32(size.width), SaturateToInt32(size.height) });
-    if (m_gworld)
-        platform::CopyBits(m_gworld, whole, platform::GetPort(), whole);
-    return platform::kNoErr;
-}
-
-platform::OSStatus CMPreviewStatic::HandleControlHitTest(platform::EventRef event) {
-    platform::SetEventParameter(event, platform::kEventParamControlPart,
-                                platform::kTypeControlPartCode, sizeof kPreviewPart, &kPreviewPart);
+    DrawBuffer(m_gworld);
     return platform::kNoErr;
 }
 
 platform::OSStatus CMPreviewStatic::HandleControlTrack(platform::EventRef event) {
     const Size control = ControlSize();
-    const auto start = PressedAt(GetControlRef(), event);
+    const auto start = PressedAt(event);
     if (!start || (GetPreviewWidth() <= control.width && GetPreviewHeight() <= control.height))
         return platform::kNoErr;
     // A host may end the window while the user drags.
@@ -350,14 +291,8 @@ void CMPreviewStatic::PanTo(tagPOINT offset) {
     FlushPortBuffer();
 }
 
-platform::OSStatus CMPreviewStatic::s_HandleDispatcherEvent(platform::EventHandlerCallRef,
-                                                            platform::EventRef event,
-                                                            void* userData) {
-    return static_cast<CMPreviewStatic*>(userData)->HandleDispatcherEvent(event);
-}
-
 platform::OSStatus CMPreviewStatic::HandleDispatcherEvent(platform::EventRef event) {
-    if (!MouseOver(GetControlRef(), event))
+    if (platform::GetEventKind(event) != platform::kEventMouseMoved)
         return platform::kEventNotHandledErr;
     SetToolCursor();
     return platform::kNoErr;

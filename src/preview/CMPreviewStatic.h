@@ -9,11 +9,10 @@
 
 #include <epi/epi.h>
 
-#include "huxCommon/huxGUI/HuxCarbonEventPatcherT.h"
-#include "huxCommon/huxGUI/HuxControlImpl.h"
+#include "preview/PreviewControl.h"
 #include "render/PIOffscreen.h"
 
-class CMPreviewStatic : public HuxControlImpl {
+class CMPreviewStatic : public PreviewControl {
 public:
     ~CMPreviewStatic() override;
 
@@ -22,13 +21,9 @@ public:
     virtual void UpdatePreview();
     // The effect's own filter on the visible part of the image; does nothing by itself.
     virtual void DoFilter(PIOffscreen* image, tagRECT visible);
-    platform::OSStatus InstallSelf(platform::EventTargetRef target) override;
-    platform::OSStatus HandleEventCurrentSelf(platform::EventHandlerCallRef call,
-                                              platform::EventRef event) override;
-    virtual platform::OSStatus HandleControlDraw(platform::EventRef event);
-    virtual platform::OSStatus HandleControlTrack(platform::EventRef event);
-    virtual platform::OSStatus HandleControlHitTest(platform::EventRef event);
-    virtual platform::OSStatus HandleDispatcherEvent(platform::EventRef event);
+    platform::OSStatus HandleControlDraw(platform::EventRef event) override;
+    platform::OSStatus HandleControlTrack(platform::EventRef event) override;
+    platform::OSStatus HandleDispatcherEvent(platform::EventRef event) override;
     virtual void SetToolCursor();
 
     // The image is copied.
@@ -43,19 +38,12 @@ public:
     tagPOINT GetPreviewCenter() const; // of what is seen, in preview pixels
 
 private:
-    struct Size {
-        long width, height;
-    };
-    static platform::OSStatus s_HandleDispatcherEvent(platform::EventHandlerCallRef call,
-                                                      platform::EventRef event, void* userData);
-    Size ControlSize() const;
     bool HasBuffer();
     void FitFirstImage();
     void KeepOffsets();
     void MakePreviewImages();
     tagRECT VisibleRect() const;
     void DrawVisible();
-    void CopyToBuffer(const tagRECT& visible);
     void Track(platform::Point start);
     void PanTo(tagPOINT offset);
 
@@ -72,5 +60,4 @@ private:
     std::int32_t m_fTracking = 0;
     std::int32_t* m_pShowFlag = nullptr; // the host's switch; null: it has none
     std::int32_t m_nShow = 0;
-    HuxCarbonEventPatcherT<CMPreviewStatic> m_dispatcher;
 };

@@ -5,12 +5,9 @@
 
 #include "huxCommon/huxGUI/HuxCarbonEvent.h"
 #include "preview/CTextEditDlg.h"
-#include "preview/PreviewCursors.h"
-#include "preview/PreviewMouse.h"
 
 namespace {
 
-constexpr platform::ControlPartCode kPreviewPart = 1;
 constexpr long kKeyStep = 1; // image pixels
 constexpr long kShiftKeyStep = 10;
 
@@ -35,66 +32,31 @@ std::optional<Step> StepOf(std::uint32_t keyCode) {
 
 } // namespace
 
-void CMTextPreviewStatic::InitPreview(platform::CFBundleRef bundle) {
-    RegisterPreviewCursors(bundle);
-    m_patcher.SetHandler(this, s_HandlePatchEvent);
-    const platform::EventTypeSpec types[] = {
-        { platform::kEventClassMouse, platform::kEventMouseMoved },
-        { platform::kEventClassMouse, platform::kEventMouseWheelMoved },
-    };
-    m_patcher.InstallCarbonEventHandler(platform::GetWindowEventTarget(GetOwner()),
-                                        std::size(types), types);
-}
-
-void CMTextPreviewStatic::TermPreview() {
-    m_patcher.Remove();
-}
-
 platform::OSStatus CMTextPreviewStatic::InstallSelf(platform::EventTargetRef target) {
+    const platform::OSStatus status = PreviewControl::InstallSelf(target);
     const platform::EventTypeSpec types[] = {
-        { platform::kEventClassControl, platform::kEventControlDraw },
-        { platform::kEventClassControl, platform::kEventControlHitTest },
-        { platform::kEventClassControl, platform::kEventControlTrack },
         { platform::kEventClassKeyboard, platform::kEventRawKeyDown },
         { platform::kEventClassKeyboard, platform::kEventRawKeyRepeat },
     };
-    return InstallCarbonEventHandler(target, std::size(types), types);
+    return status ? status : InstallCarbonEventHandler(target, std::size(types), types);
 }
 
-platform::OSStatus CMTextPreviewStatic::HandleEventCurrentSelf(platform::EventHandlerCallRef,
+platform::OSStatus CMTextPreviewStatic::HandleEventCurrentSelf(platform::EventHandlerCallRef call,
                                                                platform::EventRef event) {
-    if (platform::GetEventClass(event) == platform::kEventClassKeyboard)
-        return HandleKey(event);
-    switch (platform::GetEventKind(event)) {
-    case platform::kEventControlDraw:
-        return HandleDraw();
-    case platform::kEventControlHitTest:
-        return HandleHitTest(event);
-    case platform::kEventControlTrack:
-        return HandleTrack(event);
-    default:
-        return platform::kEventNotHandledErr;
-    }
+    return platform::GetEventClass(event) == platform::kEventClassKeyboard
+               ? HandleKey(event)
+               : PreviewControl::HandleEventCurrentSelf(call, event);
 }
 
-platform::OSStatus CMTextPreviewStatic::HandleDraw() {
-    const platform::Rect bounds = GetBounds();
-    m_view.FitArea(bounds.right - bounds.left, bounds.bottom - bounds.top);
-    const platform::Rect whole { 0, 0, static_cast<std::int16_t>(bounds.bottom - bounds.top),
-                                 static_cast<std::int16_t>(bounds.right - bounds.left) };
-    if (const platform::GWorldPtr buffer = m_view.Buffer())
-        platform::CopyBits(buffer, whole, platform::GetPort(), whole);
+platform::OSStatus CMTextPreviewStatic::HandleControlDraw(platform::EventRef /*event*/) {
+    const Size size = ControlSize();
+    m_view.FitArea(size.width, size.height);
+    DrawBuffer(m_view.Buffer());
     return platform::kNoErr;
 }
 
-platform::OSStatus CMTextPreviewStatic::HandleHitTest(platform::EventRef event) {
-    return platform::SetEventParameter(event, platform::kEventParamControlPart,
-                                       platform::kTypeControlPartCode, sizeof kPreviewPart,
-                                       &kPreviewPart);
-}
-
-platform::OSStatus CMTextPreviewStatic::HandleTrack(platform::EventRef event) {
-    const auto place = PressedAt(GetControlRef(), event);
+platform::OSStatus CMTextPreviewStatic::HandleControlTrack(platform::EventRef event) {
+    const auto place = PressedAt(event);
     if (!place)
         return platform::kEventNotHandledErr;
     m_view.ClickPreviewArea({ place->h, place->v }); // this wrapper may be gone afterwards
@@ -116,20 +78,11 @@ platform::OSStatus CMTextPreviewStatic::HandleKey(platform::EventRef event) {
     return platform::kNoErr;
 }
 
-platform::OSStatus CMTextPreviewStatic::s_HandlePatchEvent(platform::EventHandlerCallRef,
-                                                           platform::EventRef event,
-                                                           void* userData) {
-    return static_cast<CMTextPreviewStatic*>(userData)->HandlePatchEvent(event);
-}
-
-// The mouse is somewhere over the window.
-platform::OSStatus CMTextPreviewStatic::HandlePatchEvent(platform::EventRef event) {
-    const auto place = MouseOver(GetControlRef(), event);
-    if (!place)
-        return platform::kEventNotHandledErr;
+platform::OSStatus CMTextPreviewStatic::HandleDispatcherEvent(platform::EventRef event) {
     if (platform::GetEventKind(event) == platform::kEventMouseWheelMoved)
         return HandleWheel(event);
-    m_view.ChangePreviewCursor(*place);
+    if (const auto place = MouseOver(event))
+        m_view.ChangePreviewCursor(*place);
     return platform::kNoErr;
 }
 

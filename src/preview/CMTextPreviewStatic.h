@@ -3,34 +3,29 @@
 // the arrow keys.
 #pragma once
 
-#include "huxCommon/huxGUI/HuxCarbonEventPatcherT.h"
-#include "huxCommon/huxGUI/HuxControlImpl.h"
+#include "preview/PreviewControl.h"
 
 class CTextEditDlg;
 
-class CMTextPreviewStatic : public HuxControlImpl {
+class CMTextPreviewStatic : public PreviewControl {
 public:
     // The view outlives this wrapper.
     explicit CMTextPreviewStatic(CTextEditDlg& view) : m_view(view) {}
 
     // Registers the cursors and follows the mouse over the window, until TermPreview.
-    void InitPreview(platform::CFBundleRef bundle);
-    void TermPreview();
+    void InitPreview(platform::CFBundleRef bundle) { FollowMouse(bundle); }
+    void TermPreview() { LeaveMouse(); }
 
     platform::OSStatus InstallSelf(platform::EventTargetRef target) override;
     platform::OSStatus HandleEventCurrentSelf(platform::EventHandlerCallRef call,
                                               platform::EventRef event) override;
+    platform::OSStatus HandleControlDraw(platform::EventRef event) override;
+    platform::OSStatus HandleControlTrack(platform::EventRef event) override;
+    platform::OSStatus HandleDispatcherEvent(platform::EventRef event) override;
 
 private:
-    static platform::OSStatus s_HandlePatchEvent(platform::EventHandlerCallRef call,
-                                                 platform::EventRef event, void* userData);
-    platform::OSStatus HandlePatchEvent(platform::EventRef event);
-    platform::OSStatus HandleDraw();
-    platform::OSStatus HandleHitTest(platform::EventRef event);
-    platform::OSStatus HandleTrack(platform::EventRef event);
     platform::OSStatus HandleKey(platform::EventRef event);
     platform::OSStatus HandleWheel(platform::EventRef event);
 
     CTextEditDlg& m_view;
-    HuxCarbonEventPatcherT<CMTextPreviewStatic> m_patcher;
 };

@@ -12,6 +12,7 @@
 #include "huxCommon/huxUtility/VamWindowItem.h"
 #include "preview/GridLines.h"
 #include "preview/HostImage.h"
+#include "preview/PreviewControl.h"
 #include "preview/ScaledCopy.h"
 #include "render/CTextRenderer.h"
 #include "render/ColorRef.h"
@@ -44,25 +45,11 @@ tagRECT ToRect(const PIRect& rect) {
              SaturateToInt32(rect.bottom) };
 }
 
-void SetForeColor(COLORREF color) {
-    platform::RGBColor rgb;
-    COLORREFtoRGB(rgb, color);
-    platform::RGBForeColor(rgb);
-}
-
 std::int32_t Width(const tagRECT& rect) {
     return rect.right - rect.left;
 }
 std::int32_t Height(const tagRECT& rect) {
     return rect.bottom - rect.top;
-}
-
-// Where the view starts so that a place of it lies in the middle of the area, without showing more
-// beyond the frame than there must be.
-std::int32_t ScrollFor(long center, long area, long view) {
-    if (area >= view)
-        return SaturateToInt32(view / 2 - area / 2);
-    return SaturateToInt32(std::clamp(center - area / 2, 0L, view - area));
 }
 
 // Every pixel white, with nothing in its alpha.
@@ -141,10 +128,7 @@ void CTextEditDlg::FitArea(long width, long height) {
     if (m_isWholeView) {
         WholeSizeView(0);
     } else {
-        m_nScrollX =
-            ScrollFor(piMulDiv(center.x, m_nViewScale, 100), Width(m_rcArea), GetViewWidth());
-        m_nScrollY =
-            ScrollFor(piMulDiv(center.y, m_nViewScale, 100), Height(m_rcArea), GetViewHeight());
+        ScrollTo(center);
     }
     DrawOffscreen();
 }
@@ -241,24 +225,12 @@ void CTextEditDlg::DrawGrid() const {
         return;
     const long step = GridStep(m_nPreviewMode);
     const PIRect frame = ImageToView(PIRect { 0, 0, m_nImageWidth, m_nImageHeight });
-    WalkGridLines(
-        step, m_nImageWidth,
-        [this](long x) {
-            return ImageToView(PIPoint { x, 0 }).x;
-        },
-        [&](long x) {
-            DrawLine(m_offscreen, x, frame.top, x, frame.bottom, 1, kGridColor);
-            return true;
-        });
-    WalkGridLines(
-        step, m_nImageHeight,
-        [this](long y) {
-            return ImageToView(PIPoint { 0, y }).y;
-        },
-        [&](long y) {
-            DrawLine(m_offscreen, frame.left, y, frame.right, y, 1, kGridColor);
-            return true;
-        });
+    WalkGridLines(step, m_nImageWidth, m_nViewScale, m_nScrollX, [&](long x) {
+        DrawLine(m_offscreen, x, frame.top, x, frame.bottom, 1, kGridColor);
+    });
+    WalkGridLines(step, m_nImageHeight, m_nViewScale, m_nScrollY, [&](long y) {
+        DrawLine(m_offscreen, frame.left, y, frame.right, y, 1, kGridColor);
+    });
 }
 
 void CTextEditDlg::InvalPreviewArea() {
@@ -274,49 +246,33 @@ void CTextEditDlg::SetViewScale(long scale, long redraw) {
     const PIRect area = ViewToImage(PIRect { 0, 0, Width(m_rcArea), Height(m_rcArea) });
     m_isWholeView = false;
     m_nViewScale = static_cast<std::int32_t>(wanted);
-    m_nScrollX = ScrollFor(piMulDiv((area.left + area.right) / 2, m_nViewScale, 100),
-                           Width(m_rcArea), GetViewWidth());
-    m_nScrollY = ScrollFor(piMulDiv((area.top + area.bottom) / 2, m_nViewScale, 100),
-                           Height(m_rcArea), GetViewHeight());
-    if (redraw == 0)
-        return;
-    DrawOffscreen();
-    InvalPreviewArea();
+    ScrollTo({ (area.left + area.right) / 2, (area.top + area.bottom) / 2 });
+    if (redraw != 0)
+        Redraw();
 }
 
-namespace {
+void CTextEditDlg::ScrollTo(PIPoint center) {
+    m_nScrollX = ScrollFor(piMulDiv(center.x, m_nViewScale, 100), Width(m_rcArea), GetViewWidth());
+    m_nScrollY =
+        ScrollFor(piMulDiv(center.y, m_nViewScale, 100), Height(m_rcArea), GetViewHeight());
+}
 
-// True when the position changed.
-bool Scroll(std::int32_t& position, long delta, long area, long view) {
-    if (area >= view)
-        return false;
-    const auto scrolled = static_cast<std::int32_t>(std::clamp(position + delta, 0L, view - area));
+long CTextEditDlg::Scroll(std::int32_t& position, long delta, long area, long view, long redraw) {
+    const long scrolled = area < view ? std::clamp(position + delta, 0L, view - area) : position;
     if (scrolled == position)
-        return false;
-    position = scrolled;
-    return true;
+        return 0;
+    position = static_cast<std::int32_t>(scrolled);
+    if (redraw != 0)
+        Redraw();
+    return 1;
 }
-
-} // namespace
 
 long CTextEditDlg::ScrollHorz(long delta, long redraw) {
-    if (!Scroll(m_nScrollX, delta, Width(m_rcArea), GetViewWidth()))
-        return 0;
-    if (redraw != 0) {
-        DrawOffscreen();
-        InvalPreviewArea();
-    }
-    return 1;
+    return Scroll(m_nScrollX, delta, Width(m_rcArea), GetViewWidth(), redraw);
 }
 
 long CTextEditDlg::ScrollVert(long delta, long redraw) {
-    if (!Scroll(m_nScrollY, delta, Height(m_rcArea), GetViewHeight()))
-        return 0;
-    if (redraw != 0) {
-        DrawOffscreen();
-        InvalPreviewArea();
-    }
-    return 1;
+    return Scroll(m_nScrollY, delta, Height(m_rcArea), GetViewHeight(), redraw);
 }
 
 // The narrow side fills the area and the other one may lie over its edges; the limit of
@@ -332,10 +288,8 @@ void CTextEditDlg::WholeSizeView(long redraw) {
     m_nViewScale = SaturateToInt32(scale);
     m_nScrollX = SaturateToInt32(piMulDiv(m_nImageWidth / 2, scale, 100) - Width(m_rcArea) / 2);
     m_nScrollY = SaturateToInt32(piMulDiv(m_nImageHeight / 2, scale, 100) - Height(m_rcArea) / 2);
-    if (redraw == 0)
-        return;
-    DrawOffscreen();
-    InvalPreviewArea();
+    if (redraw != 0)
+        Redraw();
 }
 
 PIPoint CTextEditDlg::ImageToView(PIPoint point) const {
@@ -384,20 +338,27 @@ long CTextEditDlg::GetViewHeight() const {
     return piMulDiv(m_nImageHeight, m_nViewScale, 100);
 }
 
-void CTextEditDlg::PaintRect(platform::CGrafPtr port, const tagRECT* rect, COLORREF color) {
+namespace {
+
+void DrawIn(platform::CGrafPtr port, const tagRECT& rect, COLORREF color,
+            void (*draw)(const platform::Rect&)) {
     const XSaveGrafPort savePort;
     platform::SetPort(port);
     const XSaveColor saveColor;
-    SetForeColor(color);
-    platform::PaintRect(vamRECTToRect(WithinPlaces(*rect)));
+    platform::RGBColor rgb;
+    COLORREFtoRGB(rgb, color);
+    platform::RGBForeColor(rgb);
+    draw(vamRECTToRect(WithinPlaces(rect)));
+}
+
+} // namespace
+
+void CTextEditDlg::PaintRect(platform::CGrafPtr port, const tagRECT* rect, COLORREF color) {
+    DrawIn(port, *rect, color, platform::PaintRect);
 }
 
 void CTextEditDlg::FrameRect(platform::CGrafPtr port, const tagRECT* rect, COLORREF color) {
-    const XSaveGrafPort savePort;
-    platform::SetPort(port);
-    const XSaveColor saveColor;
-    SetForeColor(color);
-    platform::FrameRect(vamRECTToRect(WithinPlaces(*rect)));
+    DrawIn(port, *rect, color, platform::FrameRect);
 }
 
 void CTextEditDlg::DrawLine(platform::CGrafPtr port, long x1, long y1, long x2, long y2, long width,

@@ -88,6 +88,11 @@ public:
     static void DestroyOffscreen(platform::GWorldPtr port);
 
 protected:
+    void Redraw() { // what is shown already, as the view stands now
+        DrawOffscreen();
+        InvalPreviewArea();
+    }
+
     _EPIRECORD m_record {};
     platform::WindowRef m_hWindow = nullptr;
     platform::GWorldPtr m_offscreen = nullptr;
@@ -104,6 +109,8 @@ protected:
 
 private:
     bool MakeBuffer(long width, long height);
+    void ScrollTo(PIPoint center); // of the image
+    long Scroll(std::int32_t& position, long delta, long area, long view, long redraw);
     void CopyBackground();
     void RenderText(_TEXTPARAM* param);
     PIRect VisiblePart() const; // of the frame, in image pixels

@@ -5,7 +5,7 @@
 #include "effect/PIHandle.h"
 #include "preview/CTextEditDlg.h"
 #include "preview/GridLines.h"
-#include "preview/PreviewCursors.h"
+#include "preview/PreviewControl.h"
 #include "render/Rounding.h"
 
 namespace {
@@ -87,28 +87,17 @@ void CTextEditDlg::MoveText(long dx, long dy) {
 
 // To the line at or before the point, as far as there is a line behind it.
 PIPoint CTextEditDlg::Snapped(PIPoint view) const {
-    const long step = GridStep(m_nPreviewMode);
-    const auto snap = [](long& place, long& last, long line) {
-        if (place > last && place < line)
-            place = last;
-        last = line;
-        return true;
+    const auto snap = [this](long place, long size, long scroll) {
+        long last = place;
+        long snapped = place;
+        WalkGridLines(GridStep(m_nPreviewMode), size, m_nViewScale, scroll, [&](long line) {
+            if (place > last && place < line)
+                snapped = last;
+            last = line;
+        });
+        return snapped;
     };
-    long last = view.x;
-    WalkGridLines(
-        step, m_nImageWidth,
-        [this](long x) {
-            return ImageToView(PIPoint { x, 0 }).x;
-        },
-        [&](long line) { return snap(view.x, last, line); });
-    last = view.y;
-    WalkGridLines(
-        step, m_nImageHeight,
-        [this](long y) {
-            return ImageToView(PIPoint { 0, y }).y;
-        },
-        [&](long line) { return snap(view.y, last, line); });
-    return view;
+    return { snap(view.x, m_nImageWidth, m_nScrollX), snap(view.y, m_nImageHeight, m_nScrollY) };
 }
 
 // False when it is there already.

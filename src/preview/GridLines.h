@@ -4,23 +4,24 @@
 
 #include <optional>
 
+#include "render/Rounding.h"
+
 // Image pixels between two lines in a preview mode other than 0.
 inline long GridStep(long previewMode) {
     return previewMode == 1 ? 40 : 20;
 }
 
-// Walks the lines of one axis from the frame's edge. toView turns a line's place in the image into
-// its place in the view; visit gets the latter of each shown line and says whether to go on.
-template <class ToView, class Visit>
-void WalkGridLines(long step, long imageSize, ToView toView, Visit visit) {
+// Walks the lines of one axis from the frame's edge. visit gets the place in the view of each line
+// that is shown.
+template <class Visit>
+void WalkGridLines(long step, long imageSize, long scale, long scroll, Visit visit) {
     std::optional<long> last;
     for (long place = 0; place < imageSize; place += step) {
-        const long view = toView(place);
+        const long view = piMulDiv(place, scale, 100) - scroll;
         // Zoomed out, lines would crowd; these distances keep half a step between them.
         if (last && view < *last + step / 2)
             continue;
-        if (!visit(view))
-            return;
+        visit(view);
         last = view;
     }
 }

@@ -90,28 +90,26 @@ protected:
 };
 
 TEST_F(CMPreviewStaticTest, TheFirstImageOpensAtAStepThatIsSmallerThanTheControl) {
-    struct Row {
+    const struct {
         int controlWidth, controlHeight, imageWidth, imageHeight;
         long width, height;
         Sides seen; // of the preview
         Sides red;  // of the control, within its frame
+    } rows[] = {
+        // One that fills the control exactly opens a step smaller.
+        { 200, 100, 200, 100, 133, 67, { 0, 0, 133, 67 }, { 33, 16, 166, 83 } },
+        { 201, 101, 200, 100, 200, 100, { 0, 0, 200, 100 }, { 1, 1, 200, 100 } },
+        { 200, 200, 2000, 2000, 250, 250, { 25, 25, 225, 225 }, { 1, 1, 199, 199 } },
+        { 100, 100, 10, 20, 10, 20, { 0, 0, 10, 20 }, { 45, 40, 55, 60 } },
+        { 100, 50, 1000, 10, 125, 1, { 12, 0, 112, 1 }, { 1, 24, 99, 25 } },
     };
-    for (const Row& row : {
-             // One that fills the control exactly opens a step smaller.
-             Row { 200, 100, 200, 100, 133, 67, { 0, 0, 133, 67 }, { 33, 16, 166, 83 } },
-             Row { 201, 101, 200, 100, 200, 100, { 0, 0, 200, 100 }, { 1, 1, 200, 100 } },
-             Row { 200, 200, 2000, 2000, 250, 250, { 25, 25, 225, 225 }, { 1, 1, 199, 199 } },
-             Row { 100, 100, 10, 20, 10, 20, { 0, 0, 10, 20 }, { 45, 40, 55, 60 } },
-             Row { 100, 50, 1000, 10, 125, 1, { 12, 0, 112, 1 }, { 1, 24, 99, 25 } },
-         }) {
+    for (const auto& row : rows) {
         Start(row.controlWidth, row.controlHeight);
         SetImage(row.imageWidth, row.imageHeight);
-        const std::string what =
-            std::to_string(row.imageWidth) + " in " + std::to_string(row.controlWidth);
-        EXPECT_EQ(preview->GetPreviewWidth(), row.width) << what;
-        EXPECT_EQ(preview->GetPreviewHeight(), row.height) << what;
-        EXPECT_EQ(Seen(), row.seen) << what;
-        EXPECT_EQ(Red(), row.red) << what;
+        EXPECT_EQ(preview->GetPreviewWidth(), row.width) << row.imageWidth;
+        EXPECT_EQ(preview->GetPreviewHeight(), row.height) << row.imageWidth;
+        EXPECT_EQ(Seen(), row.seen) << row.imageWidth;
+        EXPECT_EQ(Red(), row.red) << row.imageWidth;
         preview.reset();
         platform::DisposeWindow(window);
     }
@@ -121,23 +119,21 @@ TEST_F(CMPreviewStaticTest, ZoomsAroundWhatIsInTheMiddle) {
     Start(100, 100);
     EXPECT_FALSE(preview->SetViewScale(1)); // nothing to show yet
     SetImage(400, 120);                     // 12.5 %
-    struct Row {
+    const Sides wide { 150, 6, 250, 106 };
+    const struct {
         long index;
         bool changes;
         long width;
         Sides seen;
+    } rows[] = {
+        { 6, false, 50, { 0, 0, 50, 15 } },
+        { -1, false, 50, { 0, 0, 50, 15 } },
+        { 5, false, 50, { 0, 0, 50, 15 } },
+        { 0, true, 400, wide }, // the middle of 15 rows is row 7, which stands for row 56
+        { 2, true, 200, { 50, 0, 150, 60 } },
+        { 4, true, 100, { 0, 0, 100, 30 } },
     };
-    // The middle of 15 rows is row 7, which stands for row 56.
-    const Sides wide { 150, 6, 250, 106 };
-    for (const Row& row : {
-             Row { 6, false, 50, { 0, 0, 50, 15 } },
-             Row { -1, false, 50, { 0, 0, 50, 15 } },
-             Row { 5, false, 50, { 0, 0, 50, 15 } },
-             Row { 0, true, 400, wide },
-             Row { 0, false, 400, wide },
-             Row { 2, true, 200, { 50, 0, 150, 60 } },
-             Row { 4, true, 100, { 0, 0, 100, 30 } },
-         }) {
+    for (const auto& row : rows) {
         EXPECT_EQ(preview->SetViewScale(row.index), row.changes) << row.index;
         EXPECT_EQ(preview->GetPreviewWidth(), row.width) << row.index;
         EXPECT_EQ(Seen(), row.seen) << row.index;
@@ -164,34 +160,24 @@ TEST_F(CMPreviewStaticTest, LaterImagesKeepTheZoomAndThePlace) {
 }
 
 TEST_F(CMPreviewStaticTest, DragsWithinThePreview) {
-    struct Row {
+    const struct {
         const char* what;
         int width, height;
         std::vector<QPoint> places;
         Sides seen;
         bool drags;
+    } rows[] = {
+        { "follows", 300, 300, { { 50, 50 }, { 40, 70 } }, { 110, 80, 210, 180 }, true },
+        { "edges",
+          300,
+          300,
+          { { 50, 50 }, { 149, -90 }, { 199, -150 } },
+          { 0, 200, 100, 300 },
+          true },
+        { "one way", 300, 60, { { 50, 50 }, { 40, 30 } }, { 110, 0, 210, 60 }, true },
+        { "fits", 90, 60, { { 50, 50 }, { 40, 30 } }, { 0, 0, 90, 60 }, false },
     };
-    for (const Row& row : {
-             Row { "follows the hand",
-                   300,
-                   300,
-                   { { 50, 50 }, { 40, 70 } },
-                   { 110, 80, 210, 180 },
-                   true },
-             Row { "stops at the edges",
-                   300,
-                   300,
-                   { { 50, 50 }, { 149, -90 }, { 199, -150 } },
-                   { 0, 200, 100, 300 },
-                   true },
-             Row { "only where it is larger",
-                   300,
-                   60,
-                   { { 50, 50 }, { 40, 30 } },
-                   { 110, 0, 210, 60 },
-                   true },
-             Row { "fits", 90, 60, { { 50, 50 }, { 40, 30 } }, { 0, 0, 90, 60 }, false },
-         }) {
+    for (const auto& row : rows) {
         Start(100, 100);
         SetImage(row.width, row.height);
         preview->SetViewScale(0);
@@ -264,23 +250,18 @@ TEST_F(CMPreviewStaticTest, ImagesOfEveryLayoutAreFlattenedOntoWhite) {
     }
 }
 
-TEST_F(CMPreviewStaticTest, WhatCannotBeMadeShowsGrey) {
+TEST_F(CMPreviewStaticTest, FillsAResizedControlAndShowsGreyForWhatCannotBeMade) {
     EPIOffscreenProcs noAllocate = *record.pOffscreenProcs;
     Start(60, 60);
     SetImage(30, 30);
+    platform::Control::Find(pane)->Resize(90, 70);
+    EXPECT_EQ(Red(), (Sides { 30, 20, 60, 50 }));
     noAllocate.Allocate = nullptr;
     record.pOffscreenProcs = &noAllocate;
     SetImage(30, 30);
     EXPECT_EQ(Shown().pixel(30, 30) & 0xFFFFFF, 0xA0A0A0U);
     EXPECT_EQ(preview->GetPreviewWidth(), 0);
     EXPECT_FALSE(preview->SetViewScale(3));
-}
-
-TEST_F(CMPreviewStaticTest, AResizedControlIsFilled) {
-    Start(60, 60);
-    SetImage(30, 30);
-    platform::Control::Find(pane)->Resize(90, 70);
-    EXPECT_EQ(Red(), (Sides { 30, 20, 60, 50 }));
 }
 
 } // namespace

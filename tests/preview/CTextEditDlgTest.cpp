@@ -19,6 +19,11 @@ TEST_F(CTextEditDlgTest, StartsInTheMiddleAndZoomsAroundIt) {
         long asked, scale;
         PIPoint scroll;
     };
+    view->DrawOffscreen();
+    const auto before = PixelsOf(view->Buffer(), 361, 240);
+    view->SetGrid(1, false); // shows with the next drawing
+    view->SetViewScale(100, 1);
+    EXPECT_EQ(PixelsOf(view->Buffer(), 361, 240), before) << "the present scale draws nothing";
     for (const Row& row : {
              Row { 5, 10, { 36 - 180, 24 - 120 } }, // in the middle, beyond the frame's edges
              Row { 250, 200, { 550, 360 } },
@@ -31,17 +36,7 @@ TEST_F(CTextEditDlgTest, StartsInTheMiddleAndZoomsAroundIt) {
         EXPECT_EQ(view->Scale(), row.scale) << row.asked;
         EXPECT_EQ(view->Scroll(), row.scroll) << row.asked;
     }
-}
-
-TEST_F(CTextEditDlgTest, ThePresentScaleDrawsNothing) {
-    ASSERT_EQ(Start(100, 100, 60, 60), 1);
-    view->DrawOffscreen();
-    const auto before = PixelsOf(view->Buffer(), 60, 60);
-    view->SetGrid(1, false); // shows with the next drawing
-    view->SetViewScale(100, 1);
-    EXPECT_EQ(PixelsOf(view->Buffer(), 60, 60), before);
-    view->SetViewScale(110, 1);
-    EXPECT_NE(PixelsOf(view->Buffer(), 60, 60), before);
+    EXPECT_NE(PixelsOf(view->Buffer(), 361, 240), before);
 }
 
 TEST_F(CTextEditDlgTest, TheWholeViewFillsTheNarrowSide) {
@@ -101,14 +96,14 @@ TEST_F(CTextEditDlgTest, AnotherAreaKeepsTheCentreOrTheWholeView) {
 TEST_F(CTextEditDlgTest, AFrameThatCannotBeMadeIsRefusedAndShowsGrey) {
     EPIOffscreenProcs noAllocate = *record.pOffscreenProcs;
     noAllocate.Allocate = nullptr;
-    struct Row {
+    const struct {
         const char* what;
         int side;
         const EPIOffscreenProcs* procs;
-    };
-    for (const Row& row : { Row { "no side", 0, record.pOffscreenProcs },
-                            Row { "a side below 0", -5, record.pOffscreenProcs },
-                            Row { "no allocation", 50, &noAllocate } }) {
+    } rows[] = { { "no side", 0, record.pOffscreenProcs },
+                 { "a side below 0", -5, record.pOffscreenProcs },
+                 { "no allocation", 50, &noAllocate } };
+    for (const auto& row : rows) {
         record.pOffscreenProcs = row.procs;
         record.nFrameWidth = record.nFrameHeight = row.side;
         ShowPane(30, 20);
@@ -160,17 +155,6 @@ TEST_F(CTextEditDlgTest, NothingOfAnEarlierViewIsLeft) {
     }
 }
 
-// Lines of the grid along the first row of the area but its border.
-std::vector<int> LinesOf(const test::View& view, int width, int height) {
-    const auto pixels = PixelsOf(view.Buffer(), width, height);
-    std::vector<int> lines;
-    for (int x = 0; x < width; ++x) {
-        if (pixels[static_cast<std::size_t>(width + x)] == 0x606060)
-            lines.push_back(x);
-    }
-    return lines;
-}
-
 TEST_F(CTextEditDlgTest, TheGridNeverCrowds) {
     ASSERT_EQ(Start(120, 120, 400, 400), 1);
     host::Pinned<_TEXTPARAM>(params)->dwFlags = 0;
@@ -188,7 +172,13 @@ TEST_F(CTextEditDlgTest, TheGridNeverCrowds) {
         view->SetScroll(-10, 0);
         view->SetGrid(row.mode, false);
         view->DrawOffscreen();
-        EXPECT_EQ(LinesOf(*view, 400, 400), row.lines) << row.mode << " at " << row.scale;
+        const auto pixels = PixelsOf(view->Buffer(), 400, 400);
+        std::vector<int> lines;
+        for (int x = 0; x < 400; ++x) {
+            if (pixels[400U + static_cast<std::size_t>(x)] == 0x606060) // below the border
+                lines.push_back(x);
+        }
+        EXPECT_EQ(lines, row.lines) << row.mode << " at " << row.scale;
     }
 }
 
@@ -221,26 +211,25 @@ std::unique_ptr<host::Image> Rendered(_EPIRECORD record, const host::Image& fram
 }
 
 TEST_F(CTextEditDlgTest, ShowsThePixelsOfTheRender) {
-    struct Row {
+    const host::PixelFormat bgra { 32, 3, 2, 1, 0 };
+    ASSERT_EQ(Start(240, 130, 240, 130), 1);
+    const struct {
         const char* what;
         host::PixelFormat format;
         std::uint32_t flags;
         // In steps of 8 bits. The text is blended at 8 bits, so that of a frame of 16 bits a
         // weight of 256ths counts instead of one of 65536ths, and both round down.
         int tolerance;
+    } rows[] = {
+        { "argb", host::kArgb32, TEXT_DIALOGUE, 0 },
+        { "bgra, box", bgra, TEXT_DIALOGUE | TEXT_BOX, 0 },
+        { "rgba, score", host::kRgba32, TEXT_SCORE | TEXT_BOX, 0 },
+        { "rgb", host::kRgb24, TEXT_DIALOGUE, 0 },
+        { "16 bits, box", host::kArgb64, TEXT_DIALOGUE | TEXT_BOX, 2 },
+        { "16 bits", host::kRgba64, TEXT_DIALOGUE, 2 },
+        { "16 bits, no text", host::kArgb64, 0, 0 },
     };
-    const host::PixelFormat bgra { 32, 3, 2, 1, 0 };
-    ASSERT_EQ(Start(240, 130, 240, 130), 1);
-    for (const Row& row : {
-             Row { "argb", host::kArgb32, TEXT_DIALOGUE, 0 },
-             Row { "argb, box", host::kArgb32, TEXT_DIALOGUE | TEXT_BOX, 0 },
-             Row { "bgra", bgra, TEXT_DIALOGUE, 0 },
-             Row { "rgba, score", host::kRgba32, TEXT_SCORE | TEXT_BOX, 0 },
-             Row { "rgb", host::kRgb24, TEXT_DIALOGUE, 0 },
-             Row { "16 bits, box", host::kArgb64, TEXT_DIALOGUE | TEXT_BOX, 2 },
-             Row { "16 bits", host::kRgba64, TEXT_DIALOGUE, 2 },
-             Row { "16 bits, no text", host::kArgb64, 0, 0 },
-         }) {
+    for (const auto& row : rows) {
         record.bInfoPresent = 1;
         std::strcpy(record.szInfo1, "ep");
         std::strcpy(record.szInfo3, "7");
@@ -291,13 +280,11 @@ TEST_F(CTextEditDlgTest, WithoutABackgroundItIsTheRenderOverWhite) {
     PutText(20, 10);
     auto white = host::Image::Make(200, 90, host::kArgb32);
     for (int y = 0; y < 90; ++y) {
-        auto row = white->Row(y);
-        for (std::size_t i = 0; i < row.size(); ++i)
-            row[i] = i % 4 == 0 ? 0 : 0xFF;
+        for (std::size_t i = 0; i < white->Row(y).size(); ++i)
+            white->Row(y)[i] = i % 4 == 0 ? 0 : 0xFF;
     }
     const auto rendered = Rendered(record, *white);
-    const host::Image& work =
-        *host::Image::FromRef(static_cast<EPIImageRef>(view->WorkImage()->Object()));
+    const auto& work = *host::Image::FromRef(static_cast<EPIImageRef>(view->WorkImage()->Object()));
     for (int y = 0; y < 90; ++y)
         ASSERT_TRUE(std::ranges::equal(work.Row(y), std::as_const(*rendered).Row(y))) << y;
 }
