@@ -33,7 +33,8 @@ OSStatus CMEditText::HandleEventCurrentSelf(EventHandlerCallRef call, EventRef e
         isStatus && HandleCommandUpdateStatus(call, event) != kEventNotHandledErr;
     if (!alive)
         return kEventNotHandledErr;
-    // Once it is on its way to the window, a command must not go up to it as well and be done twice.
+    // An editing command ends here: it is on its way to the window by the queue, and one that went up
+    // the chain as well would be done twice. The base knows nothing of commands, so it misses none.
     if (!isAnswered && HandleCommandProcess(event) == kNoErr && !isStatus)
         return kNoErr;
     return HuxEditText::HandleEventCurrentSelf(call, event);

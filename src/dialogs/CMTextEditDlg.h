@@ -5,9 +5,9 @@
 
 #include <epi/epi.h>
 
+#include "dialogs/PluginDialog.h"
 #include "huxCommon/huxGUI/HuxBevelButton.h"
 #include "huxCommon/huxGUI/HuxCheckBox.h"
-#include "huxCommon/huxGUI/HuxDialogImpl.h"
 #include "huxCommon/huxGUI/HuxEditText.h"
 #include "huxCommon/huxGUI/HuxLittleArrows.h"
 #include "huxCommon/huxGUI/HuxPopupButton.h"
@@ -17,8 +17,36 @@
 
 class CMEditPopupDlg;
 
-class CMTextEditDlg : public HuxDialogImpl, public CTextEditDlg {
+class CMTextEditDlg : public PluginDialog, public CTextEditDlg {
 public:
+    // The controls' numbers, which are also their command ids.
+    enum Control : std::int32_t {
+        kPreview = 91,
+        kZoomInButton = 94,
+        kZoomOutButton,
+        kScaleText,
+        kPreviewModePopup,
+        kPreviewOptionCheck,
+        kFontPopup = 101,
+        kSizeField,
+        kSizePopup,
+        kTextColorButton,
+        kBoxCheck,
+        kBoxColorButton,
+        kOpacityField,
+        kOpacityStepper,
+        kFirstModeRadio = 201, // score, info, character, dialogue
+        kScoreFormatPopup = 205,
+        kInfoField,
+        kInfoPopup,
+        kCharacterField,
+        kCharacterPopup,
+        kSuffixPopup,
+        kDialogueField,
+        kOptionCheck = 301,
+        kModeGroup = 500,
+    };
+
     CMTextEditDlg();
     ~CMTextEditDlg() override;
 
@@ -29,13 +57,12 @@ public:
     void ReceiveCompositeImage(_EPIRECORD* record);
     void Dispose() override;
 
-    const char* GetNibName() override;
-    const char* GetWindowName() override;
     platform::OSStatus InstallSelf(platform::EventTargetRef target) override;
     platform::OSStatus HandleEventCurrentSelf(platform::EventHandlerCallRef call,
                                               platform::EventRef event) override;
     void _AttachControls() override;
     bool HandleInitWindow() override;
+    bool CheckControlValue() override;
     // Stores what the fields hold, enters the texts into the histories and tells the host. False: a
     // field holds no such number, which the user has been told.
     bool OnOK() override;
@@ -45,18 +72,17 @@ public:
     void ZoomBy(long steps) override;
 
 private:
+    // Which text is drawn, in the order of the radio buttons.
+    static constexpr std::uint32_t kModeFlags[] = { TEXT_SCORE, TEXT_INFO, TEXT_CHARACTER,
+                                                    TEXT_DIALOGUE };
     // One of the two texts that have a list, and the list.
     using ListedText = char (_TEXTPARAM::*)[64];
     using ListOfTexts = _POPUPSTRING _TEXT_DIALOG_PARAM::*;
 
     platform::OSStatus HandleRowKeyDown(platform::EventRef event);
     void FitPreview();
-    platform::OSStatus HandleCommand(std::uint32_t id, platform::ControlRef control, long value);
-    platform::OSStatus HandleEditChange(std::uint32_t id, platform::ControlRef control, long value);
 
-    // The controls' beginnings (CMTextEditDlgInit.cpp).
-    void AttachPopup(HuxPopupButton& popup, std::int32_t number);
-    void AttachEdit(HuxEditText& field, std::int32_t number);
+    // The controls' beginnings.
     void InitStyle(const _TEXTPARAM& param);
     void InitSizes(const _TEXTPARAM& param);
     void InitOpacity(const _TEXTPARAM& param);
@@ -66,6 +92,8 @@ private:
     void ShowComposite();
 
     // What the user changed (CMTextEditDlgCommand.cpp).
+    platform::OSStatus HandleCommand(std::int32_t id);
+    platform::OSStatus HandleEditChange(std::int32_t id);
     void ChangeFont(_TEXTPARAM& param);
     bool ChangeSizeByMenu(_TEXTPARAM& param);
     void ChangeSuffix(_TEXTPARAM& param);
@@ -73,10 +101,9 @@ private:
     void ChangePreviewMode();
     bool ChangeSizeByField(_TEXTPARAM& param);
     bool ChangeOpacity(_TEXTPARAM& param);
-    bool RunCommand(std::uint32_t id, _TEXTPARAM& param);
+    bool RunCommand(std::int32_t id, _TEXTPARAM& param);
     bool StoreNumbers(_TEXTPARAM& param);
     void KeepTexts(const _TEXTPARAM& param);
-    bool ConfirmsOption() const;
     void RefreshControls();
     void EnableField(HuxEditText& field, bool enabled);
     void RefreshViewScaleText();
@@ -89,7 +116,6 @@ private:
                      long which);
     long TakeText(HuxEditText& field, const _POPUPSTRING& list, std::int32_t place,
                   ListedText text);
-    void ToggleLock(HuxPopupButton& popup, _POPUPSTRING& list, const char* text);
     void ClearHistory(HuxPopupButton& popup, ListOfTexts list, const char* text);
     void EditList(HuxPopupButton& popup, ListOfTexts list, const char* text, long which);
 

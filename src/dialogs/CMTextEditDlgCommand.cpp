@@ -1,28 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // What the text edit dialog does when the user picks, clicks, types or presses OK.
-#include <algorithm>
-#include <cstring>
-
 #include "dialogs/CMTextEditDlg.h"
-#include "dialogs/HostNotices.h"
-#include "dialogs/LockedParam.h"
-#include "dialogs/TextEditControls.h"
+#include "dialogs/HostCalls.h"
 #include "popup/CTextPopup.h"
 #include "render/ColorRef.h"
+#include "render/TextFields.h"
 
 namespace {
 
-// Clears the dialog's flag, so that what a change sets off is ignored, and sets it again.
-class Quiet {
-public:
-    explicit Quiet(std::int32_t& initialized) : m_initialized(initialized) { m_initialized = 0; }
-    Quiet(const Quiet&) = delete;
-    Quiet& operator=(const Quiet&) = delete;
-    ~Quiet() { m_initialized = 1; }
-
-private:
-    std::int32_t& m_initialized;
-};
+constexpr std::uint32_t kAllModeFlags = TEXT_SCORE | TEXT_INFO | TEXT_CHARACTER | TEXT_DIALOGUE;
 
 void SetFlag(_TEXTPARAM& param, std::uint32_t flag, bool set) {
     param.dwFlags = set ? param.dwFlags | flag : param.dwFlags & ~flag;
@@ -37,18 +23,24 @@ void ReadText(const HuxEditText& field, char (&text)[size]) {
     field.GetText(text, size, false);
 }
 
+void SetEnabled(HuxControlImpl& control, bool enabled) {
+    if (enabled)
+        control.Enable();
+    else
+        control.Disable();
+}
+
 } // namespace
 
-platform::OSStatus CMTextEditDlg::HandleCommand(std::uint32_t id, platform::ControlRef /*control*/,
-                                                long /*value*/) {
+platform::OSStatus CMTextEditDlg::HandleCommand(std::int32_t id) {
     if (m_nInitialized == 0)
         return platform::kNoErr;
     bool isChanged = false;
     // The lists ask questions, and the parameters are not kept pinned meanwhile.
-    if (id == dialogs::kInfoPopup)
+    if (id == kInfoPopup)
         isChanged = DoPopupInfo(m_infoPopup, m_infoField, &_TEXT_DIALOG_PARAM::infoPopup,
                                 &_TEXTPARAM::szInfoText, 1) != 0;
-    else if (id == dialogs::kCharacterPopup)
+    else if (id == kCharacterPopup)
         isChanged =
             DoPopupInfo(m_characterPopup, m_characterField, &_TEXT_DIALOG_PARAM::characterPopup,
                         &_TEXTPARAM::szCharacter, 0) != 0;
@@ -60,48 +52,47 @@ platform::OSStatus CMTextEditDlg::HandleCommand(std::uint32_t id, platform::Cont
 }
 
 // True when the text looks different now.
-bool CMTextEditDlg::RunCommand(std::uint32_t id, _TEXTPARAM& param) {
+bool CMTextEditDlg::RunCommand(std::int32_t id, _TEXTPARAM& param) {
     switch (id) {
-    case dialogs::kZoomInButton:
+    case kZoomInButton:
         ZoomBy(1);
         return false;
-    case dialogs::kZoomOutButton:
+    case kZoomOutButton:
         ZoomBy(-1);
         return false;
-    case dialogs::kPreviewModePopup:
+    case kPreviewModePopup:
         ChangePreviewMode();
         return false;
-    case dialogs::kPreviewOptionCheck:
+    case kPreviewOptionCheck:
         m_nPreviewOption = m_previewOptionCheck.IsChecked() ? 1 : 0;
-        DrawOffscreen();
-        InvalPreviewArea();
+        Redraw();
         return false;
-    case dialogs::kFontPopup:
+    case kFontPopup:
         ChangeFont(param);
         return true;
-    case dialogs::kSizePopup:
+    case kSizePopup:
         return ChangeSizeByMenu(param);
-    case dialogs::kTextColorButton:
+    case kTextColorButton:
         param.crText = ColorOf(m_textColorButton);
         return true;
-    case dialogs::kBoxCheck:
+    case kBoxCheck:
         SetFlag(param, TEXT_BOX, m_boxCheck.IsChecked());
         RefreshControls();
         return true;
-    case dialogs::kBoxColorButton:
+    case kBoxColorButton:
         param.crBack = ColorOf(m_boxColorButton);
         return true;
-    case dialogs::kScoreFormatPopup:
+    case kScoreFormatPopup:
         param.nScoreFormat = m_scoreFormatPopup.GetValue() - 1;
         RefreshControls();
         return true;
-    case dialogs::kSuffixPopup:
+    case kSuffixPopup:
         ChangeSuffix(param);
         return true;
-    case dialogs::kOptionCheck:
+    case kOptionCheck:
         DialogParam().bDialogOption = m_optionCheck.IsChecked() ? 1 : 0;
         return false;
-    case dialogs::kModeGroup:
+    case kModeGroup:
         ChangeMode(param);
         return true;
     default:
@@ -111,12 +102,8 @@ bool CMTextEditDlg::RunCommand(std::uint32_t id, _TEXTPARAM& param) {
 
 void CMTextEditDlg::ChangePreviewMode() {
     m_nPreviewMode = m_previewModePopup.GetValue() - 1;
-    if (m_nPreviewMode != 0)
-        m_previewOptionCheck.Enable();
-    else
-        m_previewOptionCheck.Disable();
-    DrawOffscreen();
-    InvalPreviewArea();
+    SetEnabled(m_previewOptionCheck, m_nPreviewMode != 0);
+    Redraw();
 }
 
 void CMTextEditDlg::ChangeFont(_TEXTPARAM& param) {
@@ -131,7 +118,7 @@ bool CMTextEditDlg::ChangeSizeByMenu(_TEXTPARAM& param) {
     if (!size)
         return false;
     param.nFontSize = *size;
-    const Quiet quiet(m_nInitialized);
+    const platform::WhileSet quiet(*this, m_nInitialized, 0);
     m_sizeField.SetSInt(*size);
     return true;
 }
@@ -147,7 +134,7 @@ void CMTextEditDlg::ChangeMode(_TEXTPARAM& param) {
     const std::int32_t mode = m_modeGroup.GetValue();
     if (mode < 1 || mode > 4)
         return;
-    param.dwFlags = (param.dwFlags & ~dialogs::kAllModeFlags) | dialogs::kModeFlags[mode - 1];
+    param.dwFlags = (param.dwFlags & ~kAllModeFlags) | kModeFlags[mode - 1];
     RefreshControls();
     platform::SetUserFocusWindow(GetWindowRef());
     HuxEditText* const fields[] = { nullptr, &m_infoField, &m_characterField, &m_dialogueField };
@@ -156,26 +143,24 @@ void CMTextEditDlg::ChangeMode(_TEXTPARAM& param) {
                                    platform::kControlEditTextPart);
 }
 
-platform::OSStatus CMTextEditDlg::HandleEditChange(std::uint32_t id,
-                                                   platform::ControlRef /*control*/,
-                                                   long /*value*/) {
+platform::OSStatus CMTextEditDlg::HandleEditChange(std::int32_t id) {
     LockedParam param(m_hostRecord);
     if (m_nInitialized == 0 || !param)
         return platform::kNoErr;
-    const Quiet quiet(m_nInitialized);
+    const platform::WhileSet quiet(*this, m_nInitialized, 0);
     bool changed = true;
     switch (id) {
-    case dialogs::kSizeField:
+    case kSizeField:
         changed = ChangeSizeByField(*param);
         break;
-    case dialogs::kOpacityField:
+    case kOpacityField:
         changed = ChangeOpacity(*param);
         break;
-    case dialogs::kInfoField:
+    case kInfoField:
         ReadText(m_infoField, param->szInfoText);
         SelectPopupInfoString(m_infoPopup, DialogParam().infoPopup, param->szInfoText);
         break;
-    case dialogs::kCharacterField:
+    case kCharacterField:
         ReadText(m_characterField, param->szCharacter);
         SelectPopupInfoString(m_characterPopup, DialogParam().characterPopup, param->szCharacter);
         break;
@@ -218,15 +203,22 @@ bool CMTextEditDlg::OnOK() {
     }
     // Either call may end this dialog.
     const _EPIRECORD record = m_hostRecord;
-    const bool isConfirmed = ConfirmsOption();
-    dialogs::ParametersChanged(record);
-    if (isConfirmed)
-        dialogs::OptionConfirmed(record);
+    const bool isConfirmed =
+        (record.dwDialogFlags & EPI_DIALOG_NO_OPTION) == 0 &&
+        ((record.dwDialogFlags & EPI_DIALOG_TEXT_EDIT) != 0 || m_optionCheck.IsChecked());
+    using render::FindEntry;
+    if (const auto changed = FindEntry(record.pParamProcs, &EPIParamProcs::ParametersChanged))
+        changed(record.hFixedParam);
+    if (const auto option = FindEntry(record.pParamProcs, &EPIParamProcs::Option);
+        option && isConfirmed)
+        option(1.0, 0);
     return true;
 }
 
-// The user is told of a number that cannot be; it and what comes after it are not stored.
+// The user is told of a number that cannot be; it and what comes after it are not stored, and neither
+// is what the field shows instead until the user agrees with another OK.
 bool CMTextEditDlg::StoreNumbers(_TEXTPARAM& param) {
+    const platform::WhileSet quiet(*this, m_nInitialized, 0);
     long number = 0;
     if (!m_sizeField.GetInt(number, true))
         return false;
@@ -238,46 +230,32 @@ bool CMTextEditDlg::StoreNumbers(_TEXTPARAM& param) {
 }
 
 void CMTextEditDlg::KeepTexts(const _TEXTPARAM& param) {
+    const _TEXTPARAM text = render::TerminatedCopy(param);
     const auto keep = [](_POPUPSTRING& list, const char* text) {
         if (list.bLock == 0)
             CTextPopup::InsertPopupString(text, list.szHistory, list.szPreset);
     };
-    keep(DialogParam().infoPopup, param.szInfoText);
-    keep(DialogParam().characterPopup, param.szCharacter);
-}
-
-bool CMTextEditDlg::ConfirmsOption() const {
-    if ((m_hostRecord.dwDialogFlags & EPI_DIALOG_NO_OPTION) != 0)
-        return false;
-    return (m_hostRecord.dwDialogFlags & EPI_DIALOG_TEXT_EDIT) != 0 || m_optionCheck.IsChecked();
+    keep(DialogParam().infoPopup, text.szInfoText);
+    keep(DialogParam().characterPopup, text.szCharacter);
 }
 
 void CMTextEditDlg::RefreshControls() {
     const LockedParam param(m_hostRecord);
     if (!param)
         return;
-    const auto enable = [](HuxControlImpl& control, bool enabled) {
-        if (enabled)
-            control.Enable();
-        else
-            control.Disable();
-    };
     const auto is = [&](std::uint32_t flag) { return (param->dwFlags & flag) != 0; };
-    enable(m_scoreFormatPopup, is(TEXT_SCORE));
+    SetEnabled(m_scoreFormatPopup, is(TEXT_SCORE));
     EnableField(m_infoField, is(TEXT_INFO));
-    enable(m_infoPopup, is(TEXT_INFO));
+    SetEnabled(m_infoPopup, is(TEXT_INFO));
     EnableField(m_characterField, is(TEXT_CHARACTER));
-    enable(m_characterPopup, is(TEXT_CHARACTER));
-    enable(m_suffixPopup, is(TEXT_CHARACTER));
+    SetEnabled(m_characterPopup, is(TEXT_CHARACTER));
+    SetEnabled(m_suffixPopup, is(TEXT_CHARACTER));
     EnableField(m_dialogueField, is(TEXT_DIALOGUE));
-    enable(m_boxColorButton, is(TEXT_BOX));
+    SetEnabled(m_boxColorButton, is(TEXT_BOX));
 }
 
 void CMTextEditDlg::EnableField(HuxEditText& field, bool enabled) {
-    if (enabled)
-        field.Enable();
-    else
-        field.Disable();
+    SetEnabled(field, enabled);
     platform::ControlFontStyleRec style {};
     field.GetFontStyle(&style);
     style.flags |= platform::kControlUseAllMask | platform::kControlUseForeColorMask;

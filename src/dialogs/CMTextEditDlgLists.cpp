@@ -5,50 +5,35 @@
 #include <string>
 
 #include "dialogs/CMTextEditDlg.h"
-#include "dialogs/LockedParam.h"
-#include "dialogs/MessageBox.h"
-#include "dialogs/PluginBundle.h"
+#include "dialogs/HostCalls.h"
 #include "platform/TextEncoding.h"
 #include "popup/CMEditPopupDlg.h"
+#include "popup/CTextPopup.h"
+#include "render/TextFields.h"
 
 namespace {
 
-constexpr std::int32_t kTexts = 20; // in each half of a list
+constexpr auto kTexts = static_cast<std::int32_t>(kPopupEntries); // in each half of a list
 constexpr std::int32_t kLock = 1000;
 constexpr std::int32_t kClear = 1001;
 constexpr std::int32_t kEdit = 1002;
 
-using Texts = char[kTexts][64];
-
-// How many there are before the first empty one.
-std::int32_t CountTexts(const Texts& texts) {
-    std::int32_t count = 0;
-    while (count < kTexts && texts[count][0] != '\0')
-        ++count;
-    return count;
-}
-
-std::string_view TextAt(const Texts& texts, std::int32_t index) {
-    return { texts[index], strnlen(texts[index], sizeof texts[index]) };
-}
-
-HuxString StringAt(const Texts& texts, std::int32_t index) {
-    return HuxString::FromUTF8(platform::DecodeText(TextAt(texts, index)));
-}
+using Texts = char[kPopupEntries][64];
 
 // Its place from 1; 0 when it is not among them.
 std::int32_t PlaceOf(const Texts& texts, std::string_view text) {
-    for (std::int32_t i = 0; i < CountTexts(texts); ++i) {
-        if (TextAt(texts, i) == text)
+    for (std::int32_t i = 0; i < CTextPopup::CountEntries(texts); ++i) {
+        if (FieldText(texts[i]) == text)
             return i + 1;
     }
     return 0;
 }
 
 void AppendTexts(HuxPopupButton& popup, const Texts& texts, std::int32_t firstRefCon) {
-    const std::int32_t count = CountTexts(texts);
+    const std::int32_t count = CTextPopup::CountEntries(texts);
     for (std::int32_t i = 0; i < count; ++i)
-        popup.AppendItem(StringAt(texts, i), firstRefCon + i, platform::kMenuItemAttrIgnoreMeta);
+        popup.AppendItem(HuxString::FromUTF8(platform::DecodeText(FieldText(texts[i]))),
+                         firstRefCon + i, platform::kMenuItemAttrIgnoreMeta);
     if (count > 0)
         popup.AppendSeparator();
 }
@@ -77,7 +62,7 @@ void CMTextEditDlg::SelectPopupInfoString(HuxPopupButton& popup, const _POPUPSTR
         return;
     }
     if (const std::int32_t place = PlaceOf(list.szHistory, wanted)) {
-        popup.SetValue(CountTexts(list.szPreset) + 1 + place);
+        popup.SetValue(CTextPopup::CountEntries(list.szPreset) + 1 + place);
         return;
     }
     popup.SetValue(0);
@@ -92,15 +77,18 @@ long CMTextEditDlg::DoPopupInfo(HuxPopupButton& popup, HuxEditText& field, ListO
                                 ListedText text, long which) {
     char current[256] = {};
     field.GetText(current, sizeof current, false);
+    _POPUPSTRING& texts = DialogParam().*list;
     const std::int32_t picked = popup.GetSelectRefCon().value_or(-1);
     if (picked >= 0 && picked < 2 * kTexts)
-        return TakeText(field, DialogParam().*list, picked, text);
-    if (picked == kLock)
-        ToggleLock(popup, DialogParam().*list, current);
-    else if (picked == kClear)
+        return TakeText(field, texts, picked, text);
+    if (picked == kLock) {
+        texts.bLock = texts.bLock == 0 ? 1 : 0;
+        SelectPopupInfoString(popup, texts, current);
+    } else if (picked == kClear) {
         ClearHistory(popup, list, current);
-    else if (picked == kEdit)
+    } else if (picked == kEdit) {
         EditList(popup, list, current, which);
+    }
     return 0;
 }
 
@@ -109,25 +97,19 @@ long CMTextEditDlg::TakeText(HuxEditText& field, const _POPUPSTRING& list, std::
     const LockedParam param(m_hostRecord);
     if (!param)
         return 0;
-    const std::string taken(place < kTexts ? TextAt(list.szPreset, place)
-                                           : TextAt(list.szHistory, place - kTexts));
+    const std::string taken(
+        FieldText(place < kTexts ? list.szPreset[place] : list.szHistory[place - kTexts]));
     field.SetText(taken.c_str());
     auto& kept = (*param).*text;
     kept[taken.copy(kept, sizeof kept - 1)] = '\0';
     return 1;
 }
 
-void CMTextEditDlg::ToggleLock(HuxPopupButton& popup, _POPUPSTRING& list, const char* text) {
-    list.bLock = list.bLock == 0 ? 1 : 0;
-    SelectPopupInfoString(popup, list, text);
-}
-
 // A host may end this dialog, or give it other memory for its settings, while a question is asked or a
 // list is edited.
 void CMTextEditDlg::ClearHistory(HuxPopupButton& popup, ListOfTexts list, const char* text) {
     const platform::Alive alive(*this);
-    const bool isConfirmed =
-        MessageBox(PluginText("IDS_QUESTION_HISTORY_CLEAR"), PluginText("IDS_FILTER"), 1);
+    const bool isConfirmed = Ask("IDS_QUESTION_HISTORY_CLEAR", 1);
     if (!alive)
         return;
     _POPUPSTRING& texts = DialogParam().*list;
@@ -142,7 +124,7 @@ void CMTextEditDlg::ClearHistory(HuxPopupButton& popup, ListOfTexts list, const 
 void CMTextEditDlg::EditList(HuxPopupButton& popup, ListOfTexts list, const char* text,
                              long which) {
     const platform::Alive alive(*this);
-    CMEditPopupDlg editor(&m_hostRecord, &(DialogParam().*list), &DialogParam(), which);
+    CMEditPopupDlg editor(&m_hostRecord, DialogParam().*list, which);
     const platform::WhileSet running(*this, m_pListEditor, &editor);
     const long result = editor.DoModal(nullptr);
     if (!alive)

@@ -5,9 +5,7 @@
 #include <utility>
 
 #include "dialogs/CMTextEditDlg.h"
-#include "dialogs/DialogCommand.h"
-#include "dialogs/HostNotices.h"
-#include "dialogs/PluginBundle.h"
+#include "dialogs/HostCalls.h"
 
 namespace {
 
@@ -35,19 +33,19 @@ Rect ContentOf(platform::WindowRef window) {
 }
 
 platform::ControlRef AddHiddenButton(platform::WindowRef window, const platform::ControlID& id,
-                                     std::uint32_t commandID) {
+                                     std::uint32_t commandID, const char* title) {
     platform::Control* const button = platform::Control::Create(window, "QPushButton", kOutside);
     if (!button)
         return nullptr;
     button->id = id;
     button->commandID = commandID;
+    button->SetTitle(PluginText(title).GetUTF8());
     return button->Ref();
 }
 
 } // namespace
 
-CMTextEditModalDlg::CMTextEditModalDlg() {
-    SetBundle(PluginBundle());
+CMTextEditModalDlg::CMTextEditModalDlg() : PluginDialog("EditModal") {
     m_patcher.SetHandler(this, s_HandlePatchEvent);
 }
 
@@ -55,17 +53,9 @@ CMTextEditModalDlg::~CMTextEditModalDlg() = default;
 
 // A frame that ended in any other way than by EndDialog still has its editor.
 long CMTextEditModalDlg::DoModal(platform::WindowRef parent) {
-    const long result = HuxDialogImpl::DoModal(parent);
+    const long result = PluginDialog::DoModal(parent);
     EndEditor();
     return result;
-}
-
-const char* CMTextEditModalDlg::GetNibName() {
-    return "DialogSettings";
-}
-
-const char* CMTextEditModalDlg::GetWindowName() {
-    return "EditModal";
 }
 
 platform::OSStatus CMTextEditModalDlg::InstallSelf(platform::EventTargetRef target) {
@@ -77,39 +67,43 @@ platform::OSStatus CMTextEditModalDlg::InstallSelf(platform::EventTargetRef targ
 
 bool CMTextEditModalDlg::OnInitDialog() {
     m_announced = GetWindowRef();
-    dialogs::ModalOpens(*m_pRecord, m_announced);
+    using render::FindEntry;
+    if (const auto opens = FindEntry(m_pRecord->pWindowProcs, &EPIWindowProcs::ModalOpens))
+        opens(m_announced);
     if (!m_announced)
         return false; // the host has ended everything
     m_editor = std::make_unique<CMTextEditDlg>();
-    if (m_editor->Create(m_pRecord))
-        TieEditor();
+    if (const platform::WindowRef editor = m_editor->Create(m_pRecord))
+        TieEditor(editor);
+    if (!m_editor)
+        return false; // as above, while windows came up; the record is gone as well
     const platform::EventTypeSpec types[] = {
         { platform::kEventClassCommand, platform::kEventCommandProcess },
     };
     m_patcher.InstallCarbonEventHandler(m_editor->GetEventTarget(), std::size(types), types);
     platform::RepositionWindow(GetWindowRef(), nullptr, platform::kWindowCenterOnMainScreen);
-    dialogs::EditorOpened(*m_pRecord);
+    TellEditorOpened(*m_pRecord);
     return true;
 }
 
-void CMTextEditModalDlg::TieEditor() {
-    SizeFrameForEditor();
-    const platform::WindowRef editor = m_editor->GetWindowRef();
+// The editor may be ended at every step, so it is known by its window alone.
+void CMTextEditModalDlg::TieEditor(platform::WindowRef editor) {
+    SizeFrameForEditor(editor);
     const Rect frame = ContentOf(GetWindowRef());
     platform::MoveWindow(editor, frame.left, frame.top, false);
-    JoinGroup();
-    AddHiddenButtons();
+    JoinGroup(editor);
+    AddHiddenButtons(editor);
     platform::ShowWindow(editor);
     FitEditor();
 }
 
 // The editor knows how large its form must be; the frame's form holds room for its own buttons.
-void CMTextEditModalDlg::SizeFrameForEditor() {
+void CMTextEditModalDlg::SizeFrameForEditor(platform::WindowRef editor) {
     const Rect frame = ContentOf(GetWindowRef());
-    const Rect editor = ContentOf(m_editor->GetWindowRef());
+    const Rect form = ContentOf(editor);
     const auto strip = static_cast<std::int16_t>(Height(frame) - EditorHeight());
-    platform::SizeWindow(GetWindowRef(), std::max(Width(frame), Width(editor)),
-                         static_cast<std::int16_t>(Height(editor) + strip));
+    platform::SizeWindow(GetWindowRef(), std::max(Width(frame), Width(form)),
+                         static_cast<std::int16_t>(Height(form) + strip));
 }
 
 // How far down the editor reaches: to the row of the frame's buttons.
@@ -124,8 +118,7 @@ void CMTextEditModalDlg::FitEditor() {
                              EditorHeight());
 }
 
-void CMTextEditModalDlg::JoinGroup() {
-    const platform::WindowRef editor = m_editor->GetWindowRef();
+void CMTextEditModalDlg::JoinGroup(platform::WindowRef editor) {
     if (!m_group.IsValid()) {
         m_group.Create(kGroupAttributes);
         m_group.SetParent(platform::GetWindowGroup(GetWindowRef()));
@@ -139,12 +132,11 @@ void CMTextEditModalDlg::JoinGroup() {
     m_group.Add(editor);
 }
 
-void CMTextEditModalDlg::AddHiddenButtons() {
-    const platform::WindowRef editor = m_editor->GetWindowRef();
-    platform::SetWindowDefaultButton(editor,
-                                     AddHiddenButton(editor, kOKButton, platform::kHICommandOK));
+void CMTextEditModalDlg::AddHiddenButtons(platform::WindowRef editor) {
+    platform::SetWindowDefaultButton(
+        editor, AddHiddenButton(editor, kOKButton, platform::kHICommandOK, "IDS_OK"));
     platform::SetWindowCancelButton(
-        editor, AddHiddenButton(editor, kCancelButton, platform::kHICommandCancel));
+        editor, AddHiddenButton(editor, kCancelButton, platform::kHICommandCancel, "IDS_CANCEL"));
 }
 
 platform::OSStatus CMTextEditModalDlg::HandleEventCurrentSelf(platform::EventHandlerCallRef,
@@ -155,20 +147,17 @@ platform::OSStatus CMTextEditModalDlg::HandleEventCurrentSelf(platform::EventHan
     return platform::kEventNotHandledErr;
 }
 
+// Return and Escape in the editor are the frame's. They are posted, so that the editor is not ended
+// while it handles the key.
 platform::OSStatus CMTextEditModalDlg::s_HandlePatchEvent(platform::EventHandlerCallRef,
                                                           platform::EventRef event,
                                                           void* userData) {
-    return static_cast<CMTextEditModalDlg*>(userData)->HandlePatchEvent(event);
-}
-
-// Return and Escape in the editor are the frame's. They are posted, so that the editor is not ended
-// while it handles the key.
-platform::OSStatus CMTextEditModalDlg::HandlePatchEvent(platform::EventRef event) {
-    const auto command = dialogs::ControlCommandOf(event);
+    const auto command = ControlCommandOf(event);
     if (!command ||
         (command->id != platform::kHICommandOK && command->id != platform::kHICommandCancel))
         return platform::kEventNotHandledErr;
-    HuxCarbonEvent::PostEventCommand(GetEventTarget(), command->id, 0);
+    HuxCarbonEvent::PostEventCommand(static_cast<CMTextEditModalDlg*>(userData)->GetEventTarget(),
+                                     command->id, 0);
     return platform::kNoErr;
 }
 
@@ -176,19 +165,18 @@ bool CMTextEditModalDlg::OnOK() {
     return m_editor && m_editor->OnOK();
 }
 
-bool CMTextEditModalDlg::OnCancel() {
-    return true;
-}
-
 void CMTextEditModalDlg::EndDialog(long code) {
     EndEditor();
-    HuxDialogImpl::EndDialog(code);
+    PluginDialog::EndDialog(code);
 }
 
 void CMTextEditModalDlg::EndEditor() {
     m_patcher.Remove();
     if (const auto editor = std::move(m_editor))
         editor->Dispose();
-    if (const platform::WindowRef frame = std::exchange(m_announced, nullptr))
-        dialogs::ModalEnds(*m_pRecord, frame);
+    const platform::WindowRef frame = std::exchange(m_announced, nullptr);
+    if (!frame)
+        return;
+    if (const auto ends = render::FindEntry(m_pRecord->pWindowProcs, &EPIWindowProcs::ModalEnds))
+        ends(frame);
 }

@@ -7,13 +7,13 @@
 
 #include <epi/epi.h>
 
+#include "dialogs/PluginDialog.h"
 #include "huxCommon/huxGUI/HuxCarbonEventPatcherT.h"
-#include "huxCommon/huxGUI/HuxDialogImpl.h"
 #include "huxCommon/huxGUI/HuxWindowGroup.h"
 
 class CMTextEditDlg;
 
-class CMTextEditModalDlg : public HuxDialogImpl {
+class CMTextEditModalDlg : public PluginDialog {
 public:
     CMTextEditModalDlg();
     ~CMTextEditModalDlg() override;
@@ -23,26 +23,22 @@ public:
     void SetRecord(_EPIRECORD* record) { m_pRecord = record; }
     CMTextEditDlg* Editor() const { return m_editor.get(); } // null unless it runs
 
-    const char* GetNibName() override;
-    const char* GetWindowName() override;
     platform::OSStatus InstallSelf(platform::EventTargetRef target) override;
     platform::OSStatus HandleEventCurrentSelf(platform::EventHandlerCallRef call,
                                               platform::EventRef event) override;
     bool OnInitDialog() override;
     bool OnOK() override;
-    bool OnCancel() override;
     void EndDialog(long code) override;
 
 private:
     static platform::OSStatus s_HandlePatchEvent(platform::EventHandlerCallRef call,
                                                  platform::EventRef event, void* userData);
-    platform::OSStatus HandlePatchEvent(platform::EventRef event);
-    void TieEditor();
-    void SizeFrameForEditor();
+    void TieEditor(platform::WindowRef editor);
+    void SizeFrameForEditor(platform::WindowRef editor);
     std::int16_t EditorHeight() const;
     void FitEditor();
-    void JoinGroup();
-    void AddHiddenButtons();
+    void JoinGroup(platform::WindowRef editor);
+    void AddHiddenButtons(platform::WindowRef editor);
     void EndEditor();
 
     _EPIRECORD* m_pRecord = nullptr;

@@ -3,9 +3,7 @@
 
 #include "dialogs/CMTextEditDlg.h"
 #include "dialogs/CMTextEditModalDlg.h"
-#include "dialogs/DialogCommand.h"
-#include "dialogs/LockedParam.h"
-#include "dialogs/PluginBundle.h"
+#include "dialogs/HostCalls.h"
 #include "render/CTextRenderer.h"
 #include "render/TextFields.h"
 
@@ -17,22 +15,10 @@ constexpr std::size_t kSummarySize = 1024;
 
 } // namespace
 
-CMTextSettings::CMTextSettings() {
-    SetBundle(PluginBundle());
-}
-
 CMTextSettings::~CMTextSettings() {
     CMTextSettings::Dispose();
     m_summary.Detach();
     m_editButton.Detach();
-}
-
-const char* CMTextSettings::GetNibName() {
-    return "DialogSettings";
-}
-
-const char* CMTextSettings::GetWindowName() {
-    return "Settings";
 }
 
 platform::WindowRef CMTextSettings::Create(_EPIRECORD* record) {
@@ -46,7 +32,7 @@ platform::WindowRef CMTextSettings::Create(_EPIRECORD* record) {
 void CMTextSettings::Dispose() {
     if (m_pModalDialog)
         m_pModalDialog->EndDialog(kHuxDialogCancel);
-    HuxDialogImpl::Dispose();
+    PluginDialog::Dispose();
 }
 
 void CMTextSettings::_AttachControls() {
@@ -90,15 +76,12 @@ void CMTextSettings::UpdateControls() {
 
 platform::OSStatus CMTextSettings::HandleEventCurrentSelf(platform::EventHandlerCallRef,
                                                           platform::EventRef event) {
-    const auto command = dialogs::ControlCommandOf(event);
-    if (!command || command->id != kEditButton)
-        return platform::kEventNotHandledErr;
-    return HandleButtonEdit(command->id, command->control, command->value);
+    const auto command = ControlCommandOf(event);
+    return command && command->id == kEditButton ? HandleButtonEdit()
+                                                 : platform::kEventNotHandledErr;
 }
 
-platform::OSStatus CMTextSettings::HandleButtonEdit(std::uint32_t /*commandID*/,
-                                                    platform::ControlRef /*control*/,
-                                                    long /*value*/) {
+platform::OSStatus CMTextSettings::HandleButtonEdit() {
     if (m_pModalDialog)
         return platform::kNoErr;
     CMTextEditModalDlg dialog;

@@ -4,15 +4,15 @@
 
 #include <epi/epi.h>
 
+#include "dialogs/PluginDialog.h"
 #include "huxCommon/huxGUI/HuxControlImpl.h"
-#include "huxCommon/huxGUI/HuxDialogImpl.h"
 #include "huxCommon/huxGUI/HuxScrollEditText.h"
 
 class CMTextEditModalDlg;
 
-class CMTextSettings : public HuxDialogImpl {
+class CMTextSettings : public PluginDialog {
 public:
-    CMTextSettings();
+    CMTextSettings() : PluginDialog("Settings") {}
     ~CMTextSettings() override;
 
     // The panel's window, which the host embeds; null on failure. The record is copied.
@@ -24,16 +24,13 @@ public:
     // Ends the editor as well, when it runs.
     void Dispose() override;
 
-    const char* GetNibName() override;
-    const char* GetWindowName() override;
     void _AttachControls() override;
     bool HandleInitWindow() override;
     platform::OSStatus HandleEventCurrentSelf(platform::EventHandlerCallRef call,
                                               platform::EventRef event) override;
 
 private:
-    platform::OSStatus HandleButtonEdit(std::uint32_t commandID, platform::ControlRef control,
-                                        long value);
+    platform::OSStatus HandleButtonEdit();
 
     _EPIRECORD m_record {};                       // the last one that the host handed over
     CMTextEditModalDlg* m_pModalDialog = nullptr; // while one runs

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "dialogs/DialogHooks.h"
-
+// The three calls by which a host opens, feeds and closes the plug-in's user interface, in the table
+// that the effect's own module looks for. They come in this order: create, notify any number of times,
+// destroy. User-interface thread only.
 #include <memory>
 
 #include "dialogs/CMTextEditDlg.h"
 #include "dialogs/CMTextSettings.h"
-#include "dialogs/HostNotices.h"
+#include "dialogs/HostCalls.h"
+#include "effect/UIModule.h"
 
 namespace {
 
@@ -51,12 +53,12 @@ void NotifySettings(CMTextSettings& panel, _EPIRECORD& record) {
         panel.ReceiveCompositeImage(&record);
 }
 
-} // namespace
-
+// The text edit dialog when bit 0 of dwDialogFlags is set, else the settings panel. The record's
+// hDialogWindow is null when no window could be made.
 long CreateSettingDialog(_EPIRECORD* record) {
     if ((record->dwDialogFlags & EPI_DIALOG_TEXT_EDIT) != 0) {
         record->hDialogWindow = Hold<CMTextEditDlg>(*record, kTextEdit).Create(record);
-        dialogs::EditorOpened(*record);
+        TellEditorOpened(*record);
     } else {
         record->hDialogWindow = Hold<CMTextSettings>(*record, kSettingsPanel).Create(record);
     }
@@ -83,3 +85,12 @@ long DestroySettingDialog(_EPIRECORD* record) {
     dialog->Dispose();
     return 0;
 }
+
+} // namespace
+
+extern "C" const UIModuleTable TextOverlayUI = {
+    sizeof(UIModuleTable),
+    CreateSettingDialog,
+    DialogNotify,
+    DestroySettingDialog,
+};

@@ -2,6 +2,7 @@
 #include "dialogs/MessageBox.h"
 
 #include "platform/ui/Dialogs.h"
+#include "render/ColorRef.h"
 
 using namespace platform;
 
@@ -14,4 +15,16 @@ bool MessageBox(const HuxString& message, const HuxString& title, long withCance
     SetWindowTitleWithCFString(GetDialogWindow(alert), title.GetCFString());
     std::int16_t item = 0;
     return RunStandardAlert(alert, &item) == kNoErr && item == kAlertStdAlertOKButton;
+}
+
+bool ColorDialog(unsigned long& color) {
+    constexpr unsigned long kPicked = 0xFF000000;
+    const HuxString noPrompt;
+    RGBColor current {};
+    COLORREFtoRGB(current, color);
+    RGBColor picked {};
+    if (!GetColor({ 0, 0 }, noPrompt.GetCFString(), current, &picked))
+        return false;
+    color = kPicked | RGBtoCOLORREF(picked);
+    return true;
 }

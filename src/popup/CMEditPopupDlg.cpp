@@ -5,20 +5,17 @@
 #include <memory>
 #include <utility>
 
-#include "dialogs/DialogCommand.h"
-#include "dialogs/MessageBox.h"
-#include "dialogs/PluginBundle.h"
 #include "effect/CText.h"
 #include "huxCommon/huxGUI/HuxGetFileDialog.h"
 #include "huxCommon/huxGUI/HuxPutFileDialog.h"
 #include "platform/TextEncoding.h"
+#include "popup/CTextPopup.h"
+#include "render/TextFields.h"
 
 namespace {
 
 constexpr std::int32_t kList = 201;
-constexpr std::int32_t kFirstButton = 101;
-constexpr std::int32_t kLastButton = 108;
-enum Button : std::uint32_t {
+enum Button : std::int32_t {
     kAdd = 101,
     kDelete,
     kUp,
@@ -33,22 +30,10 @@ constexpr platform::DataBrowserPropertyID kName = 0x4E616D65; // "Name"
 constexpr std::uint32_t kLoadPreference = 10001;
 constexpr std::uint32_t kSavePreference = 10002;
 constexpr char kFilePattern[] = "*.txt";
-constexpr std::int32_t kTexts = 20;
+constexpr auto kTexts = static_cast<std::int32_t>(kPopupEntries);
 
-HuxString TextAt(const _POPUPSTRING& list, std::int32_t index) {
-    const char* text = list.szPreset[index];
-    return HuxString::FromUTF8(
-        platform::DecodeText({ text, strnlen(text, sizeof list.szPreset[index]) }));
-}
-
-void Swap(_POPUPSTRING& list, std::int32_t a, std::int32_t b) {
-    std::swap(list.szPreset[a], list.szPreset[b]);
-}
-
-bool Ask(const char* key, long withCancel) {
-    return MessageBox(PluginText(key), PluginText("IDS_FILTER"), withCancel);
-}
-
+// One type of files is the editor's own. The platform's dialog has a second entry for all files, and
+// it stays: a list that another system wrote need not have the ending that stands for texts here.
 template <class FileDialog>
 void SetUp(FileDialog& dialog, std::uint32_t preference, platform::WindowRef parent) {
     dialog.SetPreferenceKey(preference);
@@ -58,25 +43,8 @@ void SetUp(FileDialog& dialog, std::uint32_t preference, platform::WindowRef par
 
 } // namespace
 
-CMEditPopupDlg::CMEditPopupDlg(_EPIRECORD* record, _POPUPSTRING* list, _TEXT_DIALOG_PARAM* param,
-                               long which)
-    : m_pRecord(record), m_list(*list), m_pDialogParam(param),
-      m_nWhich(static_cast<std::int32_t>(which)) {
-    SetBundle(PluginBundle());
-}
-
-CMEditPopupDlg::~CMEditPopupDlg() = default;
-
-const char* CMEditPopupDlg::GetNibName() {
-    return "DialogSettings";
-}
-
-const char* CMEditPopupDlg::GetWindowName() {
-    return "EditPopup";
-}
-
 void CMEditPopupDlg::_AttachControls() {
-    for (std::int32_t id = kFirstButton; id <= kLastButton; ++id) {
+    for (std::int32_t id = kAdd; id <= kSave; ++id) {
         if (auto* const button =
                 platform::Control::FindByID(GetWindowRef(), { kHuxPropertyCreator, id }))
             button->commandID = static_cast<std::uint32_t>(id);
@@ -93,7 +61,7 @@ bool CMEditPopupDlg::HandleInitWindow() {
 // Who ran it may have ended it, and be gone with the record, while a file is being chosen.
 void CMEditPopupDlg::EndDialog(long code) {
     m_pRecord = nullptr;
-    HuxDialogImpl::EndDialog(code);
+    PluginDialog::EndDialog(code);
 }
 
 platform::OSStatus CMEditPopupDlg::HandleEventCurrentSelf(platform::EventHandlerCallRef,
@@ -102,17 +70,16 @@ platform::OSStatus CMEditPopupDlg::HandleEventCurrentSelf(platform::EventHandler
     if (HuxDataBrowser::ReadItemData(event, &request))
         return request.id.id == kList ? HandleDataBrowserData(request)
                                       : platform::kEventNotHandledErr;
-    HuxDataBrowser::ItemNotification notification {};
-    if (HuxDataBrowser::ReadNotification(event, &notification))
-        return HandleDataBrowserNotify(notification);
-    const auto command = dialogs::ControlCommandOf(event);
-    if (!command || command->id < kAdd || command->id > kSave)
+    const auto command = ControlCommandOf(event);
+    const auto id = command ? static_cast<std::int32_t>(command->id) : 0;
+    if (id < kAdd || id > kSave)
         return platform::kEventNotHandledErr;
-    return HandleCommand(command->id, command->control, command->value);
+    HandleCommand(id);
+    return platform::kNoErr;
 }
 
-platform::OSStatus CMEditPopupDlg::HandleCommand(std::uint32_t id, platform::ControlRef /*control*/,
-                                                 long /*value*/) {
+void CMEditPopupDlg::HandleCommand(std::int32_t id) {
+    m_listView.CheckControlValue(); // what is typed in a row belongs to it before it moves
     switch (id) {
     case kAdd:
         AddText();
@@ -127,7 +94,8 @@ platform::OSStatus CMEditPopupDlg::HandleCommand(std::uint32_t id, platform::Con
         MoveText(1);
         break;
     case kRename:
-        RenameText();
+        if (const auto* row = GetSelectItem())
+            m_listView.EditItem(*row);
         break;
     case kReset:
         ResetList();
@@ -139,7 +107,6 @@ platform::OSStatus CMEditPopupDlg::HandleCommand(std::uint32_t id, platform::Con
         SaveList();
         break;
     }
-    return platform::kNoErr;
 }
 
 platform::OSStatus
@@ -156,12 +123,7 @@ CMEditPopupDlg::HandleDataBrowserData(const HuxDataBrowser::ItemDataRequest& req
     else if (request.setValue)
         HuxString::FromUTF8(data.text).GetCString(entry, sizeof entry);
     else
-        data.text = TextAt(m_list, row->Index()).GetUTF8();
-    return platform::kNoErr;
-}
-
-platform::OSStatus
-CMEditPopupDlg::HandleDataBrowserNotify(const HuxDataBrowser::ItemNotification& /*message*/) {
+        data.text = platform::DecodeText(FieldText(entry));
     return platform::kNoErr;
 }
 
@@ -179,9 +141,15 @@ CMEditPopupListItem* CMEditPopupDlg::GetItemID(std::int32_t index) const {
 
 void CMEditPopupDlg::CreateList() {
     m_listView.RemoveAllItems();
-    m_nItemCount = 0;
-    while (m_nItemCount < kTexts && m_list.szPreset[m_nItemCount][0] != '\0')
-        m_listView.AddItem(std::make_unique<CMEditPopupListItem>(m_nItemCount++));
+    m_nItemCount = CTextPopup::CountEntries(m_list.szPreset);
+    for (std::int32_t i = 0; i < m_nItemCount; ++i)
+        m_listView.AddItem(std::make_unique<CMEditPopupListItem>(i));
+}
+
+void CMEditPopupDlg::ReplaceList(const _POPUPSTRING& list) {
+    m_list = list;
+    CreateList();
+    m_listView.UpdateItems();
 }
 
 void CMEditPopupDlg::AddText() {
@@ -217,15 +185,10 @@ void CMEditPopupDlg::MoveText(std::int32_t by) {
     if (!row || row->Index() + by < 0 || row->Index() + by >= m_nItemCount)
         return;
     const std::int32_t to = row->Index() + by;
-    Swap(m_list, row->Index(), to);
+    std::swap(m_list.szPreset[row->Index()], m_list.szPreset[to]);
     m_listView.UpdateItems();
     if (const auto* moved = GetItemID(to))
         m_listView.SelectItem(*moved);
-}
-
-void CMEditPopupDlg::RenameText() {
-    if (const auto* row = GetSelectItem())
-        m_listView.EditItem(*row);
 }
 
 void CMEditPopupDlg::ResetList() {
@@ -233,9 +196,7 @@ void CMEditPopupDlg::ResetList() {
         return;
     auto defaults = std::make_unique<_TEXT_DIALOG_PARAM>();
     CText::InitDialogParam(*defaults);
-    m_list = m_nWhich == 1 ? defaults->infoPopup : defaults->characterPopup;
-    CreateList();
-    m_listView.UpdateItems();
+    ReplaceList(m_nWhich == 1 ? defaults->infoPopup : defaults->characterPopup);
 }
 
 // A file without texts, or one that is too large, is thrown as a number; the copy that it would have
@@ -257,9 +218,7 @@ void CMEditPopupDlg::LoadList() {
         Ask("IDS_LIST_UNREADABLE", 0);
         return;
     }
-    m_list = loaded;
-    CreateList();
-    m_listView.UpdateItems();
+    ReplaceList(loaded);
 }
 
 void CMEditPopupDlg::SaveList() {

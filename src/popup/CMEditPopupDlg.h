@@ -5,9 +5,8 @@
 
 #include <epi/epi.h>
 
-#include "huxCommon/huxGUI/HuxControlImpl.h"
+#include "dialogs/PluginDialog.h"
 #include "huxCommon/huxGUI/HuxDataBrowser.h"
-#include "huxCommon/huxGUI/HuxDialogImpl.h"
 
 // A row: the place of its text in the list.
 class CMEditPopupListItem : public HuxDataBrowserItemData {
@@ -19,18 +18,16 @@ private:
     std::int32_t m_nIndex;
 };
 
-class CMEditPopupDlg : public HuxDialogImpl {
+class CMEditPopupDlg : public PluginDialog {
 public:
-    // record and param outlive the dialog. which: 1 for the list of directions, 0 for that of
-    // characters; a reset takes the defaults of that one.
-    CMEditPopupDlg(_EPIRECORD* record, _POPUPSTRING* list, _TEXT_DIALOG_PARAM* param, long which);
-    ~CMEditPopupDlg() override;
+    // The record outlives the dialog. which: 1 for the list of directions, 0 for that of characters;
+    // a reset takes the defaults of that one.
+    CMEditPopupDlg(_EPIRECORD* record, const _POPUPSTRING& list, long which)
+        : PluginDialog("EditPopup"), m_pRecord(record), m_list(list), m_nWhich(which) {}
 
     // As it was edited.
     const _POPUPSTRING& GetList() const { return m_list; }
 
-    const char* GetNibName() override;
-    const char* GetWindowName() override;
     void _AttachControls() override;
     bool HandleInitWindow() override;
     void EndDialog(long code) override;
@@ -38,25 +35,23 @@ public:
                                               platform::EventRef event) override;
 
 private:
-    platform::OSStatus HandleCommand(std::uint32_t id, platform::ControlRef control, long value);
+    void HandleCommand(std::int32_t id);
     platform::OSStatus HandleDataBrowserData(const HuxDataBrowser::ItemDataRequest& request);
-    platform::OSStatus HandleDataBrowserNotify(const HuxDataBrowser::ItemNotification& message);
     CMEditPopupListItem* GetSelectItem() const;
     CMEditPopupListItem* GetItemID(std::int32_t index) const;
     void CreateList();
+    void ReplaceList(const _POPUPSTRING& list);
 
     void AddText();
     void DeleteText();
     void MoveText(std::int32_t by);
-    void RenameText();
     void ResetList();
     void LoadList();
     void SaveList();
 
     _EPIRECORD* m_pRecord; // null when the dialog has ended
     _POPUPSTRING m_list;
-    _TEXT_DIALOG_PARAM* m_pDialogParam;
-    std::int32_t m_nWhich;
+    long m_nWhich;
     HuxDataBrowser m_listView;
     // Rows shown; they are the texts before the first empty one, as CreateList found it. A text that
     // is renamed to nothing stays a row until then.

@@ -137,6 +137,13 @@ std::int32_t CTextPopup::SavePopupString(_EPIRECORD* record, const FSSpec* file,
     return archive.Flush() == 0 ? 1 : 0;
 }
 
+std::int32_t CTextPopup::CountEntries(const char (&list)[kPopupEntries][64]) {
+    std::int32_t count = 0;
+    while (count < static_cast<std::int32_t>(kPopupEntries) && list[count][0] != '\0')
+        ++count;
+    return count;
+}
+
 // A text that is used again keeps its place.
 void CTextPopup::InsertPopupString(const char* text, char (*history)[64], char (*registered)[64]) {
     const std::string_view fitting = platform::CutToWholeCharacters(text, sizeof(PopupEntry) - 1);

@@ -24,6 +24,8 @@ public:
     // fails: a list that is not whole in its file was not saved, and a user who is told otherwise
     // loses it. It is the host that keeps what the file held before.
     static std::int32_t SavePopupString(_EPIRECORD* record, const FSSpec* file, char (*list)[64]);
+    // How many entries stand before the list's end.
+    static std::int32_t CountEntries(const char (&list)[kPopupEntries][64]);
     // Puts the text at the history's end, where the oldest text makes room for it, unless the
     // history or the registered list (may be null) has it already. A text that is longer than an
     // entry is cut at its last whole character.

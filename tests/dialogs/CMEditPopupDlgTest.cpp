@@ -130,13 +130,45 @@ TEST_F(CMEditPopupDlgTest, NamesANewTextAtOnce) {
     Edit(kCancel, [&] { EXPECT_EQ(View().model()->rowCount(), 1) << "up to the empty one"; });
 }
 
-TEST_F(CMEditPopupDlgTest, KeepsANameThatIsBeingTypedAtOK) {
-    Edit(kOK, [&] {
-        Select(2);
-        Click(kRename);
-        QTest::keyClicks(View().findChild<QLineEdit*>(), "x");
-    });
-    EXPECT_THAT(Texts(), ElementsAre("one", "two", "x"));
+TEST_F(CMEditPopupDlgTest, KeepsANameThatIsBeingTyped) {
+    const auto press = [this](int button) { return [=, this] { Click(button); }; };
+    const auto shortcut = [this](Qt::Key key, int selected) {
+        return [=, this] {
+            Key(key, Qt::AltModifier);
+            // The button is seen to go down before it acts.
+            EXPECT_TRUE(QTest::qWaitFor([&] { return Selected() == selected; }));
+        };
+    };
+    const struct {
+        const char* wayOut;
+        std::function<void()> act;
+        std::vector<std::string> texts;
+    } rows[] = {
+        { "OK", [] {}, { "one", "x", "three" } },
+        { "Up", press(kUp), { "x", "one", "three" } },
+        { "Down", press(kDown), { "one", "three", "x" } },
+        { "Alt+U", shortcut(Qt::Key_U, 0), { "x", "one", "three" } },
+        { "Alt+O", shortcut(Qt::Key_O, 2), { "one", "three", "x" } },
+        { "Delete", press(kDelete), { "one", "three" } },
+        { "Add", press(kAdd), { "one", "x", "three", "New Text" } },
+        { "another row",
+          [&] {
+              const QRect row = View().visualRect(View().model()->index(0, 0));
+              QTest::mouseClick(View().viewport(), Qt::LeftButton, {}, row.center());
+          },
+          { "one", "x", "three" } },
+        { "Tab", [] { Key(Qt::Key_Tab); }, { "one", "x", "three" } },
+    };
+    for (const auto& row : rows) {
+        SetTexts({ "one", "two", "three" });
+        Edit(kOK, [&] {
+            Select(1);
+            Click(kRename);
+            QTest::keyClicks(QApplication::focusWidget(), "x");
+            row.act();
+        });
+        EXPECT_EQ(Texts(), row.texts) << row.wayOut;
+    }
 }
 
 TEST_F(CMEditPopupDlgTest, RefusesMoreThanTwenty) {

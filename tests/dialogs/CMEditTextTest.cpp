@@ -59,12 +59,4 @@ TEST_F(CMEditTextTest, LetsTheWindowSayWhetherACommandCanBeDone) {
     EXPECT_EQ(log, "") << "a status that was answered is no command";
 }
 
-TEST_F(CMEditTextTest, IsAFieldLikeTheOthers) {
-    mine->SetType(false, 100, 0, 50, false);
-    mineEdit->setFocus();
-    QTest::keyClicks(mineEdit, "9x99");
-    edit->setFocus();
-    EXPECT_EQ(TextOf(*mine), "100");
-}
-
 } // namespace

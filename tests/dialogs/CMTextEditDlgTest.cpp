@@ -1,11 +1,16 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The text edit dialog: what it shows at first, and what each of its controls does.
+// The text edit dialog: what it shows at first, and what each of its controls
+// does.
 #include <cstring>
+
+#include <sys/mman.h>
+#include <unistd.h>
 
 #include <QColorDialog>
 #include <QMessageBox>
 
 #include "dialogs/DialogFixture.h"
+#include "huxCommon/huxGUI/HuxCarbonEvent.h"
 
 namespace {
 
@@ -30,7 +35,8 @@ protected:
     }
 };
 
-// Beginnings -----------------------------------------------------------------------------------------
+// Beginnings
+// -----------------------------------------------------------------------------------------
 
 TEST_F(CMTextEditDlgTest, SelectsOneModeAndEnablesWhatBelongsToIt) {
     const int controls[] = { 205, 206, 207, 208, 209, 210, 211 };
@@ -99,7 +105,8 @@ TEST_F(CMTextEditDlgTest, ShowsTheParameters) {
     EXPECT_EQ(TakeHeard(), "call1 call0 ") << "asked again after 0";
 }
 
-// Commands -------------------------------------------------------------------------------------------
+// Commands
+// -------------------------------------------------------------------------------------------
 
 TEST_F(CMTextEditDlgTest, StoresWhatIsPickedAndClicked) {
     record.bInfoPresent = 1;
@@ -157,55 +164,58 @@ TEST_F(CMTextEditDlgTest, TakesColorsThatArePicked) {
     }
 }
 
-TEST_F(CMTextEditDlgTest, ZoomsInStepsAndShowsTheScale) {
+TEST_F(CMTextEditDlgTest, ShowsTheWholeFrameUntilTheUserZooms) {
     Open(kEdit);
     const auto scale = [this] { return Get<QWidget>(96).property("text").toInt(); };
     const int first = scale();
-    Click(95);
-    EXPECT_EQ(scale(), std::min(first, 210) - 10);
-    Click(94);
-    Click(94);
-    EXPECT_LE(scale(), 200);
-    for (int i = 0; i < 30; ++i)
-        Click(95);
-    EXPECT_EQ(scale(), 10);
-}
-
-TEST_F(CMTextEditDlgTest, ShowsTheWholeFrameInAnySizeOfTheWindow) {
-    Open(kEdit);
-    const auto scale = [this] { return Get<QWidget>(96).property("text").toInt(); };
-    const int before = scale();
     root->resize(root->width(), root->height() + 200);
     Drain();
-    EXPECT_GT(scale(), before);
+    const int larger = scale();
+    EXPECT_GT(larger, first);
     image = host::Image::Make(640, 480, host::kArgb32);
     record.nFrameWidth = 640;
     record.nFrameHeight = 480;
     record.hComposite = image->Ref();
-    const int larger = scale();
     Notify(epiNotifyCompositeImage);
-    EXPECT_LT(scale(), larger);
+    const int whole = scale();
+    EXPECT_LT(whole, larger);
+    Click(95);
+    EXPECT_EQ(scale(), std::min(whole, 210) - 10);
+    for (int i = 0; i < 30; ++i)
+        Click(95);
+    EXPECT_EQ(scale(), 10);
+    Click(94);
+    EXPECT_EQ(scale(), 20);
 }
 
-// Fields ---------------------------------------------------------------------------------------------
+// Fields
+// ---------------------------------------------------------------------------------------------
 
 TEST_F(CMTextEditDlgTest, StoresWhatIsTypedAtOnce) {
+    const auto size = [](const _TEXTPARAM& p) { return std::to_string(p.nFontSize); };
+    const auto opacity = [](const _TEXTPARAM& p) { return std::to_string(p.nOpacity); };
+    const std::string longText(70, 'x');
     const struct {
         std::uint32_t mode;
         int field;
         const char* typed;
         std::function<std::string(const _TEXTPARAM&)> stored;
-        const char* result;
+        std::string result;
+        const char* menu; // beside the field
     } rows[] = {
-        { TEXT_DIALOGUE, 102, "48", [](auto& p) { return std::to_string(p.nFontSize); }, "48" },
-        { TEXT_DIALOGUE, 102, "19", [](auto& p) { return std::to_string(p.nFontSize); }, "19" },
+        { TEXT_INFO, 102, "48", size, "48", "48" },
         // On the way to 2 digits, 4 is a size; what cannot be one is not stored.
-        { TEXT_DIALOGUE, 102, "2", [](auto& p) { return std::to_string(p.nFontSize); }, "19" },
-        { TEXT_DIALOGUE, 107, "7x5", [](auto& p) { return std::to_string(p.nOpacity); }, "75" },
-        { TEXT_DIALOGUE, 107, "101", [](auto& p) { return std::to_string(p.nOpacity); }, "10" },
-        { TEXT_INFO, 206, "WIPE", [](auto& p) { return std::string(p.szInfoText); }, "WIPE" },
-        { TEXT_CHARACTER, 208, "Rei", [](auto& p) { return std::string(p.szCharacter); }, "Rei" },
-        { TEXT_DIALOGUE, 211, "No!", [](auto& p) { return std::string(p.szDialogue); }, "No!" },
+        // A size that the menu lacks leaves it at the one before.
+        { TEXT_INFO, 102, "49", size, "49", "4" },
+        { TEXT_INFO, 102, "2", size, "49", "4" },
+        { TEXT_INFO, 107, "7x5", opacity, "75", "" },
+        { TEXT_INFO, 107, "101", opacity, "10", "" },
+        { TEXT_INFO, 206, "PAN", [](auto& p) { return std::string(p.szInfoText); }, "PAN", "PAN" },
+        { TEXT_INFO, 206, "PAN X", [](auto& p) { return std::string(p.szInfoText); }, "PAN X", "" },
+        { TEXT_CHARACTER, 208, "Rei", [](auto& p) { return std::string(p.szCharacter); }, "Rei",
+          "" },
+        { TEXT_DIALOGUE, 211, longText.c_str(), [](auto& p) { return std::string(p.szDialogue); },
+          std::string(63, 'x'), "" },
     };
     for (const auto& row : rows) {
         if (!root || (Param().dwFlags & row.mode) == 0) {
@@ -214,32 +224,19 @@ TEST_F(CMTextEditDlgTest, StoresWhatIsTypedAtOnce) {
         }
         Type(row.field, row.typed);
         EXPECT_EQ(row.stored(Param()), row.result) << row.field << ' ' << row.typed;
+        if (dynamic_cast<QComboBox*>(Find(*root, row.field + 1))) {
+            EXPECT_EQ(Shown(row.field + 1), row.menu) << row.typed;
+        }
     }
 }
 
-TEST_F(CMTextEditDlgTest, FollowsATypedSizeOrTextInItsMenu) {
-    SetMode(TEXT_INFO);
-    Open(kEdit);
-    Type(102, "48");
-    EXPECT_EQ(Shown(103), "48");
-    Type(102, "49");
-    EXPECT_EQ(Shown(103), "4") << "none for this one, so the one before it stays";
-    Type(206, "PAN");
-    EXPECT_EQ(Shown(207), "PAN");
-    Type(206, "PAN X");
-    EXPECT_EQ(Shown(207), "");
-}
-
-TEST_F(CMTextEditDlgTest, LimitsTexts) {
-    Open(kEdit);
-    Type(211, std::string(70, 'x').c_str());
-    EXPECT_EQ(std::strlen(Param().szDialogue), 63U);
+TEST_F(CMTextEditDlgTest, CutsWhatIsTypedAtWholeCharacters) {
     SetMode(TEXT_CHARACTER);
-    Reopen();
+    Open(kEdit);
     Get<QLineEdit>(208).clear();
     Get<QLineEdit>(208).insert(QString(63, QChar(0x30A2))); // three bytes each
     Drain();
-    EXPECT_EQ(Param().szCharacter, QString(21, QChar(0x30A2)).toStdString()) << "whole characters";
+    EXPECT_EQ(Param().szCharacter, QString(21, QChar(0x30A2)).toStdString());
 }
 
 TEST_F(CMTextEditDlgTest, StepsTheOpacity) {
@@ -257,7 +254,8 @@ TEST_F(CMTextEditDlgTest, StepsTheOpacity) {
     EXPECT_EQ(Get<QLineEdit>(107).text(), "99");
 }
 
-// Lists ----------------------------------------------------------------------------------------------
+// Lists
+// ----------------------------------------------------------------------------------------------
 
 TEST_F(CMTextEditDlgTest, OffersTheTextsOfItsList) {
     SetMode(TEXT_INFO);
@@ -315,7 +313,8 @@ TEST_F(CMTextEditDlgTest, ClearsAHistoryWhenTheUserAgrees) {
     EXPECT_EQ(Get<QComboBox>(207).count(), 7 + 1 + 4);
 }
 
-// OK -------------------------------------------------------------------------------------------------
+// OK
+// -------------------------------------------------------------------------------------------------
 
 TEST_F(CMTextEditDlgTest, StoresOnOKAndTellsTheHost) {
     SetMode(TEXT_INFO);
@@ -344,19 +343,61 @@ TEST_F(CMTextEditDlgTest, StaysOpenOverANumberThatCannotBe) {
     std::strcpy(effect->Params()->szInfoText, "not kept");
     Open(kEdit);
     TakeHeard();
-    for (const int field : { 102, 107 }) {
-        Type(field, field == 102 ? "1" : "101");
-        EXPECT_EQ(Notify(epiNotifyOK), 0) << field;
-    }
-    EXPECT_EQ(TakeHeard(), "");
+    Type(107, "101");
+    EXPECT_EQ(Notify(epiNotifyOK), 0);
     EXPECT_THAT(Settings().infoPopup.szHistory[0], StrEq(""));
-    EXPECT_EQ(Get<QLineEdit>(102).text() + Get<QLineEdit>(107).text(), "3100") << "corrected";
+    EXPECT_EQ(Param().nOpacity, 10) << "what was typed last that could be";
+    EXPECT_EQ(TakeHeard(), "");
     EXPECT_EQ(Notify(epiNotifyOK), 1);
-    EXPECT_EQ(Param().nFontSize, 3);
-    EXPECT_EQ(Param().nOpacity, 100);
+    EXPECT_EQ(Param().nOpacity, 100) << "what the field was corrected to";
 }
 
-// Hosts that are difficult ---------------------------------------------------------------------------
+TEST_F(CMTextEditDlgTest, EndsStringsThatFillTheirFields) {
+    // A block of parameters at the end of the memory that there is, with nothing
+    // in it that ends.
+    static _TEXTPARAM* block;
+    const auto page = static_cast<std::size_t>(sysconf(_SC_PAGESIZE));
+    auto* const memory = static_cast<char*>(
+        mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
+    ASSERT_EQ(mprotect(memory + page, page, PROT_NONE), 0);
+    block = reinterpret_cast<_TEXTPARAM*>(memory + page) - 1;
+    *block = Param();
+    std::memset(block->szInfoText, 'i', sizeof block->szInfoText);
+    std::memset(block->szCharacter, 'c', sizeof block->szCharacter);
+    std::memset(block->szDialogue, 'd', sizeof block->szDialogue);
+    block->dwFlags = 0x77777700 | TEXT_DIALOGUE;
+    EPIHandleProcs procs = *record.pHandleProcs;
+    procs.Lock = [](EPIHandleRef) -> void* { return block; };
+    procs.Unlock = [](EPIHandleRef) {};
+    record.pHandleProcs = &procs;
+    Open(kEdit);
+    EXPECT_EQ(Notify(epiNotifyOK), 1);
+    EXPECT_EQ(Settings().infoPopup.szHistory[0], std::string(63, 'i'));
+    EXPECT_EQ(Settings().characterPopup.szHistory[0], std::string(63, 'c'));
+    Destroy();
+    munmap(memory, 2 * page);
+}
+
+TEST_F(CMTextEditDlgTest, LeavesCommandsThatItDoesNotKnow) {
+    Open(kEdit);
+    const auto send = [this](std::uint32_t id) {
+        HuxCarbonEvent event(platform::kEventClassCommand, platform::kEventCommandProcess);
+        const auto* const control =
+            platform::Control::FindByID(record.hDialogWindow, { kHuxPropertyCreator, 105 });
+        event.SetCommandParameter(control->Ref(), id, 0, nullptr);
+        return platform::SendEventToEventTarget(
+            event.GetEventRef(), platform::GetWindowEventTarget(record.hDialogWindow));
+    };
+    for (const std::uint32_t id : { 108U, 96U, 91U, 201U, 302U, platform::kHICommandCopy })
+        EXPECT_EQ(send(id), platform::kEventNotHandledErr) << id;
+    EXPECT_EQ(send(98), platform::kNoErr);
+    TakeHeard();
+    EXPECT_EQ(send(platform::kHICommandOK), platform::kNoErr);
+    EXPECT_EQ(TakeHeard(), "changed option1 ") << "OK is the dialog's";
+}
+
+// Hosts that are difficult
+// ---------------------------------------------------------------------------
 
 TEST_F(CMTextEditDlgTest, LetsTheHostDestroyItWhileItTellsOrAsks) {
     for (const char* moment : { "changed", "option1", "call1" }) {
@@ -384,10 +425,7 @@ TEST_F(CMTextEditDlgTest, EndsTheListEditorThatItRan) {
     SetMode(TEXT_INFO);
     Open(kEdit);
     When([] { return WindowWith(108, 91) != nullptr; }, [this] { Destroy(); });
-    auto& popup = Get<QComboBox>(207);
-    popup.showPopup();
-    popup.view()->setCurrentIndex(popup.model()->index(popup.count() - 1, 0));
-    QTest::keyClick(popup.view(), Qt::Key_Return);
+    Pick(207, kEditList);
     EXPECT_EQ(root, nullptr);
     EXPECT_EQ(WindowWith(108, 91), nullptr);
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The real bundle under a host that notes what it is told, its dialogs with real widgets, and a user who
-// waits for windows to come up.
+// The real bundle under a host that notes what it is told, its dialogs with
+// real widgets, and a user who waits for windows to come up.
 #pragma once
 
 #include <functional>
@@ -57,7 +57,8 @@ protected:
         EXPECT_EQ(host::Ledger::Get().Describe(), "");
     }
 
-    // The host ----------------------------------------------------------------------------------
+    // The host
+    // ----------------------------------------------------------------------------------
     std::int32_t ParametersChanged(EPIHandleRef) override { return Hear("changed"); }
     std::int32_t Option(double value) override {
         return Hear("option" + std::to_string(static_cast<int>(value)));
@@ -111,7 +112,8 @@ protected:
         return record.nNotifyResult;
     }
 
-    // The user ----------------------------------------------------------------------------------
+    // The user
+    // ----------------------------------------------------------------------------------
     static QWidget* Find(const QWidget& window, int id) {
         for (QWidget* const widget : window.findChildren<QWidget*>()) {
             if (widget->property("controlID").isValid() &&
@@ -128,20 +130,34 @@ protected:
         return *widget;
     }
     bool IsEnabled(int id) const { return Get<QWidget>(id).isEnabled(); }
-    void Click(int id) const { Get<QAbstractButton>(id).click(); }
-    void Type(int id, const char* text) const {
-        auto& field = Get<QWidget>(id);
-        field.activateWindow();
-        field.setFocus();
-        Drain();
-        QTest::keyClick(&field, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClick(&field, Qt::Key_Delete);
-        // The dialog hears of each key after it has typed.
-        for (const char* key = text; *key != '\0'; ++key) {
+    // Where the widget is seen, and at its left, where a check box is as well.
+    // Moves the focus as a person's click does.
+    static void Press(const QWidget& widget) {
+        QWidget& window = *widget.window();
+        window.activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+        const QPoint place = widget.mapTo(&window, QPoint(9, widget.height() / 2));
+        QWidget* const there = window.childAt(place);
+        ASSERT_TRUE(there && (there == &widget || widget.isAncestorOf(there)));
+        QTest::mouseClick(there, Qt::LeftButton, {}, there->mapFrom(&window, place));
+    }
+    void Click(int id) const { Press(Get<QWidget>(id)); }
+    // Whatever has the focus gets the key.
+    static void Key(int key, Qt::KeyboardModifiers modifiers = {}) {
+        QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), modifiers);
+        Drain(); // the dialog hears of each key after it has typed
+    }
+    static void Type(const char* text) {
+        Key(Qt::Key_A, Qt::ControlModifier);
+        Key(Qt::Key_Delete);
+        for (const char* letter = text; *letter != '\0'; ++letter) {
+            QTest::keyClick(QApplication::focusWidget(), *letter);
             Drain();
-            QTest::keyClick(&field, *key);
         }
-        Drain();
+    }
+    void Type(int id, const char* text) const {
+        Click(id);
+        Type(text);
     }
     // row counts from the end when it is negative.
     void Pick(int id, int row) const {

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
+// What the user is asked in a window of its own.
 #include "dialogs/MessageBox.h"
 
 #include <functional>
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QColorDialog>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
@@ -14,32 +16,25 @@
 
 namespace {
 
-// Answers the box as soon as it is there, and gives what the user saw.
-struct Seen {
-    QString title, text;
-    qsizetype buttons = 0;
-};
-
-Seen AnswerWith(const std::function<void(QMessageBox&)>& answer, long withCancel, bool* result) {
-    Seen seen;
+// Asks, and lets the user act in the dialog when it is there.
+template <class Dialog>
+bool Asking(const std::function<bool()>& ask, const std::function<void(Dialog&)>& user) {
+    EXPECT_TRUE(platform::EnsureUserInterface());
     QTimer poll;
     QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
-        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (!box)
-            return;
-        poll.stop();
-        seen = { box->windowTitle(), box->text(), box->buttons().size() };
-        answer(*box);
+        if (auto* const dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget())) {
+            poll.stop();
+            user(*dialog);
+        }
     });
     poll.start(5);
-    *result = MessageBox(HuxString::FromUTF8("Clear \u5C65\u6B74?"), HuxString("Text"), withCancel);
-    return seen;
+    return ask();
 }
 
 TEST(MessageBoxTest, IsTrueForOKAlone) {
-    ASSERT_TRUE(platform::EnsureUserInterface());
     const auto press = [](QMessageBox::StandardButton button) {
-        return [button](QMessageBox& box) { box.button(button)->click(); };
+        return
+            [button](QMessageBox& box) { QTest::mouseClick(box.button(button), Qt::LeftButton); };
     };
     const auto key = [](Qt::Key code) {
         return [code](QMessageBox& box) { QTest::keyClick(&box, code); };
@@ -57,13 +52,33 @@ TEST(MessageBoxTest, IsTrueForOKAlone) {
         { "Escape", key(Qt::Key_Escape), 1, false },
         { "closed", [](QMessageBox& box) { box.close(); }, 1, false },
     };
+    const auto question = HuxString::FromUTF8("Clear \u5C65\u6B74?");
     for (const auto& row : rows) {
-        bool result = !row.result;
-        Seen const seen = AnswerWith(row.answer, row.withCancel, &result);
+        const bool result = Asking<QMessageBox>(
+            [&] { return MessageBox(question, HuxString("Text"), row.withCancel); },
+            [&](QMessageBox& box) {
+                EXPECT_EQ(box.buttons().size(), row.withCancel ? 2 : 1) << row.what;
+                EXPECT_EQ(box.windowTitle(), "Text");
+                EXPECT_EQ(box.text(), QStringLiteral("Clear \u5C65\u6B74?"));
+                row.answer(box);
+            });
         EXPECT_EQ(result, row.result) << row.what;
-        EXPECT_EQ(seen.buttons, row.withCancel ? 2 : 1) << row.what;
-        EXPECT_EQ(seen.title, "Text");
-        EXPECT_EQ(seen.text, QStringLiteral("Clear \u5C65\u6B74?"));
+    }
+}
+
+TEST(ColorDialogTest, MarksAPickedColorInItsTopByte) {
+    for (const bool accepts : { true, false }) {
+        unsigned long color = 0x12332211;
+        const auto user = [accepts](QColorDialog& dialog) {
+            EXPECT_EQ(dialog.currentColor().rgb(), qRgb(0x11, 0x22, 0x33));
+            dialog.setCurrentColor(0xA1B2C3);
+            if (accepts)
+                dialog.accept();
+            else
+                dialog.reject();
+        };
+        EXPECT_EQ(Asking<QColorDialog>([&] { return ColorDialog(color); }, user), accepts);
+        EXPECT_EQ(color, accepts ? 0xFFC3B2A1UL : 0x12332211UL);
     }
 }
 

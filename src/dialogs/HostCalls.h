@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The host's text parameters, pinned while this lives. Null when the host cannot pin them.
+// The dialogs and their host: the parameters that it keeps, and what it is told where it wants to know:
+// a table or an entry that is not there is skipped.
 #pragma once
 
 #include <epi/epi.h>
 
 #include "effect/PIHandle.h"
+#include "render/TableEntry.h"
 
+// The host's text parameters, pinned while this lives. Null when the host cannot pin them.
 class LockedParam {
 public:
     explicit LockedParam(const _EPIRECORD& record)
@@ -20,3 +23,10 @@ private:
     PIHandle m_handle;
     _TEXTPARAM* m_param;
 };
+
+// Tells the host that a text edit dialog's window was made, once more when it answers 0.
+inline void TellEditorOpened(const _EPIRECORD& record) {
+    const auto call = render::FindEntry(record.pHostProcs, &EPIHostProcs::Call);
+    if (call && call(1) == 0)
+        call(0);
+}
