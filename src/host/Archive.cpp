@@ -24,14 +24,14 @@ constexpr std::size_t kMaxArchive = std::numeric_limits<std::int32_t>::max();
 // Why no file can be put there; 0 when nothing speaks against it.
 int PlaceError(const std::filesystem::path& file) {
     std::error_code unknown;
-    auto const status = std::filesystem::status(file, unknown);
+    const auto status = std::filesystem::status(file, unknown);
     if (std::filesystem::is_directory(status))
         return EISDIR;
     // What is no regular file, a device, is written straight; a file is replaced through its folder.
-    bool const straight =
+    const bool straight =
         std::filesystem::exists(status) && !std::filesystem::is_regular_file(status);
-    auto const folder = std::filesystem::weakly_canonical(file, unknown).parent_path() / ".";
-    auto const reached =
+    const auto folder = std::filesystem::weakly_canonical(file, unknown).parent_path() / ".";
+    const auto reached =
         straight ? ::access(file.c_str(), W_OK) : ::access(folder.c_str(), W_OK | X_OK);
     return reached == 0 ? 0 : errno;
 }
@@ -61,7 +61,6 @@ void Archive::Reset(Mode mode) {
     m_bytes.clear();
     m_position = 0;
     m_file.clear();
-    m_fileType = 0;
     m_refused = false;
     m_unflushed = false;
     m_broken = false;
@@ -77,8 +76,7 @@ void Archive::OpenForWriting() {
     Reset(Mode::kWrite);
 }
 
-bool Archive::Open(const std::filesystem::path& file, std::uint32_t fileType, std::int32_t mode,
-                   std::string& why) {
+bool Archive::Open(const std::filesystem::path& file, std::int32_t mode, std::string& why) {
     Reset(Mode::kClosed);
     if (mode == epiArchiveRead) {
         auto bytes = ReadWholeFile(file, kMaxArchive, m_error);
@@ -95,7 +93,6 @@ bool Archive::Open(const std::filesystem::path& file, std::uint32_t fileType, st
         m_error = Printable(file.native()) + ": cannot be opened in mode " + std::to_string(mode);
     }
     m_file = file;
-    m_fileType = fileType;
     why = m_error;
     m_refused = !IsOpen();
     return IsOpen();
@@ -121,7 +118,7 @@ std::int32_t Archive::Read(void* buffer, std::int32_t length) {
                                            : "an archive was read into no buffer");
         return 0;
     }
-    auto const count = std::min(static_cast<std::size_t>(length), m_bytes.size() - m_position);
+    const auto count = std::min(static_cast<std::size_t>(length), m_bytes.size() - m_position);
     std::copy_n(m_bytes.begin() + static_cast<std::ptrdiff_t>(m_position), count,
                 static_cast<std::uint8_t*>(buffer));
     m_position += count;
@@ -145,7 +142,7 @@ std::int32_t Archive::Write(const void* buffer, std::int32_t length) {
                   std::to_string(kMaxArchive) + " bytes";
         return 0;
     }
-    auto const* bytes = static_cast<const std::uint8_t*>(buffer);
+    const auto* bytes = static_cast<const std::uint8_t*>(buffer);
     m_bytes.insert(m_bytes.end(), bytes, bytes + length);
     return length;
 }

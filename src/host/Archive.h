@@ -29,8 +29,7 @@ public:
     void OpenForWriting();
     // mode is epiArchiveRead or epiArchiveWrite. False with the reason, which names the file. Nothing
     // is written yet: what can be told beforehand about a place that takes no file is.
-    bool Open(const std::filesystem::path& file, std::uint32_t fileType, std::int32_t mode,
-              std::string& why);
+    bool Open(const std::filesystem::path& file, std::int32_t mode, std::string& why);
     bool IsOpen() const { return m_mode != Mode::kClosed; }
     // May follow an Open that failed, too.
     void Close();
@@ -45,7 +44,6 @@ public:
     bool Flush();
 
     std::span<const std::uint8_t> Bytes() const { return m_bytes; }
-    std::uint32_t FileType() const { return m_fileType; }
     // Why the last Open, Write or Flush failed; empty when it did not.
     const std::string& Error() const { return m_error; }
 
@@ -65,10 +63,9 @@ private:
     std::vector<std::uint8_t> m_bytes;
     std::size_t m_position = 0;
     std::filesystem::path m_file; // empty: memory only
-    std::uint32_t m_fileType = 0;
-    bool m_refused = false;   // the last Open failed, and was not closed yet
-    bool m_unflushed = false; // written to a file and not flushed
-    bool m_broken = false;    // a write failed, so the file stays as it was
+    bool m_refused = false;       // the last Open failed, and was not closed yet
+    bool m_unflushed = false;     // written to a file and not flushed
+    bool m_broken = false;        // a write failed, so the file stays as it was
     std::string m_error;
 };
 

@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 namespace {
 
 std::string Environment(const char* name) {
-    auto const* value = std::getenv(name);
+    const auto* value = std::getenv(name);
     return value ? value : "";
 }
 
@@ -38,7 +38,7 @@ fs::path UserDataFolder() {
     fs::path data = Environment("XDG_DATA_HOME");
     if (data.is_absolute())
         return data;
-    auto const home = Environment("HOME");
+    const auto home = Environment("HOME");
     return home.empty() ? fs::path() : fs::path(home) / ".local/share";
 }
 
@@ -46,15 +46,15 @@ using Places = std::vector<BundleSearch::Place>;
 
 // An installed program finds its library directory in two ways, but it is looked at once.
 void Add(Places& places, const fs::path& path, const char* origin) {
-    auto const place = path.lexically_normal();
+    const auto place = path.lexically_normal();
     if (std::ranges::find(places, place, &BundleSearch::Place::path) == places.end())
         places.push_back({ place, origin });
 }
 
 void AddPluginPath(Places& places, const std::string& bundle) {
-    auto const list = Environment("TELOP_PLUGIN_PATH");
+    const auto list = Environment("TELOP_PLUGIN_PATH");
     for (std::size_t start = 0; start < list.size();) {
-        auto const end = std::min(list.find(':', start), list.size());
+        const auto end = std::min(list.find(':', start), list.size());
         fs::path entry = list.substr(start, end - start);
         if (!entry.empty() && !entry.has_filename())
             entry = entry.parent_path(); // "x.bundle/" means the bundle as well
@@ -67,14 +67,14 @@ void AddPluginPath(Places& places, const std::string& bundle) {
 Places PlacesOf(const std::string& bundle) {
     Places places;
     AddPluginPath(places, bundle);
-    auto const installed = fs::path("telop") / bundle;
-    auto const program = ProgramFolder();
-    if (auto const data = UserDataFolder(); !data.empty())
+    const auto installed = fs::path("telop") / bundle;
+    const auto program = ProgramFolder();
+    if (const auto data = UserDataFolder(); !data.empty())
         Add(places, data / installed, "the user's data directory");
     if (!program.empty())
         Add(places, program / TELOP_BINDIR_TO_LIBDIR / installed, "the program's installation");
     Add(places, TELOP_LIBDIR / installed, "the library directory");
-    if (auto const tree = BuildTree(program); !tree.empty())
+    if (const auto tree = BuildTree(program); !tree.empty())
         Add(places, tree / bundle, "the build tree");
     return places;
 }
@@ -87,7 +87,7 @@ std::string ModuleFolder() {
 
 std::string BundleSearch::Describe() const {
     std::string text;
-    for (auto const& place : looked)
+    for (const auto& place : looked)
         text += "  " + Printable(place.path.native()) + " (" + place.origin + ")\n";
     return text;
 }

@@ -10,49 +10,14 @@ namespace {
 
 std::atomic<FrontEnd*> s_frontEnd { nullptr };
 
-std::int32_t ParametersChanged(EPIHandleRef fixedParam) {
-    auto* frontEnd = TheFrontEnd();
-    return frontEnd ? frontEnd->ParametersChanged(fixedParam) : 0;
-}
-
-std::int32_t Option(double value, std::int32_t /*zero*/) {
-    auto* frontEnd = TheFrontEnd();
-    return frontEnd ? frontEnd->Option(value) : 0;
-}
-
-std::int32_t Call(std::int32_t flag) {
-    auto* frontEnd = TheFrontEnd();
-    return frontEnd ? frontEnd->Call(flag) : 1;
-}
-
-std::int32_t ModalOpens(EPIWindowRef window) {
-    auto* frontEnd = TheFrontEnd();
-    return frontEnd ? frontEnd->ModalOpens(window) : 0;
-}
-
-std::int32_t ModalEnds(EPIWindowRef window) {
-    auto* frontEnd = TheFrontEnd();
-    return frontEnd ? frontEnd->ModalEnds(window) : 0;
+// What the front end's method says of the arguments, or the answer for those who have none.
+template <auto Method, std::int32_t kNobody, class... Arguments>
+std::int32_t Ask(Arguments... arguments) {
+    auto* const frontEnd = TheFrontEnd();
+    return frontEnd ? (frontEnd->*Method)(arguments...) : kNobody;
 }
 
 } // namespace
-
-std::int32_t FrontEnd::ParametersChanged(EPIHandleRef /*fixedParam*/) {
-    return 0;
-}
-std::int32_t FrontEnd::Option(double /*value*/) {
-    return 0;
-}
-std::int32_t FrontEnd::Call(std::int32_t /*flag*/) {
-    return 1;
-}
-std::int32_t FrontEnd::ModalOpens(EPIWindowRef /*window*/) {
-    return 0;
-}
-std::int32_t FrontEnd::ModalEnds(EPIWindowRef /*window*/) {
-    return 0;
-}
-void FrontEnd::FileFailed(const std::string& /*why*/) {}
 
 void SetFrontEnd(FrontEnd* frontEnd) {
     s_frontEnd = frontEnd;
@@ -62,17 +27,22 @@ FrontEnd* TheFrontEnd() {
 }
 
 const EPIParamProcs& ParamTable() {
-    static constexpr EPIParamProcs table { sizeof table, ParametersChanged, Option };
+    static constexpr EPIParamProcs table {
+        sizeof table, Ask<&FrontEnd::ParametersChanged, 0, EPIHandleRef>,
+        [](double value, std::int32_t /*zero*/) { return Ask<&FrontEnd::Option, 0>(value); }
+    };
     return table;
 }
 
 const EPIHostProcs& HostTable() {
-    static constexpr EPIHostProcs table { sizeof table, Call };
+    static constexpr EPIHostProcs table { sizeof table, Ask<&FrontEnd::Call, 1, std::int32_t> };
     return table;
 }
 
 const EPIWindowProcs& WindowTable() {
-    static constexpr EPIWindowProcs table { sizeof table, ModalOpens, ModalEnds };
+    static constexpr EPIWindowProcs table { sizeof table,
+                                            Ask<&FrontEnd::ModalOpens, 0, EPIWindowRef>,
+                                            Ask<&FrontEnd::ModalEnds, 0, EPIWindowRef> };
     return table;
 }
 

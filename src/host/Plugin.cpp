@@ -39,8 +39,8 @@ std::string Text(const char (&field)[Size]) {
 std::string MachinesOf(const fs::path& contents) {
     std::string machines;
     std::error_code error;
-    for (auto const& entry : fs::directory_iterator(contents, error)) {
-        auto const name = entry.path().filename().string();
+    for (const auto& entry : fs::directory_iterator(contents, error)) {
+        const auto name = entry.path().filename().string();
         if (name.starts_with("Linux-"))
             machines += (machines.empty() ? "" : ", ") + Printable(name);
     }
@@ -59,7 +59,7 @@ std::shared_ptr<Plugin> Plugin::Load(const fs::path& bundle, std::string& why) {
 }
 
 std::shared_ptr<Plugin> Plugin::LoadByName(const std::string& name, std::string& why) {
-    auto const search = FindBundle(name);
+    const auto search = FindBundle(name);
     if (!search.found.empty())
         return Load(search.found, why);
     why = "the plug-in " + name + ".bundle was not found; looked for\n" + search.Describe() +
@@ -77,7 +77,7 @@ Plugin::~Plugin() {
 }
 
 bool Plugin::OpenModule(std::string& why) {
-    auto const contents = m_bundle / "Contents";
+    const auto contents = m_bundle / "Contents";
     m_module = contents / ModuleFolder() / (m_bundle.stem().string() + ".so");
     std::error_code error;
     if (!fs::is_directory(contents, error)) {
@@ -94,7 +94,7 @@ bool Plugin::OpenModule(std::string& why) {
     // The absolute path, so that the loader does not look in its own places for a bare name.
     m_library = dlopen(fs::absolute(m_module, error).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (!m_library) {
-        auto const* reason = dlerror();
+        const auto* reason = dlerror();
         why = Printable(m_module.native()) +
               ": does not load: " + Printable(reason ? reason : "no reason given");
         return false;
@@ -140,7 +140,7 @@ bool Plugin::Describe(std::string& why) {
 
 bool Plugin::Run(long selector, _EPIRECORD& record, std::string& why) const {
     try {
-        auto const status = m_entry(selector, &record);
+        const auto status = m_entry(selector, &record);
         if (status == 0)
             return true;
         why = "gave the status " + std::to_string(status);

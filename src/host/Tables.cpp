@@ -79,7 +79,7 @@ struct ArchiveProcs {
 
     static std::int32_t Write(EPIArchiveRef ref, void* buffer, std::int32_t length) {
         auto* archive = Archive::FromRef(ref, "write");
-        auto const count = archive ? archive->Write(buffer, length) : 0;
+        const auto count = archive ? archive->Write(buffer, length) : 0;
         if (count != length)
             ReportFailure(archive);
         return count;
@@ -94,16 +94,16 @@ struct ArchiveProcs {
     }
 
     static std::int32_t Length(EPIArchiveRef ref) {
-        auto const* archive = Archive::FromRef(ref, "length");
+        const auto* archive = Archive::FromRef(ref, "length");
         return archive ? archive->Length() : 0;
     }
 
     static std::int32_t IsLoading(EPIArchiveRef ref) {
-        auto const* archive = Archive::FromRef(ref, "is-loading");
+        const auto* archive = Archive::FromRef(ref, "is-loading");
         return archive && archive->IsLoading() ? 1 : 0;
     }
 
-    static std::int32_t Open(EPIArchiveRef ref, const FSSpec* file, std::uint32_t fileType,
+    static std::int32_t Open(EPIArchiveRef ref, const FSSpec* file, std::uint32_t /*fileType*/,
                              std::int32_t mode) {
         auto* archive = PluginsOwn(ref, "open");
         if (!archive || !IsPath(file))
@@ -113,7 +113,7 @@ struct ArchiveProcs {
             return 0;
         }
         std::string why;
-        auto const isOpen = archive->Open(file->path, fileType, mode, why);
+        const auto isOpen = archive->Open(file->path, mode, why);
         if (isOpen)
             Ledger::Get().Lend(Lent::kOpenArchive);
         else
@@ -147,7 +147,7 @@ private:
     }
 
     static bool IsPath(const FSSpec* file) {
-        auto const isPath = file && file->path[0] != '\0' &&
+        const auto isPath = file && file->path[0] != '\0' &&
                             std::memchr(file->path, '\0', sizeof file->path) != nullptr;
         if (!isPath)
             RecordMisuse("open of a file without a path that ends");

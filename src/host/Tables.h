@@ -25,15 +25,15 @@ const EPIWindowProcs& WindowTable();
 class FrontEnd {
 public:
     virtual ~FrontEnd() = default;
-    virtual std::int32_t ParametersChanged(EPIHandleRef fixedParam);
-    virtual std::int32_t Option(double value);
+    virtual std::int32_t ParametersChanged(EPIHandleRef /*fixedParam*/) { return 0; }
+    virtual std::int32_t Option(double /*value*/) { return 0; }
     // A text edit dialog opens: called with 1 and, when that gives 0, again with 0.
-    virtual std::int32_t Call(std::int32_t flag);
-    virtual std::int32_t ModalOpens(EPIWindowRef window);
-    virtual std::int32_t ModalEnds(EPIWindowRef window);
+    virtual std::int32_t Call(std::int32_t /*flag*/) { return 1; }
+    virtual std::int32_t ModalOpens(EPIWindowRef /*window*/) { return 0; }
+    virtual std::int32_t ModalEnds(EPIWindowRef /*window*/) { return 0; }
     // A file that a plug-in opened could not be read or replaced; it is as it was. One sentence for
     // people that names it. Plug-ins know only that it failed, so it is the host that says why.
-    virtual void FileFailed(const std::string& why);
+    virtual void FileFailed(const std::string& /*why*/) {}
 };
 
 // The process's front end, lent; null (the start) is none: notifications go nowhere and Call gives

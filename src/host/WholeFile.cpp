@@ -28,16 +28,21 @@ int ReadAll(int descriptor, std::size_t maxSize, std::vector<std::uint8_t>& byte
 
 } // namespace
 
-std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::filesystem::path& file,
-                                                       std::size_t maxSize, std::string& why) {
-    Descriptor const in(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+std::optional<std::vector<std::uint8_t>> ReadWhole(int descriptor, std::string_view name,
+                                                   std::size_t maxSize, std::string& why) {
     std::vector<std::uint8_t> bytes;
-    auto const error = in.Get() < 0 ? errno : ReadAll(in.Get(), maxSize, bytes);
+    const int error = descriptor < 0 ? errno : ReadAll(descriptor, maxSize, bytes);
     if (error == 0)
         return bytes;
-    why = Printable(file.native()) + ": cannot be read: " +
+    why = Printable(name) + ": cannot be read: " +
           (error == EFBIG ? "more than " + std::to_string(maxSize) + " bytes" : ErrorText(error));
     return std::nullopt;
+}
+
+std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::filesystem::path& file,
+                                                       std::size_t maxSize, std::string& why) {
+    const Descriptor in(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    return ReadWhole(in.Get(), file.native(), maxSize, why);
 }
 
 } // namespace host

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace host {
@@ -15,5 +16,9 @@ namespace host {
 // bytes.
 std::optional<std::vector<std::uint8_t>> ReadWholeFile(const std::filesystem::path& file,
                                                        std::size_t maxSize, std::string& why);
+
+// The same to the end of an open file or stream, which messages call name.
+std::optional<std::vector<std::uint8_t>> ReadWhole(int descriptor, std::string_view name,
+                                                   std::size_t maxSize, std::string& why);
 
 } // namespace host

@@ -64,16 +64,6 @@ protected:
     std::unique_ptr<Effect> effect;
 };
 
-TEST_F(TextOverlayTest, StartsWithItsDefaults) {
-    auto const fresh = Make(LateEntries::kPresent);
-    auto const params = fresh->CopyParams();
-    EXPECT_EQ(params.ptPos.x, 54);
-    EXPECT_EQ(params.nFontSize, 36);
-    EXPECT_EQ(params.dwFlags, TEXT_BOX | TEXT_SCORE);
-    ASSERT_EQ(fresh->Settings().size(), sizeof(_TEXT_DIALOG_PARAM));
-    EXPECT_STREQ(reinterpret_cast<const char*>(fresh->Settings().data()), "F.I.");
-}
-
 TEST_F(TextOverlayTest, DrawsTheSameTextInEveryChannelOrder) {
     for (std::int32_t depth : { 24, 32, 64 }) {
         std::array<std::int32_t, 4> places { 0, 1, 2, 3 };
@@ -99,66 +89,6 @@ TEST_F(TextOverlayTest, AHostWithoutTheLateEntriesGetsTheSameText) {
     early->SetParams(effect->CopyParams());
     for (auto const& format : { kRgb24, kArgb32 })
         EXPECT_TRUE(Same(*Draw(*early, format), *Draw(*effect, format))) << format.depth;
-}
-
-TEST_F(TextOverlayTest, TheFrameDecidesWhetherWhereAndWith) {
-    auto const plain = Draw(*effect, kArgb32);
-    FrameInfo frame;
-    frame.apply = 0.9;
-    EXPECT_EQ(FirstDrawnRow(*Draw(*effect, kArgb32, frame)), -1);
-    frame.apply = 1;
-    frame.origin = { 0, -20 };
-    EXPECT_EQ(FirstDrawnRow(*Draw(*effect, kArgb32, frame)), FirstDrawnRow(*plain) + 20);
-
-    effect->Params()->dwFlags = TEXT_SCORE;
-    frame.strings = { "A", "1", "2", "3" };
-    auto const score = Draw(*effect, kArgb32, frame);
-    frame.strings[2] = "9";
-    EXPECT_FALSE(Same(*Draw(*effect, kArgb32, frame), *score));
-}
-
-TEST_F(TextOverlayTest, ArchivesAreBigEndianAndComeBackWhole) {
-    TemporaryFolder const folder;
-    auto const file = folder.Path() / "settings.telop";
-    auto params = effect->CopyParams();
-    params.nFontSize = 0x01020304;
-    params.szDialogue[255] = 'z';
-    effect->SetParams(params);
-    ASSERT_TRUE(effect->SaveFile(file, why)) << why;
-    auto const archive = effect->Save(why);
-    ASSERT_TRUE(archive) << why;
-    EXPECT_THAT(std::vector(archive->begin() + 72, archive->begin() + 76), ElementsAre(1, 2, 3, 4));
-    auto const other = Make(LateEntries::kPresent);
-    ASSERT_TRUE(other->LoadFile(file, why)) << why;
-    auto const loaded = other->CopyParams();
-    EXPECT_EQ(std::memcmp(&loaded, &params, sizeof params), 0);
-}
-
-TEST_F(TextOverlayTest, ConcurrentFramesEqualThoseOneAfterTheOther) {
-    std::vector<std::unique_ptr<Image>> expected;
-    auto const text = [&](int i) {
-        auto params = effect->CopyParams();
-        std::snprintf(params.szInfoText, sizeof params.szInfoText, "T.U. %d", i % 10);
-        return params;
-    };
-    auto const render = [&](int i) {
-        std::string reason;
-        auto image = Image::Make(120, 60, i % 2 ? kRgba32 : kRgba64);
-        EXPECT_TRUE(effect->RenderWith(text(i), *image, {}, reason)) << reason;
-        return image;
-    };
-    for (int i = 0; i < 10; ++i)
-        expected.push_back(render(i));
-    std::atomic<int> wrong { 0 };
-    std::vector<std::thread> threads;
-    for (int t = 0; t < 4; ++t)
-        threads.emplace_back([&, t] {
-            for (int i = 0; i < 30; ++i)
-                wrong += !Same(*render(t + i), *expected[static_cast<std::size_t>((t + i) % 10)]);
-        });
-    for (auto& thread : threads)
-        thread.join();
-    EXPECT_EQ(wrong, 0);
 }
 
 // Two documents' contexts on two threads over the same caches; then both once more, as a later run

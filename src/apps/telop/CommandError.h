@@ -19,7 +19,15 @@ enum class ExitCode : int {
 };
 
 // The lines of help that explain them.
-extern const char* const kExitCodeHelp;
+inline constexpr const char* kExitCodeHelp =
+    "Exit codes:\n"
+    "  0    all is done\n"
+    "  1    some frames failed, each is named; the others are finished\n"
+    "  2    the command line cannot be understood\n"
+    "  3    settings, plug-in or input cannot be used\n"
+    "  4    --strict-fonts: a font or a character is not there\n"
+    "  5    an output exists already or cannot be written\n"
+    "  130  interrupted (143: terminated); only whole frames are left\n";
 
 class CommandError : public std::runtime_error {
 public:

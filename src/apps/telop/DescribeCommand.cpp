@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "apps/telop/DescribeCommand.h"
+#include "apps/telop/Commands.h"
 
 #include <array>
 #include <cstdio>
 #include <memory>
-
-#include <CLI/CLI.hpp>
+#include <optional>
+#include <string>
 
 #include "apps/telop/LoadEffect.h"
 #include "host/Message.h"
@@ -16,6 +16,10 @@ namespace telop {
 
 namespace {
 
+struct DescribeOptions {
+    std::optional<std::string> bundle; // else the one that render uses
+};
+
 void Print(const char* label, const std::string& value) {
     std::printf("%-16s%s\n", label, value.empty() ? "(none)" : host::Printable(value).c_str());
 }
@@ -23,7 +27,7 @@ void Print(const char* label, const std::string& value) {
 std::string FourCharacters(std::uint32_t code) {
     std::string text;
     for (int shift = 24; shift >= 0; shift -= 8) {
-        auto const c = static_cast<char>(code >> shift & 0xFF);
+        const auto c = static_cast<char>(code >> shift & 0xFF);
         text += c >= 0x20 && c < 0x7F ? c : '?';
     }
     return text;
@@ -57,8 +61,6 @@ void PrintParameter(std::size_t index, const host::ParameterDescription& paramet
               Number(parameter.maximum) + ", default " + Number(parameter.defaultValue));
 }
 
-} // namespace
-
 void AddDescribeOptions(CLI::App& command, DescribeOptions& options) {
     command.description("Shows what a plug-in says about itself.");
     command.add_option("BUNDLE", options.bundle,
@@ -70,8 +72,8 @@ void AddDescribeOptions(CLI::App& command, DescribeOptions& options) {
 }
 
 ExitCode RunDescribe(const DescribeOptions& options) {
-    auto const plugin = LoadPlugin(options.bundle);
-    auto const& description = plugin->Description();
+    const auto plugin = LoadPlugin(options.bundle);
+    const auto& description = plugin->Description();
     Print("name", platform::DecodeText(description.name));
     Print("category", platform::DecodeText(description.category));
     PrintBundle(*plugin);
@@ -83,6 +85,12 @@ ExitCode RunDescribe(const DescribeOptions& options) {
     for (std::size_t i = 0; i < description.parameters.size(); ++i)
         PrintParameter(i, description.parameters[i]);
     return ExitCode::kSuccess;
+}
+
+} // namespace
+
+void AddDescribe(CLI::App& program, ExitCode& code) {
+    AddCommand(program, code, "describe", AddDescribeOptions, RunDescribe);
 }
 
 } // namespace telop

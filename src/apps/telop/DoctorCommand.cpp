@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "apps/telop/DoctorCommand.h"
+#include "apps/telop/Commands.h"
 
 #include <algorithm>
 #include <array>
@@ -8,11 +8,11 @@
 #include <filesystem>
 #include <map>
 #include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
-
-#include <CLI/CLI.hpp>
 
 #include "apps/telop/LoadEffect.h"
 #include "host/BundleSearch.h"
@@ -26,6 +26,10 @@ namespace telop {
 
 namespace {
 
+struct DoctorOptions {
+    std::optional<std::string> encoding, plugin;
+};
+
 // Lines under headings; those of what is wrong are counted.
 class Sheet {
 public:
@@ -36,8 +40,8 @@ public:
                   const std::vector<std::string>& names) {
         std::string line = start;
         std::string_view mark = label;
-        for (auto const& name : names) {
-            bool const last = &name == &names.back();
+        for (const auto& name : names) {
+            const bool last = &name == &names.back();
             if (Columns(line) + Columns(name) > kValueColumns) {
                 Line("  ", std::string(std::exchange(mark, "")), line);
                 line.clear();
@@ -69,17 +73,17 @@ private:
 };
 
 std::string Environment(const char* name) {
-    auto const* value = std::getenv(name);
+    const auto* value = std::getenv(name);
     return value ? value : "";
 }
 
 // ------------------------------------------------------------------------------------- plug-in
 
 void CheckSearchPath(Sheet& sheet) {
-    auto const list = Environment("TELOP_PLUGIN_PATH");
+    const auto list = Environment("TELOP_PLUGIN_PATH");
     for (std::size_t start = 0; start < list.size();) {
-        auto const end = std::min(list.find(':', start), list.size());
-        auto const folder = list.substr(start, end - start);
+        const auto end = std::min(list.find(':', start), list.size());
+        const auto folder = list.substr(start, end - start);
         std::error_code ignored;
         if (!folder.empty() && !std::filesystem::is_directory(folder, ignored))
             sheet.Wrong("TELOP_PLUGIN_PATH", folder + " is no folder");
@@ -91,8 +95,8 @@ std::shared_ptr<host::Plugin> CheckPlugin(Sheet& sheet, const DoctorOptions& opt
     sheet.Heading("Plug-in");
     CheckSearchPath(sheet);
     if (!options.plugin) {
-        auto const search = host::FindBundle(kBundleName);
-        for (auto const& place : search.looked)
+        const auto search = host::FindBundle(kBundleName);
+        for (const auto& place : search.looked)
             sheet.Say(place.path == search.found ? "found" : "not in",
                       place.path.string() + " (" + place.origin + ")");
     }
@@ -112,7 +116,7 @@ std::shared_ptr<host::Plugin> CheckPlugin(Sheet& sheet, const DoctorOptions& opt
 std::int64_t InkedPixels(const host::Image& image) {
     std::int64_t inked = 0;
     for (std::int32_t y = 0; y < image.Height(); ++y) {
-        auto const row = image.Row(y);
+        const auto row = image.Row(y);
         for (std::size_t x = 0; x + 2 < row.size(); x += 3)
             inked += row[x] + row[x + 1] + row[x + 2] > 0 ? 1 : 0;
     }
@@ -128,17 +132,17 @@ void CheckDrawing(Sheet& sheet, const host::Effect& effect, const std::string& l
     params.nOpacity = 100;
     params.ptPos = { 4, 4 };
     std::string why;
-    auto const image = host::Image::Make(640, 120, host::kRgb24);
+    const auto image = host::Image::Make(640, 120, host::kRgb24);
     platform::TextContext met;
     platform::TextScope const scope(met);
     if (!host::SetField(params.szInfoText, label, text, why)) {
         sheet.Say(label, "not in " + platform::ApplicationTextEncoding());
     } else if (!image || !effect.RenderWith(params, *image, {}, why)) {
         sheet.Wrong(label, why);
-    } else if (auto const inked = InkedPixels(*image); inked == 0) {
+    } else if (const auto inked = InkedPixels(*image); inked == 0) {
         sheet.Wrong(label, "'" + text + "' leaves no pixel");
     } else {
-        auto const reports = met.Reports();
+        const auto reports = met.Reports();
         for (auto const& report : reports)
             sheet.Wrong(label, platform::Describe(report));
         if (reports.empty())
@@ -150,7 +154,7 @@ void CheckEffect(Sheet& sheet, const std::shared_ptr<host::Plugin>& plugin) {
     if (!plugin)
         return;
     std::string why;
-    auto const effect = host::Effect::Make(plugin, why);
+    const auto effect = host::Effect::Make(plugin, why);
     if (!effect) {
         sheet.Wrong("effect", why);
         return;
@@ -159,7 +163,7 @@ void CheckEffect(Sheet& sheet, const std::shared_ptr<host::Plugin>& plugin) {
               platform::DecodeText(host::FieldBytes(effect->CopyParams().szFontName)));
     CheckDrawing(sheet, *effect, "Latin", "Cut 12");
     CheckDrawing(sheet, *effect, "Japanese", "カット日本語");
-    if (auto const& ledger = host::Ledger::Get(); !ledger.IsBalanced())
+    if (const auto& ledger = host::Ledger::Get(); !ledger.IsBalanced())
         sheet.Wrong("memory", ledger.Describe());
 }
 
@@ -168,9 +172,9 @@ void CheckEffect(Sheet& sheet, const std::shared_ptr<host::Plugin>& plugin) {
 // By the family that stands in, since most of the names asked for share one.
 void ShowAliases(Sheet& sheet) {
     std::map<std::string, std::vector<std::string>> namesByFamily;
-    for (auto const& alias : platform::FontAliases())
+    for (const auto& alias : platform::FontAliases())
         namesByFamily[alias.family].push_back(alias.asked);
-    for (auto const& [family, names] : namesByFamily) {
+    for (const auto& [family, names] : namesByFamily) {
         if (family.empty())
             sheet.SayNames("nothing like", "", names);
         else
@@ -180,13 +184,13 @@ void ShowAliases(Sheet& sheet) {
 
 void CheckFonts(Sheet& sheet) {
     sheet.Heading("Fonts");
-    auto const families = platform::InstalledFontFamilies();
+    const auto families = platform::InstalledFontFamilies();
     if (families.empty()) {
         sheet.Wrong("families", "no font is installed, or Fontconfig does not find it");
         return;
     }
     sheet.Say("families", std::to_string(families.size()) + " ('telop fonts' lists them)");
-    auto const standard = platform::ResolveFontFamily("");
+    const auto standard = platform::ResolveFontFamily("");
     sheet.Say("without a name", standard.family + "  " + standard.file);
     ShowAliases(sheet);
 }
@@ -195,25 +199,23 @@ void CheckFonts(Sheet& sheet) {
 
 void CheckEncoding(Sheet& sheet) {
     sheet.Heading("Encoding and language");
-    auto const asked = Environment("TELOP_TEXT_ENCODING");
+    const auto asked = Environment("TELOP_TEXT_ENCODING");
     sheet.Say("encoding", platform::ApplicationTextEncoding());
     if (!asked.empty() && !platform::TextEncoding::Find(asked))
         sheet.Wrong("TELOP_TEXT_ENCODING", "'" + asked + "' is no known encoding");
     for (auto const* name : { "LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG" }) {
-        auto const value = Environment(name);
+        const auto value = Environment(name);
         sheet.Say(name, value.empty() ? "(not set)" : value);
     }
 }
 
 void CheckProgram(Sheet& sheet) {
     std::error_code error;
-    auto const program = std::filesystem::read_symlink("/proc/self/exe", error);
+    const auto program = std::filesystem::read_symlink("/proc/self/exe", error);
     std::printf("telop %s, %s\n", TELOP_VERSION, error ? "?" : program.c_str());
     if (Environment("HOME").empty())
         sheet.Say("HOME", "(not set)");
 }
-
-} // namespace
 
 void AddDoctorOptions(CLI::App& command, DoctorOptions& options) {
     command.description(
@@ -231,13 +233,19 @@ ExitCode RunDoctor(const DoctorOptions& options) {
     CheckEffect(sheet, CheckPlugin(sheet, options));
     CheckFonts(sheet);
     CheckEncoding(sheet);
-    auto const wrong = sheet.CountWrong();
+    const auto wrong = sheet.CountWrong();
     std::printf("\n%s\n",
                 wrong == 0 ? "Nothing is wrong."
                 : wrong == 1
                     ? "One thing is wrong, marked with '!'."
                     : (std::to_string(wrong) + " things are wrong, marked with '!'.").c_str());
     return wrong == 0 ? ExitCode::kSuccess : ExitCode::kFramesFailed;
+}
+
+} // namespace
+
+void AddDoctor(CLI::App& program, ExitCode& code) {
+    AddCommand(program, code, "doctor", AddDoctorOptions, RunDoctor);
 }
 
 } // namespace telop

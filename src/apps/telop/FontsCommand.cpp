@@ -1,24 +1,35 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "apps/telop/FontsCommand.h"
+#include "apps/telop/Commands.h"
 
 #include <algorithm>
 #include <cstdio>
+#include <optional>
+#include <span>
+#include <string>
 #include <vector>
 
-#include <CLI/CLI.hpp>
-
 #include "apps/telop/Console.h"
-#include "apps/telop/FontSample.h"
 #include "apps/telop/LoadEffect.h"
-#include "apps/telop/OptionChecks.h"
 #include "apps/telop/OptionText.h"
+#include "host/Effect.h"
 #include "host/frames/PngWriter.h"
 #include "host/frames/Sequence.h"
+#include "host/text/TextField.h"
 #include "platform/Fonts.h"
 
 namespace telop {
 
 namespace {
+
+struct FontsOptions {
+    std::optional<std::string> filter; // part of a family's name, in any case
+    bool files = false;
+    std::optional<std::string> sample; // PNG file
+    std::optional<std::string> text;   // of the sample
+    int size = 32;
+    bool overwrite = false;
+    std::optional<std::string> plugin;
+};
 
 constexpr std::size_t kMaxSampleFamilies = 100;
 constexpr const char* kSampleText = "Cut 12 PAN ÀÉg ひらがな漢字";
@@ -40,15 +51,15 @@ bool Matches(const platform::FontFamily& family, const std::string& filter) {
 
 std::vector<platform::FontFamily> MatchingFamilies(const FontsOptions& options) {
     auto families = platform::InstalledFontFamilies();
-    auto const filter = options.filter.value_or("");
-    std::erase_if(families, [&](auto const& family) { return !Matches(family, filter); });
+    const auto filter = options.filter.value_or("");
+    std::erase_if(families, [&](const auto& family) { return !Matches(family, filter); });
     return families;
 }
 
 void List(const std::vector<platform::FontFamily>& families, bool files) {
-    for (auto const& family : families) {
+    for (const auto& family : families) {
         std::string line = family.name;
-        for (auto const& alias : family.aliases)
+        for (const auto& alias : family.aliases)
             line += (&alias == &family.aliases.front() ? " (" : ", ") + alias;
         line += family.aliases.empty() ? "" : ")";
         if (files)
@@ -57,49 +68,99 @@ void List(const std::vector<platform::FontFamily>& families, bool files) {
     }
 }
 
+constexpr std::int32_t kWidth = 1280;
+constexpr std::int32_t kMargin = 16;
+constexpr std::int32_t kTextColumn = 400;
+constexpr std::int32_t kNameSize = 16;
+constexpr std::size_t kMaxNameBytes = 36; // what fits beside the text
+
+// A line of a family's own ascent and descent rarely needs more.
+std::int32_t RowHeight(int sizePx) {
+    return std::max(sizePx * 7 / 4, kNameSize * 2);
+}
+
+void SetText(std::span<char> field, std::string_view name, std::string_view text) {
+    std::string why;
+    if (!host::SetField(field, name, text, why))
+        throw CommandError(ExitCode::kUsage, why);
+}
+
+void Draw(const host::Effect& effect, host::Image& image, const _TEXTPARAM& params) {
+    std::string why;
+    if (!effect.RenderWith(params, image, {}, why))
+        throw CommandError(ExitCode::kBadInput, why);
+}
+
+_TEXTPARAM BlackText(std::int32_t x, std::int32_t y, int sizePx) {
+    _TEXTPARAM params {};
+    params.dwFlags = TEXT_INFO;
+    params.nOpacity = 100;
+    params.ptPos = { x, y };
+    params.nFontSize = sizePx;
+    return params;
+}
+
+// Black on white, each family's text beside its name.
+host::Frame DrawFontSample(const host::Effect& effect, std::span<const std::string> families,
+                           const std::string& sample, int sizePx) {
+    const auto rowHeight = RowHeight(sizePx);
+    const auto rows = static_cast<std::int32_t>(families.size());
+    host::Frame frame;
+    frame.image = host::Image::Make(kWidth, rows * rowHeight + 2 * kMargin, host::kRgb24);
+    if (!frame.image)
+        throw CommandError(ExitCode::kUsage, "the sample would be too large; filter the families");
+    for (std::int32_t y = 0; y < frame.image->Height(); ++y)
+        std::ranges::fill(frame.image->Row(y), std::uint8_t { 255 });
+    for (std::int32_t row = 0; row < rows; ++row) {
+        const auto top = kMargin + row * rowHeight;
+        auto name = BlackText(kMargin, top + (sizePx - kNameSize) / 2, kNameSize);
+        SetText(name.szInfoText, "name", families[row].substr(0, kMaxNameBytes));
+        Draw(effect, *frame.image, name);
+        auto text = BlackText(kTextColumn, top, sizePx);
+        SetText(text.szFontName, "family", families[row]);
+        SetText(text.szInfoText, "--text", sample);
+        Draw(effect, *frame.image, text);
+    }
+    return frame;
+}
+
 void WriteSample(const std::vector<platform::FontFamily>& families, const FontsOptions& options) {
-    SampleStyle const style { options.text.value_or(kSampleText), options.size };
-    CheckUtf8("--text", style.text);
+    const auto text = options.text.value_or(kSampleText);
+    CheckUtf8("--text", text);
     std::vector<std::string> names;
     names.reserve(families.size());
-    for (auto const& family : families)
+    for (const auto& family : families)
         names.push_back(family.name);
     if (names.size() > kMaxSampleFamilies) {
         Console::Get().Warn("the sample shows the first " + std::to_string(kMaxSampleFamilies) +
                             " of " + std::to_string(names.size()) + " families; filter them");
         names.resize(kMaxSampleFamilies);
     }
-    auto const frame = DrawFontSample(*LoadEffect(options.plugin, std::nullopt), names, style);
+    const auto frame =
+        DrawFontSample(*LoadEffect(options.plugin, std::nullopt), names, text, options.size);
     std::string why;
-    auto const existing = options.overwrite ? host::Existing::kOverwrite : host::Existing::kRefuse;
+    const auto existing = options.overwrite ? host::Existing::kOverwrite : host::Existing::kRefuse;
     if (host::PngWriter().Write(*options.sample, frame, {}, existing, why) !=
         host::OutputResult::kWritten)
         throw CommandError(ExitCode::kCannotWrite, why);
 }
-
-} // namespace
 
 void AddFontsOptions(CLI::App& command, FontsOptions& options) {
     command.description(
         "Lists the font families that texts can be drawn in, with their other names.");
     command.add_option("FILTER", options.filter, "Only families with this in one of their names");
     command.add_flag("--files", options.files, "Show each family's file too");
-    auto* sample =
-        command
-            .add_option("--sample", options.sample, "Draw a text in each family into a PNG file")
-            ->option_text("FILE.png");
-    command.add_option("--text", options.text, "The sample's text, one line")
-        ->needs(sample)
-        ->option_text("TEXT");
-    command
-        .add_option("--size", options.size,
-                    "The sample's size in points (" + std::to_string(options.size) + ")")
+    OptionGroup group(command);
+    auto* sample = group.Add("--sample", options.sample, "FILE.png",
+                             "Draw a text in each family into a PNG file");
+    group.Add("--text", options.text, "TEXT", "The sample's text, one line")->needs(sample);
+    group
+        .Add("--size", options.size, "POINTS",
+             "The sample's size in points (" + std::to_string(options.size) + ")")
         ->check(WholeNumber(4, 400))
-        ->needs(sample)
-        ->option_text("POINTS");
-    command.add_flag("--overwrite", options.overwrite, "Replace the sample if it exists")
         ->needs(sample);
-    command.add_option("--plugin", options.plugin, "The bundle to use")->option_text("BUNDLE");
+    group.Flag("--overwrite", options.overwrite, "Replace the sample if it exists")->needs(sample);
+    group.Add("--plugin", options.plugin, "BUNDLE", "The bundle to use");
     command.footer("Examples:\n"
                    "  telop fonts\n"
                    "  telop fonts cjk --files\n"
@@ -110,7 +171,7 @@ ExitCode RunFonts(const FontsOptions& options) {
     if (options.sample && !host::MayHoldPng(*options.sample))
         FailUsage("--sample: " + *options.sample +
                   ": samples are written as PNG; let the name end in .png");
-    auto const families = MatchingFamilies(options);
+    const auto families = MatchingFamilies(options);
     if (families.empty())
         throw CommandError(ExitCode::kBadInput,
                            options.filter ? "no installed family has '" + *options.filter +
@@ -121,6 +182,12 @@ ExitCode RunFonts(const FontsOptions& options) {
     else
         List(families, options.files);
     return ExitCode::kSuccess;
+}
+
+} // namespace
+
+void AddFonts(CLI::App& program, ExitCode& code) {
+    AddCommand(program, code, "fonts", AddFontsOptions, RunFonts);
 }
 
 } // namespace telop

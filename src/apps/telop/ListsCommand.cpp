@@ -1,21 +1,21 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "apps/telop/ListsCommand.h"
+#include "apps/telop/Commands.h"
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstring>
 #include <limits>
 #include <map>
+#include <optional>
 #include <span>
+#include <string>
 #include <utility>
 #include <vector>
 
-#include <CLI/CLI.hpp>
-
 #include "apps/telop/Console.h"
+#include "apps/telop/ListsFile.h"
 #include "apps/telop/LoadEffect.h"
-#include "host/WholeFile.h"
+#include "host/document/ListsJson.h"
 #include "host/frames/OutputFile.h"
 #include "host/text/TextField.h"
 #include "platform/TextEncoding.h"
@@ -23,6 +23,24 @@
 namespace telop {
 
 namespace {
+
+struct ListsOptions {
+    enum class Action { kShow, kLoad, kSave };
+    Action action = Action::kShow;
+    std::string file;                            // "-": standard input or output
+    std::optional<std::string> encoding, plugin; // encoding: of the file's texts
+    host::ListOf list = host::ListOf::kInfo;
+    bool asJson = false; // show
+    // load
+    std::optional<std::string> into; // JSON of lists to start from; else the plug-in's defaults
+    std::optional<std::string> output;
+    // save; all but `json` read lines
+    std::optional<std::string> from, fromEncoding, json;
+    LineEnds lineEnds = LineEnds::kCr;
+    bool cut = false;
+
+    bool overwrite = false;
+};
 
 constexpr std::size_t kMaxFile = std::numeric_limits<std::int32_t>::max();
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
@@ -44,35 +62,13 @@ std::string NameOf(const std::string& file) {
     return file == "-" ? "standard input" : file;
 }
 
-std::string ReadStandardInput() {
-    std::string text;
-    std::array<char, 65536> piece;
-    while (auto const count = std::fread(piece.data(), 1, piece.size(), stdin)) {
-        text.append(piece.data(), count);
-        if (text.size() > kMaxFile)
-            throw CommandError(ExitCode::kBadInput,
-                               "standard input: more than " + std::to_string(kMaxFile) + " bytes");
-    }
-    return text;
-}
-
-std::string ReadText(const std::string& file) {
-    if (file == "-")
-        return ReadStandardInput();
-    std::string why;
-    auto const bytes = host::ReadWholeFile(file, kMaxFile, why);
-    if (!bytes)
-        throw CommandError(ExitCode::kBadInput, why);
-    return { bytes->begin(), bytes->end() };
-}
-
 void WriteText(const std::string& file, std::string_view text, bool overwrite) {
     if (file == "-") {
         std::fwrite(text.data(), 1, text.size(), stdout);
         return;
     }
-    auto const bytes = std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
-    auto const existing = overwrite ? host::Existing::kOverwrite : host::Existing::kRefuse;
+    const auto bytes = std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
+    const auto existing = overwrite ? host::Existing::kOverwrite : host::Existing::kRefuse;
     std::string why;
     if (host::WriteWhole(file, bytes, existing, why) != host::OutputResult::kWritten)
         throw CommandError(
@@ -94,10 +90,10 @@ auto About(const std::string& file, Work work) {
 
 // What the list editor has after loading the file; what it loses on the way is told.
 std::vector<std::string> LoadEntries(const std::string& file) {
-    auto const text = ReadText(file);
+    const auto text = ReadText(file, kMaxFile);
     std::vector<std::string> warnings;
     auto entries = ReadEntries(text, warnings);
-    for (auto const& warning : warnings)
+    for (const auto& warning : warnings)
         Console::Get().Warn(NameOf(file) + ": " + warning);
     if (entries.empty())
         throw CommandError(ExitCode::kBadInput,
@@ -107,7 +103,7 @@ std::vector<std::string> LoadEntries(const std::string& file) {
 }
 
 void Show(const ListsOptions& options) {
-    auto const entries = LoadEntries(options.file);
+    const auto entries = LoadEntries(options.file);
     if (options.asJson) {
         std::fputs(host::EntriesToJson(entries).c_str(), stdout);
         return;
@@ -117,8 +113,8 @@ void Show(const ListsOptions& options) {
 }
 
 _TEXT_DIALOG_PARAM DefaultLists(const std::optional<std::string>& plugin) {
-    auto const effect = LoadEffect(plugin, std::nullopt);
-    auto const settings = effect->Settings();
+    const auto effect = LoadEffect(plugin, std::nullopt);
+    const auto settings = effect->Settings();
     _TEXT_DIALOG_PARAM lists {};
     if (settings.size() != sizeof lists)
         throw CommandError(ExitCode::kBadInput,
@@ -129,12 +125,12 @@ _TEXT_DIALOG_PARAM DefaultLists(const std::optional<std::string>& plugin) {
 
 void ReadLists(const std::string& file, _TEXT_DIALOG_PARAM& lists) {
     std::string why;
-    if (!host::ListsFromJson(ReadText(file), lists, why))
+    if (!host::ListsFromJson(ReadText(file, kMaxFile), lists, why))
         throw CommandError(ExitCode::kBadInput, NameOf(file) + ": " + why);
 }
 
 void Load(const ListsOptions& options) {
-    auto const entries = LoadEntries(options.file);
+    const auto entries = LoadEntries(options.file);
     auto lists = DefaultLists(options.plugin);
     if (options.into)
         ReadLists(*options.into, lists);
@@ -150,7 +146,7 @@ void Load(const ListsOptions& options) {
 void CheckCount(const std::string& name, std::size_t count, bool cut) {
     if (count <= kListEntries)
         return;
-    auto const has = name + ": has " + std::to_string(count) + " entries";
+    const auto has = name + ": has " + std::to_string(count) + " entries";
     if (!cut)
         throw CommandError(ExitCode::kBadInput,
                            has + ", and the limit is 20; --cut takes the first");
@@ -159,20 +155,20 @@ void CheckCount(const std::string& name, std::size_t count, bool cut) {
 
 // The lines as UTF-8, with their names.
 std::vector<std::pair<std::string, std::string>> ReadLines(const ListsOptions& options) {
-    auto const file = options.from.value_or("-");
-    auto const text = ReadText(file);
+    const auto file = options.from.value_or("-");
+    const auto text = ReadText(file, kMaxFile);
     std::string_view rest = text;
     if (rest.starts_with(kByteOrderMark))
         rest.remove_prefix(kByteOrderMark.size());
     if (!platform::SetApplicationTextEncoding(options.fromEncoding.value_or("UTF-8")))
         FailUsage("--from-encoding: '" + *options.fromEncoding + "' is no known encoding");
-    auto const lines = SplitAtAnyEnd(rest);
+    const auto lines = SplitAtAnyEnd(rest);
     CheckCount(NameOf(file), lines.withText, options.cut);
     std::vector<std::pair<std::string, std::string>> entries;
-    for (auto const& line : lines.first) {
-        auto const name = NameOf(file) + ": line " + std::to_string(line.number);
+    for (const auto& line : lines.first) {
+        const auto name = NameOf(file) + ": line " + std::to_string(line.number);
         auto utf8 = platform::DecodeText(line.bytes);
-        auto const back = platform::EncodeText(utf8);
+        const auto back = platform::EncodeText(utf8);
         if (!back.complete || back.bytes != line.bytes)
             throw CommandError(ExitCode::kBadInput, name + ": '" + host::EscapeBytes(line.bytes) +
                                                         "' is no text in " +
@@ -187,7 +183,7 @@ std::vector<std::pair<std::string, std::string>> ReadLines(const ListsOptions& o
 std::string Fitting(const std::string& name, const std::string& bytes, bool cut) {
     if (bytes.size() <= kEntryBytes)
         return bytes;
-    auto const size =
+    const auto size =
         std::to_string(bytes.size()) + " bytes in " + platform::ApplicationTextEncoding();
     if (!cut)
         throw CommandError(ExitCode::kBadInput,
@@ -205,12 +201,12 @@ std::string Lacking(std::string name, const std::string& utf8) {
 
 std::vector<std::string> EntriesOfLines(const ListsOptions& options) {
     SetEncoding(options.encoding);
-    auto const encoding = platform::ApplicationTextEncoding();
-    auto const lines = ReadLines(options);
+    const auto encoding = platform::ApplicationTextEncoding();
+    const auto lines = ReadLines(options);
     SetEncoding(encoding);
     std::vector<std::string> entries;
-    for (auto const& [name, utf8] : lines) {
-        auto const encoded = platform::EncodeText(utf8);
+    for (const auto& [name, utf8] : lines) {
+        const auto encoded = platform::EncodeText(utf8);
         if (!encoded.complete)
             throw CommandError(ExitCode::kBadInput, Lacking(name, utf8));
         entries.push_back(Fitting(name, encoded.bytes, options.cut));
@@ -220,9 +216,9 @@ std::vector<std::string> EntriesOfLines(const ListsOptions& options) {
 
 std::vector<std::string> EntriesOfJson(const ListsOptions& options) {
     SetEncoding(options.encoding);
-    auto const& file = *options.json;
+    const auto& file = *options.json;
     std::string why;
-    auto parsed = host::EntriesFromJson(ReadText(file), options.list, why);
+    auto parsed = host::EntriesFromJson(ReadText(file, kMaxFile), options.list, why);
     if (!parsed)
         throw CommandError(ExitCode::kBadInput, NameOf(file) + ": " + why);
     auto entries = *std::move(parsed);
@@ -235,12 +231,12 @@ std::vector<std::string> EntriesOfJson(const ListsOptions& options) {
 }
 
 void Save(const ListsOptions& options) {
-    auto const entries = options.json ? EntriesOfJson(options) : EntriesOfLines(options);
-    auto const source = options.json.value_or(options.from.value_or("-"));
+    const auto entries = options.json ? EntriesOfJson(options) : EntriesOfLines(options);
+    const auto source = options.json.value_or(options.from.value_or("-"));
     if (entries.empty())
         throw CommandError(ExitCode::kBadInput,
                            NameOf(source) + ": has no entry, and an empty list cannot be loaded");
-    auto const file = About(source, [&] { return WriteEntries(entries, options.lineEnds); });
+    const auto file = About(source, [&] { return WriteEntries(entries, options.lineEnds); });
     WriteText(options.file, file, options.overwrite);
 }
 
@@ -251,11 +247,9 @@ CLI::App& AddAction(CLI::App& command, ListsOptions& options, ListsOptions::Acti
     auto& added = *command.add_subcommand(name, description);
     added.callback([&options, action] { options.action = action; });
     added.add_option("FILE", options.file, fileIs)->required();
-    added
-        .add_option(
-            "--encoding", options.encoding,
-            "Of the file's texts; UTF-8, CP932, EUC-JP, ... (TELOP_TEXT_ENCODING, or UTF-8)")
-        ->option_text("NAME");
+    OptionGroup(added).Add(
+        "--encoding", options.encoding, "NAME",
+        "Of the file's texts; UTF-8, CP932, EUC-JP, ... (TELOP_TEXT_ENCODING, or UTF-8)");
     return added;
 }
 
@@ -263,10 +257,9 @@ void AddList(CLI::App& action, ListsOptions& options, const char* what) {
     static const std::map<std::string, host::ListOf> kLists {
         { "info", host::ListOf::kInfo }, { "character", host::ListOf::kCharacter }
     };
-    action
-        .add_option("--list", options.list, std::string(what) + ": info (the start) or character")
-        ->transform(CLI::CheckedTransformer(kLists))
-        ->option_text("NAME");
+    OptionGroup(action)
+        .Add("--list", options.list, "NAME", std::string(what) + ": info (the start) or character")
+        ->transform(CLI::CheckedTransformer(kLists));
 }
 
 void AddLoad(CLI::App& command, ListsOptions& options) {
@@ -274,13 +267,12 @@ void AddLoad(CLI::App& command, ListsOptions& options) {
                            "Takes a file into the lists of a host's settings, as JSON.",
                            "List file to take in; - is standard input");
     AddList(load, options, "Which list the entries replace");
-    load.add_option("--into", options.into,
-                    "JSON of lists to start from; else the plug-in's defaults")
-        ->option_text("JSON|-");
-    load.add_option("-o,--output", options.output, "JSON to write; else standard output")
-        ->option_text("JSON");
-    load.add_flag("--overwrite", options.overwrite, "Replace the output if it exists");
-    load.add_option("--plugin", options.plugin, "The bundle to use")->option_text("BUNDLE");
+    OptionGroup group(load);
+    group.Add("--into", options.into, "JSON|-",
+              "JSON of lists to start from; else the plug-in's defaults");
+    group.Add("-o,--output", options.output, "JSON", "JSON to write; else standard output");
+    group.Flag("--overwrite", options.overwrite, "Replace the output if it exists");
+    group.Add("--plugin", options.plugin, "BUNDLE", "The bundle to use");
 }
 
 void AddSave(CLI::App& command, ListsOptions& options) {
@@ -290,30 +282,27 @@ void AddSave(CLI::App& command, ListsOptions& options) {
     auto& save = AddAction(command, options, ListsOptions::Action::kSave, "save",
                            "Makes a file from lines of text or from JSON.",
                            "List file to write; - is standard output");
-    auto* from = save.add_option("--from", options.from,
-                                 "Text to take lines from, ended by CR, CR LF or LF; else standard "
-                                 "input")
-                     ->option_text("FILE|-");
+    OptionGroup group(save);
+    auto* from =
+        group.Add("--from", options.from, "FILE|-",
+                  "Text to take lines from, ended by CR, CR LF or LF; else standard input");
     auto* fromEncoding =
-        save.add_option("--from-encoding", options.fromEncoding, "Of that text (UTF-8)")
-            ->option_text("NAME");
-    save.add_option("--json", options.json,
-                    "Take entries from JSON that 'show --json' or 'load' has made")
+        group.Add("--from-encoding", options.fromEncoding, "NAME", "Of that text (UTF-8)");
+    group
+        .Add("--json", options.json, "JSON|-",
+             "Take entries from JSON that 'show --json' or 'load' has made")
         ->excludes(from)
-        ->excludes(fromEncoding)
-        ->option_text("JSON|-");
+        ->excludes(fromEncoding);
     AddList(save, options, "Which list of 'load' to take");
-    save.add_option("--line-ends", options.lineEnds,
-                    "cr (the start), which the list editor reads; crlf or lf for other programs")
-        ->transform(CLI::CheckedTransformer(kEnds, CLI::ignore_case))
-        ->option_text("NAME");
-    save.add_flag("--cut", options.cut,
-                  "Shorten entries to 63 bytes and take the first 20, with a warning, instead of "
-                  "refusing them");
-    save.add_flag("--overwrite", options.overwrite, "Replace the file if it exists");
+    group
+        .Add("--line-ends", options.lineEnds, "NAME",
+             "cr (the start), which the list editor reads; crlf or lf for other programs")
+        ->transform(CLI::CheckedTransformer(kEnds, CLI::ignore_case));
+    group.Flag("--cut", options.cut,
+               "Shorten entries to 63 bytes and take the first 20, with a warning, instead of "
+               "refusing them");
+    group.Flag("--overwrite", options.overwrite, "Replace the file if it exists");
 }
-
-} // namespace
 
 void AddListsOptions(CLI::App& command, ListsOptions& options) {
     command.description(kDescription);
@@ -340,6 +329,12 @@ ExitCode RunLists(const ListsOptions& options) {
     else
         Show(options);
     return ExitCode::kSuccess;
+}
+
+} // namespace
+
+void AddLists(CLI::App& program, ExitCode& code) {
+    AddCommand(program, code, "lists", AddListsOptions, RunLists);
 }
 
 } // namespace telop

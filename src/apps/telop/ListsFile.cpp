@@ -14,7 +14,7 @@ namespace {
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool IsText(std::string_view bytes) {
-    auto const decoded = platform::EncodeText(platform::DecodeText(bytes));
+    const auto decoded = platform::EncodeText(platform::DecodeText(bytes));
     return decoded.complete && decoded.bytes == bytes;
 }
 
@@ -26,7 +26,7 @@ std::string LineName(const ListLines::Line& line) {
 std::string ReadEntry(const ListLines::Line& line, std::vector<std::string>& warnings) {
     auto bytes = line.bytes.substr(0, kEntryBytes);
     if (line.bytes.size() > kEntryBytes) {
-        auto const whole = platform::CutToWholeCharacters(line.bytes, kEntryBytes).size();
+        const auto whole = platform::CutToWholeCharacters(line.bytes, kEntryBytes).size();
         warnings.push_back(LineName(line) + " has " + std::to_string(line.bytes.size()) +
                            " bytes and is cut to " + std::to_string(kEntryBytes) +
                            (whole < kEntryBytes ? ", in the middle of a character" : ""));
@@ -35,7 +35,7 @@ std::string ReadEntry(const ListLines::Line& line, std::vector<std::string>& war
                            platform::ApplicationTextEncoding() +
                            "; --encoding names the file's encoding");
     }
-    auto const end = bytes.find('\0');
+    const auto end = bytes.find('\0');
     if (end != std::string_view::npos)
         warnings.push_back(LineName(line) + " has a zero byte, where its entry ends" +
                            (end == 0 ? " and the list with it" : ""));
@@ -44,7 +44,7 @@ std::string ReadEntry(const ListLines::Line& line, std::vector<std::string>& war
 
 void WarnOfLineFeeds(std::string_view text, const ListLines& lines,
                      std::vector<std::string>& warnings) {
-    bool const anyFeed = std::any_of(lines.first.begin(), lines.first.end(), [](auto const& line) {
+    const bool anyFeed = std::any_of(lines.first.begin(), lines.first.end(), [](const auto& line) {
         return line.bytes.find('\n') != std::string_view::npos;
     });
     if (anyFeed)
@@ -59,7 +59,7 @@ void WarnOfLineFeeds(std::string_view text, const ListLines& lines,
 
 ListLines Split(std::string_view text, bool atLineFeeds) {
     ListLines lines;
-    auto const isEnd = [&](char c) { return c == '\r' || (c == '\n' && atLineFeeds); };
+    const auto isEnd = [&](char c) { return c == '\r' || (c == '\n' && atLineFeeds); };
     for (std::size_t number = 1; !text.empty(); ++number) {
         std::size_t at = 0;
         while (at < text.size() && !isEnd(text[at]))
@@ -68,7 +68,7 @@ ListLines Split(std::string_view text, bool atLineFeeds) {
             ++lines.withoutText;
         else if (++lines.withText <= kListEntries)
             lines.first.push_back({ number, text.substr(0, at) });
-        bool const two = atLineFeeds && text.substr(at, 2) == "\r\n";
+        const bool two = atLineFeeds && text.substr(at, 2) == "\r\n";
         text.remove_prefix(std::min(text.size(), at + (two ? 2 : 1)));
     }
     return lines;
@@ -85,11 +85,11 @@ ListLines SplitAtAnyEnd(std::string_view text) {
 }
 
 std::vector<std::string> ReadEntries(std::string_view text, std::vector<std::string>& warnings) {
-    auto const lines = SplitAtReturns(text);
+    const auto lines = SplitAtReturns(text);
     WarnOfLineFeeds(text, lines, warnings);
     std::vector<std::string> entries;
     bool ended = false;
-    for (auto const& line : lines.first) {
+    for (const auto& line : lines.first) {
         auto entry = ReadEntry(line, warnings);
         ended = ended || entry.empty();
         if (!ended)
@@ -106,11 +106,11 @@ std::vector<std::string> ReadEntries(std::string_view text, std::vector<std::str
 
 std::string WriteEntries(const std::vector<std::string>& entries, LineEnds ends) {
     std::string file;
-    for (auto const& entry : entries) {
+    for (const auto& entry : entries) {
         file += entry;
         file += ends == LineEnds::kCr ? "\r" : ends == LineEnds::kCrLf ? "\r\n" : "\n";
     }
-    auto const lines = ends == LineEnds::kCr ? SplitAtReturns(file) : SplitAtAnyEnd(file);
+    const auto lines = ends == LineEnds::kCr ? SplitAtReturns(file) : SplitAtAnyEnd(file);
     for (std::size_t i = 0; i < entries.size(); ++i) {
         if (i >= lines.first.size() || lines.first[i].bytes != entries[i])
             throw CommandError(

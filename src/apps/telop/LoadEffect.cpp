@@ -3,7 +3,10 @@
 
 #include <filesystem>
 
+#include <unistd.h>
+
 #include "apps/telop/CommandError.h"
+#include "host/WholeFile.h"
 #include "platform/TextEncoding.h"
 
 namespace telop {
@@ -24,6 +27,15 @@ std::unique_ptr<host::Effect> LoadEffect(const std::optional<std::string>& bundl
     if (!effect || (settings && !effect->LoadFile(*settings, why)))
         throw CommandError(ExitCode::kBadInput, why);
     return effect;
+}
+
+std::string ReadText(const std::string& file, std::size_t maxSize) {
+    std::string why;
+    const auto bytes = file == "-" ? host::ReadWhole(STDIN_FILENO, "standard input", maxSize, why)
+                                   : host::ReadWholeFile(file, maxSize, why);
+    if (!bytes)
+        throw CommandError(ExitCode::kBadInput, why);
+    return { bytes->begin(), bytes->end() };
 }
 
 void SaveSettings(const host::Effect& effect, const std::string& file, bool overwrite) {

@@ -21,6 +21,9 @@ std::shared_ptr<host::Plugin> LoadPlugin(const std::optional<std::string>& bundl
 std::unique_ptr<host::Effect> LoadEffect(const std::optional<std::string>& bundle,
                                          const std::optional<std::string>& settings);
 
+// The bytes of a file, "-" is standard input. Throws when they cannot be read or are more.
+std::string ReadText(const std::string& file, std::size_t maxSize);
+
 // Writes the effect's settings. Throws when the file is there and overwrite is not asked for.
 void SaveSettings(const host::Effect& effect, const std::string& file, bool overwrite);
 

@@ -2,10 +2,11 @@
 #include "apps/telop/OptionText.h"
 
 #include <charconv>
+#include <cmath>
 #include <cstdint>
 
 #include "apps/telop/CommandError.h"
-#include "host/WholeFile.h"
+#include "apps/telop/LoadEffect.h"
 #include "host/text/ColorText.h"
 #include "host/text/TextField.h"
 #include "platform/Utf8.h"
@@ -18,10 +19,10 @@ constexpr std::size_t kMaxDialogueFile = std::size_t { 1 } << 20;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 bool ReadInt(std::string_view text, std::int32_t& value) {
-    auto const end = text.data() + text.size();
+    const auto end = text.data() + text.size();
     if (text.starts_with('+') && !text.starts_with("+-"))
         text.remove_prefix(1);
-    auto const [stop, error] = std::from_chars(text.data(), end, value);
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
     return error == std::errc() && stop == end;
 }
 
@@ -29,11 +30,8 @@ std::string ReadDialogueFile(std::string_view option, const std::string& file) {
     if (file.empty())
         FailUsage(std::string(option) +
                   ": @ is followed by a file's name; a text that starts with @ is written with @@");
-    std::string why;
-    auto const bytes = host::ReadWholeFile(file, kMaxDialogueFile, why);
-    if (!bytes)
-        throw CommandError(ExitCode::kBadInput, std::string(option) + ": " + why);
-    std::string_view text(reinterpret_cast<const char*>(bytes->data()), bytes->size());
+    const auto bytes = ReadText(file == "-" ? "./-" : file, kMaxDialogueFile);
+    std::string_view text = bytes;
     if (text.starts_with(kByteOrderMark))
         text.remove_prefix(kByteOrderMark.size());
     CheckUtf8(std::string(option) + ": " + file, text);
@@ -47,8 +45,8 @@ std::string ReadDialogueFile(std::string_view option, const std::string& file) {
 std::string Unescaped(std::string_view text) {
     std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        char const next = i + 1 < text.size() ? text[i + 1] : '\0';
-        bool const escape = text[i] == '\\' && (next == 'n' || next == '\\');
+        const char next = i + 1 < text.size() ? text[i + 1] : '\0';
+        const bool escape = text[i] == '\\' && (next == 'n' || next == '\\');
         result += !escape ? text[i] : next == 'n' ? '\r' : '\\';
         i += escape ? 1 : 0;
     }
@@ -58,7 +56,7 @@ std::string Unescaped(std::string_view text) {
 } // namespace
 
 tagPOINT ParsePoint(std::string_view option, std::string_view text) {
-    auto const comma = text.find(',');
+    const auto comma = text.find(',');
     tagPOINT point {};
     if (comma == std::string_view::npos || !ReadInt(text.substr(0, comma), point.x) ||
         !ReadInt(text.substr(comma + 1), point.y))
@@ -69,7 +67,7 @@ tagPOINT ParsePoint(std::string_view option, std::string_view text) {
 
 COLORREF ParseColorOption(std::string_view option, std::string_view text) {
     std::string why;
-    auto const color = host::ParseColor(text, why);
+    const auto color = host::ParseColor(text, why);
     if (!color)
         FailUsage(std::string(option) + ": " + why);
     return *color;
@@ -103,13 +101,35 @@ std::string DialogueText(std::string_view option, const std::string& text) {
 
 void CheckUtf8(std::string_view option, std::string_view text) {
     for (std::size_t i = 0; i < text.size();) {
-        auto const length = platform::Utf8SequenceLength(text.substr(i));
+        const auto length = platform::Utf8SequenceLength(text.substr(i));
         if (length == 0)
             throw CommandError(ExitCode::kBadInput, std::string(option) +
                                                         ": the text is not UTF-8 at byte " +
                                                         std::to_string(i + 1));
         i += length;
     }
+}
+
+CLI::Validator WholeNumber(std::int64_t least, std::int64_t most) {
+    const auto check = [least, most](const std::string& text) {
+        std::int64_t number = 0;
+        const bool fits =
+            CLI::detail::lexical_cast(text, number) && number >= least && number <= most;
+        return fits ? std::string()
+                    : "'" + text + "' is not a whole number from " + std::to_string(least) +
+                          " to " + std::to_string(most);
+    };
+    return { check, "" };
+}
+
+CLI::Validator PositiveFactor() {
+    const auto check = [](const std::string& text) {
+        double number = 0;
+        const bool fits =
+            CLI::detail::lexical_cast(text, number) && std::isfinite(number) && number > 0;
+        return fits ? std::string() : "'" + text + "' is not a number above 0, such as 0.5";
+    };
+    return { check, "" };
 }
 
 } // namespace telop

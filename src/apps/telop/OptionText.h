@@ -1,14 +1,22 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The small languages of option values. Each throws a usage error that names the option.
+// The small languages of option values.
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
+#include <CLI/CLI.hpp>
 #include <epi/epi.h>
 
 namespace telop {
+
+// Checks of numbers; what does not fit is told with what would. The factor is finite and above zero.
+CLI::Validator WholeNumber(std::int64_t least, std::int64_t most);
+CLI::Validator PositiveFactor();
+
+// The others throw a usage error that names the option.
 
 // "X,Y", whole numbers.
 tagPOINT ParsePoint(std::string_view option, std::string_view text);

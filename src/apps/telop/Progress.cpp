@@ -17,7 +17,7 @@ constexpr int kMaxBarColumns = 40;
 constexpr int kMinBarColumns = 5;
 
 std::string TimeLeft(double seconds) {
-    auto const whole = static_cast<std::int64_t>(std::ceil(std::min(seconds, 359999.0)));
+    const auto whole = static_cast<std::int64_t>(std::ceil(std::min(seconds, 359999.0)));
     std::array<char, 32> text {};
     if (whole >= 3600)
         std::snprintf(text.data(), text.size(), "%d:%02d:%02d left", static_cast<int>(whole / 3600),
@@ -38,7 +38,7 @@ std::string Rate(double framesPerSecond) {
 } // namespace
 
 std::string ProgressBar(std::int64_t done, std::int64_t total, double seconds, int columns) {
-    double const rate = seconds > 0 ? static_cast<double>(done) / seconds : 0;
+    const double rate = seconds > 0 ? static_cast<double>(done) / seconds : 0;
     std::string text = std::to_string(done);
     if (total > 0)
         text += "/" + std::to_string(total);
@@ -46,10 +46,10 @@ std::string ProgressBar(std::int64_t done, std::int64_t total, double seconds, i
     if (total > 0 && rate > 0)
         text += "  " + TimeLeft(static_cast<double>(total - done) / rate);
     // The last column stays free: some terminals break the line there.
-    int const room = std::min(columns - 4 - static_cast<int>(text.size()), kMaxBarColumns);
+    const int room = std::min(columns - 4 - static_cast<int>(text.size()), kMaxBarColumns);
     if (total <= 0 || room < kMinBarColumns)
         return text.substr(0, static_cast<std::size_t>(std::max(columns - 1, 0)));
-    auto const filled = static_cast<std::size_t>(room * std::min(done, total) / total);
+    const auto filled = static_cast<std::size_t>(room * std::min(done, total) / total);
     return "[" + std::string(filled, '#') + std::string(room - filled, '.') + "] " + text;
 }
 
@@ -83,11 +83,11 @@ void Progress::Done(std::string_view what) {
     std::lock_guard const lock(m_mutex);
     ++m_done;
     if (m_style == ProgressStyle::kLines) {
-        auto const of = m_total > 0 ? "/" + std::to_string(m_total) : std::string();
+        const auto of = m_total > 0 ? "/" + std::to_string(m_total) : std::string();
         Console::Get().Note("[" + std::to_string(m_done) + of + "] " + std::string(what));
         return;
     }
-    auto const now = Clock::now();
+    const auto now = Clock::now();
     if (m_style == ProgressStyle::kNone || now - m_shown < kRedrawInterval)
         return;
     m_shown = now;

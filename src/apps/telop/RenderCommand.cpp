@@ -1,17 +1,20 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "apps/telop/RenderCommand.h"
+#include "apps/telop/Commands.h"
 
 #include <csignal>
 #include <cstdlib>
 #include <utility>
 
+#include <unistd.h>
+
 #include "apps/telop/Console.h"
 #include "apps/telop/Interruption.h"
 #include "apps/telop/LoadEffect.h"
 #include "apps/telop/OptionText.h"
-#include "apps/telop/PlanRun.h"
 #include "apps/telop/Progress.h"
+#include "apps/telop/RenderOptions.h"
 #include "host/document/Document.h"
+#include "host/jobs/FramePlan.h"
 #include "host/jobs/FramePump.h"
 #include "host/jobs/FrameRenderer.h"
 #include "host/text/TextField.h"
@@ -24,6 +27,75 @@ namespace {
 
 std::string Frames(std::int64_t count) {
     return std::to_string(count) + (count == 1 ? " frame" : " frames");
+}
+
+constexpr auto kStream = host::FramePlan::kStream;
+
+host::FrameRanges ParseRanges(const char* option, const std::string& text) {
+    std::string why;
+    auto ranges = host::FrameRanges::Parse(text, why);
+    if (!ranges)
+        FailUsage(std::string(option) + ": " + why);
+    return *std::move(ranges);
+}
+
+host::Existing ExistingPolicy(const RenderOptions& options) {
+    return options.overwrite      ? host::Existing::kOverwrite
+           : options.skipExisting ? host::Existing::kSkip
+                                  : host::Existing::kRefuse;
+}
+
+void CheckStreams(const RenderOptions& options) {
+    if (options.start && options.input != kStream)
+        FailUsage("--start numbers the frames of a stream; those of files have numbers");
+    if (options.input == kStream && isatty(STDIN_FILENO))
+        FailUsage("INPUT is - and standard input is a terminal; pipe PAM pictures into it");
+}
+
+void CheckOutput(const RenderOptions& options) {
+    if (options.output == kStream && isatty(STDOUT_FILENO))
+        FailUsage("OUTPUT is - and standard output is a terminal; pipe it or send it to a file");
+}
+
+[[noreturn]] void Refuse(const host::PlanProblem& problem, const RenderOptions& options) {
+    using Kind = host::PlanProblem::Kind;
+    switch (problem.kind) {
+    case Kind::kNoFrames:
+        throw CommandError(ExitCode::kBadInput,
+                           "--frames " + options.frames.value_or("") + ": " + problem.text);
+    case Kind::kOutput:
+        FailUsage(problem.text);
+    case Kind::kExists:
+        throw CommandError(ExitCode::kCannotWrite,
+                           problem.text + "\n--overwrite replaces them, --skip-existing makes only "
+                                          "the others");
+    default:
+        throw CommandError(ExitCode::kBadInput, problem.text);
+    }
+}
+
+// Reads folders, no picture, and writes nothing.
+host::FramePlan PlanRun(const RenderOptions& options) {
+    const auto frames =
+        options.frames ? ParseRanges("--frames", *options.frames) : host::FrameRanges::All();
+    CheckStreams(options);
+    CheckOutput(options);
+    host::PlanProblem problem;
+    auto plan = host::FramePlan::Make({ .input = options.input,
+                                        .output = options.output,
+                                        .frames = frames,
+                                        .start = options.start.value_or(1),
+                                        .existing = ExistingPolicy(options) },
+                                      problem);
+    if (!plan)
+        Refuse(problem, options);
+    return *std::move(plan);
+}
+
+void PrepareFolder(const host::FramePlan& plan) {
+    std::string why;
+    if (!plan.PrepareFolder(why))
+        throw CommandError(ExitCode::kCannotWrite, why);
 }
 
 using MaybeDocument = std::optional<host::Document>;
@@ -39,13 +111,9 @@ MaybeDocument LoadDocument(const RenderOptions& options) {
 }
 
 host::FrameRanges ApplyRanges(const RenderOptions& options, const MaybeDocument& document) {
-    std::string why;
-    auto ranges = options.apply ? host::FrameRanges::Parse(*options.apply, why)
-                  : document    ? document->textOn
-                                : host::FrameRanges::All();
-    if (!ranges)
-        FailUsage("--apply: " + why);
-    return *std::move(ranges);
+    if (options.apply)
+        return ParseRanges("--apply", *options.apply);
+    return document ? document->textOn : host::FrameRanges::All();
 }
 
 host::Placement PlacementOf(const RenderOptions& options) {
@@ -67,7 +135,7 @@ ProgressStyle StyleOf(const RenderOptions& options) {
 
 // The settings in their own archive, by the plug-in itself.
 void SaveText(host::Effect& effect, const host::FrameText& text, const RenderOptions& options) {
-    if (auto const option = text.NameWithTokens(); !option.empty())
+    if (const auto option = text.NameWithTokens(); !option.empty())
         FailUsage("--save-settings keeps one text for all frames, and that of " + option +
                   " has tokens");
     if (options.text.strings)
@@ -84,7 +152,7 @@ void CheckTokens(const host::FramePlan& plan, const host::FrameText& text) {
 
 std::int64_t ReportMissing(const host::FramePlan& plan) {
     std::string text;
-    for (auto const frame : plan.Missing())
+    for (const auto frame : plan.Missing())
         text += (text.empty() ? "" : ", ") + std::to_string(frame);
     if (!text.empty())
         Console::Get().Error("--frames asks for frames that the input does not have: " + text +
@@ -102,7 +170,7 @@ void Summarize(const host::RunResult& result) {
 }
 
 ExitCode ReportInterruption(const host::FramePlan& plan, const host::RunResult& result) {
-    bool const terminated = Interruption::Signal() == SIGTERM;
+    const bool terminated = Interruption::Signal() == SIGTERM;
     auto text =
         std::string(terminated ? "terminated" : "interrupted") + " after " + Frames(result.written);
     if (!plan.WritesStream())
@@ -130,7 +198,7 @@ ExitCode Conclude(const host::FramePlan& plan, const host::RunResult& result,
         return ExitCode::kBadInput;
     }
     Summarize(result);
-    bool const nothingReadable = result.failed > 0 && result.failed == result.unreadable &&
+    const bool nothingReadable = result.failed > 0 && result.failed == result.unreadable &&
                                  result.written + result.skipped == 0;
     return nothingReadable               ? ExitCode::kBadInput
            : result.failed + missing > 0 ? ExitCode::kFramesFailed
@@ -149,13 +217,13 @@ ExitCode RenderFrames(const host::FramePlan& plan, const host::FrameRenderer& re
     PrepareFolder(plan);
     host::CancelToken cancel;
     Interruption const interruption(cancel);
-    auto const missing = ReportMissing(plan);
+    const auto missing = ReportMissing(plan);
     Progress progress(StyleOf(options));
     host::FramePump pump(
         plan.Source(), renderer, plan.Sink(), progress, cancel,
         { .jobs = options.jobs, .compression = options.compression, .memory = options.memory });
-    auto const result = pump.Run();
-    auto const code = Conclude(plan, result, missing);
+    const auto result = pump.Run();
+    const auto code = Conclude(plan, result, missing);
     EndIfStuck(result, code);
     return code;
 }
@@ -174,7 +242,7 @@ RenderOptions WithOperandsOf(const MaybeDocument& document, RenderOptions option
 }
 
 void CheckOperands(const RenderOptions& options) {
-    bool const none = options.input.empty() && options.output.empty();
+    const bool none = options.input.empty() && options.output.empty();
     if (none && options.saveSettings)
         return;
     if (options.input.empty())
@@ -194,8 +262,8 @@ std::unique_ptr<host::Effect> EffectFor(const RenderOptions& options,
 
 // A name that stands for another family counts too; no name means the default family.
 void CheckFamily(const host::FrameText& text) {
-    auto const name = platform::DecodeText(host::FieldBytes(text.Params().szFontName));
-    auto const resolution = platform::ResolveFontFamily(name);
+    const auto name = platform::DecodeText(host::FieldBytes(text.Params().szFontName));
+    const auto resolution = platform::ResolveFontFamily(name);
     if (!name.empty() && resolution.match != platform::FontMatch::kInstalled)
         throw CommandError(ExitCode::kStrictFonts,
                            "--strict-fonts: font '" + name + "' is not installed; " +
@@ -210,29 +278,27 @@ void Warn(const platform::Report& report, host::FontPolicy fonts) {
         Console::Get().Warn(platform::Describe(report));
 }
 
-} // namespace
-
 ExitCode RunRender(const RenderOptions& typed) {
     Console::Get().SetQuiet(typed.quiet);
     SetEncoding(typed.encoding);
-    auto const document = LoadDocument(typed);
-    auto const options = WithOperandsOf(document, typed);
+    const auto document = LoadDocument(typed);
+    const auto options = WithOperandsOf(document, typed);
     CheckOperands(options);
-    auto const placement = PlacementOf(options);
-    auto const apply = ApplyRanges(options, document);
+    const auto placement = PlacementOf(options);
+    const auto apply = ApplyRanges(options, document);
     std::optional<host::FramePlan> plan;
     if (!options.input.empty())
         plan.emplace(PlanRun(options));
 
-    auto const fonts = options.strictFonts ? host::FontPolicy::kStrict : host::FontPolicy::kWarn;
+    const auto fonts = options.strictFonts ? host::FontPolicy::kStrict : host::FontPolicy::kWarn;
     auto& process = platform::TextContext::Current();
     platform::TextContext run(document ? document->encoding : process.Encoding(),
                               [fonts](const platform::Report& report) { Warn(report, fonts); });
     for (auto const& report : process.Reports())
         run.Tell(report);
     platform::TextScope const scope(run);
-    auto const effect = EffectFor(options, document);
-    auto const text =
+    const auto effect = EffectFor(options, document);
+    const auto text =
         MakeFrameText(options.text, effect->CopyParams(), document ? &*document : nullptr);
     if (options.saveSettings)
         SaveText(*effect, text, options);
@@ -243,6 +309,12 @@ ExitCode RunRender(const RenderOptions& typed) {
         CheckFamily(text);
     host::FrameRenderer const renderer(*effect, text, run, apply, placement, fonts);
     return RenderFrames(*plan, renderer, options);
+}
+
+} // namespace
+
+void AddRender(CLI::App& program, ExitCode& code) {
+    AddCommand(program, code, "render", AddRenderOptions, RunRender);
 }
 
 } // namespace telop

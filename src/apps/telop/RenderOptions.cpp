@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/telop/RenderOptions.h"
 
-#include <CLI/CLI.hpp>
-
-#include "apps/telop/CommandError.h"
-#include "apps/telop/OptionChecks.h"
+#include "apps/telop/Commands.h"
+#include "apps/telop/OptionText.h"
 #include "host/frames/FrameRanges.h"
 #include "host/frames/PngWriter.h"
 
@@ -35,158 +33,90 @@ constexpr const char* kExamples =
     "    ffmpeg -f image2pipe -c:v pam -i - out.mov\n\n";
 
 void AddTextOptions(CLI::App& command, TextOptions& text) {
-    auto const group = "Text (one of the first four; without any, that of the settings)";
-    auto* info = command.add_option("--info", text.info, "A direction, one line")
-                     ->option_text("TEXT")
-                     ->group(group);
-    auto* character = command.add_option("--character", text.character, "A character's name")
-                          ->option_text("NAME")
-                          ->group(group);
+    OptionGroup group(command, "Text (one of the first four; without any, that of the settings)");
+    auto* info = group.Add("--info", text.info, "TEXT", "A direction, one line");
+    auto* character = group.Add("--character", text.character, "NAME", "A character's name");
     auto* dialogue =
-        command
-            .add_option("--dialogue", text.dialogue,
-                        "Lines of dialogue, \\n between them, or @FILE to read them from a file")
-            ->option_text("TEXT|@FILE")
-            ->group(group);
-    auto* score = command
-                      .add_option("--score", text.score,
-                                  "The score line: 0 C-3-4, 1 3-4, 2 2-3-4, 3 1-2-3-4 of --strings")
-                      ->check(WholeNumber(0, 3))
-                      ->option_text("0..3")
-                      ->group(group);
-    command
-        .add_option("--strings", text.strings,
-                    "The score line's four parts; without it the last one is the frame's number")
-        ->option_text("A,B,C,D")
-        ->group(group);
-    auto* off =
-        command.add_flag("--off", text.off, "The character speaks from off screen")->group(group);
-    auto* monologue =
-        command.add_flag("--monologue", text.monologue, "The character speaks to itself")
-            ->group(group);
+        group.Add("--dialogue", text.dialogue, "TEXT|@FILE",
+                  "Lines of dialogue, \\n between them, or @FILE to read them from a file");
+    auto* score = group
+                      .Add("--score", text.score, "0..3",
+                           "The score line: 0 C-3-4, 1 3-4, 2 2-3-4, 3 1-2-3-4 of --strings")
+                      ->check(WholeNumber(0, 3));
+    group.Add("--strings", text.strings, "A,B,C,D",
+              "The score line's four parts; without it the last one is the frame's number");
+    auto* off = group.Flag("--off", text.off, "The character speaks from off screen");
+    group.Flag("--monologue", text.monologue, "The character speaks to itself")->excludes(off);
     info->excludes(character)->excludes(dialogue)->excludes(score);
     character->excludes(dialogue)->excludes(score);
     dialogue->excludes(score);
-    off->excludes(monologue);
 }
 
 void AddLookOptions(CLI::App& command, RenderOptions& options) {
-    auto const group = "Look";
+    OptionGroup group(command, "Look");
     auto& text = options.text;
-    command.add_option("--font", text.font, "Font family; 'telop fonts' lists them")
-        ->option_text("FAMILY")
-        ->group(group);
-    command.add_option("--size", text.size, "Size in points, which are pixels")
-        ->check(WholeNumber(1, 32767))
-        ->option_text("POINTS")
-        ->group(group);
-    command.add_option("--color", text.color, "Of the text: #RRGGBB, #RGB, r,g,b or a name")
-        ->option_text("COLOR")
-        ->group(group);
-    command.add_option("--box", text.box, "Color of the box behind the text, or none")
-        ->option_text("COLOR|none")
-        ->group(group);
-    command
-        .add_option("--opacity", text.opacity, "Of the text, or of the box with it, in per cent")
-        ->check(WholeNumber(0, 100))
-        ->option_text("0..100")
-        ->group(group);
-    command.add_option("--at", text.position, "Top left of the text in frame pixels")
-        ->option_text("X,Y")
-        ->group(group);
-    command.add_option("--scale", options.scale, "Picture pixels for a frame pixel; moves --at")
-        ->check(PositiveFactor())
-        ->option_text("FACTOR")
-        ->group(group);
-    command
-        .add_option("--origin", options.origin,
-                    "The picture's top left within the scaled frame, for a picture that is a part")
-        ->option_text("X,Y")
-        ->group(group);
+    group.Add("--font", text.font, "FAMILY", "Font family; 'telop fonts' lists them");
+    group.Add("--size", text.size, "POINTS", "Size in points, which are pixels")
+        ->check(WholeNumber(1, 32767));
+    group.Add("--color", text.color, "COLOR", "Of the text: #RRGGBB, #RGB, r,g,b or a name");
+    group.Add("--box", text.box, "COLOR|none", "Color of the box behind the text, or none");
+    group
+        .Add("--opacity", text.opacity, "0..100", "Of the text, or of the box with it, in per cent")
+        ->check(WholeNumber(0, 100));
+    group.Add("--at", text.position, "X,Y", "Top left of the text in frame pixels");
+    group.Add("--scale", options.scale, "FACTOR", "Picture pixels for a frame pixel; moves --at")
+        ->check(PositiveFactor());
+    group.Add("--origin", options.origin, "X,Y",
+              "The picture's top left within the scaled frame, for a picture that is a part");
 }
 
 void AddFrameOptions(CLI::App& command, RenderOptions& options) {
-    auto const group = "Frames";
-    command.add_option("--frames", options.frames, "Frames to make, such as 1001-1100:2,1200")
-        ->option_text("RANGES")
-        ->group(group);
-    command
-        .add_option("--apply", options.apply,
-                    "Frames that get the text; the others are copied as they are")
-        ->option_text("RANGES")
-        ->group(group);
-    command.add_option("--start", options.start, "Number of a stream's first frame (1)")
-        ->check(WholeNumber(0, host::kFrameMax))
-        ->option_text("NUMBER")
-        ->group(group);
+    OptionGroup group(command, "Frames");
+    group.Add("--frames", options.frames, "RANGES", "Frames to make, such as 1001-1100:2,1200");
+    group.Add("--apply", options.apply, "RANGES",
+              "Frames that get the text; the others are copied as they are");
+    group.Add("--start", options.start, "NUMBER", "Number of a stream's first frame (1)")
+        ->check(WholeNumber(0, host::kFrameMax));
 }
 
 void AddSettingsOptions(CLI::App& command, RenderOptions& options) {
-    auto const group = "Settings";
+    OptionGroup group(command, "Settings");
     auto* settings =
-        command.add_option("--settings", options.settings, "Settings to start from (480 bytes)")
-            ->option_text("FILE")
-            ->group(group);
+        group.Add("--settings", options.settings, "FILE", "Settings to start from (480 bytes)");
     auto* document =
-        command
-            .add_option("--document", options.document,
-                        "A telop-studio document: frames, text, ranges; INPUT may be left out")
-            ->option_text("FILE")
-            ->group(group);
-    command
-        .add_option("--save-settings", options.saveSettings,
-                    "Write the settings with all options in them; needs no INPUT")
-        ->option_text("FILE")
-        ->group(group);
-    auto* encoding =
-        command
-            .add_option("--encoding", options.encoding, "Of texts in settings; UTF-8, CP932, ...")
-            ->option_text("NAME")
-            ->group(group);
+        group.Add("--document", options.document, "FILE",
+                  "A telop-studio document: frames, text, ranges; INPUT may be left out");
+    group.Add("--save-settings", options.saveSettings, "FILE",
+              "Write the settings with all options in them; needs no INPUT");
+    auto* encoding = group.Add("--encoding", options.encoding, "NAME",
+                               "Of texts in settings; UTF-8, CP932, ...");
     document->excludes(settings)->excludes(encoding);
-    command
-        .add_flag("--strict-fonts", options.strictFonts,
-                  "Stop when a font is not installed or no font has a character")
-        ->group(group);
-    command.add_option("--plugin", options.plugin, "The bundle to use")
-        ->option_text("BUNDLE")
-        ->group(group);
+    group.Flag("--strict-fonts", options.strictFonts,
+               "Stop when a font is not installed or no font has a character");
+    group.Add("--plugin", options.plugin, "BUNDLE", "The bundle to use");
 }
 
 void AddOutputOptions(CLI::App& command, RenderOptions& options) {
-    auto const group = "Output";
-    command.add_option("--jobs", options.jobs, "Frames made at once (as many as cores)")
-        ->check(WholeNumber(1, kMaxJobs))
-        ->option_text("N")
-        ->group(group);
-    command
-        .add_option("--memory", options.memory,
-                    "For all frames in work together, such as 800M or 8G (most of what is free)")
+    OptionGroup group(command, "Output");
+    group.Add("--jobs", options.jobs, "N", "Frames made at once (as many as cores)")
+        ->check(WholeNumber(1, kMaxJobs));
+    group
+        .Add("--memory", options.memory, "SIZE",
+             "For all frames in work together, such as 800M or 8G (most of what is free)")
         ->transform(CLI::AsSizeValue(false))
-        ->check(CLI::PositiveNumber)
-        ->option_text("SIZE")
-        ->group(group);
-    command
-        .add_option("--compression", options.compression,
-                    "Of PNG, 0 none to 9 smallest (" + std::to_string(options.compression) + ")")
-        ->check(WholeNumber(0, host::kPngLevelMax))
-        ->option_text("0..9")
-        ->group(group);
-    auto* overwrite =
-        command.add_flag("--overwrite", options.overwrite, "Replace outputs that exist")
-            ->group(group);
-    command
-        .add_flag("--skip-existing", options.skipExisting,
-                  "Leave outputs that exist, make the rest")
-        ->excludes(overwrite)
-        ->group(group);
-    command
-        .add_option("--progress", options.progress,
-                    "A bar, a line for each frame, or nothing (bar on a terminal, else none)")
-        ->check(CLI::IsMember({ "bar", "lines", "none" }))
-        ->option_text("bar|lines|none")
-        ->group(group);
-    command.add_flag("-q,--quiet", options.quiet, "Only errors")->group(group);
+        ->check(CLI::PositiveNumber);
+    group
+        .Add("--compression", options.compression, "0..9",
+             "Of PNG, 0 none to 9 smallest (" + std::to_string(options.compression) + ")")
+        ->check(WholeNumber(0, host::kPngLevelMax));
+    auto* overwrite = group.Flag("--overwrite", options.overwrite, "Replace outputs that exist");
+    group.Flag("--skip-existing", options.skipExisting, "Leave outputs that exist, make the rest")
+        ->excludes(overwrite);
+    group
+        .Add("--progress", options.progress, "bar|lines|none",
+             "A bar, a line for each frame, or nothing (bar on a terminal, else none)")
+        ->check(CLI::IsMember({ "bar", "lines", "none" }));
+    group.Flag("-q,--quiet", options.quiet, "Only errors");
 }
 
 } // namespace

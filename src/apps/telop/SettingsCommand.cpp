@@ -1,21 +1,27 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "apps/telop/SettingsCommand.h"
+#include "apps/telop/Commands.h"
 
-#include <array>
 #include <cstdio>
+#include <optional>
 #include <span>
-
-#include <CLI/CLI.hpp>
+#include <string>
 
 #include "apps/telop/Console.h"
 #include "apps/telop/LoadEffect.h"
-#include "host/WholeFile.h"
 #include "host/document/SettingsJson.h"
 #include "host/text/TextField.h"
 
 namespace telop {
 
 namespace {
+
+struct SettingsOptions {
+    std::optional<std::string> archive; // to start from; else the plug-in's defaults
+    std::optional<std::string> from;    // JSON file, "-" for standard input
+    std::optional<std::string> output;  // archive; else JSON on standard output
+    std::optional<std::string> encoding, plugin;
+    bool overwrite = false;
+};
 
 constexpr std::size_t kMaxJson = std::size_t { 1 } << 20;
 
@@ -30,30 +36,9 @@ constexpr const char* kExamples =
     "  telop settings --from shot.json -o new.settings          ... and make an archive of that\n"
     "  echo '{\"size\": 48}' | telop settings --from - -o big.settings shot.settings\n";
 
-std::string ReadStandardInput() {
-    std::string text;
-    std::array<char, 4096> piece;
-    while (auto const count = std::fread(piece.data(), 1, piece.size(), stdin)) {
-        text.append(piece.data(), count);
-        if (text.size() > kMaxJson)
-            throw CommandError(ExitCode::kBadInput, "--from -: more than 1 MiB is no settings");
-    }
-    return text;
-}
-
-std::string ReadJson(const std::string& file) {
-    if (file == "-")
-        return ReadStandardInput();
-    std::string why;
-    auto const bytes = host::ReadWholeFile(file, kMaxJson, why);
-    if (!bytes)
-        throw CommandError(ExitCode::kBadInput, "--from: " + why);
-    return { bytes->begin(), bytes->end() };
-}
-
 void ApplyJson(host::Effect& effect, const std::string& file) {
     std::string why;
-    auto const params = host::SettingsFromJson(ReadJson(file), effect.CopyParams(), why);
+    const auto params = host::SettingsFromJson(ReadText(file, kMaxJson), effect.CopyParams(), why);
     if (!params)
         throw CommandError(ExitCode::kBadInput, "--from " + file + ": " + why);
     effect.SetParams(*params);
@@ -65,40 +50,41 @@ void WarnOfUnterminated(std::span<const char> field, const char* key) {
         Console::Get().Warn(std::string(key) + ": the text fills its whole field, without an end");
 }
 
-} // namespace
-
 void AddSettingsOptions(CLI::App& command, SettingsOptions& options) {
     command.description(kDescription);
     command.add_option("ARCHIVE", options.archive, "Settings to start from, 480 bytes");
-    command.add_option("--from", options.from, "JSON to take settings from; - is standard input")
-        ->option_text("JSON|-");
-    command
-        .add_option("-o,--output", options.output,
-                    "Archive to write; without it JSON goes to standard output")
-        ->option_text("ARCHIVE");
-    command.add_flag("--overwrite", options.overwrite, "Replace the output if it exists");
-    command.add_option("--encoding", options.encoding, "Of the archive's texts; UTF-8, CP932, ...")
-        ->option_text("NAME");
-    command.add_option("--plugin", options.plugin, "The bundle to use")->option_text("BUNDLE");
+    OptionGroup group(command);
+    group.Add("--from", options.from, "JSON|-", "JSON to take settings from; - is standard input");
+    group.Add("-o,--output", options.output, "ARCHIVE",
+              "Archive to write; without it JSON goes to standard output");
+    group.Flag("--overwrite", options.overwrite, "Replace the output if it exists");
+    group.Add("--encoding", options.encoding, "NAME", "Of the archive's texts; UTF-8, CP932, ...");
+    group.Add("--plugin", options.plugin, "BUNDLE", "The bundle to use");
     command.footer(std::string(kExamples) + "\n" + kExitCodeHelp);
 }
 
 ExitCode RunSettings(const SettingsOptions& options) {
     SetEncoding(options.encoding);
-    auto const effect = LoadEffect(options.plugin, options.archive);
+    const auto effect = LoadEffect(options.plugin, options.archive);
     if (options.from)
         ApplyJson(*effect, *options.from);
     if (options.output) {
         SaveSettings(*effect, *options.output, options.overwrite);
         return ExitCode::kSuccess;
     }
-    auto const params = effect->CopyParams();
+    const auto params = effect->CopyParams();
     WarnOfUnterminated(params.szFontName, "font");
     WarnOfUnterminated(params.szInfoText, "info");
     WarnOfUnterminated(params.szCharacter, "character");
     WarnOfUnterminated(params.szDialogue, "dialogue");
     std::fputs(host::SettingsToJson(params).c_str(), stdout);
     return ExitCode::kSuccess;
+}
+
+} // namespace
+
+void AddSettings(CLI::App& program, ExitCode& code) {
+    AddCommand(program, code, "settings", AddSettingsOptions, RunSettings);
 }
 
 } // namespace telop

@@ -97,7 +97,7 @@ void SetStrings(host::FrameText& text, const TextOptions& options, const host::D
     }
     if (!options.strings && document)
         return SetDocumentStrings(text, *document);
-    auto const strings = SplitStrings("--strings", options.strings.value_or(kDefaultStrings));
+    const auto strings = SplitStrings("--strings", options.strings.value_or(kDefaultStrings));
     for (std::size_t i = 0; i < strings.size(); ++i)
         AddLine(text, "--strings, part " + std::to_string(i + 1),
                 static_cast<Field>(static_cast<std::size_t>(Field::kString1) + i), strings[i]);

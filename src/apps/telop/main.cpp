@@ -6,23 +6,15 @@
 #include <cerrno>
 #include <cstdio>
 #include <exception>
-#include <functional>
 #include <memory>
+#include <sstream>
 #include <string>
-#include <system_error>
+#include <utility>
 #include <vector>
 
-#include <CLI/CLI.hpp>
-
-#include "apps/telop/CommandError.h"
+#include "apps/telop/Commands.h"
 #include "apps/telop/Console.h"
-#include "apps/telop/DescribeCommand.h"
-#include "apps/telop/DoctorCommand.h"
-#include "apps/telop/FontsCommand.h"
-#include "apps/telop/HelpFormatter.h"
-#include "apps/telop/ListsCommand.h"
-#include "apps/telop/RenderCommand.h"
-#include "apps/telop/SettingsCommand.h"
+#include "host/Message.h"
 #include "host/StandardStreams.h"
 
 namespace telop {
@@ -37,6 +29,39 @@ const std::string kFooter =
                 "  telop render --help\n\n") +
     kExitCodeHelp;
 
+// How help is laid out: an option's values and default beside it, and no more.
+class HelpFormatter : public CLI::Formatter {
+public:
+    HelpFormatter() { column_width(30); }
+
+    std::string make_option_opts(const CLI::Option* option) const override {
+        // What an option excludes and what its value is checked against stands in its description.
+        const auto& values = option->get_option_text();
+        return values.empty() ? values : " " + values;
+    }
+
+    std::string make_subcommand(const CLI::App* command) const override {
+        const auto description = command->get_description();
+        std::ostringstream line;
+        CLI::detail::format_help(line, command->get_name(),
+                                 description.substr(0, description.find_first_of(".\n")),
+                                 get_column_width());
+        return line.str();
+    }
+
+    std::string make_description(const CLI::App* command) const override {
+        return Formatter::make_description(command) + "\n";
+    }
+
+    std::string make_group(std::string group, bool isPositional,
+                           std::vector<const CLI::Option*> options) const override {
+        // The base class puts an empty line before every group and another between two of them.
+        const bool isFirst = isPositional || group == "Options";
+        const auto text = Formatter::make_group(std::move(group), isPositional, std::move(options));
+        return isFirst ? text : text.substr(1);
+    }
+};
+
 // The commands with their options. Declared once, run by the one that was asked for.
 class CommandLine {
 public:
@@ -46,14 +71,9 @@ public:
         m_app.require_subcommand(1);
         m_app.footer(kFooter);
         m_app.formatter(std::make_shared<HelpFormatter>());
-        AddRenderOptions(*Add("render", [this] { return RunRender(m_render); }), m_render);
-        AddSettingsOptions(*Add("settings", [this] { return RunSettings(m_settings); }),
-                           m_settings);
-        AddListsOptions(*Add("lists", [this] { return RunLists(m_lists); }), m_lists);
-        AddFontsOptions(*Add("fonts", [this] { return RunFonts(m_fonts); }), m_fonts);
-        AddDescribeOptions(*Add("describe", [this] { return RunDescribe(m_describe); }),
-                           m_describe);
-        AddDoctorOptions(*Add("doctor", [this] { return RunDoctor(m_doctor); }), m_doctor);
+        for (auto* const add :
+             { AddRender, AddSettings, AddLists, AddFonts, AddDescribe, AddDoctor })
+            add(m_app, m_result);
     }
 
     ExitCode Run(int argc, char** argv) {
@@ -67,25 +87,19 @@ public:
     }
 
 private:
-    CLI::App* Add(const char* name, std::function<ExitCode()> run) {
-        auto* command = m_app.add_subcommand(name);
-        command->callback([this, run = std::move(run)] { m_result = run(); });
-        return command;
-    }
-
     // An option whose value was forgotten would take the next option for it.
     void CheckValues(const std::vector<std::string>& arguments) const {
-        auto const* command = &m_app;
+        const auto* command = &m_app;
         std::size_t i = 0;
         for (; i < arguments.size(); ++i) {
-            auto const named = command->get_subcommands(
+            const auto named = command->get_subcommands(
                 [&](const CLI::App* each) { return each->get_name() == arguments[i]; });
             if (named.empty())
                 break;
             command = named.front();
         }
         for (; i + 1 < arguments.size(); ++i) {
-            auto const* option = command->get_option_no_throw(arguments[i]);
+            const auto* option = command->get_option_no_throw(arguments[i]);
             if (option && option->get_items_expected_min() > 0 &&
                 command->get_option_no_throw(arguments[i + 1]))
                 FailUsage(arguments[i] + " lacks its value; '" + arguments[i + 1] +
@@ -100,9 +114,9 @@ private:
             m_app.exit(error);
             return ExitCode::kSuccess;
         }
-        bool const noCommand = !Named()->get_subcommands({}).empty();
-        bool const surplus = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError);
-        auto const text = noCommand ? CommandHelp() : surplus ? SurplusHelp() : error.what();
+        const bool noCommand = !Named()->get_subcommands({}).empty();
+        const bool surplus = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::ExtrasError);
+        const auto text = noCommand ? CommandHelp() : surplus ? SurplusHelp() : error.what();
         Console::Get().Error(text + "\nSee " + HelpCommand());
         return ExitCode::kUsage;
     }
@@ -117,19 +131,19 @@ private:
     }
 
     std::string CommandHelp() const {
-        auto const typed = Named()->remaining();
+        const auto typed = Named()->remaining();
         auto text =
             typed.empty() ? "a command is missing" : "'" + typed.front() + "' is no command";
         text += "; the commands are";
-        for (auto const* command : Named()->get_subcommands({}))
+        for (const auto* command : Named()->get_subcommands({}))
             text += " " + command->get_name();
         return text;
     }
 
     // What follows a mistyped option is surplus too, so the option is named.
     std::string SurplusHelp() const {
-        auto const surplus = m_app.remaining(true);
-        auto const option = std::find_if(surplus.begin(), surplus.end(), [](const auto& word) {
+        const auto surplus = m_app.remaining(true);
+        const auto option = std::find_if(surplus.begin(), surplus.end(), [](const auto& word) {
             return word.size() > 1 && word.starts_with('-');
         });
         return option != surplus.end() ? "'" + *option + "' is no option"
@@ -138,27 +152,21 @@ private:
 
     std::string HelpCommand() const {
         std::string names;
-        for (auto const* command = Named(); command != &m_app; command = command->get_parent())
+        for (const auto* command = Named(); command != &m_app; command = command->get_parent())
             names.insert(0, command->get_name() + " ");
         return "telop " + names + "--help";
     }
 
     CLI::App m_app;
     ExitCode m_result = ExitCode::kSuccess;
-    RenderOptions m_render;
-    SettingsOptions m_settings;
-    ListsOptions m_lists;
-    FontsOptions m_fonts;
-    DescribeOptions m_describe;
-    DoctorOptions m_doctor;
 };
 
 // What was printed may still wait in a buffer, and a full disk shows only when that is emptied.
 ExitCode CheckPrinted(ExitCode code) {
     if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0)
         return code;
-    throw CommandError(ExitCode::kCannotWrite, "standard output: cannot be written: " +
-                                                   std::generic_category().message(errno));
+    throw CommandError(ExitCode::kCannotWrite,
+                       "standard output: cannot be written: " + host::ErrorText(errno));
 }
 
 ExitCode Main(int argc, char** argv) {

@@ -75,20 +75,22 @@ RunResult FramePump::Run() {
 // As many as the system gives; without any the work is done here.
 void FramePump::StartThreads(std::vector<std::thread>& threads) {
     const int wanted = m_jobs;
+    int started = 0;
     std::string why;
     {
         const std::lock_guard lock(m_mutex);
         try {
             threads.reserve(static_cast<std::size_t>(wanted));
-            for (m_working = 0; m_working < wanted; ++m_working)
+            for (; started < wanted; ++started)
                 threads.emplace_back([this] { Work(); });
         } catch (const std::exception& error) {
             why = error.what();
-            m_jobs = m_working = std::max(m_working, 1);
+            started = std::max(started, 1);
         }
+        m_jobs = m_working = started;
     }
     if (!why.empty())
-        m_listener.Warned("only " + std::to_string(m_jobs) + " of " + std::to_string(wanted) +
+        m_listener.Warned("only " + std::to_string(started) + " of " + std::to_string(wanted) +
                           " jobs run, no more could be started: " + why);
     if (threads.empty())
         Work();

@@ -67,21 +67,5 @@ TEST(OptionText, ADialogueFileLosesOnlyItsMarkAndLastLineBreak) {
     }
 }
 
-TEST(OptionText, NamesADialogueFileThatCannotBeUsed) {
-    TemporaryFolder const folder;
-    auto const broken = folder.Write("broken.txt", "ab\xFF").string();
-    for (auto const& [typed, reason] : std::initializer_list<std::pair<std::string, const char*>> {
-             { "@" + broken, "not UTF-8 at byte 3" }, { "@" + broken + ".not", "No such file" } }) {
-        try {
-            DialogueText("--dialogue", typed);
-            ADD_FAILURE() << typed;
-        } catch (const CommandError& error) {
-            EXPECT_EQ(error.Code(), ExitCode::kBadInput);
-            EXPECT_THAT(error.what(), HasSubstr(broken));
-            EXPECT_THAT(error.what(), HasSubstr(reason));
-        }
-    }
-}
-
 } // namespace
 } // namespace telop

@@ -113,13 +113,10 @@ TEST_F(RenderDocument, TroubleIsNamed) {
     };
     for (auto const& row : {
              Row { { "shot.telop" }, 2, "OUTPUT is missing" },
-             Row { { "not.telop", "b/" }, 3, "not.telop: cannot be read" },
              Row { { "broken.telop", "b/" }, 3, "broken.telop: not readable as JSON" },
              Row { { "empty.telop", "b/" }, 3, "empty.telop: has no frames" },
              Row { { "token.telop", "b/" }, 3, "information string 3: '{cut}' is no token" },
              Row { { "shot.telop", "--settings", "s", "b/" }, 2, "--settings" },
-             Row { { "shot.telop", "--encoding", "GBK", "b/" }, 2, "--encoding" },
-             Row { { "shot.telop", "a/" }, 2, "over an input" },
          }) {
         Arguments arguments { "render", "--document" };
         arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());

@@ -59,18 +59,6 @@ TEST_F(RenderFiles, EveryKindOfTextIsDrawn) {
     EXPECT_EQ(twoLines.bounds.bottom, 2 * oneLine.bounds.bottom);
 }
 
-TEST_F(RenderFiles, AnOpaqueBoxHasItsColor) {
-    WritePicture("in.png", MakeFrame(1));
-    ASSERT_EQ(Render({ "--info", "x", "--box", "#123456", "--color", "#123456", "--opacity", "100",
-                       "--at", "0,0" },
-                     "in.png", "out.png")
-                  .code,
-              0);
-    auto const frame = ReadPicture("out.png");
-    EXPECT_THAT(std::vector<int>(frame.image->Row(5).begin(), frame.image->Row(5).begin() + 6),
-                ElementsAre(0x12, 0x34, 0x56, 0x12, 0x34, 0x56));
-}
-
 TEST_F(RenderFiles, ScaleAndOriginMoveTheText) {
     auto const drawn =
         Drawn({ "--info", "x", "--at", "100,60", "--scale", "0.5", "--origin", "10,20" });

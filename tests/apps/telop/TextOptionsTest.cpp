@@ -60,19 +60,6 @@ TEST(TextOptions, ANewKindTakesTheOldOnesPlace) {
         EXPECT_EQ(MakeFrameText(row.options, settings).Params().dwFlags, row.flags);
 }
 
-TEST(TextOptions, FillsEveryFieldForTheFrame) {
-    auto const text =
-        MakeFrameText({ .score = 3, .strings = "E1,{file},12,{frame-1000}" }, Defaults());
-    host::ResolvedText resolved;
-    std::string why;
-    ASSERT_TRUE(text.Resolve({ 1042, "shot" }, resolved, why)) << why;
-    std::vector<std::string> strings;
-    for (auto const& field : resolved.strings)
-        strings.emplace_back(host::FieldBytes(field));
-    EXPECT_THAT(strings, testing::ElementsAre("E1", "shot", "12", "42"));
-    EXPECT_TRUE(text.NeedsFile());
-}
-
 TEST(TextOptions, AScoreLineWithoutStringsNumbersTheFrames) {
     auto const text = MakeFrameText({}, Defaults());
     host::ResolvedText resolved;
@@ -80,16 +67,6 @@ TEST(TextOptions, AScoreLineWithoutStringsNumbersTheFrames) {
     ASSERT_TRUE(text.Resolve({ 7, "" }, resolved, why)) << why;
     EXPECT_EQ(host::FieldBytes(resolved.strings[3]), "7");
     EXPECT_EQ(text.NameWithTokens(), "") << "strings are not part of the settings";
-}
-
-TEST(TextOptions, ATextMayOutgrowItsFieldInSomeFramesOnly) {
-    auto const text = MakeFrameText({ .info = std::string(60, 'x') + "{frame}" }, Defaults());
-    EXPECT_EQ(text.NameWithTokens(), "--info");
-    host::ResolvedText resolved;
-    std::string why;
-    EXPECT_TRUE(text.Resolve({ 999, "" }, resolved, why)) << why;
-    EXPECT_FALSE(text.Resolve({ 1000, "" }, resolved, why));
-    EXPECT_THAT(why, testing::AllOf(HasSubstr("--info"), HasSubstr("64"), HasSubstr("63")));
 }
 
 TEST(TextOptions, NamesTheOptionThatIsWrong) {

@@ -137,18 +137,6 @@ TEST(PngReader, ReadsSmallInterlacedPicturesWhosePassesAreEmpty) {
         }
 }
 
-TEST(PngReader, UsesTheImageAgainWhenItFits) {
-    PngReader reader;
-    Frame frame;
-    std::string why;
-    ASSERT_TRUE(reader.Decode(test::Write(MakePicture(2, 8)), "it", frame, why));
-    const Image* const first = frame.image.get();
-    ASSERT_TRUE(reader.Decode(test::Write(MakePicture(0, 8)), "it", frame, why));
-    EXPECT_EQ(frame.image.get(), first);
-    ASSERT_TRUE(reader.Decode(test::Write(MakePicture(2, 8, 20, 5)), "it", frame, why));
-    EXPECT_EQ(frame.image->Width(), 20);
-}
-
 TEST(PngReader, RefusesFilesThatEndAtAnyByte) {
     TestPng picture = MakePicture(3, 4);
     picture.transparency = { 5 };

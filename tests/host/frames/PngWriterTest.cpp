@@ -194,21 +194,5 @@ TEST(PngWriter, PacksImagesOfEveryChannelOrder) {
     }
 }
 
-TEST(PngWriter, WritesFilesWholeAndOnce) {
-    const TemporaryFolder folder;
-    const auto file = folder.Path() / "a.png";
-    Frame frame = Load(MakePicture(0, 8));
-    Paint(frame, 1, 2, 3);
-    PngWriter writer;
-    std::string why;
-    EXPECT_EQ(writer.Write(file, frame, kFirst, Existing::kRefuse, why), OutputResult::kWritten);
-    PngReader reader;
-    Frame again;
-    EXPECT_TRUE(reader.Read(file, again, why)) << why;
-    EXPECT_EQ(again.header.color, ColorKind::kRgb);
-    EXPECT_EQ(writer.Write(file, frame, kFirst, Existing::kRefuse, why), OutputResult::kFailed);
-    EXPECT_THAT(why, HasSubstr("a.png: exists already"));
-}
-
 } // namespace
 } // namespace host

@@ -114,17 +114,5 @@ TEST_F(SequenceFiles, RefusesOutputsThatCannotBe) {
         EXPECT_THAT(Output(input, output), HasSubstr(reason)) << input << " to " << output;
 }
 
-TEST_F(SequenceFiles, MakesTheFolderOfItsOutputs) {
-    Make({ "one.png", "file" });
-    std::string why;
-    const auto sequence = Sequence::Open(At("one.png"), why);
-    ASSERT_TRUE(sequence);
-    EXPECT_TRUE(MakeFolder(SequenceOutput::Open(*sequence, At("a/b/x.png"), why)->Folder(), why))
-        << why;
-    EXPECT_TRUE(fs::is_directory(At("a/b")));
-    EXPECT_FALSE(MakeFolder(SequenceOutput::Open(*sequence, At("file/x.png"), why)->Folder(), why));
-    EXPECT_THAT(why, HasSubstr("file: the folder cannot be made"));
-}
-
 } // namespace
 } // namespace host
