@@ -15,8 +15,6 @@
 namespace host {
 namespace {
 
-using testing::ElementsAre;
-
 class TextOverlayTest : public LedgerTest {
 protected:
     void SetUp() override {

@@ -12,6 +12,7 @@
 #include "apps/telop/LoadEffect.h"
 #include "apps/telop/OptionText.h"
 #include "host/Effect.h"
+#include "host/Message.h"
 #include "host/frames/PngWriter.h"
 #include "host/frames/Sequence.h"
 #include "host/text/TextField.h"
@@ -58,12 +59,12 @@ std::vector<platform::FontFamily> MatchingFamilies(const FontsOptions& options) 
 
 void List(const std::vector<platform::FontFamily>& families, bool files) {
     for (const auto& family : families) {
-        std::string line = family.name;
+        std::string line = host::Printable(family.name);
         for (const auto& alias : family.aliases)
-            line += (&alias == &family.aliases.front() ? " (" : ", ") + alias;
+            line += (&alias == &family.aliases.front() ? " (" : ", ") + host::Printable(alias);
         line += family.aliases.empty() ? "" : ")";
         if (files)
-            line += "\t" + family.file;
+            line += "\t" + host::Printable(family.file);
         std::puts(line.c_str());
     }
 }

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <cstdint>
 
+#include <CLI/CLI.hpp>
+
 #include "apps/telop/CommandError.h"
 #include "apps/telop/LoadEffect.h"
 #include "host/text/ColorText.h"

@@ -7,8 +7,11 @@
 #include <string>
 #include <string_view>
 
-#include <CLI/CLI.hpp>
 #include <epi/epi.h>
+
+namespace CLI {
+class Validator;
+} // namespace CLI
 
 namespace telop {
 
