@@ -13,6 +13,8 @@ void RegisterAreas();
 // threads/<case>/<unchanged|changing>: the same on one and on two threads, with the counter
 // "items_per_second": frames of all threads together
 void RegisterThreads();
+// cache/<what>/<with|without>
+void RegisterCaches();
 
 // Runs the measurement on a core of its own, counted from the last that the process may use.
 void PinToCore(int index);

@@ -17,7 +17,7 @@ public:
     Renderer() = default;
     Renderer(const Renderer&) = delete;
     Renderer& operator=(const Renderer&) = delete;
-    virtual ~Renderer() = default;
+    virtual ~Renderer() noexcept(false) = default; // a host may throw from what it takes back
 
     // Draws the text with this counter onto the frame that the renderer was made for. What does not
     // depend on the counter was prepared when it was made, as a good program would.

@@ -25,6 +25,7 @@ int main(int argc, char** argv) {
     bench::RegisterFrameSizes();
     bench::RegisterAreas();
     bench::RegisterThreads();
+    bench::RegisterCaches();
     benchmark::RunSpecifiedBenchmarks();
     benchmark::Shutdown();
 }

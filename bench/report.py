@@ -52,6 +52,15 @@ PREVIEWS = {
     "dialog-drag/50": "a drag step in the real dialog, at 50 %",
     "dialog-drag/100": "a drag step in the real dialog, at 100 %",
 }
+CACHES = {
+    "pictures": "a text that stays: its picture is found again",
+    "older-pictures": "a counter: only the digits that changed are drawn",
+    "lines": "a new line, which is measured and drawn: it is laid out once",
+    "names": "a text that stays: the name of its font is known",
+    "recent": "looking up what a thread used last, beside another one",
+    "admission": "pictures that never come again: they stay out of the cache",
+    "vectors": "colouring a picture in vectors",
+}
 AREA_CASES = ["score-100", "score-50", "latin"]
 
 UNCHANGED_TO_BLEND = 1.8
@@ -65,6 +74,7 @@ SPREAD_OF_FRAME_SIZES = 1.2
 GROWTH_OF_PIXEL_COST = 1.5  # the larger rectangle does not fit into the processor's own cache
 START_SECONDS = 0.020
 LOAD_SECONDS = 0.010
+SAVED = 0.1  # of the case that a cache is for
 UNWANTED_ALLOCATIONS = 0.0
 DISPLAY_FRAME = 16e6  # nanoseconds
 DISPLAY_FRAMES = 1.0
@@ -204,6 +214,21 @@ def program_checks(programs):
     ]
 
 
+def cache_times(bench, name):
+    """With it and without it. What several threads measure has their number in its name."""
+    return [next(bench.time(run) for run in bench.runs if run.split("/threads")[0] == wanted)
+            for wanted in (f"cache/{name}/with", f"cache/{name}/without")]
+
+
+def cache_checks(bench):
+    def saved(name):
+        with_it, without = cache_times(bench, name)
+        return 1 - with_it / without
+
+    return [Check(f"{what}: saves", saved(name), SAVED, at_least=True)
+            for name, what in CACHES.items()]
+
+
 def dispatch_checks(dispatch):
     return [Check(f"an event on its way to {DISPATCHES[name]}: allocations",
                   dispatch.median(f"dispatch/{name}", "allocations"), UNWANTED_ALLOCATIONS)
@@ -259,6 +284,12 @@ def area_times(bench):
     sizes = sorted(pixel_costs(bench, AREA_CASES[0]))
     head = ["Nanoseconds a pixel of the rectangle"] + [f"{size} points" for size in sizes]
     return table(head, rows)
+
+
+def cache_table(bench):
+    rows = [[what] + [microseconds(time) for time in cache_times(bench, name)]
+            for name, what in CACHES.items()]
+    return table(["Microseconds", "with the cache", "without"], rows)
 
 
 def program_times(programs):
@@ -323,7 +354,7 @@ def machine(bench, programs):
 
 def report(bench, programs, dispatch, preview):
     by_case = {case: text_checks(bench, case) for case in CASES}
-    others = (area_checks(bench) + program_checks(programs) + dispatch_checks(dispatch)
+    others = (area_checks(bench) + cache_checks(bench) + program_checks(programs) + dispatch_checks(dispatch)
               + preview_checks(preview))
     checks = [check for row in by_case.values() for check in row] + others
     missed = sum(not check.met() for check in checks)
@@ -341,6 +372,7 @@ def report(bench, programs, dispatch, preview):
                         ("16 bits a channel", text_times(bench, 16)),
                         ("Frame size and threads", scaling_times(bench)),
                         ("Area", area_times(bench)),
+                        ("Caches", cache_table(bench)),
                         ("Programs", program_times(programs)),
                         ("Dispatch", dispatch_times(dispatch)),
                         ("Machine", machine(bench, programs))]:

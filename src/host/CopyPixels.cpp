@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Copies pixels between images. Clipping comes first, so the loops run freely.
+// Copies pixels between images, where clipping comes first so that the loops run freely, and scales them:
+// the mean of what a pixel covers when it covers much, a blend of its neighbours when it covers little.
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstring>
+#include <vector>
 
 #include "host/Image.h"
 #include "host/Ledger.h"
@@ -81,6 +84,149 @@ void CopyPixels(Image& dst, std::int32_t x, std::int32_t y, const Image& src, Ar
         else
             CopyReordered(to, source, width, format, map);
     }
+}
+
+namespace {
+
+// The source pixels of one destination pixel along one axis.
+struct Taps {
+    std::int32_t first;          // the first source pixel
+    std::vector<double> weights; // of it and those after it; they add up to 1
+};
+
+// The window of destination pixel i is as wide as the scale, but at least one source pixel:
+//
+//   source   |  0  |  1  |  2  |  3  |      a source pixel weighs as much as it lies in the window
+//   window      [---------)
+//
+Taps TapsAt(std::int64_t i, std::int64_t dstLength, std::int64_t srcStart, std::int64_t srcLength,
+            std::int32_t srcEnd) {
+    auto const scale = static_cast<double>(srcLength) / static_cast<double>(dstLength);
+    auto const width = std::max(scale, 1.0);
+    auto const centre = static_cast<double>(srcStart) + (static_cast<double>(i) + 0.5) * scale;
+    auto const limit = [srcEnd](double at) {
+        return static_cast<std::int32_t>(std::clamp(at, 0.0, static_cast<double>(srcEnd - 1)));
+    };
+    auto const begin = centre - width / 2;
+    auto const end = centre + width / 2;
+    Taps taps { limit(std::floor(begin)), {} };
+    taps.weights.resize(static_cast<std::size_t>(limit(std::ceil(end) - 1)) -
+                        static_cast<std::size_t>(taps.first) + 1);
+    auto const last = taps.weights.size() - 1;
+    for (std::size_t k = 0; k <= last; ++k) {
+        // What the window has outside the image goes to the pixels at its edge.
+        auto const left =
+            k == 0 ? begin
+                   : std::max(begin, static_cast<double>(taps.first) + static_cast<double>(k));
+        auto const right =
+            k == last ? end
+                      : std::min(end, static_cast<double>(taps.first) + static_cast<double>(k) + 1);
+        taps.weights[k] = (right - left) / width;
+    }
+    return taps;
+}
+
+// Those of the destination pixels that lie inside an image of dstEnd pixels.
+struct Axis {
+    std::int32_t start = 0;
+    std::vector<Taps> taps;
+};
+
+Axis AxisOf(std::int32_t to, std::int32_t toLength, std::int32_t dstEnd, std::int32_t from,
+            std::int32_t fromLength, std::int32_t srcEnd) {
+    Axis axis;
+    axis.start = std::max(to, 0);
+    auto const end = std::min(std::int64_t { to } + toLength, std::int64_t { dstEnd });
+    for (std::int64_t i = axis.start; i < end; ++i)
+        axis.taps.push_back(TapsAt(i - to, toLength, from, fromLength, srcEnd));
+    return axis;
+}
+
+using Colour = std::array<double, 4>; // red, green, blue, alpha
+
+template <class Channel>
+Channel ReadChannel(const std::uint8_t* pixel, std::int32_t index) {
+    Channel value;
+    std::memcpy(&value, pixel + static_cast<std::size_t>(index) * sizeof value, sizeof value);
+    return value;
+}
+
+template <class Channel>
+void WriteChannel(std::uint8_t* pixel, std::int32_t index, double value) {
+    constexpr double kFull = static_cast<Channel>(-1);
+    auto const rounded = static_cast<Channel>(std::clamp(value + 0.5, 0.0, kFull));
+    std::memcpy(pixel + static_cast<std::size_t>(index) * sizeof rounded, &rounded, sizeof rounded);
+}
+
+template <class Channel>
+Colour Mean(const Image& src, const Taps& rows, const Taps& columns) {
+    auto const& format = src.Format();
+    Colour sum {};
+    for (std::size_t j = 0; j < rows.weights.size(); ++j) {
+        auto const row = src.Row(rows.first + static_cast<std::int32_t>(j));
+        auto const* pixel =
+            row.data() + static_cast<std::ptrdiff_t>(columns.first) * format.BytesPerPixel();
+        for (auto const columnWeight : columns.weights) {
+            auto weight = rows.weights[j] * columnWeight;
+            if (format.alpha >= 0)
+                weight *= ReadChannel<Channel>(pixel, format.alpha);
+            sum[0] += weight * ReadChannel<Channel>(pixel, format.red);
+            sum[1] += weight * ReadChannel<Channel>(pixel, format.green);
+            sum[2] += weight * ReadChannel<Channel>(pixel, format.blue);
+            sum[3] += weight;
+            pixel += format.BytesPerPixel();
+        }
+    }
+    for (std::size_t i = 0; i < 3 && sum[3] > 0; ++i)
+        sum[i] /= sum[3];
+    return sum;
+}
+
+template <class Channel>
+void Stretch(Image& dst, const Image& src, const Axis& rows, const Axis& columns) {
+    auto const& format = dst.Format();
+    for (std::size_t j = 0; j < rows.taps.size(); ++j) {
+        auto* pixel = dst.Row(rows.start + static_cast<std::int32_t>(j)).data() +
+                      static_cast<std::ptrdiff_t>(columns.start) * format.BytesPerPixel();
+        for (auto const& column : columns.taps) {
+            auto const colour = Mean<Channel>(src, rows.taps[j], column);
+            WriteChannel<Channel>(pixel, format.red, colour[0]);
+            WriteChannel<Channel>(pixel, format.green, colour[1]);
+            WriteChannel<Channel>(pixel, format.blue, colour[2]);
+            if (format.alpha >= 0)
+                WriteChannel<Channel>(pixel, format.alpha,
+                                      src.Format().alpha >= 0 ? colour[3]
+                                                              : static_cast<Channel>(-1));
+            pixel += format.BytesPerPixel();
+        }
+    }
+}
+
+} // namespace
+
+void StretchPixels(Image& dst, Area to, const Image& src, Area from) {
+    if (dst.Format().depth != src.Format().depth) {
+        Ledger::Get().RecordMisuse("stretch from ", src.Format().depth, " to ", dst.Format().depth,
+                                   " bits");
+        return;
+    }
+    auto const isEmpty = [](const Area& area) { return area.width < 1 || area.height < 1; };
+    if (isEmpty(to) || isEmpty(from) || src.Width() == 0 || dst.Width() == 0)
+        return;
+    if (&dst == &src) {
+        auto const copy = Image::Make(src.Width(), src.Height(), src.Format());
+        if (!copy)
+            return;
+        CopyPixels(*copy, 0, 0, src, { 0, 0, src.Width(), src.Height() });
+        StretchPixels(dst, to, *copy, from);
+        return;
+    }
+    auto const rows = AxisOf(to.y, to.height, dst.Height(), from.y, from.height, src.Height());
+    auto const columns = AxisOf(to.x, to.width, dst.Width(), from.x, from.width, src.Width());
+    if (dst.Format().depth == 64)
+        Stretch<std::uint16_t>(dst, src, rows, columns);
+    else
+        Stretch<std::uint8_t>(dst, src, rows, columns);
 }
 
 } // namespace host

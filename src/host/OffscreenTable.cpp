@@ -10,6 +10,14 @@ namespace host {
 
 namespace {
 
+// What is asked of the image behind a reference; nothing is the answer of none.
+template <class Ask>
+auto AskImage(EPIImageRef ref, const char* call, const Ask& ask) {
+    auto* image = Image::FromRef(ref, call);
+    using Answer = decltype(ask(*image));
+    return image ? ask(*image) : Answer();
+}
+
 struct ImageProcs {
     static std::int32_t Allocate(EPIImageRef ref, std::int32_t width, std::int32_t height,
                                  std::int32_t depth, double /*dotsPerInch*/) {
@@ -20,56 +28,6 @@ struct ImageProcs {
     static std::int32_t Lock(EPIImageRef ref, std::int32_t writable) {
         auto* image = Image::FromRef(ref, "lock of an image");
         return image && image->Lock(writable != 0) ? 1 : 0;
-    }
-
-    static void Unlock(EPIImageRef ref) {
-        if (auto* image = Image::FromRef(ref, "unlock of an image"))
-            image->Unlock();
-    }
-
-    static std::int32_t Width(EPIImageRef ref) {
-        auto const* image = Image::FromRef(ref, "width");
-        return image ? image->Width() : 0;
-    }
-
-    static std::int32_t Height(EPIImageRef ref) {
-        auto const* image = Image::FromRef(ref, "height");
-        return image ? image->Height() : 0;
-    }
-
-    static std::int32_t Depth(EPIImageRef ref) {
-        auto const* image = Image::FromRef(ref, "depth");
-        return image ? image->Format().depth : 0;
-    }
-
-    static std::uint32_t GetPixel(EPIImageRef ref) {
-        auto const* image = Image::FromRef(ref, "get pixel");
-        return image ? image->GetPixel() : 0;
-    }
-
-    static std::uint32_t GetRawPixel(EPIImageRef ref) {
-        auto const* image = Image::FromRef(ref, "get raw pixel");
-        return image ? image->GetRawPixel() : 0;
-    }
-
-    static void SetPixel(EPIImageRef ref, std::uint32_t packed) {
-        if (auto* image = Image::FromRef(ref, "set pixel"))
-            image->SetPixel(packed);
-    }
-
-    static void SetRawPixel(EPIImageRef ref, std::uint32_t raw) {
-        if (auto* image = Image::FromRef(ref, "set raw pixel"))
-            image->SetRawPixel(raw);
-    }
-
-    static void MoveTo(EPIImageRef ref, std::int32_t x, std::int32_t y) {
-        if (auto* image = Image::FromRef(ref, "move to"))
-            image->MoveTo(x, y);
-    }
-
-    static void Next(EPIImageRef ref) {
-        if (auto* image = Image::FromRef(ref, "next"))
-            image->Next();
     }
 
     static void Copy(EPIImageRef dst, std::int32_t dx, std::int32_t dy, std::int32_t w,
@@ -145,16 +103,36 @@ constexpr EPIOffscreenProcs MakeTable(LateEntries late) {
     procs.nSize = offsetof(EPIOffscreenProcs, ChannelIndices);
     procs.Allocate = ImageProcs::Allocate;
     procs.Lock = ImageProcs::Lock;
-    procs.Unlock = ImageProcs::Unlock;
-    procs.Width = ImageProcs::Width;
-    procs.Height = ImageProcs::Height;
-    procs.Depth = ImageProcs::Depth;
-    procs.GetPixel = ImageProcs::GetPixel;
-    procs.GetRawPixel = ImageProcs::GetRawPixel;
-    procs.SetPixel = ImageProcs::SetPixel;
-    procs.SetRawPixel = ImageProcs::SetRawPixel;
-    procs.MoveTo = ImageProcs::MoveTo;
-    procs.Next = ImageProcs::Next;
+    procs.Unlock = [](EPIImageRef ref) {
+        return AskImage(ref, "unlock of an image", [](Image& image) { return image.Unlock(); });
+    };
+    procs.Width = [](EPIImageRef ref) {
+        return AskImage(ref, "width", [](Image& image) { return image.Width(); });
+    };
+    procs.Height = [](EPIImageRef ref) {
+        return AskImage(ref, "height", [](Image& image) { return image.Height(); });
+    };
+    procs.Depth = [](EPIImageRef ref) {
+        return AskImage(ref, "depth", [](Image& image) { return image.Format().depth; });
+    };
+    procs.GetPixel = [](EPIImageRef ref) {
+        return AskImage(ref, "get pixel", [](Image& image) { return image.GetPixel(); });
+    };
+    procs.GetRawPixel = [](EPIImageRef ref) {
+        return AskImage(ref, "get raw pixel", [](Image& image) { return image.GetRawPixel(); });
+    };
+    procs.SetPixel = [](EPIImageRef ref, std::uint32_t packed) {
+        AskImage(ref, "set pixel", [packed](Image& image) { image.SetPixel(packed); });
+    };
+    procs.SetRawPixel = [](EPIImageRef ref, std::uint32_t raw) {
+        AskImage(ref, "set raw pixel", [raw](Image& image) { image.SetRawPixel(raw); });
+    };
+    procs.MoveTo = [](EPIImageRef ref, std::int32_t x, std::int32_t y) {
+        AskImage(ref, "move to", [x, y](Image& image) { image.MoveTo(x, y); });
+    };
+    procs.Next = [](EPIImageRef ref) {
+        return AskImage(ref, "next", [](Image& image) { return image.Next(); });
+    };
     procs.Copy = ImageProcs::Copy;
     procs.RowBytes = ImageProcs::RowBytes;
     procs.BaseAddress = ImageProcs::BaseAddress;

@@ -65,8 +65,8 @@ private:
 
 class Scaler {
 public:
-    Scaler(const WorldPixels& world, const PixelBox& to, const render::LockedPixels& image,
-           const PixelBox& from)
+    Scaler(const WorldPixels& world, const tagRECT& to, const render::LockedPixels& image,
+           const tagRECT& from)
         : m_world(world), m_image(image),
           m_columns(to.left, to.right, from.left, from.right, world.width),
           m_rows(to.top, to.bottom, from.top, from.bottom, world.height),
@@ -180,7 +180,7 @@ private:
     std::vector<std::uint16_t> m_rowSums;
 };
 
-bool IsEmpty(const PixelBox& box) {
+bool IsEmpty(const tagRECT& box) {
     return box.left >= box.right || box.top >= box.bottom;
 }
 
@@ -190,8 +190,8 @@ bool IsPlace(std::int32_t place) {
 
 } // namespace
 
-bool CopyScaled(const WorldPixels& world, const PixelBox& to, const render::LockedPixels& image,
-                const PixelBox& from) {
+bool CopyScaled(const WorldPixels& world, const tagRECT& to, const render::LockedPixels& image,
+                const tagRECT& from) {
     const render::ChannelOrder& order = image.order;
     if (IsEmpty(to) || IsEmpty(from) || image.depth != 32 || !IsPlace(order.red) ||
         !IsPlace(order.green) || !IsPlace(order.blue))
@@ -200,8 +200,8 @@ bool CopyScaled(const WorldPixels& world, const PixelBox& to, const render::Lock
     return true;
 }
 
-bool CopyScaled(const SizedWorld& to, const PixelBox& place, PIOffscreen& image,
-                const PixelBox& from) {
+bool CopyScaled(const SizedWorld& to, const tagRECT& place, PIOffscreen& image,
+                const tagRECT& from) {
     const platform::PixMapHandle pixMap = platform::GetGWorldPixMap(to.world);
     const XPixMapLocker locker(pixMap);
     const render::LockedPixels pixels(image, PIOffscreen::Access::kRead);

@@ -15,10 +15,6 @@ struct WorldPixels {
     std::int32_t width, height;
 };
 
-struct PixelBox {
-    std::int32_t left, top, right, bottom; // right and bottom lie outside
-};
-
 struct SizedWorld {
     platform::GWorldPtr world;
     std::int32_t width, height;
@@ -29,10 +25,10 @@ struct SizedWorld {
 // stands for; where it grows, pixels repeat, so that single ones can be counted. At one size it is
 // an exact copy. Alpha is not looked at. Empty parts draw nothing. A pixel may stand for up to 2^23
 // others. False when nothing is drawn.
-bool CopyScaled(const WorldPixels& world, const PixelBox& to, const render::LockedPixels& image,
-                const PixelBox& from);
+bool CopyScaled(const WorldPixels& world, const tagRECT& to, const render::LockedPixels& image,
+                const tagRECT& from);
 
 // The same of a host's image, which is locked meanwhile, as the world is. The part from is cut at the
 // image's right and bottom edges.
-bool CopyScaled(const SizedWorld& to, const PixelBox& place, PIOffscreen& image,
-                const PixelBox& from);
+bool CopyScaled(const SizedWorld& to, const tagRECT& place, PIOffscreen& image,
+                const tagRECT& from);

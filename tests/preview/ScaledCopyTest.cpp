@@ -20,7 +20,7 @@ constexpr int kImageRow = kImageWidth * 4 + 4;
 
 struct Row {
     const char* what;
-    PixelBox to, from;
+    tagRECT to, from;
     render::ChannelOrder order;
     bool draws = true;
 };

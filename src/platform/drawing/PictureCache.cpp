@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // The cache of pictures, and what all caches of text hold together.
-#include "platform/drawing/PictureCache.h"
+#include "platform/drawing/Recording.h"
 
 #include <algorithm>
 #include <array>

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -68,5 +69,12 @@ private:
     std::vector<Command> m_commands;
     std::vector<text::LinePtr> m_lines; // of the text commands, in order
 };
+
+// The pixels of the recording on a canvas of that size: an older picture of the same drawing when
+// there is one, else a new one. Shared, so only for reading. Throws std::bad_alloc.
+std::shared_ptr<const std::uint8_t> PictureOf(const Recording& recording, std::int32_t width,
+                                              std::int32_t height);
+// The same as pixels of the caller's own.
+PixelMemory DrawPicture(const Recording& recording, std::int32_t width, std::int32_t height);
 
 } // namespace platform

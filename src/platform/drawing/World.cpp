@@ -6,8 +6,6 @@
 #include <cstring>
 #include <new>
 
-#include "platform/drawing/PictureCache.h"
-
 namespace platform {
 
 struct GDevice {};

@@ -6,8 +6,6 @@
 #include <hb-ot.h>
 #include <hb.h>
 
-#include "platform/text/AllMemory.h"
-
 namespace platform::text {
 namespace {
 

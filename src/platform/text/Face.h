@@ -5,9 +5,11 @@
 
 #include <atomic>
 #include <bitset>
+#include <cerrno>
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -18,6 +20,23 @@ struct hb_buffer_t;
 struct hb_font_t;
 
 namespace platform::text {
+
+// The font libraries go on with less when an allocation fails and have no result that says so.
+//
+// What a call gives that got all the memory it asked for. The C library's allocator leaves its mark in
+// errno; it does so also where it then found memory in another place, so the call is made once more before
+// std::bad_alloc is thrown.
+template <class Call>
+auto WithAllMemory(const Call& call) {
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        errno = 0;
+        auto result = call();
+        if (errno != ENOMEM) {
+            return result;
+        }
+    }
+    throw std::bad_alloc();
+}
 
 // Where a face lies. index counts faces within a collection in its low 16 bits and, above them,
 // named instances of a variable font from 1.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // The table of aliases.
-#include "platform/text/FontAliases.h"
+#include "platform/text/FontCatalog.h"
 
 #include <array>
 

@@ -8,8 +8,6 @@
 #include <tuple>
 
 #include "platform/TextContext.h"
-#include "platform/text/AllMemory.h"
-#include "platform/text/FontAliases.h"
 
 namespace platform::text {
 namespace {

@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -34,6 +35,13 @@ struct Family {
     std::mutex mutex;                                // guards known
     std::unordered_map<char32_t, const Face*> known; // characters asked for, null for none
 };
+
+// Which families stand in for families of other systems: names only, whatever is installed.
+struct AliasEntry {
+    std::span<const char* const> names; // under which documents ask for it, the first for lists
+    std::span<const char* const> candidates; // of the same design and script, best first
+};
+std::span<const AliasEntry> AliasTable();
 
 class FontCatalog {
 public:

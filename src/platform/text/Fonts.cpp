@@ -8,7 +8,6 @@
 
 #include "platform/LruCache.h"
 #include "platform/TextContext.h"
-#include "platform/text/FontAliases.h"
 #include "platform/text/FontCatalog.h"
 
 namespace platform {

@@ -12,8 +12,6 @@
 #include FT_FREETYPE_H
 #include FT_OUTLINE_H
 
-#include "platform/text/AllMemory.h"
-
 namespace platform::text {
 namespace {
 

@@ -8,8 +8,6 @@
 
 #include "platform/TextContext.h"
 #include "platform/Utf8.h"
-#include "platform/text/AllMemory.h"
-
 namespace platform::text {
 namespace {
 

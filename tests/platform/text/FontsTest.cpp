@@ -84,13 +84,6 @@ TEST_F(FontsTest, AnUnknownNameGivesTheDefaultAndOneReport) {
     EXPECT_THAT(other.Reports(), SizeIs(1));
 }
 
-TEST_F(FontsTest, NumbersThatWereNotGivenHaveNoName) {
-    EXPECT_NE(NameOf(0), "");
-    for (const FontNumber number : { -1, 32000, 32767, -32768 }) {
-        EXPECT_EQ(NameOf(number), "") << number;
-    }
-}
-
 TEST_F(FontsTest, NamesAreReadInTheApplicationsEncoding) {
     TextContext context(*TextEncoding::Find("CP932"));
     std::optional<TextScope> scope(context);

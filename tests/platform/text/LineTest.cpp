@@ -151,19 +151,6 @@ TEST_F(LineTest, TheSameBytesInAnotherEncodingAreAnotherLine) {
     EXPECT_EQ(cp932, PictureOf("Noto Sans CJK JP", 30, "テスト"));
 }
 
-TEST_F(LineTest, ThePenMovesByTheWidth) {
-    const TestWorld together(300, 60);
-    together.Erase();
-    UseFont("DejaVu Sans", 30);
-    Draw(10, 40, "CUT");
-    DrawText("12", 0, 2);
-    const Picture run = together.Pixels();
-    together.Erase();
-    Draw(10, 40, "CUT");
-    Draw(static_cast<std::int16_t>(10 + WidthOf("CUT")), 40, "12");
-    EXPECT_EQ(together.Pixels(), run);
-}
-
 // The part of a large drawing equals the drawing of the part, on both sides of the size from which
 // glyphs are no longer cached.
 TEST_F(LineTest, ClippingChangesNoPixelInside) {
@@ -204,6 +191,19 @@ TEST_F(LineTest, CachesStayWithinTheirBound) {
     EXPECT_GE(after.lineMisses, before.lineMisses + 4000);
     PurgeTextCaches();
     EXPECT_EQ(GetTextCacheStats().bytes, 0);
+}
+
+TEST_F(LineTest, PicturesCountTheLinesThatTheyKeepAlive) {
+    const std::string text(3500, 'x');
+    for (int i = 0; i < 4; ++i) { // until the line and its picture are worth keeping
+        const TestWorld world(8, 8);
+        world.Erase();
+        UseFont("DejaVu Sans", 8);
+        Draw(0, 8, text);
+        world.Pixels();
+    }
+    constexpr std::int64_t kLineBytes = 3500 * 24; // a glyph takes so many at least
+    EXPECT_GE(GetTextCacheStats().bytes, 2 * kLineBytes);
 }
 
 TEST_F(LineTest, ThreadsDrawWhatOneThreadDraws) {
