@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Wrong command lines, settings, inputs, fonts and outputs: each ends with its own code, says what is
 // wrong, and loses nothing.
+#include <csignal>
+
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "TelopProgram.h"
+#include "host/frames/Descriptor.h"
 
 namespace telop {
 namespace {
@@ -157,22 +162,19 @@ TEST_F(RenderTrouble, ALimitOnThreadsLeavesThoseThatThereAre) {
     EXPECT_EQ(Files("b").size(), 8U);
 }
 
-TEST_F(RenderTrouble, WithoutAStandardErrorMessagesReachNoFrame) {
-    WriteSequence("a", 1, 40);
-    Arguments const options { "render", "--info", "x", "--progress", "lines", "--jobs", "4" };
-    auto const run = [&](const char* output, const std::function<void()>& inChild) {
-        auto arguments = options;
-        arguments.insert(arguments.end(), { "a", output });
-        return Start(arguments, "/dev/null", inChild).Wait().code;
-    };
-    ASSERT_EQ(run("b/", {}), 0);
-    EXPECT_EQ(run("c/", [] { close_range(STDIN_FILENO, STDERR_FILENO, 0); }), 0);
-    for (auto const& name : Files("b"))
-        EXPECT_EQ(Contents("b/" + name), Contents("c/" + name)) << name;
-    auto const nowhere = Start({ "render", "--info", "x", "a", "-" }, "/dev/null", [] {
-                             close(STDOUT_FILENO);
-                         }).Wait();
-    EXPECT_EQ(nowhere.code, 5) << "frames that go nowhere are no success";
+TEST_F(RenderTrouble, NoFileTakesThePlaceOfAClosedStandardStream) {
+    ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
+    host::Descriptor const keeper(open(Path("pipe").c_str(), O_RDWR | O_CLOEXEC));
+    auto waiting = Start({ "render", "--info", "x", "-", "out.#.png" }, Path("pipe"),
+                         [] { close(STDERR_FILENO); });
+    waiting.AwaitHandler(SIGTERM);
+    EXPECT_EQ(waiting.FileAt(STDERR_FILENO), "/dev/null");
+    waiting.Send(SIGTERM);
+    waiting.Wait();
+    WriteSequence("a", 1, 2);
+    auto nowhere =
+        Start({ "render", "--info", "x", "a", "-" }, "/dev/null", [] { close(STDOUT_FILENO); });
+    EXPECT_EQ(nowhere.Wait().code, 5) << "frames that go nowhere are no success";
 }
 
 TEST_F(RenderTrouble, NamesReachTheTerminalAsTextAlone) {

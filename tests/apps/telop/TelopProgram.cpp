@@ -44,6 +44,12 @@ void Running::AwaitHandler(int signal) const {
     }
 }
 
+std::filesystem::path Running::FileAt(int descriptor) const {
+    std::error_code closed;
+    return std::filesystem::read_symlink(
+        "/proc/" + std::to_string(m_process) + "/fd/" + std::to_string(descriptor), closed);
+}
+
 void Running::Send(int signal) const {
     kill(m_process, signal);
 }

@@ -28,6 +28,8 @@ public:
     Running(pid_t process, std::filesystem::path out, std::filesystem::path err);
     // Until the program has a handler of its own for the signal.
     void AwaitHandler(int signal) const;
+    // What it has open under that number.
+    std::filesystem::path FileAt(int descriptor) const;
     void Send(int signal) const;
     Outcome Wait();
 
