@@ -4,18 +4,24 @@
 #pragma once
 
 #include <array>
+#include <condition_variable>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <mutex>
+#include <optional>
 #include <string>
+#include <thread>
+#include <utility>
 
 #include <QImage>
+#include <QObject>
 
 #include <epi/epi.h>
 
-#include "apps/studio/Mailbox.h"
 #include "apps/studio/Shot.h"
 #include "host/Effect.h"
+#include "platform/LruCache.h"
 #include "platform/TextContext.h"
 
 namespace studio {
@@ -56,15 +62,44 @@ public:
     // in their order. Frames behind the last one are read ahead while there is nothing to do.
     void Request(ComposeRequest request);
 
+private:
     // What frames may take in memory between requests.
     static constexpr std::int64_t kCacheBytes = std::int64_t { 256 } << 20;
+    struct CachedFrame {
+        std::pair<std::uint64_t, std::size_t> key; // shot and index
+        std::shared_ptr<host::Frame> frame;
 
-private:
-    class Worker;
+        bool Matches(const std::pair<std::uint64_t, std::size_t>& other) const {
+            return key == other;
+        }
+        std::int64_t Bytes() const {
+            return static_cast<std::int64_t>(frame->image->Bytes().size());
+        }
+    };
 
-    Mailbox m_mailbox;
+    void Run();
+    // Nothing at the end. Reads ahead while it waits.
+    std::optional<ComposeRequest> Next();
+    Composed Compose(const ComposeRequest& request);
+    // Null with the reason.
+    std::shared_ptr<host::Frame> Background(const Shot& shot, std::size_t index, std::string& why);
+    QImage Draw(const ComposeRequest& request, const host::Frame& background, std::string& why);
+
+    const host::Effect* m_effect;
     Deliver m_deliver;
-    std::unique_ptr<Worker> m_worker;
+    QObject m_receiver; // of the results; those on their way when it ends are dropped
+    // Used by the thread alone.
+    host::PngReader m_reader;
+    host::Frame m_canvas;
+    platform::LruCache<CachedFrame> m_cache { kCacheBytes, 1 };
+    ComposeRequest m_last;
+
+    std::mutex m_mutex; // guards what follows
+    std::condition_variable m_changed;
+    std::optional<ComposeRequest> m_request;
+    bool m_ends = false;
+
+    std::thread m_thread; // last: it uses all of the above
 };
 
 } // namespace studio

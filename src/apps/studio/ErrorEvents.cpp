@@ -9,33 +9,26 @@ namespace studio {
 
 namespace {
 
-constexpr std::uint32_t Code(const char (&text)[5]) {
-    std::uint32_t code = 0;
-    for (int i = 0; i < 4; ++i)
-        code = code << 8 | static_cast<std::uint8_t>(text[i]);
-    return code;
-}
-
 struct KnownEvent {
-    std::uint32_t eventClass;
+    const char* eventClass;
     std::uint32_t kind; // 0: any
     const char* words;
 };
 // The first that fits.
 constexpr KnownEvent kKnown[] {
-    { Code("cmds"), 1, N("a command") },
-    { Code("keyb"), 0, N("a key") },
-    { Code("mous"), 10, N("the mouse wheel") },
-    { Code("mous"), 0, N("the mouse") },
-    { Code("wind"), 72, N("closing a window") },
-    { Code("wind"), 73, N("the end of a window") },
-    { Code("wind"), 0, N("a change of a window") },
-    { Code("cntl"), 4, N("drawing a control") },
-    { Code("cntl"), 0, N("a control") },
-    { Code("menu"), 0, N("a menu") },
-    { Code("text"), 0, N("typed text") },
-    { Code("HUXW"), 0, N("a change of a window") },
-    { Code("HUXB"), 0, N("a list") },
+    { "'cmds'", 1, N("a command") },
+    { "'keyb'", 0, N("a key") },
+    { "'mous'", 10, N("the mouse wheel") },
+    { "'mous'", 0, N("the mouse") },
+    { "'wind'", 72, N("closing a window") },
+    { "'wind'", 73, N("the end of a window") },
+    { "'wind'", 0, N("a change of a window") },
+    { "'cntl'", 4, N("drawing a control") },
+    { "'cntl'", 0, N("a control") },
+    { "'menu'", 0, N("a menu") },
+    { "'text'", 0, N("typed text") },
+    { "'HUXW'", 0, N("a change of a window") },
+    { "'HUXB'", 0, N("a list") },
 };
 
 // Four characters where they can be read, hexadecimal where not.
@@ -52,7 +45,7 @@ QString ClassName(std::uint32_t eventClass) {
 
 QString WordsOf(const PluginError& error) {
     for (auto const& known : kKnown) {
-        if (known.eventClass == error.eventClass &&
+        if (ClassName(error.eventClass) == QLatin1String(known.eventClass) &&
             (known.kind == 0 || known.kind == error.eventKind))
             return T(known.words);
     }

@@ -2,6 +2,7 @@
 #include "apps/studio/ExportBar.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 
 #include <QHBoxLayout>
@@ -16,6 +17,7 @@ namespace studio {
 
 namespace {
 
+constexpr std::chrono::milliseconds kInterval { 100 };
 // Before so much time has gone by, a rate would be a guess.
 constexpr qint64 kRateAfter = 500; // milliseconds
 
@@ -24,13 +26,35 @@ QString TimeText(double seconds) {
     return whole < 60 ? T("%1 s").arg(whole) : T("%1 min %2 s").arg(whole / 60).arg(whole % 60);
 }
 
+QString Summary(const host::RunResult& result) {
+    auto text = T("%1 written").arg(FramesText(result.written));
+    if (result.skipped > 0)
+        text += T(", %1 there already").arg(result.skipped);
+    if (result.failed > 0)
+        text += T(", %1 failed").arg(result.failed);
+    if (!result.writeError.empty())
+        return T("The export was given up: %1.").arg(text);
+    return result.cancelled ? T("The export was cancelled: %1.").arg(text)
+                            : T("The export is done: %1.").arg(text);
+}
+
+QStringList Failures(const host::RunResult& result, const std::vector<std::int64_t>& missing) {
+    QStringList lines;
+    if (!result.writeError.empty())
+        lines += QString::fromStdString(result.writeError);
+    for (auto const& failure : result.failures)
+        lines += QString::fromStdString(failure.what);
+    for (auto const frame : missing)
+        lines += T("Frame %1: the shot does not have it").arg(frame);
+    return lines;
+}
+
 } // namespace
 
 ExportBar::ExportBar(QWidget* parent)
     : QFrame(parent), m_text(new QLabel(this)), m_progress(new QProgressBar(this)) {
     setFrameShape(QFrame::StyledPanel);
     auto* const cancel = new QPushButton(T("Cancel Export"), this);
-    cancel->setObjectName(QStringLiteral("cancelExport"));
     m_progress->setTextVisible(false);
     m_progress->setFixedHeight(8);
     m_progress->setAccessibleName(T("Progress of the export"));
@@ -44,42 +68,72 @@ ExportBar::ExportBar(QWidget* parent)
     row->addLayout(column, 1);
     row->addWidget(cancel);
     connect(cancel, &QPushButton::clicked, this, [this] {
+        m_timer.stop();
         m_text->setText(T("Ending the export; frames that are begun are finished…"));
-        if (onCancel)
-            onCancel();
+        m_cancel->Cancel();
     });
+    connect(&m_timer, &QTimer::timeout, this, [this] { ShowDone(); });
     hide();
 }
 
-void ExportBar::Begin(std::int64_t frames) {
-    m_frames = frames;
-    m_clock.start();
-    m_progress->setRange(0, static_cast<int>(std::max<std::int64_t>(frames, 1)));
-    SetDone(0, 0);
-    show();
+ExportBar::~ExportBar() {
+    if (!IsRunning())
+        return;
+    m_cancel->Cancel();
+    m_thread.join();
 }
 
-void ExportBar::SetDone(std::int64_t frames, std::int64_t failed) {
-    m_progress->setValue(static_cast<int>(frames));
-    auto text = T("Exporting: %1 of %2").arg(frames).arg(FramesText(m_frames));
+bool ExportBar::Start(const host::Document& document, const host::Effect& effect,
+                      const host::ExportOptions& options, host::PlanProblem& problem) {
+    m_export = host::DocumentExport::Make(document, effect, options, problem);
+    if (!m_export)
+        return false;
+    m_cancel = std::make_unique<host::CancelToken>();
+    m_done = m_failed = 0;
+    m_thread = std::thread([this] {
+        m_result = m_export->Run(*this, *m_cancel);
+        QMetaObject::invokeMethod(
+            this, [this] { End(); }, Qt::QueuedConnection);
+    });
+    m_progress->setRange(0, static_cast<int>(std::max<std::int64_t>(m_export->FrameCount(), 1)));
+    m_clock.start();
+    m_timer.start(kInterval);
+    ShowDone();
+    show();
+    return true;
+}
+
+void ExportBar::FrameFailed(const host::FrameFailure&) {
+    ++m_failed;
+    ++m_done;
+}
+
+void ExportBar::ShowDone() {
+    auto const total = m_export->FrameCount();
+    std::int64_t const done = m_done;
+    m_progress->setValue(static_cast<int>(done));
+    auto text = T("Exporting: %1 of %2").arg(done).arg(FramesText(total));
     auto const elapsed = m_clock.elapsed();
-    if (elapsed >= kRateAfter && frames > 0) {
-        auto const rate = static_cast<double>(frames) * 1000 / static_cast<double>(elapsed);
+    if (elapsed >= kRateAfter && done > 0) {
+        auto const rate = static_cast<double>(done) * 1000 / static_cast<double>(elapsed);
         text += T(", %1 per second, %2 left")
                     .arg(rate, 0, 'f', rate < 10 ? 1 : 0)
-                    .arg(TimeText(static_cast<double>(m_frames - frames) / rate));
+                    .arg(TimeText(static_cast<double>(total - done) / rate));
     }
-    if (failed > 0)
-        text += T(", %1 failed").arg(failed);
+    if (m_failed > 0)
+        text += T(", %1 failed").arg(m_failed.load());
     m_text->setText(text);
 }
 
 void ExportBar::End() {
+    m_thread.join();
+    m_timer.stop();
     hide();
-}
-
-QString ExportBar::Text() const {
-    return isHidden() ? QString() : m_text->text();
+    auto lines = Failures(m_result, m_export->Missing());
+    bool const failed = !lines.isEmpty();
+    for (auto const& report : m_export->Reports())
+        lines += QString::fromStdString(platform::Describe(report));
+    onEnd(Summary(m_result), lines.join(QLatin1Char('\n')), failed);
 }
 
 } // namespace studio

@@ -20,7 +20,7 @@
 
 namespace studio {
 
-ExportDialog::ExportDialog(const Shot& shot, const host::ExportOptions& proposal, QWidget* parent)
+ExportDialog::ExportDialog(const Shot& shot, const std::string& output, QWidget* parent)
     : QDialog(parent), m_shot(shot), m_output(new QLineEdit(this)), m_frames(new QLineEdit(this)),
       m_existing(new QComboBox(this)), m_jobs(new QSpinBox(this)), m_note(new QLabel(this)) {
     setWindowTitle(T("Export Frames"));
@@ -29,10 +29,8 @@ ExportDialog::ExportDialog(const Shot& shot, const host::ExportOptions& proposal
     auto* const place = new QHBoxLayout;
     place->addWidget(m_output, 1);
     place->addWidget(browse);
-    m_output->setText(QString::fromStdString(proposal.output));
+    m_output->setText(QString::fromStdString(output));
     m_output->setToolTip(T("A folder, or a pattern such as burned/shot.####.png"));
-    m_frames->setText(proposal.frames ? QString::fromStdString(proposal.frames->ToString())
-                                      : QString());
     m_frames->setPlaceholderText(T("All frames"));
     m_frames->setToolTip(T("Numbers and ranges, such as 1-24, 30, 40-50:2"));
     m_existing->addItem(T("Stop before anything is written"),
@@ -40,11 +38,9 @@ ExportDialog::ExportDialog(const Shot& shot, const host::ExportOptions& proposal
     m_existing->addItem(T("Replace them"), static_cast<int>(host::Existing::kOverwrite));
     m_existing->addItem(T("Keep them and make the others"),
                         static_cast<int>(host::Existing::kSkip));
-    m_existing->setCurrentIndex(m_existing->findData(static_cast<int>(proposal.existing)));
     m_jobs->setRange(0, 64);
     m_jobs->setSpecialValueText(
         T("One for each core (%1)").arg(std::max(1U, std::thread::hardware_concurrency())));
-    m_jobs->setValue(proposal.jobs);
 
     auto* const form = new QFormLayout;
     auto* const to = new QLabel(T("&To:"), this);
@@ -79,18 +75,16 @@ ExportDialog::ExportDialog(const Shot& shot, const host::ExportOptions& proposal
 host::ExportOptions ExportDialog::Options() const {
     host::ExportOptions options;
     options.output = m_output->text().trimmed().toStdString();
-    Ranges(options.frames);
+    options.frames = Ranges();
     options.existing = static_cast<host::Existing>(m_existing->currentData().toInt());
     options.jobs = m_jobs->value();
     return options;
 }
 
-bool ExportDialog::Ranges(std::optional<host::FrameRanges>& ranges) const {
+std::optional<host::FrameRanges> ExportDialog::Ranges() const {
     auto const text = m_frames->text().trimmed().toStdString();
     std::string why;
-    if (!text.empty())
-        ranges = host::FrameRanges::Parse(text, why);
-    return text.empty() || ranges;
+    return text.empty() ? host::FrameRanges::All() : host::FrameRanges::Parse(text, why);
 }
 
 void ExportDialog::Browse() {
@@ -102,11 +96,10 @@ void ExportDialog::Browse() {
 
 // Says what will happen, or why nothing can.
 void ExportDialog::Check() {
-    std::optional<host::FrameRanges> ranges;
-    bool const areNumbers = Ranges(ranges);
-    auto const count = ranges.value_or(host::FrameRanges::All()).Among(m_shot.Numbers()).size();
+    auto const ranges = Ranges();
+    auto const count = ranges ? ranges->Among(m_shot.Numbers()).size() : 0;
     QString trouble;
-    if (!areNumbers)
+    if (!ranges)
         trouble = T("These are no frame numbers. Write them as in 1-24, 30, 40-50:2.");
     else if (count == 0)
         trouble = T("The shot has none of these frames.");

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include <QDialog>
 
@@ -19,16 +20,16 @@ namespace studio {
 
 class ExportDialog : public QDialog {
 public:
-    // proposal: what the fields show at first.
-    ExportDialog(const Shot& shot, const host::ExportOptions& proposal, QWidget* parent);
+    // output: the folder that is proposed.
+    ExportDialog(const Shot& shot, const std::string& output, QWidget* parent);
 
     host::ExportOptions Options() const;
 
 private:
     void Browse();
     void Check();
-    // Those of the field; nothing, where the field is empty, are all of them. False: no numbers.
-    bool Ranges(std::optional<host::FrameRanges>& ranges) const;
+    // Those of the field; all when it is empty. Nothing: these are no numbers.
+    std::optional<host::FrameRanges> Ranges() const;
 
     const Shot& m_shot;
     QLineEdit* m_output;

@@ -50,7 +50,13 @@ void FrameView::SetPicture(const QImage& picture, const QString& insteadOfIt) {
     m_picture = picture;
     m_insteadOfIt = insteadOfIt;
     m_shrunk = {};
-    if (otherSize && onScaleChanged)
+    if (otherSize)
+        ScaleIsOther();
+    update();
+}
+
+void FrameView::ScaleIsOther() {
+    if (onScaleChanged)
         onScaleChanged();
     update();
 }
@@ -58,9 +64,7 @@ void FrameView::SetPicture(const QImage& picture, const QString& insteadOfIt) {
 void FrameView::Fit() {
     m_fits = true;
     m_center = { 0.5, 0.5 };
-    if (onScaleChanged)
-        onScaleChanged();
-    update();
+    ScaleIsOther();
 }
 
 double FrameView::FittingScale() const {
@@ -99,22 +103,16 @@ void FrameView::SetScale(double scale, QPointF around) {
     m_center = held + QPointF((view.x() - point.x()) / (m_picture.width() * m_scale),
                               (view.y() - point.y()) / (m_picture.height() * m_scale));
     KeepInSight();
-    if (onScaleChanged)
-        onScaleChanged();
-    update();
+    ScaleIsOther();
 }
 
-void FrameView::ZoomBy(int steps, QPointF around) {
-    auto scale = Scale();
-    for (; steps > 0; --steps) {
-        auto const* const next = std::ranges::upper_bound(kScales, scale * 1.01);
-        scale = next == kScales.end() ? kScales.back() : *next;
-    }
-    for (; steps < 0; ++steps) {
-        auto const* const next = std::ranges::lower_bound(kScales, scale * 0.99);
-        scale = next == kScales.begin() ? kScales.front() : *(next - 1);
-    }
-    SetScale(scale, around);
+void FrameView::ZoomBy(int step, QPointF around) {
+    auto const* const larger = std::ranges::upper_bound(kScales, Scale() * 1.01);
+    auto const* const same = std::ranges::lower_bound(kScales, Scale() * 0.99);
+    if (step > 0)
+        SetScale(larger == kScales.end() ? kScales.back() : *larger, around);
+    else
+        SetScale(same == kScales.begin() ? kScales.front() : *(same - 1), around);
 }
 
 void FrameView::Pan(QPointF by) {
@@ -129,12 +127,6 @@ void FrameView::Pan(QPointF by) {
 
 void FrameView::KeepInSight() {
     m_center = { std::clamp(m_center.x(), 0.0, 1.0), std::clamp(m_center.y(), 0.0, 1.0) };
-}
-
-const QImage& FrameView::Shrunk(QSize size) {
-    if (m_shrunk.size() != size)
-        m_shrunk = m_picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-    return m_shrunk;
 }
 
 void FrameView::paintEvent(QPaintEvent*) {
@@ -154,9 +146,12 @@ void FrameView::paintEvent(QPaintEvent*) {
         painter.fillRect(place, Checkerboard());
     }
     bool const shrinks = Scale() < 1;
+    auto const shown = place.size().toSize();
+    if (shrinks && m_shrunk.size() != shown)
+        m_shrunk = m_picture.scaled(shown, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     // Frame pixels of unequal sizes would look like a fault of the frame.
     painter.setRenderHint(QPainter::SmoothPixmapTransform, Scale() != std::round(Scale()));
-    painter.drawImage(place, shrinks ? Shrunk(place.size().toSize()) : m_picture);
+    painter.drawImage(place, shrinks ? m_shrunk : m_picture);
     if (hasFocus()) {
         painter.setPen(QPen(palette().color(QPalette::Highlight), ratio));
         painter.drawRect(QRectF(QPointF(), QSizeF(size()) * ratio)
@@ -165,8 +160,8 @@ void FrameView::paintEvent(QPaintEvent*) {
 }
 
 void FrameView::resizeEvent(QResizeEvent*) {
-    if (m_fits && onScaleChanged)
-        onScaleChanged();
+    if (m_fits)
+        ScaleIsOther();
 }
 
 void FrameView::wheelEvent(QWheelEvent* event) {
@@ -200,21 +195,13 @@ void FrameView::mouseDoubleClickEvent(QMouseEvent* event) {
 // Shift with an arrow pans; arrows alone go to the window, which steps through the frames with them.
 void FrameView::keyPressEvent(QKeyEvent* event) {
     constexpr double kStep = 48;
-    bool const shifted = event->modifiers() & Qt::ShiftModifier;
-    if (m_fits || !shifted)
+    auto const way = [key = event->key()](Qt::Key back, Qt::Key on) {
+        return key == back ? kStep : key == on ? -kStep : 0;
+    };
+    QPointF const by(way(Qt::Key_Left, Qt::Key_Right), way(Qt::Key_Up, Qt::Key_Down));
+    if (m_fits || by.isNull() || !(event->modifiers() & Qt::ShiftModifier))
         return QWidget::keyPressEvent(event);
-    switch (event->key()) {
-    case Qt::Key_Left:
-        return Pan({ kStep, 0 });
-    case Qt::Key_Right:
-        return Pan({ -kStep, 0 });
-    case Qt::Key_Up:
-        return Pan({ 0, kStep });
-    case Qt::Key_Down:
-        return Pan({ 0, -kStep });
-    default:
-        QWidget::keyPressEvent(event);
-    }
+    Pan(by);
 }
 
 } // namespace studio

@@ -27,9 +27,9 @@ public:
     void SetScale(double scale, QPointF around);
     void SetScale(double scale) { SetScale(scale, QRectF(rect()).center()); }
     double Scale() const;
-    // To the next of the usual scales; steps below 0 make it smaller.
-    void ZoomBy(int steps, QPointF around);
-    void ZoomBy(int steps) { ZoomBy(steps, QRectF(rect()).center()); }
+    // To the next of the usual scales: 1 makes it larger, -1 smaller.
+    void ZoomBy(int step, QPointF around);
+    void ZoomBy(int step) { ZoomBy(step, QRectF(rect()).center()); }
 
     std::function<void()> onScaleChanged;
 
@@ -51,7 +51,7 @@ private:
     QRectF Place() const; // of the picture, in device pixels of the widget
     void Pan(QPointF by);
     void KeepInSight();
-    const QImage& Shrunk(QSize size);
+    void ScaleIsOther();
 
     QImage m_picture;
     QString m_insteadOfIt;

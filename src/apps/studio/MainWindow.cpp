@@ -1,56 +1,38 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The window's life, what it shows, and its part in the plug-in's dialogs. Its other sources are
-// MainWindowBuild.cpp (widgets and actions) and MainWindowFiles.cpp (documents, frames, exporting).
+// What the window shows and does; MainWindowBuild.cpp makes its widgets and actions.
 #include "apps/studio/MainWindow.h"
 
-#include <chrono>
+#include <algorithm>
 #include <cmath>
-#include <cstring>
 #include <filesystem>
 #include <utility>
 
 #include <QAction>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
 #include <QLabel>
+#include <QMenu>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QUrl>
 
-#include "apps/studio/EffectPanel.h"
 #include "apps/studio/ExportBar.h"
+#include "apps/studio/ExportDialog.h"
 #include "apps/studio/FrameView.h"
-#include "apps/studio/MessageBar.h"
 #include "apps/studio/StringsPanel.h"
-#include "apps/studio/TestCard.h"
 #include "apps/studio/Texts.h"
 #include "apps/studio/Timeline.h"
 #include "apps/studio/Transport.h"
-#include "platform/ui/UIObject.h"
-#include "platform/ui/Windows.h"
 
 namespace studio {
 
-namespace {
-
-// How often the frame follows what a dialog edits in place.
-constexpr std::chrono::milliseconds kModalInterval { 30 };
-constexpr std::chrono::seconds kAutosaveInterval { 30 };
-
-bool IsGone(EPIWindowRef window) {
-    return !platform::IsValidWindowPtr(reinterpret_cast<platform::WindowRef>(window));
-}
-
-} // namespace
-
-std::unique_ptr<host::Effect> MainWindow::MakeEffect(std::string& why) {
-    // Connects the plug-in's events with the application's loop.
-    platform::EnsureUserInterface();
-    auto plugin = host::Plugin::LoadByName("TextOverlay", why);
-    return plugin ? host::Effect::Make(std::move(plugin), why) : nullptr;
-}
-
 MainWindow::MainWindow()
-    : m_project((host::SetFrontEnd(this), MakeEffect(m_pluginTrouble))),
-      m_errors([this](const PluginError& error) {
-          m_messages->Show(MessageBar::Kind::kError, Describe(error));
-      }) {
-    BuildActions();
+    : m_messages(new MessageBar(this)), m_plugin(new PluginSession(this)),
+      m_document(m_plugin->Effect(), *m_messages, *this), m_project(m_document.TheProject()) {
+    BuildFileActions();
+    BuildEditActions();
+    BuildViewActions();
+    BuildFrameActions();
     BuildBody();
     BuildMenus();
     BuildToolBar();
@@ -58,24 +40,22 @@ MainWindow::MainWindow()
     Connect();
     RestoreLayout();
     setAcceptDrops(true);
-    StartCompositor();
-    m_autosave = std::make_unique<host::Autosave>();
-    m_autosaveTimer.start(kAutosaveInterval);
-    if (!m_project.Effect())
-        m_messages->Show(MessageBar::Kind::kError,
-                         T("The text effect was not found, so frames are shown without text.") +
-                             QLatin1Char('\n') + QString::fromStdString(m_pluginTrouble));
-    OpenPanel();
+    m_compositor = std::make_unique<Compositor>(
+        m_plugin->Effect(), [this](const Composed& composed) { Show(composed); });
+    if (!m_plugin->Effect())
+        Complain(T("The text effect was not found, so frames are shown without text."),
+                 m_plugin->Trouble());
+    m_plugin->Open(m_project);
     ShowShot();
     ShowContent();
     m_view->setFocus();
 }
 
+// The effect goes with the plug-in's session, so whoever uses it goes first.
 MainWindow::~MainWindow() {
-    m_exporter.reset();
+    delete m_exportBar;
     m_compositor.reset();
-    m_panel->Close();
-    host::SetFrontEnd(nullptr);
+    delete m_plugin;
 }
 
 QAction* MainWindow::Action(const QString& name) const {
@@ -85,17 +65,23 @@ QAction* MainWindow::Action(const QString& name) const {
 void MainWindow::Connect() {
     m_project.onChanged = [this] { ShowContent(); };
     m_project.onModified = [this] { ShowTitle(); };
-    m_timeline->onScrub = [this](std::size_t index) {
-        m_player.Stop();
-        ShowFrame(index);
+    m_document.onShot = [this] { ShowShot(); };
+    m_plugin->onEdited = [this] { Refresh(); };
+    m_plugin->onError = [this](const QString& what) {
+        m_messages->Show(MessageBar::Kind::kError, what);
     };
+    m_plugin->onModal = [this] {
+        m_player.Stop();
+        UpdateActions();
+        ShowTitle();
+    };
+    m_timeline->onScrub = [this](std::size_t index) { GoTo(index); };
     m_timeline->onSpansChanged = [this](const OnSpans& spans) { m_project.ChangeSpans(spans); };
     m_timeline->onMenu = [this](std::size_t index, QPoint global) { TimelineMenu(index, global); };
     m_transport->onNumber = [this](std::int64_t number) {
-        m_player.Stop();
-        ShowFrame(m_project.TheShot()->IndexOf(number));
+        GoTo(m_project.TheShot()->IndexOf(number));
     };
-    m_strings->onChanged = [this](const InfoStrings& strings, int which) {
+    m_strings->onChanged = [this](const ShotStrings& strings, int which) {
         m_project.ChangeStrings(strings, which);
     };
     m_view->onScaleChanged = [this] {
@@ -103,13 +89,42 @@ void MainWindow::Connect() {
     };
     m_player.onFrame = [this](std::size_t index) { ShowFrame(index); };
     m_player.onChanged = [this] { UpdateActions(); };
-    m_exportBar->onCancel = [this] {
-        if (m_exporter)
-            m_exporter->Cancel();
+    m_exportBar->onEnd = [this](const QString& summary, const QString& troubles, bool failed) {
+        EndExport(summary, troubles, failed);
     };
-    connect(&m_modalTimer, &QTimer::timeout, this, [this] { FollowModal(); });
-    connect(&m_exportTimer, &QTimer::timeout, this, [this] { ShowExport(); });
-    connect(&m_autosaveTimer, &QTimer::timeout, this, [this] { AutosaveNow(); });
+}
+
+void MainWindow::Complain(const QString& text, const std::string& why) {
+    m_messages->Show(MessageBar::Kind::kError,
+                     text + QLatin1Char('\n') + QString::fromStdString(why));
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    if (m_plugin->IsModal() || !m_document.MayDiscard())
+        return event->ignore();
+    auto preferences = Preferences();
+    preferences.setValue("window/geometry", saveGeometry());
+    preferences.setValue("window/state", saveState());
+    m_player.Stop();
+    m_document.Forget();
+    event->accept();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
+    if (event->mimeData()->hasUrls() && !m_plugin->IsModal())
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent* event) {
+    std::vector<std::string> files;
+    for (auto const& url : event->mimeData()->urls()) {
+        if (url.isLocalFile())
+            files.push_back(url.toLocalFile().toStdString());
+    }
+    if (files.empty())
+        return;
+    event->acceptProposedAction();
+    m_document.OpenDropped(files);
 }
 
 // Showing
@@ -125,20 +140,10 @@ void MainWindow::ShowFrame(std::size_t index) {
     Refresh();
 }
 
-void MainWindow::StartCompositor() {
-    m_compositor = std::make_unique<Compositor>(
-        m_project.Effect(), [this](const Composed& composed) { Show(composed); });
-}
-
 void MainWindow::Refresh() {
-    if (!m_compositor)
-        return;
-    auto const& shot = m_project.TheShot();
     auto const current = m_project.Current();
-    m_modalShown = m_project.LiveParams();
-    m_compositor->Request({ ++m_serial, shot, current, m_project.IsOnAt(current), m_modalShown,
-                            Resolve(m_project.Committed().strings, shot->Values(current)),
-                            m_context });
+    m_compositor->Request({ ++m_serial, m_project.TheShot(), current, m_project.IsOnAt(current),
+                            m_project.LiveParams(), m_project.StringsHere(), m_document.Text() });
 }
 
 void MainWindow::Show(const Composed& composed) {
@@ -147,19 +152,8 @@ void MainWindow::Show(const Composed& composed) {
         return;
     m_view->SetPicture(composed.picture, QString::fromStdString(composed.why));
     ShowStatus(composed);
-    ShowReports();
-    auto const strings =
-        Resolve(m_project.Committed().strings, composed.shot->Values(composed.index));
-    // Without a frame the panel keeps the one that it has.
-    if (!composed.background || (composed.background == m_background && strings == m_dialogStrings))
-        return;
-    bool const otherStrings = strings != m_dialogStrings;
-    // The panel lets go of the old picture before it ends.
-    auto const before = std::exchange(m_background, composed.background);
-    auto const frame = DialogFrame();
-    m_panel->ShowFrame(frame);
-    if (otherStrings && !m_modal)
-        m_panel->Update(frame); // of a picture alone the panel does not tell the text anew
+    ShowTrouble(composed);
+    m_plugin->ShowFrame(composed.background);
 }
 
 void MainWindow::ShowStatus(const Composed& composed) {
@@ -173,21 +167,31 @@ void MainWindow::ShowStatus(const Composed& composed) {
         text += QStringLiteral("   ") + T("%1 bits").arg(image.Format().BytesPerChannel() * 8);
     }
     m_frameStatus->setText(text);
-    if (!composed.why.empty() && !composed.picture.isNull())
+}
+
+// A picture with a reason is one without its text. The message goes when the text is drawn again.
+void MainWindow::ShowTrouble(const Composed& composed) {
+    if (!composed.why.empty() && !composed.picture.isNull()) {
         Complain(T("The text could not be drawn into this frame."), composed.why);
+        m_drawTrouble = m_messages->Text();
+    } else if (!m_drawTrouble.isEmpty()) {
+        if (m_messages->Text() == m_drawTrouble)
+            m_messages->Clear();
+        m_drawTrouble.clear();
+    }
 }
 
 void MainWindow::ShowContent() {
     m_strings->SetStrings(m_project.Committed().strings);
     m_timeline->SetSpans(m_project.Spans());
-    if (m_panel->IsOpen() && !m_modal)
-        m_panel->Update(DialogFrame());
+    m_plugin->Update();
     UpdateActions();
     ShowTitle();
     Refresh();
 }
 
 void MainWindow::ShowShot() {
+    m_player.Stop();
     auto const numbers = m_project.TheShot()->Numbers();
     m_timeline->SetFrames({ numbers.begin(), numbers.end() });
     m_timeline->SetSpans(m_project.Spans());
@@ -197,102 +201,132 @@ void MainWindow::ShowShot() {
 }
 
 void MainWindow::ShowTitle() {
-    auto const& shot = *m_project.TheShot();
-    auto name = m_file.empty()
-                    ? T("Untitled")
-                    : QString::fromStdString(std::filesystem::path(m_file).stem().string());
-    if (m_file.empty() && !shot.IsTestCard())
-        name = QString::fromStdString(std::filesystem::path(shot.Input()).filename().string());
-    setWindowTitle(name + QStringLiteral("[*] — Telop Studio"));
-    setWindowFilePath(QString::fromStdString(m_file));
+    setWindowTitle(m_document.Name() + QStringLiteral("[*] — Telop Studio"));
+    setWindowFilePath(QString::fromStdString(m_document.File()));
     setWindowModified(m_project.IsModified());
 }
 
-// Fonts and characters that could not be honoured, once each.
-void MainWindow::ShowReports() {
-    auto const reports = m_context->Reports();
-    if (reports.size() <= m_reportsShown)
-        return;
-    m_reportsShown = reports.size();
-    m_messages->Show(MessageBar::Kind::kWarning,
-                     T("The text is not drawn to the letter.") + QLatin1Char('\n') +
-                         QString::fromStdString(platform::Describe(reports.back())));
+void MainWindow::UpdateActions() {
+    bool const free = !m_plugin->IsModal();
+    auto& stack = m_project.Undo();
+    for (auto* const action : findChildren<QAction*>(QString(), Qt::FindDirectChildrenOnly))
+        action->setEnabled(free);
+    Action("undo")->setText(stack.canUndo() ? T("&Undo %1").arg(stack.undoText()) : T("&Undo"));
+    Action("redo")->setText(stack.canRedo() ? T("&Redo %1").arg(stack.redoText()) : T("&Redo"));
+    Action("undo")->setIconText(T("Undo"));
+    Action("redo")->setIconText(T("Redo"));
+    Action("undo")->setEnabled(free && stack.canUndo());
+    Action("redo")->setEnabled(free && stack.canRedo());
+    Action("export")->setEnabled(free && m_plugin->Effect() && !m_exportBar->IsRunning());
+    Action("textOn")->setChecked(m_project.IsOnAt(m_project.Current()));
+    Action("play")->setIcon(MakeIcon(m_player.IsPlaying() ? "pause" : "play"));
+    Action("play")->setText(m_player.IsPlaying() ? T("&Pause") : T("P&lay"));
 }
 
-void MainWindow::Complain(const QString& text, const std::string& why) {
-    m_messages->Show(MessageBar::Kind::kError,
-                     text + QLatin1Char('\n') + QString::fromStdString(why));
-}
+// Frames and ranges
 
-// The plug-in's dialogs
-
-host::Dialog::Frame MainWindow::DialogFrame() {
-    host::Dialog::Frame frame;
-    // Of a frame that cannot be read, so that there is room for the text.
-    frame.width = kTestCardWidth;
-    frame.height = kTestCardHeight;
-    auto const& shot = *m_project.TheShot();
-    m_dialogStrings = Resolve(m_project.Committed().strings, shot.Values(m_project.Current()));
-    if (m_background) {
-        frame.width = m_background->image->Width();
-        frame.height = m_background->image->Height();
-        frame.composite = m_background->image.get();
-    }
-    if (m_project.Committed().strings.present)
-        frame.strings = m_dialogStrings;
-    return frame;
-}
-
-void MainWindow::OpenPanel() {
-    if (m_project.Effect())
-        m_panel->Open(*m_project.Effect(), DialogFrame());
-    else
-        m_panel->SetMessage(T("There is no text effect."));
-}
-
-std::int32_t MainWindow::ParametersChanged(EPIHandleRef) {
-    m_project.CommitParams();
-    return 0;
-}
-
-std::int32_t MainWindow::Option(double value) {
-    if (value >= 1)
-        m_project.TurnTextOn(m_project.Current());
-    return 0;
-}
-
-std::int32_t MainWindow::ModalOpens(EPIWindowRef window) {
+void MainWindow::GoTo(std::size_t index) {
     m_player.Stop();
-    m_modal = window;
-    m_modalTimer.start(kModalInterval);
-    UpdateActions();
-    return 0;
+    ShowFrame(index);
 }
 
-// What the dialog reported is committed by now. What it edited and did not report, as when it is
-// cancelled, goes.
-std::int32_t MainWindow::ModalEnds(EPIWindowRef) {
-    m_modal = nullptr;
-    m_modalTimer.stop();
-    m_project.DropLiveChanges();
-    UpdateActions();
-    ShowTitle();
-    return 0;
+void MainWindow::Step(std::ptrdiff_t by) {
+    auto const last = static_cast<std::ptrdiff_t>(m_project.TheShot()->Count()) - 1;
+    auto const to = static_cast<std::ptrdiff_t>(m_project.Current()) + by;
+    GoTo(static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(to, 0, last)));
 }
 
-void MainWindow::FollowModal() {
-    // A dialog that failed may be gone without a word.
-    if (IsGone(m_modal)) {
-        ModalEnds(m_modal);
-        return;
+void MainWindow::TogglePlay() {
+    if (m_player.IsPlaying())
+        m_player.Stop();
+    else if (m_project.TheShot()->Count() > 1)
+        m_player.Start(m_project.Current(), m_project.TheShot()->Count());
+}
+
+void MainWindow::TurnHere(bool on, std::size_t index) {
+    auto const spans = m_project.Spans();
+    m_project.ChangeSpans(on ? TurnOn(spans, { index, index }) : TurnOff(spans, { index, index }));
+}
+
+// The stretch around the frame, else the next one on that side, begins or ends here.
+void MainWindow::SetEdgeHere(bool end) {
+    auto const spans = m_project.Spans();
+    auto const here = m_project.Current();
+    OnSpan span { here, here };
+    for (auto const& known : spans) {
+        if (!end && known.last >= here) {
+            span.last = known.last;
+            break;
+        }
+        if (end && known.first <= here)
+            span.first = known.first;
     }
-    auto const live = m_project.LiveParams();
-    if (std::memcmp(&live, &m_modalShown, sizeof live) != 0)
-        Refresh();
+    if (IsOn(spans, here)) {
+        auto const around = spans[SpanAt(spans, here)];
+        m_project.ChangeSpans(TurnOn(TurnOff(spans, around), span));
+    } else {
+        m_project.ChangeSpans(TurnOn(spans, span));
+    }
 }
 
-void MainWindow::FileFailed(const std::string& why) {
-    Complain(T("A file could not be read or written."), why);
+void MainWindow::TimelineMenu(std::size_t index, QPoint global) {
+    QMenu menu(this);
+    bool const on = m_project.IsOnAt(index);
+    auto* const turnOn =
+        menu.addAction(T("Text On Here"), this, [this, index] { TurnHere(true, index); });
+    auto* const turnOff =
+        menu.addAction(T("Text Off Here"), this, [this, index] { TurnHere(false, index); });
+    turnOn->setEnabled(!on);
+    turnOff->setEnabled(on);
+    if (on)
+        menu.addAction(T("Text Off in This Whole Range"), this, [this, index] {
+            auto const spans = m_project.Spans();
+            m_project.ChangeSpans(TurnOff(spans, spans[SpanAt(spans, index)]));
+        });
+    menu.addSeparator();
+    menu.addAction(Action("everywhere"));
+    menu.addAction(Action("nowhere"));
+    menu.exec(global);
+}
+
+// Exporting
+
+void MainWindow::AskForExport() {
+    auto const& shot = *m_project.TheShot();
+    if (shot.IsTestCard())
+        return m_messages->Show(
+            MessageBar::Kind::kInformation,
+            T("The test card is not exported. Open the frames that get the text."),
+            T("&Open Frames…"), [this] { m_document.AskForFrames(); });
+    ExportDialog dialog(shot, (shot.Folder() / "telop" / "").string(), this);
+    if (dialog.exec() == QDialog::Accepted)
+        StartExport(dialog.Options());
+}
+
+void MainWindow::StartExport(const host::ExportOptions& options) {
+    if (!m_plugin->Effect() || m_exportBar->IsRunning())
+        return;
+    host::PlanProblem problem;
+    if (!m_exportBar->Start(m_project.ToDocument(), *m_plugin->Effect(), options, problem))
+        return Complain(T("The frames cannot be exported."), problem.text);
+    m_messages->Clear();
+    UpdateActions();
+}
+
+void MainWindow::EndExport(const QString& summary, const QString& troubles, bool failed) {
+    UpdateActions();
+    if (troubles.isEmpty())
+        return m_messages->Show(MessageBar::Kind::kInformation, summary);
+    m_messages->Show(failed ? MessageBar::Kind::kError : MessageBar::Kind::kWarning,
+                     summary + QLatin1Char('\n') + troubles.section(QLatin1Char('\n'), 0, 0),
+                     T("De&tails…"), [this, summary, troubles] {
+                         QMessageBox box(QMessageBox::Warning, T("Export"), summary,
+                                         QMessageBox::NoButton, this);
+                         box.setInformativeText(T("What is not as it should be, and why:"));
+                         box.setDetailedText(troubles);
+                         box.addButton(T("Close"), QMessageBox::RejectRole);
+                         box.exec();
+                     });
 }
 
 } // namespace studio

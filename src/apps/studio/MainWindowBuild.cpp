@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The window's widgets, its actions with their shortcuts, and what steps, plays and turns the text on.
+// The window's widgets, and its actions with their shortcuts.
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include <QAction>
@@ -17,10 +18,8 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
-#include "apps/studio/EffectPanel.h"
 #include "apps/studio/ExportBar.h"
 #include "apps/studio/FrameView.h"
-#include "apps/studio/Icons.h"
 #include "apps/studio/MainWindow.h"
 #include "apps/studio/MessageBar.h"
 #include "apps/studio/StringsPanel.h"
@@ -30,10 +29,19 @@
 
 namespace studio {
 
+namespace {
+
+// The actions with keys that only the frame and the timeline take.
+constexpr std::array kFrameKeys { "first", "previous", "play",  "next",
+                                  "last",  "textOn",   "start", "end" };
+
+} // namespace
+
 QAction* MainWindow::Make(const QString& name, const QString& text, const QKeySequence& key,
                           std::function<void()> run) {
     auto* const action = new QAction(text, this);
     action->setObjectName(name);
+    action->setIcon(MakeIcon(name));
     action->setShortcut(key);
     connect(action, &QAction::triggered, this, std::move(run));
     // Without mnemonic and dots, for buttons and tool tips.
@@ -45,39 +53,28 @@ QAction* MainWindow::Make(const QString& name, const QString& text, const QKeySe
     return action;
 }
 
-void MainWindow::BuildActions() {
-    BuildFileActions();
-    BuildEditActions();
-    BuildViewActions();
-    BuildFrameActions();
-}
-
 void MainWindow::BuildFileActions() {
     Make("new", T("&New"), QKeySequence::New, [this] {
-        if (MayDiscard())
-            NewDocument();
+        if (m_document.MayDiscard())
+            m_document.New();
     });
-    Make("open", T("&Open Document…"), QKeySequence::Open, [this] { AskForDocument(); });
-    Make("frames", T("Open &Frames…"), { "Ctrl+Shift+O" }, [this] { AskForFrames(); });
-    Make("folder", T("Open Fo&lder of Frames…"), { "Ctrl+Alt+O" }, [this] { AskForFolder(); });
-    Make("pattern", T("Open Frames by &Pattern…"), {}, [this] { AskForPattern(); });
-    Make("card", T("Show &Test Card"), {}, [this] { TakeShot(Shot::TestCard()); });
-    Make("save", T("&Save"), QKeySequence::Save, [this] { Save(); });
-    Make("saveAs", T("Save &As…"), { "Ctrl+Shift+S" }, [this] { SaveAs(); });
+    Make("open", T("&Open Document…"), QKeySequence::Open, [this] { m_document.AskForDocument(); });
+    Make("frames", T("Open &Frames…"), { "Ctrl+Shift+O" }, [this] { m_document.AskForFrames(); });
+    Make("folder", T("Open Fo&lder of Frames…"), { "Ctrl+Alt+O" },
+         [this] { m_document.AskForFolder(); });
+    Make("pattern", T("Open Frames by &Pattern…"), {}, [this] { m_document.AskForPattern(); });
+    Make("card", T("Show &Test Card"), {}, [this] { m_document.ShowTestCard(); });
+    Make("save", T("&Save"), QKeySequence::Save, [this] { m_document.Save(); });
+    Make("saveAs", T("Save &As…"), { "Ctrl+Shift+S" }, [this] { m_document.SaveAs(); });
     // Without Shift the keys belong to text fields, where they go to the end of the line.
     Make("export", T("&Export Frames…"), { "Ctrl+Shift+E" }, [this] { AskForExport(); });
     Make("quit", T("&Quit"), { "Ctrl+Q" }, [this] { close(); });
-    Action("frames")->setIcon(MakeIcon(Glyph::kOpen));
-    Action("save")->setIcon(MakeIcon(Glyph::kSave));
-    Action("export")->setIcon(MakeIcon(Glyph::kExport));
 }
 
 void MainWindow::BuildEditActions() {
     auto& stack = m_project.Undo();
-    auto* const undo = Make("undo", T("&Undo"), QKeySequence::Undo, [&stack] { stack.undo(); });
-    auto* const redo = Make("redo", T("&Redo"), { "Ctrl+Shift+Z" }, [&stack] { stack.redo(); });
-    undo->setIcon(MakeIcon(Glyph::kUndo));
-    redo->setIcon(MakeIcon(Glyph::kRedo));
+    Make("undo", T("&Undo"), QKeySequence::Undo, [&stack] { stack.undo(); });
+    Make("redo", T("&Redo"), { "Ctrl+Shift+Z" }, [&stack] { stack.redo(); });
     connect(&stack, &QUndoStack::indexChanged, this, [this] { UpdateActions(); });
     Make("about", T("&About Telop Studio"), {}, [this] {
         QMessageBox::about(
@@ -94,8 +91,6 @@ void MainWindow::BuildViewActions() {
     Make("zoomIn", T("Zoom &In"), {}, [this] { m_view->ZoomBy(1); });
     Make("zoomOut", T("Zoom &Out"), { "Ctrl+-" }, [this] { m_view->ZoomBy(-1); });
     Action("zoomIn")->setShortcuts({ { "Ctrl++" }, { "Ctrl+=" } });
-    Action("fit")->setIcon(MakeIcon(Glyph::kFit));
-    Action("actual")->setIcon(MakeIcon(Glyph::kActual));
     auto* const group = new QActionGroup(this);
     constexpr std::pair<const char*, Theme> kThemes[] { { N("&System Colors"), Theme::kSystem },
                                                         { N("&Light"), Theme::kLight },
@@ -109,17 +104,12 @@ void MainWindow::BuildViewActions() {
 }
 
 void MainWindow::BuildFrameActions() {
-    Make("first", T("&First Frame"), { Qt::Key_Home }, [this] {
-        m_player.Stop();
-        ShowFrame(0);
-    });
+    Make("first", T("&First Frame"), { Qt::Key_Home }, [this] { GoTo(0); });
     Make("previous", T("&Previous Frame"), { Qt::Key_Left }, [this] { Step(-1); });
     Make("play", T("P&lay"), { Qt::Key_Space }, [this] { TogglePlay(); });
     Make("next", T("&Next Frame"), { Qt::Key_Right }, [this] { Step(1); });
-    Make("last", T("L&ast Frame"), { Qt::Key_End }, [this] {
-        m_player.Stop();
-        ShowFrame(m_project.TheShot()->Count() - 1);
-    });
+    Make("last", T("L&ast Frame"), { Qt::Key_End },
+         [this] { GoTo(m_project.TheShot()->Count() - 1); });
     Make("textOn", T("Text &On Here"), { Qt::Key_T },
          [this] { TurnHere(!m_project.IsOnAt(m_project.Current()), m_project.Current()); });
     Make("start", T("Text On From &Here"), { Qt::Key_BracketLeft }, [this] { SetEdgeHere(false); });
@@ -129,23 +119,14 @@ void MainWindow::BuildFrameActions() {
     });
     Make("nowhere", T("Text Off Every&where"), {}, [this] { m_project.ChangeSpans({}); });
     Action("textOn")->setCheckable(true);
-    constexpr std::pair<const char*, Glyph> kIcons[] { { "first", Glyph::kFirst },
-                                                       { "previous", Glyph::kPrevious },
-                                                       { "play", Glyph::kPlay },
-                                                       { "next", Glyph::kNext },
-                                                       { "last", Glyph::kLast } };
-    for (auto const& [name, glyph] : kIcons)
-        Action(name)->setIcon(MakeIcon(glyph));
     // Keys without Control belong to whatever has the keyboard: these are only for the frame and the
     // timeline.
-    for (auto const* const name :
-         { "first", "previous", "play", "next", "last", "textOn", "start", "end" })
+    for (auto const* const name : kFrameKeys)
         Action(name)->setShortcutContext(Qt::WidgetShortcut);
 }
 
 void MainWindow::BuildBody() {
     auto* const body = new QWidget(this);
-    m_messages = new MessageBar(body);
     m_view = new FrameView(body);
     m_transport = new Transport(
         { Action("first"), Action("previous"), Action("play"), Action("next"), Action("last") },
@@ -162,12 +143,10 @@ void MainWindow::BuildBody() {
     column->addSpacing(4);
     column->addWidget(m_exportBar);
     setCentralWidget(body);
-    for (auto const* const name :
-         { "first", "previous", "play", "next", "last", "textOn", "start", "end" }) {
+    for (auto const* const name : kFrameKeys) {
         m_view->addAction(Action(name));
         m_timeline->addAction(Action(name));
     }
-    m_panel = new EffectPanel(this);
     m_strings = new StringsPanel(this);
     auto* const area = new QScrollArea(this);
     area->setWidgetResizable(true);
@@ -175,7 +154,7 @@ void MainWindow::BuildBody() {
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     area->setFocusPolicy(Qt::NoFocus);
     area->setWidget(m_strings);
-    resizeDocks({ AddDock(T("Text"), QStringLiteral("effectDock"), m_panel),
+    resizeDocks({ AddDock(T("Text"), QStringLiteral("effectDock"), m_plugin),
                   AddDock(T("Information Strings"), QStringLiteral("stringsDock"), area) },
                 { 2, 5 }, Qt::Vertical);
 }
@@ -199,7 +178,8 @@ void MainWindow::BuildMenus() {
     auto* const file = menuBar()->addMenu(T("&File"));
     add(file, { "new", "open", "frames", "folder", "pattern" });
     m_recentMenu = file->addMenu(T("Open &Recent"));
-    connect(m_recentMenu, &QMenu::aboutToShow, this, [this] { FillRecentMenu(); });
+    connect(m_recentMenu, &QMenu::aboutToShow, this,
+            [this] { m_document.FillRecentMenu(*m_recentMenu); });
     add(file, { "card", nullptr, "save", "saveAs", nullptr, "export", nullptr, "quit" });
     add(menuBar()->addMenu(T("&Edit")), { "undo", "redo" });
     auto* const frame = menuBar()->addMenu(T("F&rame"));
@@ -236,11 +216,10 @@ void MainWindow::BuildStatusBar() {
 
 void MainWindow::RestoreLayout() {
     resize(1320, 820);
-    auto const preferences =
-        std::make_unique<QSettings>(QStringLiteral("telop"), QStringLiteral("studio"));
-    restoreGeometry(preferences->value("window/geometry").toByteArray());
-    restoreState(preferences->value("window/state").toByteArray());
-    auto const theme = std::clamp(preferences->value("window/theme", 0).toInt(), 0, 2);
+    auto const preferences = Preferences();
+    restoreGeometry(preferences.value("window/geometry").toByteArray());
+    restoreState(preferences.value("window/state").toByteArray());
+    auto const theme = std::clamp(preferences.value("window/theme", 0).toInt(), 0, 2);
     Action(QStringLiteral("theme%1").arg(theme))->setChecked(true);
     SetTheme(static_cast<Theme>(theme));
 }
@@ -249,89 +228,6 @@ void MainWindow::ChooseTheme(Theme theme) {
     Preferences().setValue("window/theme", static_cast<int>(theme));
     SetTheme(theme);
     m_messages->FollowPalette();
-}
-
-void MainWindow::UpdateActions() {
-    bool const free = !m_modal;
-    auto& stack = m_project.Undo();
-    for (auto* const action : findChildren<QAction*>(QString(), Qt::FindDirectChildrenOnly))
-        action->setEnabled(free);
-    Action("undo")->setText(stack.canUndo() ? T("&Undo %1").arg(stack.undoText()) : T("&Undo"));
-    Action("redo")->setText(stack.canRedo() ? T("&Redo %1").arg(stack.redoText()) : T("&Redo"));
-    Action("undo")->setIconText(T("Undo"));
-    Action("redo")->setIconText(T("Redo"));
-    Action("undo")->setEnabled(free && stack.canUndo());
-    Action("redo")->setEnabled(free && stack.canRedo());
-    Action("export")->setEnabled(free && m_project.Effect() && !m_exporter);
-    // These may change the encoding of the texts that an export draws.
-    for (auto const* const action : { "new", "open" })
-        Action(action)->setEnabled(free && !m_exporter);
-    Action("textOn")->setChecked(m_project.IsOnAt(m_project.Current()));
-    Action("play")->setIcon(MakeIcon(m_player.IsPlaying() ? Glyph::kPause : Glyph::kPlay));
-    Action("play")->setText(m_player.IsPlaying() ? T("&Pause") : T("P&lay"));
-}
-
-// Frames and ranges
-
-void MainWindow::Step(std::ptrdiff_t by) {
-    m_player.Stop();
-    auto const last = static_cast<std::ptrdiff_t>(m_project.TheShot()->Count()) - 1;
-    auto const to = static_cast<std::ptrdiff_t>(m_project.Current()) + by;
-    ShowFrame(static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(to, 0, last)));
-}
-
-void MainWindow::TogglePlay() {
-    if (m_player.IsPlaying())
-        m_player.Stop();
-    else if (m_project.TheShot()->Count() > 1)
-        m_player.Start(m_project.Current(), m_project.TheShot()->Count());
-}
-
-void MainWindow::TurnHere(bool on, std::size_t index) {
-    auto const spans = m_project.Spans();
-    m_project.ChangeSpans(on ? TurnOn(spans, { index, index }) : TurnOff(spans, { index, index }));
-    UpdateActions();
-}
-
-// The stretch around the frame, else the next one on that side, begins or ends here.
-void MainWindow::SetEdgeHere(bool end) {
-    auto const spans = m_project.Spans();
-    auto const here = m_project.Current();
-    OnSpan span { here, here };
-    for (auto const& known : spans) {
-        if (!end && known.last >= here) {
-            span.last = known.last;
-            break;
-        }
-        if (end && known.first <= here)
-            span.first = known.first;
-    }
-    if (IsOn(spans, here)) {
-        auto const around = spans[SpanAt(spans, here)];
-        m_project.ChangeSpans(TurnOn(TurnOff(spans, around), span));
-    } else {
-        m_project.ChangeSpans(TurnOn(spans, span));
-    }
-}
-
-void MainWindow::TimelineMenu(std::size_t index, QPoint global) {
-    QMenu menu(this);
-    bool const on = m_project.IsOnAt(index);
-    auto* const turnOn =
-        menu.addAction(T("Text On Here"), this, [this, index] { TurnHere(true, index); });
-    auto* const turnOff =
-        menu.addAction(T("Text Off Here"), this, [this, index] { TurnHere(false, index); });
-    turnOn->setEnabled(!on);
-    turnOff->setEnabled(on);
-    if (on)
-        menu.addAction(T("Text Off in This Whole Range"), this, [this, index] {
-            auto const spans = m_project.Spans();
-            m_project.ChangeSpans(TurnOff(spans, spans[SpanAt(spans, index)]));
-        });
-    menu.addSeparator();
-    menu.addAction(Action("everywhere"));
-    menu.addAction(Action("nowhere"));
-    menu.exec(global);
 }
 
 } // namespace studio

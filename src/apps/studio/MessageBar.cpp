@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/studio/MessageBar.h"
 
+#include <array>
 #include <utility>
 
 #include <QAccessible>
@@ -10,7 +11,7 @@
 #include <QStyle>
 #include <QToolButton>
 
-#include "apps/studio/Icons.h"
+#include "apps/studio/Style.h"
 #include "apps/studio/Texts.h"
 
 namespace studio {
@@ -18,20 +19,14 @@ namespace studio {
 namespace {
 
 struct Look {
-    Glyph glyph;
+    const char* icon;
     QColor accent;
 };
 
-Look LookOf(MessageBar::Kind kind) {
-    switch (kind) {
-    case MessageBar::Kind::kInformation:
-        return { Glyph::kInformation, QColor(47, 128, 214) };
-    case MessageBar::Kind::kWarning:
-        return { Glyph::kWarning, QColor(214, 150, 32) };
-    default:
-        return { Glyph::kError, QColor(208, 62, 62) };
-    }
-}
+// By kind.
+const std::array kLooks { Look { "information", QColor(47, 128, 214) },
+                          Look { "warning", QColor(214, 150, 32) },
+                          Look { "error", QColor(208, 62, 62) } };
 
 QColor Mix(const QColor& a, const QColor& b, double share) {
     auto const part = [share](int x, int y) { return static_cast<int>(x + (y - x) * share); };
@@ -50,7 +45,7 @@ MessageBar::MessageBar(QWidget* parent)
     m_label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     m_label->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     auto* const close = new QToolButton(this);
-    close->setIcon(MakeIcon(Glyph::kClose));
+    close->setIcon(MakeIcon("close"));
     close->setAutoRaise(true);
     close->setToolTip(T("Close this message"));
     close->setAccessibleName(T("Close this message"));
@@ -61,13 +56,13 @@ MessageBar::MessageBar(QWidget* parent)
     row->addWidget(m_label, 1);
     row->addWidget(m_button);
     row->addWidget(close, 0, Qt::AlignTop);
-    connect(close, &QToolButton::clicked, this, [this] { Clear(); });
-    connect(m_button, &QPushButton::clicked, this, [this] { Press(); });
+    connect(close, &QToolButton::clicked, this, &QWidget::hide);
+    connect(m_button, &QPushButton::clicked, this, [this] {
+        auto const action = m_action;
+        hide();
+        action();
+    });
     hide();
-}
-
-void MessageBar::Show(Kind kind, const QString& text) {
-    Show(kind, text, {}, {});
 }
 
 void MessageBar::Show(Kind kind, const QString& text, const QString& button,
@@ -88,25 +83,13 @@ QString MessageBar::Text() const {
     return isHidden() ? QString() : m_label->text();
 }
 
-void MessageBar::Press() {
-    auto const action = std::exchange(m_action, {});
-    Clear();
-    if (action)
-        action();
-}
-
-void MessageBar::Clear() {
-    m_action = {};
-    hide();
-}
-
 void MessageBar::FollowPalette() {
-    auto const look = LookOf(m_kind);
+    auto const& look = kLooks[static_cast<std::size_t>(m_kind)];
     auto colors = parentWidget() ? parentWidget()->palette() : palette();
     colors.setColor(QPalette::Window, Mix(colors.color(QPalette::Window), look.accent, 0.22));
     setPalette(colors);
     int const side = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
-    m_icon->setPixmap(MakeIcon(look.glyph).pixmap(QSize(side, side), devicePixelRatioF()));
+    m_icon->setPixmap(MakeIcon(look.icon).pixmap(QSize(side, side), devicePixelRatioF()));
 }
 
 } // namespace studio

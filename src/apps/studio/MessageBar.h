@@ -19,14 +19,12 @@ public:
 
     explicit MessageBar(QWidget* parent = nullptr);
 
-    void Show(Kind kind, const QString& text);
-    // With a button that does something about it and closes the bar.
-    void Show(Kind kind, const QString& text, const QString& button, std::function<void()> action);
+    // With a button, if it has a name, that closes the bar and does something about it.
+    void Show(Kind kind, const QString& text, const QString& button = {},
+              std::function<void()> action = {});
     // Empty while nothing is shown.
     QString Text() const;
-    Kind TheKind() const { return m_kind; }
-    void Press(); // the button
-    void Clear();
+    void Clear() { hide(); }
     // The parent's palette changed.
     void FollowPalette();
 

@@ -64,8 +64,4 @@ std::size_t SpanAt(const OnSpans& spans, std::size_t index) {
     return static_cast<std::size_t>(found - spans.begin());
 }
 
-bool IsOn(const OnSpans& spans, std::size_t index) {
-    return SpanAt(spans, index) < spans.size();
-}
-
 } // namespace studio

@@ -30,6 +30,8 @@ OnSpans TurnOn(const OnSpans& spans, OnSpan on);
 OnSpans TurnOff(const OnSpans& spans, OnSpan off);
 // One past the last index when no span has the frame.
 std::size_t SpanAt(const OnSpans& spans, std::size_t index);
-bool IsOn(const OnSpans& spans, std::size_t index);
+inline bool IsOn(const OnSpans& spans, std::size_t index) {
+    return SpanAt(spans, index) < spans.size();
+}
 
 } // namespace studio

@@ -81,8 +81,7 @@ private:
     std::chrono::steady_clock::time_point m_when = std::chrono::steady_clock::now();
 };
 
-Project::Project(std::unique_ptr<host::Effect> effect)
-    : m_effect(std::move(effect)), m_shot(Shot::TestCard()) {
+Project::Project(host::Effect* effect) : m_effect(effect), m_shot(Shot::TestCard()) {
     if (m_effect)
         m_content.params = m_effect->CopyParams();
     m_initial = m_content;
@@ -106,16 +105,12 @@ void Project::SetModified() {
         onModified();
 }
 
-void Project::SetCurrent(std::size_t index) {
-    m_current = std::min(index, m_shot->Count() - 1);
-}
-
 _TEXTPARAM Project::LiveParams() const {
     return m_effect ? m_effect->CopyParams() : m_content.params;
 }
 
-bool Project::IsOnAt(std::size_t index) const {
-    return m_content.on.Contains(m_shot->Numbers()[index]);
+std::array<std::string, 4> Project::StringsHere() const {
+    return Resolve(m_content.strings, m_shot->Values(m_current));
 }
 
 void Project::CommitParams() {
@@ -125,7 +120,7 @@ void Project::CommitParams() {
     Push(name, std::move(content), -1);
 }
 
-void Project::ChangeStrings(const InfoStrings& strings, int which) {
+void Project::ChangeStrings(const ShotStrings& strings, int which) {
     auto content = m_content;
     content.strings = strings;
     Push(which < 0 ? (strings.present ? T("Turn Information Strings On")
@@ -140,9 +135,8 @@ void Project::ChangeSpans(const OnSpans& spans) {
     Push(T("Change Ranges"), std::move(content), -1);
 }
 
-void Project::TurnTextOn(std::size_t index) {
-    if (!IsOnAt(index))
-        ChangeSpans(TurnOn(Spans(), { index, index }));
+void Project::TurnTextOnHere() {
+    ChangeSpans(TurnOn(Spans(), { m_current, m_current }));
 }
 
 void Project::DropLiveChanges() {

@@ -3,6 +3,8 @@
 // the text is on, with undo. Knows the effect, but no window.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -14,9 +16,9 @@
 
 #include <epi/epi.h>
 
-#include "apps/studio/InfoStrings.h"
 #include "apps/studio/OnSpans.h"
 #include "apps/studio/Shot.h"
+#include "apps/studio/ShotStrings.h"
 #include "host/Effect.h"
 #include "host/document/Document.h"
 #include "host/frames/FrameRanges.h"
@@ -26,37 +28,39 @@ namespace studio {
 // All that undo brings back.
 struct Content {
     _TEXTPARAM params {};
-    InfoStrings strings;
+    ShotStrings strings;
     host::FrameRanges on = host::FrameRanges::All();
 };
 
 class Project {
 public:
-    // effect may be null where there is no plug-in: frames can be looked at then.
-    explicit Project(std::unique_ptr<host::Effect> effect);
+    // effect is null where there is no plug-in (frames can be looked at then), else outlives this.
+    explicit Project(host::Effect* effect);
     Project(const Project&) = delete;
     Project& operator=(const Project&) = delete;
     // The stack clears itself at its end, and what it tells of is gone by then.
     ~Project() { m_undo.disconnect(); }
 
-    host::Effect* Effect() { return m_effect.get(); }
+    host::Effect* Effect() { return m_effect; }
     const std::shared_ptr<const Shot>& TheShot() const { return m_shot; }
     void SetShot(std::shared_ptr<const Shot> shot);
     std::size_t Current() const { return m_current; }
-    void SetCurrent(std::size_t index);
+    void SetCurrent(std::size_t index) { m_current = std::min(index, m_shot->Count() - 1); }
 
     // As it was committed last: what a dialog is just editing in place is not in it.
     const Content& Committed() const { return m_content; }
     // The effect's live parameters, with what a dialog is editing.
     _TEXTPARAM LiveParams() const;
-    bool IsOnAt(std::size_t index) const;
+    bool IsOnAt(std::size_t index) const { return m_content.on.Contains(m_shot->Numbers()[index]); }
+    // What the current frame makes of the information strings.
+    std::array<std::string, 4> StringsHere() const;
     OnSpans Spans() const { return SpansOf(m_content.on, m_shot->Numbers()); }
 
     // Each makes an undo step when something differs.
     void CommitParams(); // takes the live parameters over
-    void ChangeStrings(const InfoStrings& strings, int which);
+    void ChangeStrings(const ShotStrings& strings, int which);
     void ChangeSpans(const OnSpans& spans);
-    void TurnTextOn(std::size_t index);
+    void TurnTextOnHere();
     // Puts the committed parameters back in the place of what a dialog left unconfirmed.
     void DropLiveChanges();
 
@@ -85,7 +89,7 @@ private:
     void Apply(const Content& content);
     std::vector<std::uint8_t> Block() const;
 
-    std::unique_ptr<host::Effect> m_effect;
+    host::Effect* m_effect;
     std::shared_ptr<const Shot> m_shot;
     std::size_t m_current = 0;
     Content m_content;

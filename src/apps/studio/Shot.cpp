@@ -6,7 +6,6 @@
 #include <filesystem>
 #include <numeric>
 
-#include "apps/studio/Pixels.h"
 #include "apps/studio/TestCard.h"
 
 namespace studio {
@@ -14,6 +13,18 @@ namespace studio {
 namespace {
 
 std::atomic<std::uint64_t> s_nextId { 1 };
+
+bool ToFrame(const QImage& picture, host::Frame& frame) {
+    auto const rgb = picture.convertToFormat(QImage::Format_RGB888);
+    if (rgb.isNull() || !host::PrepareImage(frame, rgb.width(), rgb.height(), host::kRgb24))
+        return false;
+    frame.header = {};
+    for (int y = 0; y < rgb.height(); ++y) {
+        auto const row = frame.image->Row(y);
+        std::copy_n(rgb.constScanLine(y), row.size(), row.data());
+    }
+    return true;
+}
 
 } // namespace
 
@@ -35,6 +46,12 @@ std::shared_ptr<const Shot> Shot::TestCard() {
     shot->m_numbers.resize(kTestCardFrames);
     std::iota(shot->m_numbers.begin(), shot->m_numbers.end(), 1);
     return shot;
+}
+
+std::filesystem::path Shot::Folder() const {
+    std::error_code ignored;
+    std::filesystem::path const path(m_input);
+    return std::filesystem::is_directory(path, ignored) ? path : path.parent_path();
 }
 
 std::size_t Shot::IndexOf(std::int64_t number) const {

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <span>
@@ -27,7 +28,8 @@ public:
     bool IsTestCard() const { return !m_sequence; }
     // As it was given to Open; empty for the test card.
     const std::string& Input() const { return m_input; }
-    const host::Sequence* Sequence() const { return m_sequence ? &*m_sequence : nullptr; }
+    // Where the frames lie; empty for the test card.
+    std::filesystem::path Folder() const;
     // Unlike that of any other shot of the process.
     std::uint64_t Id() const { return m_id; }
 

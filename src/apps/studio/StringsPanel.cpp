@@ -47,13 +47,12 @@ void StringsPanel::AddField(std::size_t i, const QString& label, const QString& 
     auto* const note = m_notes[i] = new QLabel(m_body);
     note->setWordWrap(true);
     note->setTextFormat(Qt::PlainText);
-    for (auto* const widget : { static_cast<QWidget*>(title), static_cast<QWidget*>(field),
-                                static_cast<QWidget*>(note) })
+    for (auto* const widget : std::initializer_list<QWidget*> { title, field, note })
         m_body->layout()->addWidget(widget);
     connect(field, &QLineEdit::textEdited, this, [this, i] { Change(static_cast<int>(i)); });
 }
 
-void StringsPanel::SetStrings(const InfoStrings& strings) {
+void StringsPanel::SetStrings(const ShotStrings& strings) {
     m_present->setChecked(strings.present);
     m_body->setEnabled(strings.present);
     for (std::size_t i = 0; i < m_fields.size(); ++i) {
@@ -69,12 +68,8 @@ void StringsPanel::SetFrame(const host::TokenValues& values) {
     ShowNotes();
 }
 
-QString StringsPanel::Note(std::size_t i) const {
-    return m_notes[i]->text();
-}
-
-InfoStrings StringsPanel::Typed() const {
-    InfoStrings strings { m_present->isChecked(), {} };
+ShotStrings StringsPanel::Typed() const {
+    ShotStrings strings { m_present->isChecked(), {} };
     for (std::size_t i = 0; i < m_fields.size(); ++i)
         strings.texts[i] = m_fields[i]->text().toStdString();
     return strings;
@@ -90,15 +85,13 @@ void StringsPanel::Change(int which) {
 void StringsPanel::ShowNotes() {
     auto const typed = Typed();
     for (std::size_t i = 0; i < m_fields.size(); ++i) {
-        auto const trouble = TroubleWith(typed.texts[i], m_values);
-        std::string why;
-        auto const parsed = host::TokenText::Parse(typed.texts[i], why);
-        QString note = trouble;
-        if (trouble.isEmpty() && parsed && parsed->HasTokens())
-            note = T("This frame: %1").arg(QString::fromStdString(parsed->Resolve(m_values)));
+        auto const here = Resolve(typed.texts[i], m_values);
+        auto note = here.trouble;
+        if (note.isEmpty() && here.hasTokens)
+            note = T("This frame: %1").arg(QString::fromStdString(here.text));
         m_notes[i]->setText(note);
         m_notes[i]->setVisible(!note.isEmpty());
-        trouble.isEmpty() ? SetFaint(*m_notes[i]) : SetAlarming(*m_notes[i]);
+        here.trouble.isEmpty() ? SetFaint(*m_notes[i]) : SetAlarming(*m_notes[i]);
         m_fields[i]->setAccessibleDescription(note);
     }
 }

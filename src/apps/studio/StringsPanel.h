@@ -8,7 +8,7 @@
 
 #include <QWidget>
 
-#include "apps/studio/InfoStrings.h"
+#include "apps/studio/ShotStrings.h"
 
 class QCheckBox;
 class QLabel;
@@ -21,20 +21,16 @@ public:
     explicit StringsPanel(QWidget* parent = nullptr);
 
     // Fields that hold the text already keep their cursor.
-    void SetStrings(const InfoStrings& strings);
+    void SetStrings(const ShotStrings& strings);
     // The frame that tokens are shown for.
     void SetFrame(const host::TokenValues& values);
-    QLineEdit& Field(std::size_t i) { return *m_fields[i]; }
-    QCheckBox& Switch() { return *m_present; }
-    // What stands below a field: its trouble, or what the frame makes of it.
-    QString Note(std::size_t i) const;
 
     // The user changed one of the texts (0 to 3), or the switch (-1).
-    std::function<void(const InfoStrings& strings, int which)> onChanged;
+    std::function<void(const ShotStrings& strings, int which)> onChanged;
 
 private:
     void AddField(std::size_t i, const QString& label, const QString& tip);
-    InfoStrings Typed() const;
+    ShotStrings Typed() const;
     void Change(int which);
     void ShowNotes();
 

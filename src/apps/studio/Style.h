@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// How the program looks: its palettes, and the few ways in which a text differs from others.
+// How the program looks: its palettes, its icons, and the few ways in which a text differs from others.
 #pragma once
+
+#include <QIcon>
 
 class QWidget;
 
@@ -16,5 +18,9 @@ void SetTheme(Theme theme);
 void SetFaint(QWidget& widget);
 // What is wrong.
 void SetAlarming(QWidget& widget);
+
+// A mask from resources/studio/icons/ in the palette's colour of text. name: that of its file, such as
+// "save"; where there is none the icon is null.
+QIcon MakeIcon(const QString& name);
 
 } // namespace studio

@@ -2,12 +2,11 @@
 #include "apps/studio/TestCard.h"
 
 #include <array>
-#include <functional>
-#include <utility>
 
 #include <QFont>
 #include <QLinearGradient>
 #include <QPainter>
+#include <QPainterPath>
 #include <QPen>
 
 namespace studio {
@@ -47,32 +46,22 @@ QRectF Inset(double share) {
     return area;
 }
 
-// Light on dark, so that it shows on every bar.
-void Stroke(QPainter& painter, const std::function<void()>& draw, Qt::PenStyle style) {
-    for (auto const& [color, width] :
-         { std::pair(QColor(0, 0, 0, 130), 6), std::pair(QColor(Qt::white), 2) }) {
-        painter.setPen(QPen(color, width, width == 6 ? Qt::SolidLine : style));
-        draw();
-    }
-}
-
 void DrawGuides(QPainter& painter) {
-    painter.setBrush(Qt::NoBrush);
     auto const center = QRectF(kFrame).center();
-    Stroke(
-        painter, [&] { painter.drawRect(Inset(0.93)); }, Qt::SolidLine);
-    Stroke(
-        painter, [&] { painter.drawRect(Inset(0.85)); }, Qt::DashLine);
-    Stroke(
-        painter,
-        [&] {
-            painter.drawLine(QPointF(center.x() - 90, center.y()),
-                             QPointF(center.x() + 90, center.y()));
-            painter.drawLine(QPointF(center.x(), center.y() - 90),
-                             QPointF(center.x(), center.y() + 90));
-            painter.drawEllipse(center, 330, 330);
-        },
-        Qt::SolidLine);
+    QPainterPath lines;
+    QPainterPath dashes;
+    lines.addRect(Inset(0.93));
+    dashes.addRect(Inset(0.85));
+    for (auto const& arm : { QPointF(90, 0), QPointF(0, 90) }) {
+        lines.moveTo(center - arm);
+        lines.lineTo(center + arm);
+    }
+    lines.addEllipse(center, 330, 330);
+    // Light on dark, so that it shows on every bar.
+    for (auto const& path : { lines, dashes })
+        painter.strokePath(path, QPen(QColor(0, 0, 0, 130), 6));
+    painter.strokePath(lines, QPen(Qt::white, 2));
+    painter.strokePath(dashes, QPen(Qt::white, 2, Qt::DashLine));
 }
 
 QImage DrawStill() {

@@ -1,60 +1,51 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/studio/Texts.h"
 
-#include <unordered_map>
+#include <algorithm>
 
-#include "apps/studio/TextsJapanese.h"
+#include <QFile>
+
 #include "platform/Languages.h"
+#include "platform/StringTable.h"
 
 namespace studio {
 
 namespace {
 
-Language s_language = Language::kEnglish;
+std::string s_language = "en";
+platform::StringTable s_texts; // empty for English
 
-const std::unordered_map<std::string_view, const char*>& Japanese() {
-    static const std::unordered_map<std::string_view, const char*> table(std::begin(kJapaneseTexts),
-                                                                         std::end(kJapaneseTexts));
-    return table;
+QString TableOf(std::string_view language) {
+    return QStringLiteral(":/studio/%1.lproj/Localizable.strings")
+        .arg(QString::fromUtf8(language.data(), static_cast<qsizetype>(language.size())));
 }
 
 } // namespace
 
-bool ParseLanguage(std::string_view name, Language& language) {
-    auto const code = name.substr(0, name.find_first_of("_-."));
-    if (code != "en" && code != "ja")
-        return false;
-    language = code == "ja" ? Language::kJapanese : Language::kEnglish;
-    return true;
+bool HasLanguage(std::string_view name) {
+    auto const language = name.substr(0, name.find_first_of("_."));
+    return language == "en" || QFile::exists(TableOf(language));
 }
 
-Language LanguageOfUser() {
-    auto language = Language::kEnglish;
-    for (auto const& name : platform::UserLanguages()) {
-        if (ParseLanguage(name, language))
-            break;
-    }
-    return language;
+void ChooseLanguage() {
+    auto const names = platform::UserLanguages(); // English is among them
+    s_language = *std::ranges::find_if(names, [](const std::string& name) {
+        return name == "en" || QFile::exists(TableOf(name));
+    });
+    s_texts.clear();
+    QFile file(TableOf(s_language));
+    if (file.open(QIODevice::ReadOnly))
+        s_texts = platform::ParseStringTable(file.readAll().toStdString(), {});
 }
 
-void SetLanguage(Language language) {
-    s_language = language;
-}
-
-Language TheLanguage() {
+const std::string& TheLanguage() {
     return s_language;
 }
 
-const char* Translated(Language language, std::string_view english) {
-    if (language == Language::kEnglish)
-        return english.data();
-    auto const found = Japanese().find(english);
-    return found == Japanese().end() ? nullptr : found->second;
-}
-
 QString T(const char* english) {
-    auto const* const translated = Translated(s_language, english);
-    return QString::fromUtf8(translated ? translated : english);
+    auto const found = s_texts.find(std::string_view(english));
+    return found == s_texts.end() ? QString::fromUtf8(english)
+                                  : QString::fromStdString(found->second);
 }
 
 QString FramesText(qint64 count) {

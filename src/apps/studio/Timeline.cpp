@@ -63,11 +63,10 @@ void Timeline::Describe() {
             .arg(m_numbers[m_current]));
 }
 
-void Timeline::DeleteSelected() {
-    if (!m_selected || m_drag != Drag::kNone)
-        return;
-    m_spans = TurnOff(m_spans, m_spans[*std::exchange(m_selected, std::nullopt)]);
+void Timeline::ChangeSpans(OnSpans spans) {
+    m_spans = std::move(spans);
     update();
+    // A copy, as whoever hears of it sets the spans anew.
     if (onSpansChanged)
         onSpansChanged(OnSpans(m_spans));
 }
@@ -108,17 +107,8 @@ QRectF Timeline::SpanArea(const OnSpan& span) const {
              static_cast<double>(area.height()) };
 }
 
-QPoint Timeline::RulerPoint(std::size_t index) const {
-    return { static_cast<int>((EdgeAt(index) + EdgeAt(index + 1)) / 2), RulerArea().center().y() };
-}
-
 QPoint Timeline::BarPoint(std::size_t index) const {
-    return { RulerPoint(index).x(), BarArea().center().y() };
-}
-
-QPoint Timeline::EdgePoint(std::size_t span, bool end) const {
-    auto const area = SpanArea(m_spans[span]);
-    return QPointF(end ? area.right() - 1 : area.left() + 1, area.center().y()).toPoint();
+    return { static_cast<int>(MiddleOf(index)), BarArea().center().y() };
 }
 
 // Input
@@ -204,10 +194,9 @@ void Timeline::DragTo(std::size_t index) {
 }
 
 void Timeline::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() != Qt::LeftButton || m_drag == Drag::kNone)
-        return;
     // A click into the empty bar makes nothing: only a drag does.
-    EndDrag(true);
+    if (event->button() == Qt::LeftButton)
+        EndDrag(true);
 }
 
 void Timeline::EndDrag(bool keep) {
@@ -217,17 +206,16 @@ void Timeline::EndDrag(bool keep) {
     if (!keep)
         m_spans = m_spansBefore;
     update();
-    // A copy, as whoever hears of it sets the spans anew.
-    if (m_spans != m_spansBefore && onSpansChanged)
-        onSpansChanged(OnSpans(m_spans));
+    if (m_spans != m_spansBefore)
+        ChangeSpans(m_spans);
 }
 
 void Timeline::keyPressEvent(QKeyEvent* event) {
     bool const deletes = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
     if (event->key() == Qt::Key_Escape && m_drag != Drag::kNone)
         EndDrag(false);
-    else if (deletes && m_selected)
-        DeleteSelected();
+    else if (deletes && m_selected && m_drag == Drag::kNone)
+        ChangeSpans(TurnOff(m_spans, m_spans[*std::exchange(m_selected, std::nullopt)]));
     else
         QWidget::keyPressEvent(event);
 }
@@ -275,7 +263,7 @@ void Timeline::PaintRuler(QPainter& painter) const {
         bool const labelled = m_numbers[i] % step == 0 || i == 0;
         if (!labelled && cell < 4)
             continue;
-        auto const x = (EdgeAt(i) + EdgeAt(i + 1)) / 2;
+        auto const x = MiddleOf(i);
         painter.setPen(faint);
         painter.drawLine(QPointF(x, area.bottom() - (labelled ? 6 : 3)), QPointF(x, area.bottom()));
         if (!labelled || x - room / 2 < free)
@@ -313,7 +301,7 @@ void Timeline::PaintSpans(QPainter& painter) const {
 void Timeline::PaintCurrent(QPainter& painter) const {
     QColor const color(226, 74, 60);
     auto const label = QString::number(m_numbers[m_current]);
-    auto const x = (EdgeAt(m_current) + EdgeAt(m_current + 1)) / 2;
+    auto const x = MiddleOf(m_current);
     double const wide = fontMetrics().horizontalAdvance(label) + 14;
     QRectF flag(x - wide / 2, 1, wide, fontMetrics().height() + 4);
     flag.moveLeft(std::clamp(flag.left(), 0.0, std::max(width() - wide, 0.0)));

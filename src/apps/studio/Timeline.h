@@ -23,21 +23,14 @@ public:
     void SetCurrent(std::size_t index);
     void SetSpans(OnSpans spans);
     const OnSpans& Spans() const { return m_spans; }
-    // The stretch that Delete turns off.
-    std::optional<std::size_t> Selected() const { return m_selected; }
-    // Off where the selected stretch was.
-    void DeleteSelected();
 
     // By the user.
     std::function<void(std::size_t index)> onScrub;
     std::function<void(const OnSpans& spans)> onSpansChanged;
     std::function<void(std::size_t index, QPoint global)> onMenu;
 
-    // For whoever points at it: the middle of a frame in the ruler and in the bar of ranges.
-    QPoint RulerPoint(std::size_t index) const;
+    // The middle of a frame in the bar of ranges.
     QPoint BarPoint(std::size_t index) const;
-    // Where a stretch is taken to make it longer or shorter.
-    QPoint EdgePoint(std::size_t span, bool end) const;
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
@@ -61,11 +54,13 @@ private:
     QRect RulerArea() const;
     QRect BarArea() const;
     double EdgeAt(std::size_t index) const; // left edge of the frame
+    double MiddleOf(std::size_t index) const { return (EdgeAt(index) + EdgeAt(index + 1)) / 2; }
     std::size_t IndexAt(double x) const;
     QRectF SpanArea(const OnSpan& span) const;
     Hit HitTest(QPointF point) const;
     void DragTo(std::size_t index);
     void EndDrag(bool keep);
+    void ChangeSpans(OnSpans spans); // by the user
     void Describe();
 
     void PaintRuler(QPainter& painter) const;
@@ -75,7 +70,7 @@ private:
     std::vector<std::int64_t> m_numbers { 1 };
     std::size_t m_current = 0;
     OnSpans m_spans;
-    std::optional<std::size_t> m_selected;
+    std::optional<std::size_t> m_selected; // the stretch that Delete turns off
 
     Drag m_drag = Drag::kNone;
     OnSpan m_dragged {};           // the stretch as it was when it was taken

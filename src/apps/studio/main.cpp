@@ -8,15 +8,14 @@
 #include <vector>
 
 #include <CLI/CLI.hpp>
-#include <QAction>
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTimer>
 #include <QTranslator>
 
-#include "apps/studio/Mailbox.h"
 #include "apps/studio/MainWindow.h"
+#include "apps/studio/Style.h"
 #include "apps/studio/Texts.h"
 #include "host/StandardStreams.h"
 
@@ -30,21 +29,10 @@ struct Options {
     std::optional<std::string> screenshot;
 };
 
-// Also for the plug-in, which asks the environment.
-void ChooseLanguage(const std::optional<std::string>& name) {
-    auto language = LanguageOfUser();
-    if (name && ParseLanguage(*name, language))
-        setenv("LANGUAGE", name->c_str(), 1);
-    SetLanguage(language);
-    QLocale::setDefault(language == Language::kJapanese ? QLocale(QLocale::Japanese)
-                                                        : QLocale(QLocale::English));
-}
-
 // What the widgets themselves say, as in file dialogs.
 void TranslateWidgets(QApplication& application) {
     static QTranslator translator;
-    if (TheLanguage() == Language::kJapanese &&
-        translator.load(QStringLiteral("qtbase_ja"),
+    if (translator.load(QStringLiteral("qtbase_") + QString::fromStdString(TheLanguage()),
                         QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         application.installTranslator(&translator);
 }
@@ -64,7 +52,11 @@ void TakeScreenshot(MainWindow& window, const std::string& file) {
 }
 
 int Run(const Options& options, int argc, char** argv) {
-    ChooseLanguage(options.language);
+    // Also for the plug-in, which asks the environment.
+    if (options.language)
+        setenv("LANGUAGE", options.language->c_str(), 1);
+    ChooseLanguage();
+    QLocale::setDefault(QLocale(QString::fromStdString(TheLanguage())));
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("telop-studio"));
     QApplication::setApplicationDisplayName(QString());
@@ -75,13 +67,12 @@ int Run(const Options& options, int argc, char** argv) {
     PrepareStyle();
     MainWindow window;
     if (!options.files.empty())
-        window.OpenFiles(options.files);
+        window.Document().OpenFiles(options.files);
     window.show();
-    Mailbox mailbox;
     if (options.screenshot)
         TakeScreenshot(window, *options.screenshot);
     else if (options.files.empty())
-        mailbox.Post([&window] { window.OfferRestore(); });
+        QTimer::singleShot(0, &window, [&window] { window.Document().OfferRestore(); });
     return QApplication::exec();
 }
 
@@ -98,9 +89,8 @@ int main(int argc, char** argv) try {
                    "several pictures; without any a test card is shown");
     app.add_option("--language", options.language, "en or ja; otherwise the environment's")
         ->check([](const std::string& name) {
-            studio::Language language {};
-            return studio::ParseLanguage(name, language) ? std::string()
-                                                         : "'" + name + "' is neither en nor ja";
+            return studio::HasLanguage(name) ? std::string()
+                                             : "'" + name + "' is neither en nor ja";
         });
     app.add_option("--screenshot", options.screenshot,
                    "Draw the window into this PNG file and exit");

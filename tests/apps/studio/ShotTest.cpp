@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/studio/Shot.h"
 
+#include <algorithm>
+#include <array>
+
 #include <gmock/gmock.h>
 
+#include "apps/studio/Player.h"
 #include "apps/studio/StudioFixture.h"
 #include "apps/studio/TestCard.h"
 
@@ -49,17 +53,28 @@ TEST(Shot, TestCardHasAFrameForEachNumberAndNoTwoAlike) {
     TheApplication(); // the card is drawn with its fonts
     auto const card = Shot::TestCard();
     ASSERT_EQ(card->Count(), 100U);
-    EXPECT_EQ(card->IndexOf(100), 99U);
-    EXPECT_EQ(card->IndexOf(5000), 99U);
-    EXPECT_EQ(card->IndexOf(-3), 0U);
+    for (auto const& [number, index] : { std::pair(100, 99), { 5000, 99 }, { -3, 0 }, { 7, 6 } })
+        EXPECT_EQ(card->IndexOf(number), static_cast<std::size_t>(index)) << number;
     host::PngReader reader;
-    host::Frame frame;
+    std::array<host::Frame, 3> frames; // the first, the second, and the first again
     std::string why;
-    ASSERT_TRUE(card->Read(0, reader, frame, why)) << why;
-    EXPECT_EQ(frame.image->Width(), kTestCardWidth);
-    EXPECT_EQ(frame.image->Height(), kTestCardHeight);
-    EXPECT_NE(DrawTestCard(1), DrawTestCard(2));
-    EXPECT_EQ(DrawTestCard(7), DrawTestCard(7));
+    for (std::size_t i = 0; i < frames.size(); ++i)
+        ASSERT_TRUE(card->Read(i % 2, reader, frames[i], why)) << why;
+    EXPECT_EQ(frames[0].image->Width(), kTestCardWidth);
+    EXPECT_FALSE(std::ranges::equal(frames[0].image->Bytes(), frames[1].image->Bytes()));
+    EXPECT_TRUE(std::ranges::equal(frames[0].image->Bytes(), frames[2].image->Bytes()));
+}
+
+TEST(Player, KeepsThePaceOfFilmAndGoesRound) {
+    struct Row {
+        std::size_t start, count;
+        qint64 milliseconds;
+        std::size_t frame;
+    };
+    for (auto const& row : { Row { 0, 100, 41, 0 }, Row { 0, 100, 42, 1 }, Row { 0, 100, 1000, 24 },
+                             Row { 90, 100, 1000, 14 }, Row { 3, 7, 3600000, (3 + 86400) % 7 } })
+        EXPECT_EQ(Player::FrameAt(row.start, row.count, row.milliseconds), row.frame)
+            << row.start << " of " << row.count << " after " << row.milliseconds;
 }
 
 } // namespace

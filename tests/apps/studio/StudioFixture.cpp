@@ -2,17 +2,14 @@
 #include "apps/studio/StudioFixture.h"
 
 #include <array>
-#include <fstream>
-#include <iterator>
 
+#include <QAbstractButton>
 #include <QApplication>
-#include <QElapsedTimer>
-#include <QThread>
+#include <QTimer>
+#include <QtTest>
 
-#include "apps/studio/MessageBar.h"
-#include "apps/studio/Pixels.h"
 #include "apps/studio/Style.h"
-#include "host/frames/PngWriter.h"
+#include "host/Tables.h"
 
 QApplication& TheApplication() {
     // Settings are looked for below a folder that is chosen when the first one is read.
@@ -32,13 +29,20 @@ QApplication& TheApplication() {
 }
 
 bool WaitUntil(const std::function<bool()>& condition) {
-    QElapsedTimer clock;
-    clock.start();
-    while (!condition() && clock.elapsed() < 20000) {
-        QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-        QThread::msleep(1);
+    return QTest::qWaitFor(condition, 20000);
+}
+
+QAbstractButton* ButtonOf(const QWidget& widget, const QString& text) {
+    for (auto* const button : widget.findChildren<QAbstractButton*>()) {
+        if (button->isVisible() && button->text().remove(QLatin1Char('&')) == text)
+            return button;
     }
-    return condition();
+    return nullptr;
+}
+
+void Click(QAbstractButton* button) {
+    ASSERT_TRUE(button);
+    QTest::mouseClick(button, Qt::LeftButton, {}, { 8, button->height() / 2 });
 }
 
 StudioTest::StudioTest() {
@@ -48,14 +52,10 @@ StudioTest::StudioTest() {
     NewWindow();
 }
 
-StudioTest::~StudioTest() = default;
-
 studio::MainWindow& StudioTest::NewWindow() {
     m_window.reset();
     m_window = std::make_unique<studio::MainWindow>();
-    m_window->onUnsaved = [] { return studio::Answer::kDiscard; };
-    m_window->onLeftCopy = [](const host::LeftCopy&) { return studio::RestoreAnswer::kLater; };
-    EXPECT_TRUE(m_window->TheProject().Effect()) << m_window->Messages().Text().toStdString();
+    EXPECT_TRUE(m_window->Plugin().Effect()) << Message();
     m_window->show();
     EXPECT_TRUE(Settle());
     return *m_window;
@@ -65,24 +65,36 @@ bool StudioTest::Settle() {
     return WaitUntil([this] { return m_window->IsSettled(); });
 }
 
-std::string StudioTest::WriteShot(const std::string& folder, int frames) {
-    host::PngWriter writer;
-    std::string why;
-    std::filesystem::create_directories(Path(folder));
-    for (int i = 1; i <= frames; ++i) {
-        QImage picture(320, 180, QImage::Format_RGB32);
-        picture.fill(QColor(20 * i % 256, 90, 160));
-        host::Frame frame;
-        EXPECT_TRUE(studio::ToFrame(picture, frame));
-        auto const name = "shot.000" + std::to_string(i) + ".png";
-        EXPECT_EQ(writer.Write(Path(folder) / name, frame, {}, host::Existing::kOverwrite, why),
-                  host::OutputResult::kWritten)
-            << why;
-    }
-    return (Path(folder) / "shot.####.png").string();
+bool StudioTest::Answering(const QString& button, const std::function<void()>& what) {
+    bool asked = false;
+    QTimer timer;
+    timer.callOnTimeout([&] {
+        auto* const question = QApplication::activeModalWidget();
+        if (!question || asked)
+            return;
+        asked = true;
+        Click(ButtonOf(*question, button));
+        if (question->isVisible()) // or the test would wait forever
+            question->close();
+    });
+    timer.start(0);
+    what();
+    return asked;
 }
 
-std::string Contents(const std::filesystem::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return { std::istreambuf_iterator<char>(stream), {} };
+void StudioTest::Edit(const std::function<void(_TEXTPARAM&)>& edit) {
+    edit(*Project().Effect()->Params());
+    host::ParamTable().ParametersChanged(nullptr);
+}
+
+std::string StudioTest::WriteShot(const std::string& folder, int frames,
+                                  QImage::Format format) const {
+    std::filesystem::create_directories(Path(folder));
+    for (int i = 1; i <= frames; ++i) {
+        QImage picture(320, 180, format);
+        picture.fill(QColor::fromRgba64(static_cast<ushort>(5003 * i), 23019, 41001));
+        auto const name = "shot.000" + std::to_string(i) + ".png";
+        EXPECT_TRUE(picture.save(QString::fromStdString((Path(folder) / name).string())));
+    }
+    return (Path(folder) / "shot.####.png").string();
 }

@@ -1,16 +1,15 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Exported frames are those of the command line.
 #include <cstdlib>
+#include <cstring>
+#include <fstream>
+#include <iterator>
 
-#include <QAbstractButton>
 #include <QAction>
 #include <QImage>
-#include <QRgba64>
-#include <QTest>
 #include <gmock/gmock.h>
 
 #include "apps/studio/ExportBar.h"
-#include "apps/studio/MessageBar.h"
 #include "apps/studio/StudioFixture.h"
 
 namespace studio {
@@ -20,52 +19,38 @@ namespace {
 class WindowExportTest : public StudioTest {
 protected:
     std::string Export(const host::ExportOptions& options) {
+        EXPECT_TRUE(Settle()); // or what it says may come last
         Window().StartExport(options);
         EXPECT_TRUE(WaitUntil([&] { return Window().Exports().isHidden(); }));
-        return Window().Messages().Text().toStdString();
+        return Message();
     }
     host::ExportOptions To(const std::string& folder) const {
         host::ExportOptions options;
         options.output = (Path(folder) / "").string();
         return options;
     }
-    // Makes the frames over with 16 bits a channel, and values that 8 bits do not have.
-    void Deepen(const std::string& folder, int frames) const {
-        QImage picture(320, 180, QImage::Format_RGBX64);
-        for (int y = 0; y < picture.height(); ++y) {
-            auto* const row = reinterpret_cast<QRgba64*>(picture.scanLine(y));
-            for (int x = 0; x < picture.width(); ++x)
-                row[x] = qRgba64(x * 201, y * 333, x * y, 65535);
-        }
-        for (int i = 1; i <= frames; ++i) {
-            EXPECT_TRUE(picture.save(QString::fromStdString(NameOf(folder, i).string())));
-        }
-    }
     std::filesystem::path NameOf(const std::string& folder, int number) const {
         return Path(folder) / ("shot.000" + std::to_string(number) + ".png");
     }
     std::string Frame(const std::string& folder, int number) const {
-        return Contents(NameOf(folder, number));
+        std::ifstream stream(NameOf(folder, number), std::ios::binary);
+        return { std::istreambuf_iterator<char>(stream), {} };
     }
 };
 
 TEST_F(WindowExportTest, WritesWhatTheCommandLineMakesOfTheDocument) {
-    auto& project = Window().TheProject();
     for (int const depth : { 8, 16 }) {
         auto const shot = "shot" + std::to_string(depth);
         auto const studio = "studio" + std::to_string(depth);
         auto const line = "line" + std::to_string(depth);
-        auto const pattern = WriteShot(shot, 6);
-        if (depth == 16)
-            Deepen(shot, 6);
-        ASSERT_TRUE(Window().OpenFrames(pattern));
-        project.Effect()->Params()->ptPos = { 20, 30 };
-        project.CommitParams();
-        project.ChangeStrings({ true, { "題", "3", "{file}", "{frame+10}" } }, 0);
-        project.ChangeSpans({ { 1, 3 } });
+        auto const format = depth == 8 ? QImage::Format_RGB32 : QImage::Format_RGBX64;
+        ASSERT_TRUE(Document().OpenFrames(WriteShot(shot, 6, format)));
+        Edit([](auto& params) { params.ptPos = { 20, 30 }; });
+        Project().ChangeStrings({ true, { "題", "3", "{file}", "{frame+10}" } }, 0);
+        Project().ChangeSpans({ { 1, 3 } });
         EXPECT_EQ(Export(To(studio)), "The export is done: 6 frames written.");
 
-        ASSERT_TRUE(Window().SaveDocument(Path("work.telop").string()));
+        ASSERT_TRUE(Document().SaveTo(Path("work.telop").string()));
         auto const command = std::string(TELOP_PROGRAM) + " render --quiet --document '" +
                              Path("work.telop").string() + "' '" + (Path(line) / "").string() + "'";
         ASSERT_EQ(std::system(command.c_str()), 0) << command;
@@ -80,41 +65,71 @@ TEST_F(WindowExportTest, WritesWhatTheCommandLineMakesOfTheDocument) {
 }
 
 TEST_F(WindowExportTest, NamesWhatFailed) {
-    ASSERT_TRUE(Window().OpenFrames(WriteShot("shot", 3)));
+    ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 3)));
     m_home.Write("shot/shot.0002.png", "no picture");
     auto const message = Export(To("out"));
     EXPECT_THAT(message, testing::HasSubstr("2 frames written, 1 failed"));
     EXPECT_THAT(message, testing::HasSubstr("shot.0002.png"));
-    EXPECT_EQ(Window().Messages().TheKind(), MessageBar::Kind::kError);
     EXPECT_FALSE(std::filesystem::exists(Path("out/shot.0002.png")));
 }
 
+// A frame without its text is none, and another font in the place of the one that is asked for is told.
+TEST_F(WindowExportTest, TellsOfTextThatIsNotAsItShouldBe) {
+    ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 2)));
+    Edit([](auto& params) { std::strcpy(params.szFontName, "No Such Family"); });
+    EXPECT_THAT(Export(To("other")), testing::AllOf(testing::HasSubstr("2 frames written.\n"),
+                                                    testing::HasSubstr("No Such Family")));
+    Edit([](auto& params) { params.nFontSize = 32000; });
+    EXPECT_THAT(Export(To("none")), testing::AllOf(testing::HasSubstr("0 frames written, 2 failed"),
+                                                   testing::HasSubstr("shot.000")));
+    EXPECT_TRUE(Frame("none", 1).empty());
+}
+
+// An export draws in the encoding of the document that it was started with.
+TEST_F(WindowExportTest, GoesOnWhileAnotherDocumentIsOpened) {
+    ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 9)));
+    Edit([](auto& params) {
+        params.dwFlags = TEXT_INFO;
+        std::strcpy(params.szInfoText, "道");
+    });
+    Export(To("alone"));
+    auto other = Project().ToDocument();
+    other.encoding = *platform::TextEncoding::Find("CP932");
+    std::string why;
+    ASSERT_TRUE(other.Save(Path("other.telop"), why)) << why;
+    Window().StartExport(To("beside"));
+    EXPECT_TRUE(Document().Open(Path("other.telop").string())) << Message();
+    ASSERT_TRUE(WaitUntil([&] { return Window().Exports().isHidden(); }));
+    for (int i = 1; i <= 9; ++i)
+        EXPECT_EQ(Frame("beside", i), Frame("alone", i)) << i;
+}
+
 TEST_F(WindowExportTest, RefusesKeepsOrReplacesWhatIsThere) {
-    ASSERT_TRUE(Window().OpenFrames(WriteShot("shot", 2)));
-    m_home.Write("out/shot.0001.png", "mine");
+    ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 2)));
+    std::filesystem::create_directories(Path("out"));
+    std::filesystem::copy(NameOf("shot", 2), NameOf("out", 1));
     auto options = To("out");
     EXPECT_THAT(Export(options), testing::HasSubstr("shot.0001.png"));
     EXPECT_FALSE(std::filesystem::exists(Path("out/shot.0002.png")));
     options.existing = host::Existing::kSkip;
     EXPECT_THAT(Export(options), testing::HasSubstr("1 frame written, 1 there already"));
-    EXPECT_EQ(Frame("out", 1), "mine");
+    EXPECT_EQ(Frame("out", 1), Frame("shot", 2));
     options.existing = host::Existing::kOverwrite;
     EXPECT_THAT(Export(options), testing::HasSubstr("2 frames written"));
-    EXPECT_NE(Frame("out", 1), "mine");
+    EXPECT_NE(Frame("out", 1), Frame("shot", 2));
 }
 
 // How many frames were written before the click is the machine's matter; what is there is whole.
 TEST_F(WindowExportTest, ACancelledOneLeavesWholeFramesAndGoesOnLater) {
-    ASSERT_TRUE(Window().OpenFrames(WriteShot("shot", 9)));
+    ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 9)));
     Export(To("whole"));
     auto options = To("out");
     options.existing = host::Existing::kSkip;
     Window().StartExport(options);
-    QTest::mouseClick(Window().Exports().findChild<QAbstractButton*>(), Qt::LeftButton);
+    Click(ButtonOf(Window().Exports(), "Cancel Export"));
     ASSERT_TRUE(WaitUntil([&] { return Window().Exports().isHidden(); }));
-    EXPECT_THAT(Window().Messages().Text().toStdString(),
-                testing::AnyOf(testing::HasSubstr("The export was cancelled"),
-                               testing::HasSubstr("9 frames written")));
+    EXPECT_THAT(Message(), testing::AnyOf(testing::HasSubstr("The export was cancelled"),
+                                          testing::HasSubstr("9 frames written")));
     for (int i = 1; i <= 9; ++i)
         EXPECT_THAT(Frame("out", i), testing::AnyOf("", Frame("whole", i))) << i;
     Export(options);
@@ -124,7 +139,7 @@ TEST_F(WindowExportTest, ACancelledOneLeavesWholeFramesAndGoesOnLater) {
 
 TEST_F(WindowExportTest, TheTestCardIsNotExported) {
     Window().Action("export")->trigger();
-    EXPECT_THAT(Window().Messages().Text().toStdString(), testing::HasSubstr("test card"));
+    EXPECT_THAT(Message(), testing::HasSubstr("test card"));
 }
 
 } // namespace

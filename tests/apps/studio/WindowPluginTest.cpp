@@ -1,0 +1,270 @@
+// SPDX-License-Identifier: BSD-3-Clause
+// What the window does when a dialog of the plug-in reports, when one of its events fails, and when
+// strings and ranges change.
+#include <cstring>
+#include <functional>
+
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest>
+#include <gmock/gmock.h>
+
+#include "apps/studio/FrameView.h"
+#include "apps/studio/StringsPanel.h"
+#include "apps/studio/StudioFixture.h"
+#include "apps/studio/Timeline.h"
+#include "host/Tables.h"
+#include "platform/ui/Windows.h"
+
+namespace studio {
+
+namespace {
+
+class WindowPluginTest : public StudioTest {
+protected:
+    QString UndoText() { return Project().Undo().undoText(); }
+    QImage Picture() { return Window().View().Picture(); }
+    // The action's key, where a person presses it.
+    void Press(Qt::Key key) { QTest::keyClick(&Window().View(), key); }
+};
+
+TEST_F(WindowPluginTest, EachReportedChangeIsOneStepWithANameOfItsOwn) {
+    auto const before = Project().Committed().params;
+    struct Row {
+        const char* name;
+        std::function<void(_TEXTPARAM&)> edit;
+    };
+    for (auto const& row : {
+             Row { "Move Text", [](auto& params) { params.ptPos.x += 10; } },
+             Row { "Change Look of Text", [](auto& params) { params.crText = 0x10; } },
+             Row { "Change Look of Text", [](auto& params) { params.dwFlags ^= TEXT_BOX; } },
+             Row { "Change Text", [](auto& params) { params.dwFlags ^= TEXT_SCORE | TEXT_INFO; } },
+             Row { "Change Text", [](auto& params) { params.szInfoText[0] = 'x'; } },
+             Row { "Change Text Settings",
+                   [](auto& params) {
+                       params.nFontSize += 3;
+                       params.szInfoText[0] = 'y';
+                   } },
+         }) {
+        auto const steps = Project().Undo().count();
+        Edit(row.edit);
+        EXPECT_EQ(Project().Undo().count(), steps + 1) << row.name;
+        EXPECT_EQ(UndoText().toStdString(), row.name);
+    }
+    auto const steps = Project().Undo().count();
+    Edit([](auto&) {});
+    EXPECT_EQ(Project().Undo().count(), steps);
+    while (Project().Undo().canUndo())
+        QTest::keySequence(&Window(), QKeySequence::Undo);
+    auto const live = Project().LiveParams();
+    EXPECT_EQ(std::memcmp(&live, &before, sizeof before), 0);
+}
+
+TEST_F(WindowPluginTest, ThePanelTellsTheTextOfTheFrameThatIsShown) {
+    auto& plugin = Window().Plugin();
+    auto* const summary = plugin.findChild<QPlainTextEdit*>();
+    ASSERT_TRUE(summary) << plugin.Message().toStdString();
+    Press(Qt::Key_End);
+    ASSERT_TRUE(Settle());
+    EXPECT_EQ(summary->toPlainText(), "C-000-0100");
+    ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 3)));
+    ASSERT_TRUE(Settle());
+    EXPECT_EQ(summary->toPlainText(), "C-000-0001");
+    Press(Qt::Key_Right);
+    ASSERT_TRUE(Settle());
+    EXPECT_EQ(summary->toPlainText(), "C-000-0002");
+    EXPECT_EQ(plugin.findChildren<QPlainTextEdit*>(), QList { summary });
+}
+
+// What it edits shows at once, and goes when it is not confirmed.
+TEST_F(WindowPluginTest, TheTextDialogMakesAStepWithOKAndNoneWithCancel) {
+    ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 2)));
+    ASSERT_TRUE(Settle());
+    auto* const edit = Window().Plugin().findChild<QPushButton*>();
+    ASSERT_TRUE(edit) << Window().Plugin().Message().toStdString();
+    struct Row {
+        const char* button;
+        std::int32_t size;
+    };
+    for (auto const& row : { Row { "Cancel", 36 }, Row { "OK", 72 } }) {
+        auto const plain = Picture();
+        bool shown = false;
+        QTimer::singleShot(0, &Window(), [&] {
+            ASSERT_TRUE(WaitUntil([] { return QApplication::activeModalWidget(); }));
+            auto* const dialog = QApplication::activeModalWidget();
+            EXPECT_FALSE(Window().Action("open")->isEnabled());
+            for (auto* const field : dialog->findChildren<QLineEdit*>()) {
+                if (field->isVisible() && field->text() == "36") {
+                    field->selectAll();
+                    QTest::keyClicks(field, "72");
+                }
+            }
+            shown = WaitUntil([&] { return Picture() != plain; });
+            Click(ButtonOf(*dialog, row.button));
+        });
+        Click(edit); // comes back when the dialog has ended
+        EXPECT_TRUE(shown) << row.button;
+        EXPECT_EQ(Project().LiveParams().nFontSize, row.size) << row.button;
+        EXPECT_EQ(Project().Undo().canUndo(), row.size == 72) << row.button;
+        EXPECT_TRUE(Window().Action("open")->isEnabled());
+        ASSERT_TRUE(WaitUntil([&] { return (Picture() == plain) == (row.size == 36); }));
+    }
+}
+
+// A dialog that an exception ended says nothing.
+TEST_F(WindowPluginTest, AModalWindowThatIsGoneCountsAsEnded) {
+    platform::WindowRef modal = nullptr;
+    platform::CreateNewWindow({ 0, 0, 50, 50 }, &modal);
+    host::WindowTable().ModalOpens(reinterpret_cast<EPIWindowRef>(modal));
+    EXPECT_FALSE(Window().Action("open")->isEnabled());
+    platform::DisposeWindow(modal);
+    EXPECT_TRUE(WaitUntil([&] { return Window().Action("open")->isEnabled(); }));
+}
+
+TEST_F(WindowPluginTest, ErrorEventsSayWhatWasBeingHandled) {
+    struct Row {
+        std::uint32_t eventClass, kind;
+        std::int32_t code;
+        const char* text;
+        // A parameter of another size is not read past its end.
+        std::uint32_t size = sizeof(PluginError);
+    };
+    for (auto const& row : {
+             Row { 0x636D6473, 1, -50, "handled a command ('cmds', kind 1; code -50)" },
+             Row { 0x6D6F7573, 10, -1, "handled the mouse wheel ('mous', kind 10; code -1)" },
+             Row { 0x6D6F7573, 1, -1, "handled the mouse ('mous'" },
+             Row { 0x41424344, 7, 3, "handled an event ('ABCD', kind 7; code 3)" },
+             Row { 0x00424344, 7, 3, "handled an event (0x00424344, kind 7" },
+             Row { 0, 0, -108, "ran into an error (code -108)" },
+             Row { 0, 0, -108, "", sizeof(PluginError) - 4 },
+         }) {
+        Window().Messages().Clear();
+        PluginError const error { {}, row.code, row.eventClass, row.kind };
+        platform::EventRef event = nullptr;
+        ASSERT_EQ(platform::CreateEvent(kPluginErrorClass, kPluginErrorKind, 0, &event), 0);
+        platform::SetEventParameter(event, kPluginErrorClass, kPluginErrorClass, row.size, &error);
+        platform::SendEventToEventTarget(event, platform::GetApplicationEventTarget());
+        platform::ReleaseEvent(event);
+        EXPECT_THAT(Message(), testing::HasSubstr(row.text));
+        EXPECT_EQ(Message().empty(), *row.text == 0);
+    }
+}
+
+TEST_F(WindowPluginTest, TypingAStringIsOneStepAndChangesTheFrame) {
+    auto const plain = Picture();
+    auto* const field = Window().Strings().findChildren<QLineEdit*>()[2];
+    QTest::keyClicks(field, "12");
+    ASSERT_TRUE(Settle());
+    EXPECT_NE(Picture(), plain);
+    EXPECT_EQ(UndoText(), "Change Information String 3");
+    EXPECT_EQ(Project().Undo().count(), 1);
+    Window().Action("undo")->trigger();
+    ASSERT_TRUE(Settle());
+    EXPECT_EQ(field->text(), "");
+    EXPECT_EQ(Picture(), plain);
+
+    Click(Window().Strings().findChild<QCheckBox*>());
+    EXPECT_FALSE(Project().Committed().strings.present);
+    EXPECT_FALSE(field->isEnabled());
+    Window().Action("undo")->trigger();
+    EXPECT_TRUE(field->isEnabled());
+}
+
+TEST_F(WindowPluginTest, BelowAStringStandsWhatTheFrameMakesOfItOrWhatIsWrong) {
+    auto* const field = Window().Strings().findChildren<QLineEdit*>()[0];
+    struct Row {
+        QString typed;
+        const char* note; // a part of it
+        std::string bytes;
+        const char* encoding = "UTF-8";
+    };
+    QString const most(63, 'x');
+    for (auto const& row : {
+             Row { "Road", "", "Road" },
+             Row { "道", "", "道" },
+             Row { "道", "", "\x93\xB9", "CP932" },
+             Row { "ñ", "encoding CP932 lacks a character", "", "CP932" },
+             Row { "{frame+1:04} {{", "This frame: 0002 {", "0002 {" },
+             Row { "{fram}", "Unknown token", "" },
+             Row { most, "", most.toStdString() },
+             Row { most + "{frame}", "64 bytes, and 63 fit", "" },
+         }) {
+        platform::TextContext context(*platform::TextEncoding::Find(row.encoding));
+        platform::TextScope const scope(context);
+        field->clear();
+        QInputMethodEvent composed; // as an input method types
+        composed.setCommitString(row.typed);
+        QApplication::sendEvent(field, &composed);
+        auto const note = field->accessibleDescription().toStdString();
+        EXPECT_THAT(note, testing::HasSubstr(row.note)) << row.typed.toStdString();
+        EXPECT_EQ(note.empty(), *row.note == 0) << row.typed.toStdString();
+        EXPECT_EQ(Project().StringsHere()[0], row.bytes) << row.typed.toStdString();
+    }
+}
+
+TEST_F(WindowPluginTest, RangesAreTurnedByKeysAndComeBackByUndo) {
+    auto const shown = [this] { return Window().TheTimeline().Spans(); };
+    Window().Action("nowhere")->trigger();
+    Window().ShowFrame(4);
+    host::ParamTable().Option(1.0, 0); // a dialog's wish to have the text on here
+    EXPECT_EQ(shown(), (OnSpans { { 4, 4 } }));
+    Press(Qt::Key_T);
+    EXPECT_EQ(shown(), OnSpans {});
+    Window().ShowFrame(10);
+    Press(Qt::Key_T);
+    Window().ShowFrame(14);
+    Press(Qt::Key_BracketRight);
+    EXPECT_EQ(shown(), (OnSpans { { 10, 14 } }));
+    Window().ShowFrame(12);
+    Press(Qt::Key_BracketLeft);
+    EXPECT_EQ(shown(), (OnSpans { { 12, 14 } }));
+    EXPECT_EQ(UndoText(), "Change Ranges");
+    QTest::keySequence(&Window(), QKeySequence::Undo);
+    EXPECT_EQ(shown(), (OnSpans { { 10, 14 } }));
+    QTest::keySequence(&Window(), QKeySequence("Ctrl+Shift+Z"));
+    EXPECT_EQ(shown(), (OnSpans { { 12, 14 } }));
+    // Off frames show the frame itself.
+    ASSERT_TRUE(Settle());
+    auto const on = Picture();
+    Press(Qt::Key_T);
+    ASSERT_TRUE(Settle());
+    EXPECT_NE(Picture(), on);
+}
+
+TEST_F(WindowPluginTest, KeysOfTheFrameStepAndPlay) {
+    struct Row {
+        Qt::Key key;
+        std::size_t frame;
+    };
+    for (auto const& row : { Row { Qt::Key_End, 99 }, Row { Qt::Key_Left, 98 },
+                             Row { Qt::Key_Home, 0 }, Row { Qt::Key_Right, 1 } }) {
+        Press(row.key);
+        EXPECT_EQ(Project().Current(), row.frame);
+    }
+    Press(Qt::Key_Space);
+    EXPECT_TRUE(WaitUntil([&] { return Project().Current() > 3; }));
+    Press(Qt::Key_Space);
+    auto const stopped = Project().Current();
+    ASSERT_TRUE(Settle());
+    EXPECT_EQ(Project().Current(), stopped);
+}
+
+// A text that is lost is named, and no frame is written as if it had it.
+TEST_F(WindowPluginTest, ATextThatCannotBeDrawnIsSaidUntilItCan) {
+    auto const size = Project().LiveParams().nFontSize;
+    Edit([](auto& params) { params.nFontSize = 32000; });
+    ASSERT_TRUE(Settle());
+    EXPECT_THAT(Message(), testing::HasSubstr("The text could not be drawn into this frame.\n"));
+    Edit([size](auto& params) { params.nFontSize = size; });
+    ASSERT_TRUE(Settle());
+    EXPECT_EQ(Message(), "");
+}
+
+} // namespace
+
+} // namespace studio
