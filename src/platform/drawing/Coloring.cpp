@@ -15,23 +15,20 @@ namespace {
 
 Pixel MixPixels(const TwoColors& colors, std::uint8_t coverage) {
     Pixel mixed;
-    for (std::size_t i = 0; i < mixed.size(); ++i) {
+    for (std::size_t i = 0; i < mixed.size(); ++i)
         mixed[i] = Mix(colors.ground[i], colors.text[i], coverage);
-    }
     return mixed;
 }
 
 void ColorPlain(const ColorArea& area, const TwoColors& colors) {
     std::array<Pixel, 256> table;
-    for (std::size_t i = 0; i < table.size(); ++i) {
+    for (std::size_t i = 0; i < table.size(); ++i)
         table[i] = MixPixels(colors, static_cast<std::uint8_t>(i));
-    }
     for (std::int64_t y = 0; y < area.height; ++y) {
         std::uint8_t* const pixels = area.pixels + y * area.pixelStride;
         const std::uint8_t* const coverage = area.coverage + y * area.coverageStride;
-        for (std::int64_t x = 0; x < area.width; ++x) {
+        for (std::int64_t x = 0; x < area.width; ++x)
             std::memcpy(pixels + x * 4, table[coverage[x]].data(), sizeof(Pixel));
-        }
     }
 }
 
@@ -95,17 +92,15 @@ TELOP_AVX2 inline void Color32(std::uint8_t* pixels, const std::uint8_t* coverag
 // The last pixels of a row are done with those before them once more.
 TELOP_AVX2 void ColorRow(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t width,
                          const Lanes& lanes) {
-    for (std::int64_t x = 0; x + kColorVector < width; x += kColorVector) {
+    for (std::int64_t x = 0; x + kColorVector < width; x += kColorVector)
         Color32(pixels + x * 4, coverage + x, lanes);
-    }
     const std::int64_t last = width - kColorVector;
     Color32(pixels + last * 4, coverage + last, lanes);
 }
 
 TELOP_AVX2 void ColorAvx2(const ColorArea& area, const TwoColors& colors) {
-    if (area.width < kColorVector) {
+    if (area.width < kColorVector)
         return ColorPlain(area, colors);
-    }
     const Lanes lanes = LanesOf(colors);
     for (std::int64_t y = 0; y < area.height; ++y) {
         ColorRow(area.pixels + y * area.pixelStride, area.coverage + y * area.coverageStride,
@@ -120,21 +115,18 @@ TELOP_AVX2 void ColorAvx2(const ColorArea& area, const TwoColors& colors) {
 void BlendPixels(std::uint8_t* pixels, const std::uint8_t* coverage, std::int64_t count,
                  Pixel color) {
     for (std::int64_t i = 0; i < count; ++i) {
-        if (coverage[i] == 0) { // beside the strokes, as most of a text's box is
+        if (coverage[i] == 0) // beside the strokes, as most of a text's box is
             continue;
-        }
         std::uint8_t* const pixel = pixels + i * 4;
-        for (std::size_t channel = 0; channel < color.size(); ++channel) {
+        for (std::size_t channel = 0; channel < color.size(); ++channel)
             pixel[channel] = Mix(pixel[channel], color[channel], coverage[i]);
-        }
     }
 }
 
 ColorWay ColorWayAt(int index) {
 #if defined(__x86_64__)
-    if (index == 1) {
+    if (index == 1)
         return { "AVX2", __builtin_cpu_supports("avx2") ? ColorAvx2 : nullptr };
-    }
 #endif
     return { "plain", index == 0 ? ColorPlain : nullptr };
 }

@@ -26,9 +26,8 @@ void AddRow(std::uint8_t* plane, const std::uint8_t* coverage, std::int64_t coun
         const Bytes8 full = sum | reinterpret_cast<Bytes8>(sum < there);
         std::memcpy(plane + i, &full, sizeof full);
     }
-    for (; i < count; ++i) {
+    for (; i < count; ++i)
         plane[i] = Add(plane[i], coverage[i]);
-    }
 }
 
 } // namespace
@@ -47,13 +46,11 @@ void CoveragePlane::PaintBitmap(std::int64_t x, std::int64_t y,
 void CoveragePlane::PaintSpan(std::int64_t x, std::int64_t y, std::int64_t length,
                               std::uint8_t coverage) {
     const text::PixelBox part = Intersection(m_box, { x, y, x + length, y + 1 });
-    if (part.IsEmpty()) {
+    if (part.IsEmpty())
         return;
-    }
     std::uint8_t* const row = m_bytes.data() + Place(part.left, y);
-    for (std::int64_t i = 0; i < part.Width(); ++i) {
+    for (std::int64_t i = 0; i < part.Width(); ++i)
         row[i] = Add(row[i], coverage);
-    }
 }
 
 } // namespace platform

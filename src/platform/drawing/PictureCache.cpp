@@ -68,9 +68,8 @@ public:
     // One that differs from the drawing in the box alone; null when there is none.
     std::unique_ptr<Picture> Take(const PictureKey& key, text::PixelBox& box) {
         for (std::unique_ptr<Picture>& older : m_pictures) {
-            if (!older || older->width != key.width || older->height != key.height) {
+            if (!older || older->width != key.width || older->height != key.height)
                 continue;
-            }
             if (const auto difference =
                     key.recording.DifferenceFrom(older->recording, key.width, key.height)) {
                 box = *difference;
@@ -91,9 +90,8 @@ private:
 std::shared_ptr<const Picture> Lend(std::unique_ptr<Picture> picture) {
     return { picture.release(), [](Picture* returned) {
                 std::unique_ptr<Picture> owned(returned);
-                if (OlderPictures* const older = OlderPictures::OfThread()) {
+                if (OlderPictures* const older = OlderPictures::OfThread())
                     older->Keep(std::move(owned));
-                }
             } };
 }
 
@@ -127,9 +125,8 @@ std::shared_ptr<const std::uint8_t> PictureOf(const Recording& recording, std::i
     std::shared_ptr<const Picture> picture = Cache().Find(hash, key);
     if (!picture) {
         picture = Draw(key);
-        if (g_once.SeenBefore(hash)) { // worth keeping
+        if (g_once.SeenBefore(hash)) // worth keeping
             Cache().Insert(hash, picture);
-        }
     }
     return { picture, picture->pixels.get() };
 }
@@ -137,9 +134,8 @@ std::shared_ptr<const std::uint8_t> PictureOf(const Recording& recording, std::i
 PixelMemory DrawPicture(const Recording& recording, std::int32_t width, std::int32_t height) {
     const std::int64_t bytes = RowBytesFor(width) * height;
     PixelMemory pixels = MakePixels(bytes);
-    if (!recording.CoversCanvas(width, height)) { // equal drawings must give equal bytes
+    if (!recording.CoversCanvas(width, height)) // equal drawings must give equal bytes
         std::memset(pixels.get(), 0, static_cast<std::size_t>(bytes));
-    }
     recording.Draw({ pixels.get(), RowBytesFor(width), width, height });
     return pixels;
 }
@@ -160,9 +156,8 @@ void PurgeTextCaches() {
     Cache().Clear();
     g_once.Clear();
     // What the cache let go of came to this thread.
-    if (OlderPictures* const older = OlderPictures::OfThread()) {
+    if (OlderPictures* const older = OlderPictures::OfThread())
         older->Clear();
-    }
 }
 
 } // namespace platform

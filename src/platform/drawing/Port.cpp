@@ -23,9 +23,8 @@ std::int32_t SizeOf(const PortState& state) {
 
 // The line of the current port's font; null when nothing is to be drawn.
 text::LinePtr LineOf(const PortState* state, std::string_view bytes) {
-    if (!state || SizeOf(*state) < 0 || bytes.empty()) {
+    if (!state || SizeOf(*state) < 0 || bytes.empty())
         return nullptr;
-    }
     return text::LayOutLine(state->font, SizeOf(*state), bytes);
 }
 
@@ -52,9 +51,8 @@ std::string_view BytesOf(const std::uint8_t* text) {
 }
 
 std::string_view BytesOf(const char* text, std::int32_t offset, std::int32_t length) {
-    if (offset < 0 || length <= 0) {
+    if (offset < 0 || length <= 0)
         return {};
-    }
     return { text + offset, static_cast<std::size_t>(length) };
 }
 
@@ -64,9 +62,8 @@ std::int16_t ToShort(std::int32_t value) {
 }
 
 void FillInPort(const Rect& rect, Pixel color) {
-    if (GWorld* const port = GetPort()) {
+    if (GWorld* const port = GetPort())
         port->pixels.Fill(rect, color);
-    }
 }
 
 } // namespace
@@ -75,15 +72,13 @@ void FillInPort(const Rect& rect, Pixel color) {
 // ---------------------------------------------------------------------------------------------
 
 void RGBForeColor(const RGBColor& color) {
-    if (PortState* const state = CurrentState()) {
+    if (PortState* const state = CurrentState())
         state->fore = color;
-    }
 }
 
 void RGBBackColor(const RGBColor& color) {
-    if (PortState* const state = CurrentState()) {
+    if (PortState* const state = CurrentState())
         state->back = color;
-    }
 }
 
 void GetForeColor(RGBColor* color) {
@@ -97,27 +92,23 @@ void GetBackColor(RGBColor* color) {
 }
 
 void TextFont(FontNumber font) {
-    if (PortState* const state = CurrentState()) {
+    if (PortState* const state = CurrentState())
         state->font = font;
-    }
 }
 
 void TextSize(std::int16_t points) {
-    if (PortState* const state = CurrentState()) {
+    if (PortState* const state = CurrentState())
         state->size = points;
-    }
 }
 
 void TextFace(std::int16_t face) {
-    if (PortState* const state = CurrentState()) {
+    if (PortState* const state = CurrentState())
         state->face = face;
-    }
 }
 
 void TextMode(std::int16_t mode) {
-    if (PortState* const state = CurrentState()) {
+    if (PortState* const state = CurrentState())
         state->mode = mode;
-    }
 }
 
 FontNumber GetPortTextFont(CGrafPtr port) {
@@ -159,9 +150,8 @@ void PaintRect(const Rect& rect) {
 }
 
 void FrameRect(const Rect& rect) {
-    if (rect.left >= rect.right || rect.top >= rect.bottom) {
+    if (rect.left >= rect.right || rect.top >= rect.bottom)
         return;
-    }
     // One pixel less than a side that lies inside the rectangle cannot overflow.
     const auto next = [](std::int16_t edge) { return static_cast<std::int16_t>(edge + 1); };
     const auto before = [](std::int16_t edge) { return static_cast<std::int16_t>(edge - 1); };

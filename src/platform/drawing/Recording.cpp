@@ -26,24 +26,21 @@ void DrawFill(const Canvas& canvas, const Command& fill) {
 
 void PaintTexts(std::span<const Command> texts, std::span<const text::LinePtr> lines,
                 CoveragePlane& plane) {
-    for (std::size_t i = 0; i < texts.size(); ++i) {
+    for (std::size_t i = 0; i < texts.size(); ++i)
         text::PaintLine(*lines[i], texts[i].left, texts[i].top, plane);
-    }
 }
 
 text::PixelBox InkOfTexts(std::span<const Command> texts, std::span<const text::LinePtr> lines) {
     text::PixelBox ink {};
-    for (std::size_t i = 0; i < texts.size(); ++i) {
+    for (std::size_t i = 0; i < texts.size(); ++i)
         ink = Union(ink, Shifted(text::InkOf(*lines[i]), texts[i].left, texts[i].top));
-    }
     return ink;
 }
 
 void Blend(const Canvas& canvas, const CoveragePlane& plane, Pixel color) {
     const text::PixelBox box = plane.Clip();
-    for (std::int64_t y = box.top; y < box.bottom; ++y) {
+    for (std::int64_t y = box.top; y < box.bottom; ++y)
         BlendPixels(canvas.At(box.left, y), plane.Row(y), box.Width(), color);
-    }
 }
 
 } // namespace
@@ -57,9 +54,8 @@ void Recording::Fill(const text::PixelBox& box, Pixel color, std::int32_t width,
                             static_cast<std::int32_t>(box.right),
                             static_cast<std::int32_t>(box.bottom),
                             0 };
-    if (IsWhole(command, width, height)) {
+    if (IsWhole(command, width, height))
         Clear();
-    }
     m_commands.push_back(command);
 }
 
@@ -86,9 +82,8 @@ bool Recording::SameAs(const Recording& other) const {
 std::int64_t Recording::Bytes() const {
     std::int64_t bytes = static_cast<std::int64_t>(m_commands.capacity() * sizeof(Command) +
                                                    m_lines.capacity() * sizeof(text::LinePtr));
-    for (const text::LinePtr& line : m_lines) {
+    for (const text::LinePtr& line : m_lines)
         bytes += line->Bytes();
-    }
     return bytes;
 }
 
@@ -124,11 +119,10 @@ void Recording::Draw(const Canvas& canvas) const {
     // All memory is there: from here on nothing fails.
     auto plane = planes.begin();
     ForEachStep([&](std::span<const Command> step) {
-        if (step.front().kind == Command::kText) {
+        if (step.front().kind == Command::kText)
             Blend(canvas, *plane++, step.front().color);
-        } else {
+        else
             DrawFill(canvas, step.front());
-        }
     });
 }
 
@@ -154,21 +148,18 @@ std::optional<text::PixelBox> Recording::DifferenceFrom(const Recording& other, 
     };
     if (!IsFlat(width, height) ||
         !std::equal(m_commands.begin(), m_commands.end(), other.m_commands.begin(),
-                    other.m_commands.end(), sameButForTheLine)) {
+                    other.m_commands.end(), sameButForTheLine))
         return std::nullopt;
-    }
     const text::PixelBox canvas { 0, 0, width, height };
     text::PixelBox box {};
     for (std::size_t i = 0; i < m_lines.size(); ++i) {
-        if (m_lines[i] == other.m_lines[i]) {
+        if (m_lines[i] == other.m_lines[i])
             continue;
-        }
         const Command& text = m_commands[i + 1];
         const text::PixelBox seenFromPen = DifferenceOf(*m_lines[i], *other.m_lines[i]);
         box = Union(box, Intersection(Shifted(seenFromPen, text.left, text.top), canvas));
-        if (box.Width() * box.Height() * 2 > canvas.Width() * canvas.Height()) {
+        if (box.Width() * box.Height() * 2 > canvas.Width() * canvas.Height())
             return std::nullopt;
-        }
     }
     return box;
 }

@@ -38,13 +38,11 @@ void PixMap::Fill(const Rect& rect, Pixel color) {
                                std::max<std::int32_t>(rect.top, 0),
                                std::min<std::int32_t>(rect.right, width),
                                std::min<std::int32_t>(rect.bottom, height) };
-    if (box.IsEmpty()) {
+    if (box.IsEmpty())
         return;
-    }
     BoundRecording();
-    if (box.Width() == width && box.Height() == height) {
+    if (box.Width() == width && box.Height() == height)
         own = nullptr;
-    }
     shared = nullptr;
     recording.Fill(box, color, width, height);
 }
@@ -56,18 +54,15 @@ void PixMap::Text(std::int32_t x, std::int32_t y, const text::LinePtr& line, Pix
 }
 
 void PixMap::BoundRecording() {
-    if (recording.Count() >= kMaxCommands) {
+    if (recording.Count() >= kMaxCommands)
         WritablePixels();
-    }
 }
 
 const std::uint8_t* PixMap::Pixels() {
-    if (own) {
+    if (own)
         return WritablePixels();
-    }
-    if (!shared) {
+    if (!shared)
         shared = PictureOf(recording, width, height);
-    }
     return shared.get();
 }
 
@@ -89,26 +84,21 @@ OSStatus NewGWorld(GWorldPtr* world, std::int16_t depth, const Rect& bounds) {
     *world = nullptr;
     const std::int32_t width = bounds.right - bounds.left;
     const std::int32_t height = bounds.bottom - bounds.top;
-    if (depth != 32 || width <= 0 || height <= 0 || width > kMaxWorldSide ||
-        height > kMaxWorldSide) {
+    if (depth != 32 || width <= 0 || height <= 0 || width > kMaxWorldSide || height > kMaxWorldSide)
         return kParamErr;
-    }
-    if (RowBytesFor(width) * height > kMaxWorldBytes) {
+    if (RowBytesFor(width) * height > kMaxWorldBytes)
         return kMemFullErr;
-    }
     *world = new (std::nothrow) GWorld;
-    if (!*world) {
+    if (!*world)
         return kMemFullErr;
-    }
     (*world)->pixels.width = width;
     (*world)->pixels.height = height;
     return kNoErr;
 }
 
 void DisposeGWorld(GWorldPtr world) {
-    if (world && t_port == world) {
+    if (world && t_port == world)
         t_port = nullptr; // a caller's mistake that must not become a dangling port
-    }
     delete world;
 }
 
@@ -135,9 +125,8 @@ PixMapHandle GetGWorldPixMap(GWorldPtr world) {
 }
 
 bool LockPixels(PixMapHandle pixels) {
-    if (!pixels) {
+    if (!pixels)
         return false;
-    }
     try {
         pixels->Pixels();
     } catch (const std::bad_alloc&) {
@@ -148,15 +137,13 @@ bool LockPixels(PixMapHandle pixels) {
 }
 
 void UnlockPixels(PixMapHandle pixels) {
-    if (pixels && pixels->locks > 0) {
+    if (pixels && pixels->locks > 0)
         --pixels->locks;
-    }
 }
 
 const std::uint8_t* GetPixBaseAddr(PixMapHandle pixels) {
-    if (!pixels || pixels->locks == 0) {
+    if (!pixels || pixels->locks == 0)
         return nullptr;
-    }
     try {
         return pixels->Pixels(); // drawn anew when something was drawn since the lock
     } catch (const std::bad_alloc&) {
@@ -165,9 +152,8 @@ const std::uint8_t* GetPixBaseAddr(PixMapHandle pixels) {
 }
 
 std::uint8_t* GetWritablePixBaseAddr(PixMapHandle pixels) {
-    if (!pixels || pixels->locks == 0) {
+    if (!pixels || pixels->locks == 0)
         return nullptr;
-    }
     try {
         return pixels->WritablePixels();
     } catch (const std::bad_alloc&) {

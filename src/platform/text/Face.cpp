@@ -34,9 +34,8 @@ bool HasOutlines(hb_face_t* face) {
         hb_blob_t* const table = hb_face_reference_table(face, tag);
         const bool found = hb_blob_get_length(table) > 0;
         hb_blob_destroy(table);
-        if (found) {
+        if (found)
             return true;
-        }
     }
     return false;
 }
@@ -77,16 +76,14 @@ Face::FontPointer Face::MakeFont(hb_blob_t* file, int index) {
             hb_face_create(file, static_cast<unsigned>(index) & 0xFFFF));
         FontPointer font(hb_font_create(face.get()), hb_font_destroy);
         const unsigned instance = static_cast<unsigned>(index) >> 16;
-        if (instance > 0) {
+        if (instance > 0)
             hb_font_set_var_named_instance(font.get(), instance - 1);
-        }
         hb_font_make_immutable(font.get());
         const Owned<hb_buffer_t, hb_buffer_destroy> buffer(hb_buffer_create());
         hb_glyph_extents_t extents {};
         hb_font_get_glyph_extents(font.get(), 1, &extents);
-        if (!ShapeOnce(font.get(), { U"A", 0, 1, HB_SCRIPT_LATIN, false }, buffer.get())) {
+        if (!ShapeOnce(font.get(), { U"A", 0, 1, HB_SCRIPT_LATIN, false }, buffer.get()))
             errno = ENOMEM;
-        }
         return font;
     });
 }
@@ -110,9 +107,8 @@ std::unique_ptr<Face> Face::OpenOnce(const FaceLocation& location, std::string& 
     }
     opened->m_unitsPerEm = static_cast<std::int32_t>(hb_face_get_upem(face));
     opened->m_ink = std::vector<std::atomic<std::uint32_t>>(glyphs);
-    for (char32_t character = 0; character < opened->m_ascii.size(); ++character) {
+    for (char32_t character = 0; character < opened->m_ascii.size(); ++character)
         opened->m_ascii[character] = opened->HasInTable(character);
-    }
     opened->ReadMetrics();
     opened->m_id = ++lastId;
     return opened;
@@ -135,9 +131,8 @@ hb_font_t* Face::KnownShaper(const Run& run) const {
 
 void Face::Shape(const Run& run, hb_buffer_t* buffer) const {
     if (hb_font_t* const font = KnownShaper(run)) {
-        if (ShapeWhole(font, run, buffer) || ShapeWhole(font, run, buffer)) {
+        if (ShapeWhole(font, run, buffer) || ShapeWhole(font, run, buffer))
             return;
-        }
         throw std::bad_alloc();
     }
     const std::lock_guard lock(m_mutex);
@@ -148,9 +143,8 @@ void Face::Shape(const Run& run, hb_buffer_t* buffer) const {
             m_nextShaper = MakeFont(file.get(), m_index);
         }
         m_shapers.push_back({ run.script, run.rightToLeft, m_nextShaper });
-        if (ShapeWhole(m_nextShaper.get(), run, buffer)) {
+        if (ShapeWhole(m_nextShaper.get(), run, buffer))
             return;
-        }
         m_shapers.pop_back();
         m_nextShaper = nullptr;
     }
@@ -175,17 +169,15 @@ void Face::ReadMetrics() {
     m_descent = std::max({ sane(-line.descender), sane(typoDescent), m_unitsPerEm * 12 / 100 });
     m_lineGap = std::clamp(line.line_gap, 0, m_unitsPerEm);
     m_maxAdvance = m_unitsPerEm;
-    for (const char32_t character : kOrdinaryCharacters) {
+    for (const char32_t character : kOrdinaryCharacters)
         IncludeInk(character);
-    }
 }
 
 void Face::IncludeInk(char32_t character) {
     hb_codepoint_t glyph = 0;
     hb_glyph_extents_t extents {};
-    if (!hb_font_get_nominal_glyph(Font(), character, &glyph)) {
+    if (!hb_font_get_nominal_glyph(Font(), character, &glyph))
         return;
-    }
     m_maxAdvance = std::max(m_maxAdvance, hb_font_get_glyph_h_advance(Font(), glyph));
     if (hb_font_get_glyph_extents(Font(), glyph, &extents)) {
         const std::int32_t most = 8 * m_unitsPerEm; // what reaches farther is no letter's
@@ -204,9 +196,8 @@ std::uint32_t Face::PackInk(InkRange ink) {
 }
 
 InkRange Face::ReadInk(std::uint32_t glyph) const {
-    if (glyph >= m_ink.size()) {
+    if (glyph >= m_ink.size())
         return kNoInk;
-    }
     const InkRange ink = WithAllMemory([this, glyph] {
         hb_glyph_extents_t extents {};
         return hb_font_get_glyph_extents(Font(), glyph, &extents) && extents.width != 0

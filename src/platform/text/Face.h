@@ -31,9 +31,8 @@ auto WithAllMemory(const Call& call) {
     for (int attempt = 0; attempt < 2; ++attempt) {
         errno = 0;
         auto result = call();
-        if (errno != ENOMEM) {
+        if (errno != ENOMEM)
             return result;
-        }
     }
     throw std::bad_alloc();
 }

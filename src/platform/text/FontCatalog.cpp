@@ -25,9 +25,8 @@ template <auto free>
 struct FreeWith {
     template <class Object>
     void operator()(Object* object) const {
-        if (object) {
+        if (object)
             free(object);
-        }
     }
 };
 using Pattern = std::unique_ptr<FcPattern, FreeWith<FcPatternDestroy>>;
@@ -37,9 +36,8 @@ std::string Fold(std::string_view name) {
     const std::string terminated(name);
     const std::unique_ptr<FcChar8, FreeWith<FcStrFree>> folded(
         FcStrDowncase(AsFc(terminated.c_str())));
-    if (!folded) {
+    if (!folded)
         throw std::bad_alloc();
-    }
     return AsChar(folded.get());
 }
 
@@ -86,14 +84,12 @@ int DistanceFromRegular(FcPattern* font) {
 std::string IdeographLanguage() {
     for (const char* variable : { "LC_ALL", "LC_CTYPE", "LANG" }) {
         const char* const value = std::getenv(variable);
-        if (!value || !*value) {
+        if (!value || !*value)
             continue;
-        }
         std::string language = Fold(std::string_view(value).substr(0, 5));
         std::replace(language.begin(), language.end(), '_', '-');
-        if (language.starts_with("zh-")) {
+        if (language.starts_with("zh-"))
             return language;
-        }
         return language.starts_with("ko") ? "ko" : "ja";
     }
     return "ja";
@@ -104,9 +100,8 @@ Pattern PatternFor(FcConfig* config, const std::string& family, const char* lang
     Pattern pattern(FcPatternCreate());
     if (!pattern || !FcPatternAddString(pattern.get(), FC_FAMILY, AsFc(family.c_str())) ||
         (language && !FcPatternAddString(pattern.get(), FC_LANG, AsFc(language))) ||
-        !FcConfigSubstitute(config, pattern.get(), FcMatchPattern)) {
+        !FcConfigSubstitute(config, pattern.get(), FcMatchPattern))
         throw std::bad_alloc();
-    }
     FcDefaultSubstitute(pattern.get());
     return pattern;
 }
@@ -126,23 +121,18 @@ FontCatalog& FontCatalog::Get() {
 FontCatalog::FontCatalog()
     : m_config(FcInitLoadConfig(), FreeWith<FcConfigDestroy>()),
       m_byNumber(std::numeric_limits<FontNumber>::max() + 1) {
-    if (!m_config || !FcConfigBuildFonts(m_config.get())) {
+    if (!m_config || !FcConfigBuildFonts(m_config.get()))
         throw std::bad_alloc();
-    }
     for (const FcSetName set : { FcSetSystem, FcSetApplication }) {
         const FcFontSet* const fonts = FcConfigGetFonts(m_config.get(), set);
-        for (int i = 0; fonts && i < fonts->nfont; ++i) {
-            if (IsDrawable(fonts->fonts[i])) {
+        for (int i = 0; fonts && i < fonts->nfont; ++i)
+            if (IsDrawable(fonts->fonts[i]))
                 AddFont(fonts->fonts[i]);
-            }
-        }
     }
     // Names in other languages never take a name that is some family's own.
-    for (Family& family : m_families) {
-        for (const std::string& alias : family.aliases) {
+    for (Family& family : m_families)
+        for (const std::string& alias : family.aliases)
             m_byName.emplace(Fold(alias), &family);
-        }
-    }
     ResolveAliases();
     ChooseDefault();
 }
@@ -164,14 +154,12 @@ void FontCatalog::AddFont(FcPattern* font) {
     std::vector<std::string> others;
     for (int i = 0;; ++i) {
         const std::string name = StringOf(font, FC_FAMILY, i);
-        if (name.empty()) {
+        if (name.empty())
             break;
-        }
-        if (StringOf(font, FC_FAMILYLANG, i) == "en") {
+        if (StringOf(font, FC_FAMILYLANG, i) == "en")
             families.push_back(&FamilyNamed(name));
-        } else {
+        else
             others.push_back(name);
-        }
     }
     if (families.empty() && !others.empty()) {
         families.push_back(&FamilyNamed(others.front()));
@@ -188,9 +176,8 @@ void FontCatalog::AddFont(FcPattern* font) {
     }
     for (const std::string& name : others) {
         std::vector<std::string>& aliases = families.front()->aliases;
-        if (std::find(aliases.begin(), aliases.end(), name) == aliases.end()) {
+        if (std::find(aliases.begin(), aliases.end(), name) == aliases.end())
             aliases.push_back(name);
-        }
     }
 }
 
@@ -199,12 +186,10 @@ void FontCatalog::ResolveAliases() {
         const auto installed =
             std::find_if(entry.candidates.begin(), entry.candidates.end(),
                          [this](const char* candidate) { return Find(candidate); });
-        if (installed == entry.candidates.end()) {
+        if (installed == entry.candidates.end())
             continue;
-        }
-        for (const char* const name : entry.names) {
+        for (const char* const name : entry.names)
             m_byAlias.emplace(Fold(name), Find(*installed));
-        }
     }
 }
 
@@ -214,12 +199,10 @@ void FontCatalog::ChooseDefault() {
         FcResult result = FcResultNoMatch;
         return Pattern(FcFontMatch(m_config.get(), pattern.get(), &result));
     });
-    if (match) {
+    if (match)
         m_default = Find(StringOf(match.get(), FC_FAMILY));
-    }
-    if (!m_default && !m_families.empty()) {
+    if (!m_default && !m_families.empty())
         m_default = &m_families.front();
-    }
     m_byNumber[0] = m_default;
 }
 
@@ -234,9 +217,8 @@ Family* FontCatalog::FindAlias(std::string_view name) const {
 }
 
 FontNumber FontCatalog::NumberOf(Family& family) {
-    if (const FontNumber number = family.number.load(std::memory_order_acquire)) {
+    if (const FontNumber number = family.number.load(std::memory_order_acquire))
         return number;
-    }
     const std::lock_guard lock(m_mutex);
     if (family.number == 0 && m_lastNumber + 1 < static_cast<int>(m_byNumber.size())) {
         ++m_lastNumber;
@@ -263,9 +245,8 @@ const Face* FontCatalog::Open(const FaceLocation& location) {
             std::unique_ptr<Face> face = Face::Open(location, why);
             found = m_faces.emplace(location, Opened { std::move(face), why }).first;
         }
-        if (found->second.face) {
+        if (found->second.face)
             return found->second.face.get();
-        }
         why = found->second.why;
     }
     ReportBroken(location, m_default ? m_default->name : "", why);
@@ -273,9 +254,8 @@ const Face* FontCatalog::Open(const FaceLocation& location) {
 }
 
 const Face* FontCatalog::FaceOf(Family& family) {
-    if (const Face* const face = family.face.load(std::memory_order_acquire)) {
+    if (const Face* const face = family.face.load(std::memory_order_acquire))
         return face;
-    }
     if (const Face* const face = Open(family.regular)) {
         family.face.store(face, std::memory_order_release);
         return face;
@@ -285,11 +265,9 @@ const Face* FontCatalog::FaceOf(Family& family) {
 }
 
 const Face* FontCatalog::OpenAnyFace() {
-    for (const Family& family : m_families) {
-        if (const Face* const face = Open(family.regular)) {
+    for (const Family& family : m_families)
+        if (const Face* const face = Open(family.regular))
             return face;
-        }
-    }
     return nullptr;
 }
 
@@ -300,17 +278,15 @@ const Face* FontCatalog::FallbackFor(Family& family, std::u32string_view charact
     }
     {
         const std::lock_guard lock(family.mutex);
-        if (const auto found = family.known.find(characters[0]); found != family.known.end()) {
+        if (const auto found = family.known.find(characters[0]); found != family.known.end())
             return found->second;
-        }
     }
     bool metBroken = false;
     const Face* const face = SearchFallbacks(family, characters, metBroken);
     const std::lock_guard lock(family.mutex);
     // A search that met a broken file is made again, for whoever asks is told of it.
-    if (family.known.size() < kMaxKnownCharacters && !metBroken) {
+    if (family.known.size() < kMaxKnownCharacters && !metBroken)
         family.known.emplace(characters[0], face);
-    }
     return face;
 }
 
@@ -332,15 +308,13 @@ const Face* FontCatalog::SearchFallbacks(Family& family, std::u32string_view cha
         FcCharSet* charset = nullptr;
         if (!IsDrawable(font) ||
             FcPatternGetCharSet(font, FC_CHARSET, 0, &charset) != FcResultMatch ||
-            !FcCharSetHasChar(charset, characters[0])) {
+            !FcCharSetHasChar(charset, characters[0]))
             continue;
-        }
         const Face* const face = Open(LocationOf(font));
         metBroken = metBroken || !face;
         const auto has = [face](char32_t character) { return face->Has(character); };
-        if (face && std::all_of(characters.begin(), characters.end(), has)) {
+        if (face && std::all_of(characters.begin(), characters.end(), has))
             return face;
-        }
     }
     return nullptr;
 }
@@ -348,15 +322,13 @@ const Face* FontCatalog::SearchFallbacks(Family& family, std::u32string_view cha
 std::vector<const Family*> FontCatalog::Sorted() const {
     std::vector<std::pair<std::string, const Family*>> keyed;
     keyed.reserve(m_families.size());
-    for (const Family& family : m_families) {
+    for (const Family& family : m_families)
         keyed.emplace_back(Fold(family.name), &family);
-    }
     std::sort(keyed.begin(), keyed.end());
     std::vector<const Family*> families;
     families.reserve(keyed.size());
-    for (const auto& [key, family] : keyed) {
+    for (const auto& [key, family] : keyed)
         families.push_back(family);
-    }
     return families;
 }
 

@@ -23,12 +23,10 @@ struct Understood {
 
 Understood Understand(std::string_view name) {
     FontCatalog& catalog = FontCatalog::Get();
-    if (Family* const family = catalog.Find(name)) {
+    if (Family* const family = catalog.Find(name))
         return { FontMatch::kInstalled, family };
-    }
-    if (Family* const family = catalog.FindAlias(name)) {
+    if (Family* const family = catalog.FindAlias(name))
         return { FontMatch::kAlias, family };
-    }
     return { FontMatch::kUnknown, catalog.Default() };
 }
 
@@ -84,9 +82,8 @@ void GetFNum(const std::uint8_t* name, FontNumber* number) {
     thread_local NameMemo memo;
     const std::string_view bytes(reinterpret_cast<const char*>(name) + 1, name[0]);
     *number = 0;
-    if (bytes.empty()) {
+    if (bytes.empty())
         return;
-    }
     const std::uint32_t encoding = TextContext::Current().Encoding().Serial();
     const std::uint64_t hash = HashBytes(encoding, bytes);
     if (const FontNumber* const kept = memo.Find(hash, bytes, encoding)) {
@@ -108,9 +105,8 @@ void GetFNum(const std::uint8_t* name, FontNumber* number) {
 void GetFontName(FontNumber number, std::uint8_t* name) {
     name[0] = 0;
     const FontCatalog& catalog = FontCatalog::Get();
-    if (!catalog.IsGiven(number)) {
+    if (!catalog.IsGiven(number))
         return;
-    }
     const EncodedText encoded = EncodeText(catalog.ByNumber(number)->name);
     const std::string_view bytes = CutToWholeCharacters(encoded.bytes, 255);
     name[0] = static_cast<std::uint8_t>(bytes.size());
@@ -123,9 +119,8 @@ FontResolution ResolveFontFamily(std::string_view name) {
 
 std::vector<FontFamily> InstalledFontFamilies() {
     std::vector<FontFamily> families;
-    for (const Family* family : FontCatalog::Get().Sorted()) {
+    for (const Family* family : FontCatalog::Get().Sorted())
         families.push_back({ family->name, family->aliases, family->regular.file });
-    }
     return families;
 }
 

@@ -65,9 +65,8 @@ RecentGlyphs& Recent() {
 
 // A broken outline draws what can be drawn of it, in every frame the same.
 void Check(FT_Error error) {
-    if (error == FT_Err_Out_Of_Memory) {
+    if (error == FT_Err_Out_Of_Memory)
         throw std::bad_alloc();
-    }
 }
 
 FT_Library Library() {
@@ -97,18 +96,16 @@ public:
         errno = ENOMEM;
     }
     void Close() noexcept try {
-        if (!m_points.empty() && Index(m_points.size() - 1) != LastContour()) {
+        if (!m_points.empty() && Index(m_points.size() - 1) != LastContour())
             m_contours.push_back(Index(m_points.size() - 1));
-        }
     } catch (const std::bad_alloc&) {
         errno = ENOMEM;
     }
 
     // Empty for a glyph without ink or with more points than an outline can number.
     std::optional<FT_Outline> View() {
-        if (m_points.empty() || m_points.size() > 0x7FFF) {
+        if (m_points.empty() || m_points.size() > 0x7FFF)
             return std::nullopt;
-        }
         FT_Outline outline {};
         outline.n_points = Index(m_points.size());
         outline.n_contours = Index(m_contours.size());
@@ -265,19 +262,16 @@ private:
 std::shared_ptr<const GlyphBitmap> BitmapOf(const Face& face, const Origin& origin,
                                             CoverageTarget& target) {
     const GlyphKey& key = origin.key;
-    if (auto cached = Cache().Find(origin.hash, key)) {
+    if (auto cached = Cache().Find(origin.hash, key))
         return cached;
-    }
     Outline outline = OutlineOf(face, key.glyph, key.size, key.phase);
     std::optional<FT_Outline> view = outline.View();
-    if (!view) {
+    if (!view)
         return nullptr;
-    }
     const PixelBox box = BoxOf(*view);
     if (box.Width() * box.Height() > kMaxBitmapBytes) {
-        if (!Intersection(Shifted(box, origin.x, origin.y), target.Clip()).IsEmpty()) {
+        if (!Intersection(Shifted(box, origin.x, origin.y), target.Clip()).IsEmpty())
             RasteriseInto(*view, origin.x, origin.y, target);
-        }
         return nullptr;
     }
     auto bitmap = Rasterise(key, *view, box);
@@ -302,13 +296,11 @@ void PaintGlyph(const Face& face, const Origin& origin, RecentGlyphs& recent,
 
 // As seen from the pixel that origin counts from.
 PixelBox InkOfGlyph(const Face& face, const Origin& origin, RecentGlyphs& recent) {
-    if (const auto* const bitmap = recent.Find(origin.hash, origin.key)) {
+    if (const auto* const bitmap = recent.Find(origin.hash, origin.key))
         return Shifted((*bitmap)->Box(), origin.x, origin.y);
-    }
     const GlyphKey& key = origin.key;
-    if (const auto bitmap = Cache().Find(origin.hash, key)) {
+    if (const auto bitmap = Cache().Find(origin.hash, key))
         return Shifted(bitmap->Box(), origin.x, origin.y);
-    }
     Outline outline = OutlineOf(face, key.glyph, key.size, key.phase);
     std::optional<FT_Outline> view = outline.View();
     return view ? Shifted(BoxOf(*view), origin.x, origin.y) : PixelBox {};

@@ -29,9 +29,8 @@ struct Workspace {
     hb_buffer_t* buffer = hb_buffer_create();
 
     Workspace() {
-        if (!hb_buffer_allocation_successful(buffer)) { // it is an empty one for all
+        if (!hb_buffer_allocation_successful(buffer)) // it is an empty one for all
             throw std::bad_alloc();
-        }
     }
     ~Workspace() { hb_buffer_destroy(buffer); }
     Workspace(const Workspace&) = delete;
@@ -56,14 +55,12 @@ bool MayRunRightToLeft(char32_t c) {
 
 // Characters that belong to the one before them and take its face: marks, joiners, selectors.
 bool ContinuesCluster(char32_t c) {
-    if (c < 0x0300) {
+    if (c < 0x0300)
         return c == 0x00AD;
-    }
     if ((c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) ||
         (c >= 0x2060 && c <= 0x206F) || c == 0xFEFF || (c >= 0xFE00 && c <= 0xFE0F) ||
-        (c >= 0xE0000 && c <= 0xE01EF)) {
+        (c >= 0xE0000 && c <= 0xE01EF))
         return true;
-    }
     switch (hb_unicode_general_category(Unicode(), c)) {
     case HB_UNICODE_GENERAL_CATEGORY_NON_SPACING_MARK:
     case HB_UNICODE_GENERAL_CATEGORY_ENCLOSING_MARK:
@@ -86,9 +83,8 @@ void ReadCharacters(std::u32string& text, std::string_view utf8) {
     while (!utf8.empty()) {
         const std::size_t length = std::max<std::size_t>(Utf8SequenceLength(utf8), 1);
         const char32_t c = Utf8Value(utf8.substr(0, length));
-        if (!IsControl(c)) {
+        if (!IsControl(c))
             text += c;
-        }
         utf8.remove_prefix(length);
     }
 }
@@ -107,9 +103,8 @@ public:
     void Choose(char32_t* cluster, std::size_t length, const Face** faces) {
         const Face* const whole = ForCluster({ cluster, length });
         const Face* base = whole ? whole : ForCharacter(cluster[0]);
-        if (!base) {
+        if (!base)
             base = Replace(cluster[0]);
-        }
         for (std::size_t i = 0; i < length; ++i) {
             faces[i] = base;
             if (i > 0 && !whole && !NeedsNoGlyph(cluster[i]) && !base->Has(cluster[i])) {
@@ -121,29 +116,25 @@ public:
 
 private:
     static bool HasAll(const Face& face, std::u32string_view cluster) {
-        if (!face.Has(cluster[0]) && !NeedsNoGlyph(cluster[0])) {
+        if (!face.Has(cluster[0]) && !NeedsNoGlyph(cluster[0]))
             return false;
-        }
         char32_t base = cluster[0];
         for (const char32_t c : cluster.substr(1)) {
             hb_codepoint_t composed = 0;
-            if (hb_unicode_compose(Unicode(), base, c, &composed) && face.Has(composed)) {
+            if (hb_unicode_compose(Unicode(), base, c, &composed) && face.Has(composed))
                 base = composed;
-            } else if (!NeedsNoGlyph(c) && !face.Has(c)) {
+            else if (!NeedsNoGlyph(c) && !face.Has(c))
                 return false;
-            }
         }
         return true;
     }
 
     // The main face, then the one that served the characters before, so that words keep to one.
     const Face* ForCluster(std::u32string_view cluster) {
-        if (HasAll(*m_main, cluster)) {
+        if (HasAll(*m_main, cluster))
             return m_main;
-        }
-        if (m_last && HasAll(*m_last, cluster)) {
+        if (m_last && HasAll(*m_last, cluster))
             return m_last;
-        }
         return Remember(FontCatalog::Get().FallbackFor(m_family, cluster));
     }
 
@@ -159,9 +150,8 @@ private:
     const Face* Replace(char32_t& c) {
         constexpr char kDigits[] = "0123456789ABCDEF";
         std::string asked = "U+";
-        for (int shift = c > 0xFFFFF ? 20 : c > 0xFFFF ? 16 : 12; shift >= 0; shift -= 4) {
+        for (int shift = c > 0xFFFFF ? 20 : c > 0xFFFF ? 16 : 12; shift >= 0; shift -= 4)
             asked += kDigits[(c >> shift) & 15];
-        }
         TextContext::Current().Tell({ ReportKind::kGlyphMissing, asked, "a replacement glyph",
                                       "no installed font has it" });
         c = kReplacementCharacter;
@@ -178,9 +168,8 @@ void ChooseFaces(Workspace& work, FaceChooser& chooser) {
     work.faces.resize(work.text.size());
     for (std::size_t start = 0; start < work.text.size();) {
         std::size_t end = start + 1;
-        while (end < work.text.size() && ContinuesCluster(work.text[end])) {
+        while (end < work.text.size() && ContinuesCluster(work.text[end]))
             ++end;
-        }
         chooser.Choose(&work.text[start], end - start, &work.faces[start]);
         start = end;
     }
@@ -210,11 +199,10 @@ void FindScripts(Workspace& work) {
     std::size_t firstReal = work.text.size();
     for (std::size_t i = 0; i < work.text.size(); ++i) {
         work.scripts[i] = ScriptOf(work.text[i]);
-        if (IsReal(work.scripts[i])) {
+        if (IsReal(work.scripts[i]))
             firstReal = std::min(firstReal, i);
-        } else if (i > 0) {
+        else if (i > 0)
             work.scripts[i] = work.scripts[i - 1];
-        }
     }
     const hb_script_t first =
         firstReal < work.text.size() ? work.scripts[firstReal] : HB_SCRIPT_COMMON;
@@ -225,9 +213,8 @@ void FindScripts(Workspace& work) {
 void FindLevels(Workspace& work) {
     const std::size_t length = work.text.size();
     work.levels.assign(length, 0);
-    if (std::none_of(work.text.begin(), work.text.end(), MayRunRightToLeft)) {
+    if (std::none_of(work.text.begin(), work.text.end(), MayRunRightToLeft))
         return;
-    }
     const std::vector<FriBidiChar> text(work.text.begin(), work.text.end());
     std::vector<FriBidiCharType> types(length);
     std::vector<FriBidiBracketType> brackets(length);
@@ -247,11 +234,10 @@ void FindRuns(Workspace& work) {
         const bool same = !work.runs.empty() && work.runs.back().face == work.faces[i] &&
                           work.runs.back().script == work.scripts[i] &&
                           work.runs.back().level == work.levels[i];
-        if (same) {
+        if (same)
             ++work.runs.back().length;
-        } else {
+        else
             work.runs.push_back({ i, 1, work.faces[i], work.scripts[i], work.levels[i] });
-        }
     }
 }
 
@@ -259,9 +245,8 @@ void FindRuns(Workspace& work) {
 // down to 1, each row of runs of that level or above turns round.
 void OrderRuns(std::vector<FaceRun>& runs) {
     FriBidiLevel highest = 0;
-    for (const FaceRun& run : runs) {
+    for (const FaceRun& run : runs)
         highest = std::max(highest, run.level);
-    }
     for (FriBidiLevel level = highest; level > 0; --level) {
         const auto reaches = [level](const FaceRun& run) { return run.level >= level; };
         for (auto first = runs.begin(); first != runs.end();) {
@@ -309,13 +294,11 @@ public:
 
     GlyphLine Finish() {
         m_inkRight = std::max<std::int64_t>(m_pen, 0);
-        for (const PlacedGlyph& glyph : m_line.glyphs) {
+        for (const PlacedGlyph& glyph : m_line.glyphs)
             IncludeInk(glyph);
-        }
         const std::int32_t shift = ToQuarter(-m_inkLeft + 7);
-        for (PlacedGlyph& glyph : m_line.glyphs) {
+        for (PlacedGlyph& glyph : m_line.glyphs)
             glyph.x += shift;
-        }
         m_line.widthPx = WholePixelsUp(m_inkRight + shift);
         return std::move(m_line);
     }
@@ -335,12 +318,10 @@ private:
         const InkRange ink = glyph.face->InkOf(glyph.glyph);
         const std::int32_t perEm = glyph.face->UnitsPerEm();
         const std::int64_t unit = std::int64_t { m_size } * 64;
-        if (ink.left * unit < (m_inkLeft - glyph.x) * perEm) {
+        if (ink.left * unit < (m_inkLeft - glyph.x) * perEm)
             m_inkLeft = glyph.x + ToPixels26_6Down(ink.left, m_size, perEm);
-        }
-        if (ink.right * unit > std::min(m_inkRight - glyph.x, kFar) * perEm) {
+        if (ink.right * unit > std::min(m_inkRight - glyph.x, kFar) * perEm)
             m_inkRight = glyph.x + ToPixels26_6Up(ink.right, m_size, perEm);
-        }
     }
 
     std::int32_t m_size;
@@ -361,18 +342,16 @@ GlyphLine LayOutGlyphs(Family& family, std::int32_t size, std::string_view utf8)
     Workspace& work = ThreadsWorkspace();
     FaceChooser chooser(family);
     ReadCharacters(work.text, utf8);
-    if (!chooser.Main() || work.text.empty()) {
+    if (!chooser.Main() || work.text.empty())
         return {};
-    }
     ChooseFaces(work, chooser);
     FindScripts(work);
     FindLevels(work);
     FindRuns(work);
     OrderRuns(work.runs);
     LineBuilder builder(size, work.text.size());
-    for (const FaceRun& run : work.runs) {
+    for (const FaceRun& run : work.runs)
         builder.Add(run, work.text, work.buffer);
-    }
     return builder.Finish();
 }
 

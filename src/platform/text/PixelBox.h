@@ -29,9 +29,8 @@ constexpr PixelBox Intersection(const PixelBox& a, const PixelBox& b) {
 
 // The smallest box around both; an empty one adds nothing.
 constexpr PixelBox Union(const PixelBox& a, const PixelBox& b) {
-    if (a.IsEmpty() || b.IsEmpty()) {
+    if (a.IsEmpty() || b.IsEmpty())
         return a.IsEmpty() ? b : a;
-    }
     return { std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
              std::max(a.bottom, b.bottom) };
 }

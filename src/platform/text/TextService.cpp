@@ -51,9 +51,8 @@ public:
     }
     // Whoever draws the line hears of what could not be honoured in it, laid out just now or long ago.
     void TellWhatWasMet(TextContext& context) const {
-        for (const Report& report : m_met) {
+        for (const Report& report : m_met)
             context.Tell(report);
-        }
     }
     std::int32_t Size() const { return m_size; }
     const std::vector<PlacedGlyph>& Glyphs() const { return m_glyphs; }
@@ -107,9 +106,8 @@ FontMetrics MetricsOf(FontNumber font, std::int32_t size) {
     FontCatalog& catalog = FontCatalog::Get();
     Family* const family = catalog.ByNumber(font);
     const Face* const face = family ? catalog.FaceOf(*family) : nullptr;
-    if (!face) {
+    if (!face)
         return {};
-    }
     const auto pixels = [&](std::int32_t units) {
         return static_cast<std::int32_t>(
             WholePixelsUp(ToPixels26_6Up(units, size, face->UnitsPerEm())));
@@ -130,9 +128,8 @@ LinePtr LayOutLine(FontNumber font, std::int32_t size, std::string_view bytes) {
     std::shared_ptr<const CachedLine> line = Lines().Find(hash, key);
     if (!line) {
         line = MakeLine(key);
-        if (g_once.SeenBefore(hash)) { // worth keeping, also for other threads
+        if (g_once.SeenBefore(hash)) // worth keeping, also for other threads
             Lines().Insert(hash, line);
-        }
     }
     recent.Keep(hash, line);
     line->TellWhatWasMet(context);

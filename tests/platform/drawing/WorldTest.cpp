@@ -216,16 +216,14 @@ TEST(WorldTest, OverlappingTextIsTheSameOverEveryGround) {
         const TestWorld world(60, 20);
         RGBBackColor(kKey);
         world.Erase();
-        if (ground == Ground::kParts) {
+        if (ground == Ground::kParts)
             EraseRect({ 0, 3, 20, 30 });
-        } else if (ground == Ground::kOwn) {
+        else if (ground == Ground::kOwn)
             DrawnAsAWhole(world);
-        }
         RGBForeColor(kRed);
         TextSize(16);
-        for (const std::int16_t x : { 2, 3, 7 }) {
+        for (const std::int16_t x : { 2, 3, 7 })
             Draw(x, 15, "Ag/");
-        }
         const std::vector<std::uint32_t> pixels = world.Pixels();
         first = first.empty() ? pixels : first;
         EXPECT_EQ(pixels, first);
@@ -237,15 +235,12 @@ TEST(WorldTest, DrawingWithoutEndGivesThePixelsOfFewSteps) {
     const TestWorld world(8, 8);
     EraseRect({ 0, 0, 8, 8 });
     RGBForeColor(kRed);
-    for (int round = 0; round < 100; ++round) {
-        for (std::int16_t i = 0; i < 8; ++i) {
+    for (int round = 0; round < 100; ++round)
+        for (std::int16_t i = 0; i < 8; ++i)
             PaintRect({ i, i, static_cast<std::int16_t>(i + 1), static_cast<std::int16_t>(i + 1) });
-        }
-    }
     const std::vector<std::uint32_t> pixels = world.Pixels();
-    for (int i = 0; i < 64; ++i) {
+    for (int i = 0; i < 64; ++i)
         EXPECT_EQ(pixels[i], i % 9 == 0 ? 0xFF0000u : 0xFFFFFFu);
-    }
 }
 
 TEST(WorldTest, AKnownPictureEqualsAFreshOne) {
@@ -253,9 +248,8 @@ TEST(WorldTest, AKnownPictureEqualsAFreshOne) {
     PurgeTextCaches();
     const std::int64_t hits = GetTextCacheStats().pictureHits;
     for (int round = 0; round < 6; ++round) {
-        if (round == 5) {
+        if (round == 5)
             PurgeTextCaches();
-        }
         const TestWorld world(90, 30);
         RGBBackColor(kKey);
         EraseRect({ 0, 0, 30, 90 });

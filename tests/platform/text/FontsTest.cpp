@@ -64,9 +64,8 @@ TEST_F(FontsTest, AliasesFindADesignOfTheSameScript) {
             EXPECT_EQ(NameOf(NumberOf(name)), resolution.family);
         }
     }
-    for (const FontAlias& alias : FontAliases()) {
+    for (const FontAlias& alias : FontAliases())
         EXPECT_TRUE(alias.family.empty() || installed(alias.family)) << alias.asked;
-    }
     EXPECT_THAT(m_met.Reports(), IsEmpty());
 }
 
@@ -100,9 +99,8 @@ TEST_F(FontsTest, FamiliesAreSortedAndEachOneOpens) {
         EXPECT_EQ(ResolveFontFamily(family.name).match, FontMatch::kInstalled) << family.name;
         EXPECT_EQ(ResolveFontFamily(family.name).file, family.file);
         EXPECT_TRUE(std::filesystem::exists(family.file)) << family.file;
-        for (const std::string& alias : family.aliases) {
+        for (const std::string& alias : family.aliases)
             EXPECT_EQ(ResolveFontFamily(alias).match, FontMatch::kInstalled) << alias;
-        }
     }
 }
 
@@ -121,11 +119,9 @@ TEST_F(FontsTest, BrokenFilesSayWhyAndNeverCrash) {
         const auto face = text::Face::Open({ file }, why);
         EXPECT_EQ(face == nullptr, !why.empty()) << size;
         EXPECT_TRUE(face || size < whole.size()) << size;
-        if (face) { // cut short within its glyphs, whose loss must be survived
-            for (unsigned glyph = 0; glyph < 3000; ++glyph) {
+        if (face) // cut short within its glyphs, whose loss must be survived
+            for (unsigned glyph = 0; glyph < 3000; ++glyph)
                 face->InkOf(glyph);
-            }
-        }
     }
 }
 

@@ -78,11 +78,9 @@ void ExpectInkInsideTheBox(const std::string& font, std::int16_t size, const std
 
 TEST_F(LineTest, NoFamilyLosesInkOutsideItsBox) {
     for (const FontFamily& family : InstalledFontFamilies()) {
-        for (const std::int16_t size : { 13, 36 }) {
-            for (const char* text : { "ÅÉgjpqyç|日本語", "jÇ(Wj", "f", "e\u0301y" }) {
+        for (const std::int16_t size : { 13, 36 })
+            for (const char* text : { "ÅÉgjpqyç|日本語", "jÇ(Wj", "f", "e\u0301y" })
                 ExpectInkInsideTheBox(family.name, size, text);
-            }
-        }
     }
 }
 
@@ -102,9 +100,8 @@ TEST_F(LineTest, RightToLeftTextIsOrderedAndJoined) {
     EXPECT_EQ(PictureOf("DejaVu Sans", 40, "a אב 12"),
               PictureOf("DejaVu Sans", 40, "\u202Da 12 בא"));
     std::int32_t apart = 0;
-    for (const char* letter : { "س", "ل", "م" }) {
+    for (const char* letter : { "س", "ل", "م" })
         apart += WidthIn("DejaVu Sans", 100, letter);
-    }
     EXPECT_LT(WidthIn("DejaVu Sans", 100, "سلم"), apart - 20);
 }
 
@@ -165,11 +162,9 @@ TEST_F(LineTest, ClippingChangesNoPixelInside) {
         UseFont("DejaVu Serif", size);
         Draw(-200 - 110, 300 - 230, "RSÄ日");
         const Picture part = small.Pixels();
-        for (int y = 0; y < 70; ++y) {
-            for (int x = 0; x < 90; ++x) {
+        for (int y = 0; y < 70; ++y)
+            for (int x = 0; x < 90; ++x)
                 ASSERT_EQ(part[y * 90 + x], all[(y + 230) * 600 + x + 110]) << size;
-            }
-        }
     }
 }
 
@@ -214,9 +209,8 @@ TEST_F(LineTest, ThreadsDrawWhatOneThreadDraws) {
     };
     constexpr int kPictures = 60;
     std::vector<Picture> expected;
-    for (int i = 0; i < kPictures; ++i) {
+    for (int i = 0; i < kPictures; ++i)
         expected.push_back(picture(i));
-    }
     PurgeTextCaches();
     std::atomic<int> wrong { 0 };
     std::vector<std::thread> threads;
@@ -225,15 +219,13 @@ TEST_F(LineTest, ThreadsDrawWhatOneThreadDraws) {
             for (int i = 0; i < kPictures; ++i) {
                 const int index = (i * 7 + t * 13) % kPictures;
                 wrong += picture(index) != expected[index];
-                if (i % 20 == t) {
+                if (i % 20 == t)
                     PurgeTextCaches();
-                }
             }
         });
     }
-    for (std::thread& thread : threads) {
+    for (std::thread& thread : threads)
         thread.join();
-    }
     EXPECT_EQ(wrong, 0);
 }
 

@@ -56,13 +56,11 @@ void Sweep(std::size_t bytes, const std::function<Draw()>& make) {
 }
 
 bool Take(const TestWorld& world, Pixels& pixels) {
-    if (!LockPixels(world.Map())) {
+    if (!LockPixels(world.Map()))
         return false;
-    }
     const std::uint8_t* const base = GetPixBaseAddr(world.Map());
-    if (base) {
+    if (base)
         std::copy_n(base, pixels.size(), pixels.begin());
-    }
     UnlockPixels(world.Map());
     return base;
 }
