@@ -61,6 +61,36 @@ TEST_F(DialogHooksTest, WorksWithoutTheTablesThatMayBeAbsent) {
     EXPECT_EQ(heard, "");
 }
 
+// Whichever unlocking of the parameters throws, the host can end what it has of the dialog.
+TEST_F(DialogHooksTest, SurvivesAHostThatThrowsWhenParametersAreUnlocked) {
+    static const EPIHandleProcs* s_host;
+    static int s_throwAt;
+    s_host = record.pHandleProcs;
+    EPIHandleProcs procs = *s_host;
+    procs.Unlock = [](EPIHandleRef handle) {
+        s_host->Unlock(handle);
+        if (s_throwAt-- == 0)
+            throw test::HostThrows();
+    };
+    record.pHandleProcs = &procs;
+    for (const std::uint32_t flags : { kPanel, kEdit }) {
+        record.dwDialogFlags = flags;
+        int at = 0;
+        for (bool hasThrown = true; hasThrown; ++at) {
+            s_throwAt = at;
+            try {
+                Run(epiCreateSettingDialog);
+            } catch (const test::HostThrows&) { // or it became an error that the host shows
+            }
+            hasThrown = std::exchange(s_throwAt, -1) < 0;
+            Destroy();
+            errors.TakeAll();
+        }
+        EXPECT_GT(at, 1) << "nothing was unlocked";
+    }
+    record.pHandleProcs = s_host;
+}
+
 // What a host's event loop does between two of its dialogs.
 void RunTheLoop() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
