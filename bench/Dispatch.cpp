@@ -88,7 +88,7 @@ private:
 class OwnedEvent {
 public:
     explicit OwnedEvent(const EventTypeSpec& type) {
-        CreateEvent(type.eventClass, type.eventKind, 0, &m_event);
+        CreateEvent(type.eventClass, type.eventKind, &m_event);
     }
     OwnedEvent(const OwnedEvent&) = delete;
     OwnedEvent& operator=(const OwnedEvent&) = delete;

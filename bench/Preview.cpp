@@ -24,7 +24,6 @@
 #include "huxCommon/huxGUI/HuxEvents.h"
 #include "platform/ui/Controls.h"
 #include "platform/ui/UIObject.h"
-#include "platform/ui/WindowWidget.h"
 #include "preview/CMTextPreviewStatic.h"
 #include "preview/CTextEditDlg.h"
 
@@ -56,8 +55,7 @@ public:
     View() : CTextEditDlg(kPreviewItem) {}
     void DragUpdate() override {
         control.Draw(true);
-        if (platform::IsWindowBuffered(m_hWindow))
-            control.FlushPortBuffer();
+        control.FlushPortBuffer();
     }
     bool IsDragButton() override { return false; }
     void ZoomBy(long /*steps*/) override {}
@@ -74,11 +72,12 @@ public:
         const auto right = static_cast<std::int16_t>(width);
         const auto bottom = static_cast<std::int16_t>(height);
         const platform::Rect whole { 0, 0, bottom, right };
-        if (platform::CreateNewWindow(whole, &m_window) != platform::kNoErr)
+        m_window = platform::Window::Create(whole);
+        if (!m_window)
             throw std::runtime_error("there is no user interface");
         auto* const pane = platform::Control::Create(m_window, "UserPane", whole);
         pane->id = platform::ControlID { kHuxPropertyCreator, kPreviewItem };
-        platform::ShowWindow(m_window);
+        platform::Window::Find(m_window)->Show();
         FillText();
         _EPIRECORD record = host::MakeRecord();
         record.hFixedParam = m_params.Ref();
@@ -96,7 +95,7 @@ public:
     ~Scene() {
         view.control.TermPreview();
         view.control.Detach();
-        platform::DisposeWindow(m_window);
+        platform::Window::Find(m_window)->Dispose();
     }
 
     // The line gets another number.
@@ -142,10 +141,11 @@ public:
         m_record.hComposite = m_frame->Ref();
         m_record.dwDialogFlags = EPI_DIALOG_TEXT_EDIT;
         plugin->Call(epiCreateSettingDialog, &m_record);
-        QWidget* const window = platform::GetWindowWidget(m_record.hDialogWindow);
-        if (!window)
+        platform::Window* const made = platform::Window::Find(m_record.hDialogWindow);
+        if (!made)
             throw std::runtime_error("there is no dialog");
-        platform::ShowWindow(m_record.hDialogWindow);
+        made->Show();
+        QWidget* const window = &made->Widget();
         Settle();
         const QSize around = window->size() - Get(kPreviewItem).size();
         window->resize(around + QSize(width, height));
@@ -159,7 +159,7 @@ public:
 
     QWidget& Get(std::int32_t id) const {
         for (QWidget* const widget :
-             platform::GetWindowWidget(m_record.hDialogWindow)->findChildren<QWidget*>()) {
+             platform::Window::Find(m_record.hDialogWindow)->Widget().findChildren<QWidget*>()) {
             if (widget->property("controlID").toInt() == id)
                 return *widget;
         }

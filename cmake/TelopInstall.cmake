@@ -24,8 +24,9 @@ install(FILES
         src/platform/Drawing.h
         src/platform/Events.h
         src/platform/Fonts.h
-        src/platform/TextContext.h
+        src/platform/Lifetime.h
         src/platform/Status.h
+        src/platform/TextContext.h
         src/platform/TextEncoding.h
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/telop/platform)
 if(TELOP_UI)
@@ -38,7 +39,6 @@ if(TELOP_UI)
             src/platform/ui/Dialogs.h
             src/platform/ui/Menus.h
             src/platform/ui/UIObject.h
-            src/platform/ui/WindowWidget.h
             src/platform/ui/Windows.h
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/telop/platform/ui)
 endif()

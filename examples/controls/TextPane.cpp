@@ -79,9 +79,12 @@ OSStatus TextPane::HandleTrack(EventRef event) {
     MouseTracking what = MouseTracking::kMouseDown;
     while (what != MouseTracking::kMouseUp && what != MouseTracking::kUserCancelled) {
         Point mouse {};
-        if (TrackMouseLocation(window, kTrackSeconds, &mouse, &what) != kNoErr ||
-            !GetCurrentObject() || GlobalToWindow(window, &mouse) != kNoErr)
+        if (Window* const tracked = Window::Find(window))
+            what = tracked->TrackMouse(kTrackSeconds, &mouse);
+        const Window* const owner = Window::Find(window);
+        if (!owner || !GetCurrentObject())
             return kNoErr; // the window is gone, and perhaps this object
+        mouse = owner->ToLocal(mouse);
         const Rect bounds = GetBounds();
         MoveTo({ static_cast<short>(mouse.v - bounds.top),
                  static_cast<short>(mouse.h - bounds.left) });

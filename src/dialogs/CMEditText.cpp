@@ -44,7 +44,7 @@ OSStatus CMEditText::HandleEventCurrentSelf(EventHandlerCallRef call, EventRef e
 OSStatus CMEditText::HandleCommandUpdateStatus(EventHandlerCallRef call, EventRef event) {
     WindowRef const owner = GetOwner();
     const OSStatus status = CallNextEventHandler(call, event);
-    EventTargetRef const target = IsValidWindowPtr(owner) ? GetWindowEventTarget(owner) : nullptr;
+    EventTargetRef const target = UIObject::TargetOf(owner);
     return target ? SendEventToEventTarget(event, target) : status;
 }
 
@@ -54,7 +54,7 @@ OSStatus CMEditText::HandleCommandProcess(EventRef event) {
     command.GetCommandParameter(&commandID, nullptr, nullptr, nullptr);
     if (std::ranges::find(kEditCommands, commandID) == kEditCommands.end())
         return kEventNotHandledErr;
-    if (IsValidWindowPtr(GetOwner()))
+    if (Window::Find(GetOwner()))
         command.PostToQueue(GetOwner());
     return kNoErr;
 }

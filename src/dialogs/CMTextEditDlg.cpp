@@ -21,13 +21,16 @@ constexpr long kZoomStep = 10;   // per cent
 // Takes the window's default button away while it lives.
 class WithoutDefaultButton {
 public:
-    WithoutDefaultButton(platform::WindowRef window, platform::ControlRef button)
-        : m_window(window), m_button(button) {
-        platform::SetWindowDefaultButton(m_window, nullptr);
+    WithoutDefaultButton(platform::Window& window, platform::ControlRef button)
+        : m_window(window.Ref()), m_button(button) {
+        window.SetDefaultButton(nullptr);
     }
     WithoutDefaultButton(const WithoutDefaultButton&) = delete;
     WithoutDefaultButton& operator=(const WithoutDefaultButton&) = delete;
-    ~WithoutDefaultButton() { platform::SetWindowDefaultButton(m_window, m_button); }
+    ~WithoutDefaultButton() {
+        if (platform::Window* const window = platform::Window::Find(m_window))
+            window->SetDefaultButton(platform::Control::Find(m_button));
+    }
 
 private:
     platform::WindowRef m_window;
@@ -295,13 +298,12 @@ platform::OSStatus CMTextEditDlg::HandleRowKeyDown(platform::EventRef event) {
                       &keyCode);
     if (keyCode != platform::kVirtualKeyReturn)
         return platform::kEventNotHandledErr;
-    platform::ControlRef focus = nullptr;
-    platform::ControlRef defaultButton = nullptr;
-    platform::GetKeyboardFocus(GetWindowRef(), &focus);
-    platform::GetWindowDefaultButton(GetWindowRef(), &defaultButton);
-    if (!focus || focus != m_dialogueField.GetControlRef() || !defaultButton)
+    platform::Window* const window = GetWindow();
+    const platform::Control* const focus = window ? window->KeyboardFocus() : nullptr;
+    const platform::Control* const button = window ? window->DefaultButton() : nullptr;
+    if (!focus || focus->Ref() != m_dialogueField.GetControlRef() || !button)
         return platform::kEventNotHandledErr;
-    const WithoutDefaultButton without(GetWindowRef(), defaultButton);
+    const WithoutDefaultButton without(*window, button->Ref());
     return CallNext();
 }
 
@@ -316,17 +318,16 @@ void CMTextEditDlg::FitPreview() {
 
 void CMTextEditDlg::DragUpdate() {
     m_preview.Draw(true);
-    if (platform::IsWindowBuffered(GetWindowRef()))
-        m_preview.FlushPortBuffer();
+    m_preview.FlushPortBuffer();
 }
 
 bool CMTextEditDlg::IsDragButton() {
     platform::Point where {};
-    platform::MouseTracking result {};
     constexpr platform::EventTime kForEver = -1.0;
-    const platform::OSStatus status =
-        platform::TrackMouseLocation(GetWindowRef(), kForEver, &where, &result);
-    return status == platform::kNoErr && result != platform::MouseTracking::kMouseUp &&
+    platform::Window* const window = GetWindow();
+    const platform::MouseTracking result =
+        window ? window->TrackMouse(kForEver, &where) : platform::MouseTracking::kUserCancelled;
+    return result != platform::MouseTracking::kMouseUp &&
            result != platform::MouseTracking::kUserCancelled;
 }
 

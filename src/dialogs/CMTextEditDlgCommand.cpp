@@ -136,11 +136,12 @@ void CMTextEditDlg::ChangeMode(_TEXTPARAM& param) {
         return;
     param.dwFlags = (param.dwFlags & ~kAllModeFlags) | kModeFlags[mode - 1];
     RefreshControls();
-    platform::SetUserFocusWindow(GetWindowRef());
+    if (platform::Window* const window = GetWindow())
+        window->TakeUserFocus();
     HuxEditText* const fields[] = { nullptr, &m_infoField, &m_characterField, &m_dialogueField };
-    if (const HuxEditText* field = fields[mode - 1])
-        platform::SetKeyboardFocus(GetWindowRef(), field->GetControlRef(),
-                                   platform::kControlEditTextPart);
+    const HuxEditText* const field = fields[mode - 1];
+    if (platform::Window* const window = field ? GetWindow() : nullptr)
+        window->SetKeyboardFocus(platform::Control::Find(field->GetControlRef()));
 }
 
 platform::OSStatus CMTextEditDlg::HandleEditChange(std::int32_t id) {

@@ -27,9 +27,8 @@ std::int16_t Height(const Rect& rect) {
 }
 
 Rect ContentOf(platform::WindowRef window) {
-    Rect bounds {};
-    platform::GetWindowContentBounds(window, &bounds);
-    return bounds;
+    const platform::Window* const found = platform::Window::Find(window);
+    return found ? found->ContentBounds() : Rect {};
 }
 
 platform::ControlRef AddHiddenButton(platform::WindowRef window, const platform::ControlID& id,
@@ -81,7 +80,8 @@ bool CMTextEditModalDlg::OnInitDialog() {
         { platform::kEventClassCommand, platform::kEventCommandProcess },
     };
     m_patcher.InstallCarbonEventHandler(m_editor->GetEventTarget(), std::size(types), types);
-    platform::RepositionWindow(GetWindowRef(), nullptr, platform::kWindowCenterOnMainScreen);
+    if (platform::Window* const frame = GetWindow())
+        frame->CenterOnMainScreen();
     TellEditorOpened(*m_pRecord);
     return true;
 }
@@ -90,10 +90,12 @@ bool CMTextEditModalDlg::OnInitDialog() {
 void CMTextEditModalDlg::TieEditor(platform::WindowRef editor) {
     SizeFrameForEditor(editor);
     const Rect frame = ContentOf(GetWindowRef());
-    platform::MoveWindow(editor, frame.left, frame.top, false);
+    if (platform::Window* const window = platform::Window::Find(editor))
+        window->MoveTo(frame.left, frame.top);
     JoinGroup(editor);
     AddHiddenButtons(editor);
-    platform::ShowWindow(editor);
+    if (platform::Window* const window = platform::Window::Find(editor))
+        window->Show();
     FitEditor();
 }
 
@@ -102,8 +104,9 @@ void CMTextEditModalDlg::SizeFrameForEditor(platform::WindowRef editor) {
     const Rect frame = ContentOf(GetWindowRef());
     const Rect form = ContentOf(editor);
     const auto strip = static_cast<std::int16_t>(Height(frame) - EditorHeight());
-    platform::SizeWindow(GetWindowRef(), std::max(Width(frame), Width(form)),
-                         static_cast<std::int16_t>(Height(form) + strip));
+    if (platform::Window* const window = GetWindow())
+        window->Resize(std::max(Width(frame), Width(form)),
+                       static_cast<std::int16_t>(Height(form) + strip));
 }
 
 // How far down the editor reaches: to the row of the frame's buttons.
@@ -113,30 +116,33 @@ std::int16_t CMTextEditModalDlg::EditorHeight() const {
 }
 
 void CMTextEditModalDlg::FitEditor() {
-    if (m_editor && m_editor->IsValid())
-        platform::SizeWindow(m_editor->GetWindowRef(), Width(ContentOf(GetWindowRef())),
-                             EditorHeight());
+    if (platform::Window* const editor = m_editor ? m_editor->GetWindow() : nullptr)
+        editor->Resize(Width(ContentOf(GetWindowRef())), EditorHeight());
 }
 
 void CMTextEditModalDlg::JoinGroup(platform::WindowRef editor) {
     if (!m_group.IsValid()) {
         m_group.Create(kGroupAttributes);
-        m_group.SetParent(platform::GetWindowGroup(GetWindowRef()));
         m_group.Add(GetWindowRef());
     }
-    platform::SetWindowModality(editor, platform::kWindowModalityWindowModal, nullptr);
-    platform::SetWindowActivationScope(editor, kActivationScopeAll);
-    platform::ChangeWindowAttributes(editor, platform::kWindowHasNoTitleBarAttribute, 0);
-    platform::SetWindowGroup(editor, platform::GetWindowGroupOfClass(kMovableModalClass));
-    platform::BringToFront(editor);
+    if (platform::Window* const window = platform::Window::Find(editor)) {
+        window->SetModality(platform::kWindowModalityWindowModal, nullptr);
+        window->SetActivationScope(kActivationScopeAll);
+        window->ChangeAttributes(platform::kWindowHasNoTitleBarAttribute, 0);
+        platform::WindowGroup::OfClass(kMovableModalClass).Add(*window);
+        window->BringToFront();
+    }
     m_group.Add(editor);
 }
 
 void CMTextEditModalDlg::AddHiddenButtons(platform::WindowRef editor) {
-    platform::SetWindowDefaultButton(
-        editor, AddHiddenButton(editor, kOKButton, platform::kHICommandOK, "IDS_OK"));
-    platform::SetWindowCancelButton(
-        editor, AddHiddenButton(editor, kCancelButton, platform::kHICommandCancel, "IDS_CANCEL"));
+    platform::Window* const window = platform::Window::Find(editor);
+    if (!window)
+        return;
+    window->SetDefaultButton(platform::Control::Find(
+        AddHiddenButton(editor, kOKButton, platform::kHICommandOK, "IDS_OK")));
+    window->SetCancelButton(platform::Control::Find(
+        AddHiddenButton(editor, kCancelButton, platform::kHICommandCancel, "IDS_CANCEL")));
 }
 
 platform::OSStatus CMTextEditModalDlg::HandleEventCurrentSelf(platform::EventHandlerCallRef,

@@ -4,17 +4,8 @@
 #include "platform/ui/Dialogs.h"
 #include "render/ColorRef.h"
 
-using namespace platform;
-
 bool MessageBox(const HuxString& message, const HuxString& title, long withCancel) {
-    AlertParam param;
-    param.cancelButton = withCancel != 0;
-    DialogRef alert = nullptr;
-    if (CreateStandardAlert(AlertType::kPlain, message.GetCFString(), nullptr, param, &alert))
-        return false;
-    SetWindowTitleWithCFString(GetDialogWindow(alert), title.GetCFString());
-    std::int16_t item = 0;
-    return RunStandardAlert(alert, &item) == kNoErr && item == kAlertStdAlertOKButton;
+    return platform::RunStandardAlert(title.GetUTF8(), message.GetUTF8(), withCancel != 0);
 }
 
 bool ColorDialog(unsigned long& color) {

@@ -19,15 +19,11 @@ using WindowRef = EPIWindowRef;
 using ControlRef = OpaqueControl*;
 using MenuRef = OpaqueMenu*;
 using DialogRef = OpaqueDialog*;     // a standard alert
-using HIObjectRef = OpaqueHIObject*; // any of the above; see AsHIObject
+using HIObjectRef = OpaqueHIObject*; // any of the above
 using MenuItemIndex = std::uint16_t; // from 1
 
 // Every reference above is a number that is never given again, so one of something that is gone is
 // found out, not followed.
-template <class Ref>
-HIObjectRef AsHIObject(Ref reference) {
-    return reinterpret_cast<HIObjectRef>(reference);
-}
 
 inline constexpr OSType kEventClassCommand = 0x636D6473; // "cmds"
 inline constexpr std::uint32_t kEventCommandProcess = 1;

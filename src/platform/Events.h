@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Events of a class and a kind with typed parameters; targets whose chains of handlers receive them;
-// the main queue and timers. Knows no display: the user interface feeds it and drives it.
+// the main queue. Knows no display: the user interface feeds it and drives it.
 //
-// Targets, handlers, timers and sending belong to the user-interface thread. Events may be made and
+// Targets, handlers and sending belong to the user-interface thread. Events may be made and
 // posted on any thread, but one event is used by one thread at a time.
 //
-// References to targets, handlers and timers are never reused: a call with one that is gone gives a
+// References to targets and handlers are never reused: a call with one that is gone gives a
 // status, whenever it comes.
 #pragma once
 
@@ -17,27 +17,22 @@
 namespace platform {
 
 using OSType = std::uint32_t; // four characters, the first in the high byte
-using EventTime = double;     // seconds since the process started
+using EventTime = double;     // seconds
 
 struct Event;
 struct EventHandlerCall;
 struct EventQueue;
 struct OpaqueEventTarget;
 struct OpaqueEventHandler;
-struct OpaqueEventTimer;
 using EventRef = Event*;
 using EventHandlerCallRef = EventHandlerCall*;
 using EventQueueRef = EventQueue*;
 using EventTargetRef = OpaqueEventTarget*;
 using EventHandlerRef = OpaqueEventHandler*;
-using EventLoopTimerRef = OpaqueEventTimer*;
 
 inline constexpr OSStatus kEventAlreadyPostedErr = -9860;
 inline constexpr OSStatus kEventParameterNotFoundErr = -9870;
 inline constexpr OSStatus kEventNotHandledErr = -9874;
-inline constexpr OSStatus kEventLoopTimedOutErr = -9875;
-inline constexpr OSStatus kEventLoopQuitErr = -9876;
-inline constexpr OSStatus kEventNotInQueueErr = -9877;
 
 struct EventTypeSpec {
     OSType eventClass;
@@ -48,15 +43,12 @@ struct EventTypeSpec {
 // Events ----------------------------------------------------------------------------------------
 
 // Events are counted: CreateEvent gives the first count, ReleaseEvent ends one.
-OSStatus CreateEvent(OSType eventClass, std::uint32_t kind, EventTime when, EventRef* event);
+OSStatus CreateEvent(OSType eventClass, std::uint32_t kind, EventRef* event);
 EventRef RetainEvent(EventRef event);
 void ReleaseEvent(EventRef event);
-std::uint32_t GetEventRetainCount(EventRef event);
 
 OSType GetEventClass(EventRef event);
 std::uint32_t GetEventKind(EventRef event);
-EventTime GetEventTime(EventRef event);
-EventTime GetCurrentEventTime();
 
 inline constexpr OSType kTypeWildCard = 0x2A2A2A2A; // "****": any type
 // The parameter of a posted event that names the target it is aimed at.
@@ -119,8 +111,6 @@ enum class EventPriority : std::int16_t { kLow = 0, kStandard = 1, kHigh = 2 };
 // Keeps a count of the event until it was delivered. Higher priorities go first, and within one the
 // event posted first.
 OSStatus PostEventToQueue(EventQueueRef queue, EventRef event, EventPriority priority);
-bool IsEventInQueue(EventQueueRef queue, EventRef event);
-OSStatus RemoveEventFromQueue(EventQueueRef queue, EventRef event);
 EventQueueRef GetMainEventQueue();
 // Delivers the main queue's first event to its target, or to the application when it has none; an event whose
 // target is gone is dropped. False when the queue was empty.
@@ -128,26 +118,5 @@ bool DeliverNextEvent();
 // Called, on the posting thread, when the queue gets its first event: the user interface then sees
 // to it that DeliverNextEvent is called until there is none. Empty: nobody.
 void SetMainQueueWakeUp(std::function<void()> wakeUp);
-
-// Timers and the loop ---------------------------------------------------------------------------
-
-using EventLoopTimerProc = void (*)(EventLoopTimerRef timer, void* userData);
-
-// Fires after the delay and then, if interval (seconds) is above 0, every interval.
-OSStatus InstallEventLoopTimer(EventTime delay, EventTime interval, EventLoopTimerProc proc,
-                               void* userData, EventLoopTimerRef* timer);
-OSStatus RemoveEventLoopTimer(EventLoopTimerRef timer); // may come while it fires
-OSStatus SetEventLoopTimerNextFireTime(EventLoopTimerRef timer, EventTime delay);
-// When the next timer fires; infinite when there is none.
-EventTime NextTimerTime();
-// Fires, once each, the timers that are due at the time.
-void FireTimers(EventTime now);
-// Called when NextTimerTime has changed.
-void SetTimerWakeUp(std::function<void()> wakeUp);
-
-// A loop without a display: delivers events and fires timers until it is quit or the time is over.
-// Loops nest; QuitEventLoop ends the innermost one and may be called from any thread.
-OSStatus RunEventLoop(EventTime timeout);
-void QuitEventLoop();
 
 } // namespace platform

@@ -6,8 +6,7 @@
 #include <utility>
 
 #include "effect/CText.h"
-#include "huxCommon/huxGUI/HuxGetFileDialog.h"
-#include "huxCommon/huxGUI/HuxPutFileDialog.h"
+#include "huxCommon/huxGUI/HuxFileDialog.h"
 #include "platform/TextEncoding.h"
 #include "popup/CTextPopup.h"
 #include "render/TextFields.h"

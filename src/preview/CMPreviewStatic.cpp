@@ -267,11 +267,12 @@ void CMPreviewStatic::Track(platform::Point start) {
     const platform::Alive alive(*this);
     const tagPOINT from { m_nOffsetX, m_nOffsetY };
     while (alive) {
+        platform::Window* const window = platform::Window::Find(GetOwner());
+        if (!window)
+            return;
         platform::Point now {};
-        platform::MouseTracking result {};
-        const platform::OSStatus status =
-            platform::TrackMouseLocation(GetOwner(), kTrackTimeout, &now, &result);
-        if (!alive || status != platform::kNoErr || result == platform::MouseTracking::kMouseUp ||
+        const platform::MouseTracking result = window->TrackMouse(kTrackTimeout, &now);
+        if (!alive || result == platform::MouseTracking::kMouseUp ||
             result == platform::MouseTracking::kUserCancelled)
             return;
         // The host may set another image, or resize the control, meanwhile.

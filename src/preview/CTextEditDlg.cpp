@@ -236,7 +236,8 @@ void CTextEditDlg::DrawGrid() const {
 void CTextEditDlg::InvalPreviewArea() {
     platform::Rect bounds {};
     vamGetWindowItemAsRect(m_hWindow, m_nPreviewItem, &bounds);
-    platform::InvalWindowRect(m_hWindow, &bounds);
+    if (platform::Window* const window = platform::Window::Find(m_hWindow))
+        window->Invalidate(&bounds);
 }
 
 void CTextEditDlg::SetViewScale(long scale, long redraw) {
@@ -318,15 +319,15 @@ PIPoint CTextEditDlg::PosScreenToView(PIPoint global) const {
     const tagRECT place = WithinPlaces(ToRect({ global.x, global.y, 0, 0 }));
     platform::Point point { static_cast<std::int16_t>(place.top),
                             static_cast<std::int16_t>(place.left) };
-    platform::GlobalToWindow(m_hWindow, &point);
+    if (const platform::Window* const window = platform::Window::Find(m_hWindow))
+        point = window->ToLocal(point);
     platform::Rect bounds {};
     vamGetWindowItemAsRect(m_hWindow, m_nPreviewItem, &bounds);
     return { point.h - bounds.left, point.v - bounds.top };
 }
 
 PIPoint CTextEditDlg::GetMousePos() {
-    platform::Point point {};
-    platform::GetGlobalMouse(&point);
+    const platform::Point point = platform::GetGlobalMouse();
     return { point.h, point.v };
 }
 

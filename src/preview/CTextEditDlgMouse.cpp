@@ -112,6 +112,7 @@ bool CTextEditDlg::PlaceText(_TEXTPARAM* param, PIPoint position) {
 
 void CTextEditDlg::ShowDragged() {
     UpdatePreview(1);
-    platform::InvalWindowRect(m_hWindow, nullptr);
+    if (platform::Window* const window = platform::Window::Find(m_hWindow))
+        window->Invalidate(nullptr);
     DragUpdate();
 }

@@ -40,7 +40,7 @@ void PreviewControl::FollowMouse(platform::CFBundleRef bundle) {
         { platform::kEventClassMouse, platform::kEventMouseMoved },
         { platform::kEventClassMouse, platform::kEventMouseWheelMoved },
     };
-    m_dispatcher.InstallCarbonEventHandler(platform::GetWindowEventTarget(GetOwner()),
+    m_dispatcher.InstallCarbonEventHandler(platform::UIObject::TargetOf(GetOwner()),
                                            std::size(types), types);
 }
 
@@ -112,6 +112,7 @@ std::optional<platform::Point> PreviewControl::PressedAt(platform::EventRef even
     const platform::Rect bounds = GetBounds();
     platform::Point point { static_cast<std::int16_t>(place->y + bounds.top),
                             static_cast<std::int16_t>(place->x + bounds.left) };
-    platform::WindowToGlobal(GetOwner(), &point);
+    if (const platform::Window* const window = platform::Window::Find(GetOwner()))
+        point = window->ToGlobal(point);
     return point;
 }

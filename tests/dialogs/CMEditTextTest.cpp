@@ -3,6 +3,7 @@
 #include "dialogs/CMEditText.h"
 
 #include "huxCommon/HuxEditTextFixture.h"
+#include "support/WindowRefs.h"
 
 using namespace platform;
 
@@ -14,8 +15,7 @@ protected:
         HuxEditTextFixture::SetUp();
         mine = NewField<CMEditText>(&mineEdit, 72);
         EventTypeSpec const status { kEventClassCommand, kEventCommandUpdateStatus };
-        InstallEventHandler(GetWindowEventTarget(window), Answer, 1, &status, &statusAsked,
-                            nullptr);
+        InstallEventHandler(UIObject::TargetOf(window), Answer, 1, &status, &statusAsked, nullptr);
     }
     OSStatus Send(std::uint32_t kind, std::uint32_t commandID) {
         HuxCarbonEvent event(kEventClassCommand, kind);

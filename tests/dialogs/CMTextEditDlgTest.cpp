@@ -11,6 +11,7 @@
 
 #include "dialogs/DialogFixture.h"
 #include "huxCommon/huxGUI/HuxCarbonEvent.h"
+#include "support/WindowRefs.h"
 
 namespace {
 
@@ -385,8 +386,8 @@ TEST_F(CMTextEditDlgTest, LeavesCommandsThatItDoesNotKnow) {
         const auto* const control =
             platform::Control::FindByID(record.hDialogWindow, { kHuxPropertyCreator, 105 });
         event.SetCommandParameter(control->Ref(), id, 0, nullptr);
-        return platform::SendEventToEventTarget(
-            event.GetEventRef(), platform::GetWindowEventTarget(record.hDialogWindow));
+        return platform::SendEventToEventTarget(event.GetEventRef(),
+                                                platform::UIObject::TargetOf(record.hDialogWindow));
     };
     for (const std::uint32_t id : { 108U, 96U, 91U, 201U, 302U, platform::kHICommandCopy })
         EXPECT_EQ(send(id), platform::kEventNotHandledErr) << id;

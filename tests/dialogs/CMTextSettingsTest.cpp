@@ -4,6 +4,7 @@
 
 #include "dialogs/DialogFixture.h"
 #include "huxCommon/huxGUI/HuxCarbonEvent.h"
+#include "support/WindowRefs.h"
 
 namespace {
 
@@ -244,8 +245,8 @@ TEST_F(CMTextSettingsTest, LeavesCommandsThatNoControlSent) {
     OpenPanel();
     HuxCarbonEvent event(platform::kEventClassCommand, platform::kEventCommandProcess);
     event.SetCommandParameter(101, 0, nullptr);
-    EXPECT_EQ(platform::SendEventToEventTarget(
-                  event.GetEventRef(), platform::GetWindowEventTarget(record.hDialogWindow)),
+    EXPECT_EQ(platform::SendEventToEventTarget(event.GetEventRef(),
+                                               platform::UIObject::TargetOf(record.hDialogWindow)),
               platform::kEventNotHandledErr);
     EXPECT_EQ(heard, "");
 }

@@ -22,7 +22,7 @@
 #include "host/Ledger.h"
 #include "huxCommon/ToolkitForms.h"
 #include "platform/ui/UIObject.h"
-#include "platform/ui/WindowWidget.h"
+#include "support/WindowRefs.h"
 
 namespace test {
 
@@ -68,7 +68,7 @@ protected:
         return answer;
     }
     std::int32_t ModalOpens(EPIWindowRef window) override {
-        EXPECT_TRUE(platform::IsValidWindowPtr(window));
+        EXPECT_TRUE(test::IsThere(window));
         return Hear("opens");
     }
     std::int32_t ModalEnds(EPIWindowRef window) override {
@@ -92,9 +92,10 @@ protected:
     QWidget* Open(std::uint32_t flags) {
         record.dwDialogFlags = flags;
         EXPECT_EQ(Run(epiCreateSettingDialog), 0);
-        root = platform::GetWindowWidget(record.hDialogWindow);
-        if (root) {
-            platform::ShowWindow(record.hDialogWindow);
+        platform::Window* const window = platform::Window::Find(record.hDialogWindow);
+        root = window ? &window->Widget() : nullptr;
+        if (window) {
+            window->Show();
             EXPECT_TRUE(QTest::qWaitForWindowActive(root));
         }
         return root;

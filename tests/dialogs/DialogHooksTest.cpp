@@ -6,6 +6,7 @@
 #include <malloc.h>
 
 #include "dialogs/DialogFixture.h"
+#include "support/WindowRefs.h"
 
 namespace {
 
@@ -121,7 +122,7 @@ TEST_F(DialogHooksTest, LeavesNothingOfAThousandDialogs) {
             for (int i = 0; i < count; ++i) {
                 record.dwDialogFlags = flags;
                 Run(epiCreateSettingDialog);
-                platform::ShowWindow(record.hDialogWindow);
+                test::At(record.hDialogWindow).Show();
                 Destroy();
                 RunTheLoop();
             }

@@ -10,6 +10,7 @@
 #include "huxCommon/ToolkitForms.h"
 #include "huxCommon/huxGUI/HuxAttachedControls.h"
 #include "huxCommon/huxGUI/HuxCarbonEvent.h"
+#include "support/WindowRefs.h"
 
 using namespace platform;
 
@@ -64,12 +65,12 @@ private:
 class HuxControlImplTest : public testing::Test {
 protected:
     HuxControlImplTest() {
-        EXPECT_EQ(CreateNewWindow({ 0, 0, 200, 300 }, &m_window), kNoErr);
+        EXPECT_TRUE(m_window = Window::Create({ 0, 0, 200, 300 }));
         m_control = NewButton();
         Control::Find(m_control)->id = kID;
     }
     ~HuxControlImplTest() override {
-        DisposeWindow(m_window);
+        test::Dispose(m_window);
         EXPECT_EQ(HuxCarbonEventHandler::GetCurrentObject(), nullptr);
     }
 
@@ -249,7 +250,7 @@ TEST_F(HuxControlImplTest, ItsCommandReachesTheWindowWithTheControlAndTheValue) 
             Control::Find(one.control)->Dispose();
         return kNoErr;
     };
-    InstallEventHandler(GetWindowEventTarget(m_window), receive, 1, &type, &received, nullptr);
+    InstallEventHandler(UIObject::TargetOf(m_window), receive, 1, &type, &received, nullptr);
     auto* const wrapper = new Wrapper(m_log);
     wrapper->Attach(m_control);
     EXPECT_EQ(wrapper->PostCommand(1), kNoErr);

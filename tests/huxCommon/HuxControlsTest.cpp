@@ -8,7 +8,6 @@
 #include "huxCommon/huxGUI/HuxBevelButton.h"
 #include "huxCommon/huxGUI/HuxPopupButton.h"
 #include "huxCommon/huxGUI/HuxScrollEditText.h"
-#include "huxCommon/huxGUI/HuxWindowGroup.h"
 
 using namespace platform;
 
@@ -148,19 +147,6 @@ TEST_F(HuxControlsTest, AScrollingTextTakesBothKindsOfLineEnds) {
     EXPECT_EQ(m_dialog.text.SetWrap(true), kNoErr);
     EXPECT_EQ(m_dialog.text.SetText("one\r\ntwo\rthree"), kNoErr);
     EXPECT_EQ(m_dialog.text.GetText(), HuxString("one\rtwo\rthree"));
-}
-
-TEST_F(HuxControlsTest, AWindowGroupIsReleasedAndLeavesItsWindows) {
-    WindowRef const window = m_dialog.GetWindowRef();
-    {
-        HuxWindowGroup group;
-        EXPECT_EQ(group.Add(window), kParamErr) << "there is no group yet";
-        ASSERT_EQ(group.Create(0x1F), kNoErr);
-        EXPECT_EQ(group.SetParent(GetWindowGroup(window)), kNoErr);
-        EXPECT_EQ(group.Add(window), kNoErr);
-        EXPECT_EQ(GetWindowGroup(window), group.GetGroupRef());
-    }
-    EXPECT_TRUE(IsWindowVisible(window));
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 
 #include "huxCommon/ToolkitForms.h"
+#include "support/WindowRefs.h"
 
 using namespace platform;
 
@@ -78,7 +79,7 @@ public:
     }
     // The texts that the view shows.
     std::vector<std::string> Shown() const {
-        auto const* view = GetWindowWidget(m_hwnd)->findChild<QAbstractItemView*>();
+        auto const* view = test::At(m_hwnd).Widget().findChild<QAbstractItemView*>();
         std::vector<std::string> texts;
         for (int i = 0; view && i < view->model()->rowCount(); ++i)
             texts.push_back(view->model()->index(i, 0).data().toString().toStdString());

@@ -14,9 +14,9 @@
 
 #include "huxCommon/huxGUI/HuxCarbonEvent.h"
 #include "huxCommon/huxGUI/HuxEditText.h"
-#include "platform/ui/WindowWidget.h"
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/windows/Window.h"
+#include "support/WindowRefs.h"
 
 namespace test {
 
@@ -24,20 +24,20 @@ class HuxEditTextFixture : public testing::Test {
 protected:
     void SetUp() override {
         using namespace platform;
-        ASSERT_EQ(CreateNewWindow({ 100, 100, 300, 400 }, &window), kNoErr);
+        ASSERT_TRUE(window = Window::Create({ 100, 100, 300, 400 }));
         field = NewField<HuxEditText>(&edit, 70);
         other = NewField<HuxEditText>(&otherEdit, 71);
         EventTypeSpec const command { kEventClassCommand, kEventCommandProcess };
-        InstallEventHandler(GetWindowEventTarget(window), Take, 1, &command, this, nullptr);
+        InstallEventHandler(UIObject::TargetOf(window), Take, 1, &command, this, nullptr);
         SetBeep([this] { log += "beep "; });
-        ShowWindow(window);
-        SelectWindow(window);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(GetWindowWidget(window)->window()));
+        test::At(window).Show();
+        test::At(window).Widget().window()->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(test::At(window).Widget().window()));
         TakeLog(); // the focus has come to the first field
     }
     void TearDown() override {
         onNotice = nullptr;
-        platform::DisposeWindow(window);
+        test::Dispose(window);
         platform::SetBeep(nullptr);
         Drain();
     }

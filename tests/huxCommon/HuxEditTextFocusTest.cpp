@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // The focus comes and goes, between two fields and between windows, with values that may not stay.
 #include "huxCommon/HuxEditTextFixture.h"
+#include "support/WindowRefs.h"
 
 using namespace platform;
 
@@ -43,8 +44,8 @@ TEST_F(HuxEditTextFocusTest, TwoInvalidFieldsDoNotFightForTheFocus) {
     int notices = 0;
     onNotice = [&](std::uint32_t commandID, long value) {
         if (++notices < 100 && value == kEditTextChanged)
-            SetKeyboardFocus(window, (commandID == 70 ? field : other)->GetControlRef(),
-                             kControlEditTextPart);
+            test::At(window).SetKeyboardFocus(
+                Control::Find((commandID == 70 ? field : other)->GetControlRef()));
     };
     edit->setText("999");
     otherEdit->setText("999.9");
@@ -99,12 +100,12 @@ TEST_F(HuxEditTextFocusTest, FollowsTheWindowsFocus) {
     TakeLog();
     const auto send = [&](std::uint32_t kind) {
         HuxCarbonEvent const event(kEventClassWindow, kind);
-        SendEventToEventTarget(event.GetEventRef(), GetWindowEventTarget(window));
+        SendEventToEventTarget(event.GetEventRef(), UIObject::TargetOf(window));
         return TakeLog();
     };
     EXPECT_EQ(send(kEventWindowFocusRelinquish), "beep 1 5 ");
     EXPECT_EQ(send(kEventWindowFocusAcquired), "4 ");
-    SetKeyboardFocus(window, field->GetControlRef(), kControlNoPart);
+    test::At(window).SetKeyboardFocus(nullptr);
     EXPECT_EQ(TakeLog(), "5 ");
     EXPECT_EQ(send(kEventWindowFocusRelinquish), "");
 }

@@ -4,6 +4,7 @@
 
 #include "huxCommon/HuxEditTextFixture.h"
 #include "huxCommon/huxGUI/HuxLittleArrows.h"
+#include "support/WindowRefs.h"
 
 namespace test {
 
@@ -15,7 +16,7 @@ protected:
     }
     template <class Arrows>
     Arrows* NewArrows() {
-        widget = platform::MakeCustomWidget("Stepper", platform::GetWindowWidget(window));
+        widget = platform::MakeCustomWidget("Stepper", &test::At(window).Widget());
         widget->setGeometry(220, 10, 20, 40);
         widget->show();
         platform::Control* const control =

@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 
 #include "huxCommon/ToolkitForms.h"
+#include "support/WindowRefs.h"
 
 using namespace platform;
 
@@ -72,25 +73,6 @@ TEST_F(HuxWindowImplTest, CreatingAttachesTheControlsThenInitializes) {
     EXPECT_TRUE(m_window->check.IsValid());
 }
 
-TEST_F(HuxWindowImplTest, AWindowThatCannotBeMadeGivesTheReasonAndNoWindow) {
-    struct Row {
-        const char* window;
-        const char* nib;
-        OSStatus status;
-    };
-    for (Row const& row :
-         { Row { "Main", "NoNib", kErrCantFindNib },
-           Row { "NoWindow", "Toolkit", kErrCantFindWindow },
-           Row { "Broken", "Toolkit", kErrNibBroken }, Row { nullptr, "Toolkit", kParamErr } }) {
-        EXPECT_EQ(m_window->CreateNibWindow(row.window, row.nib, m_bundle.Get()), row.status)
-            << (row.window ? row.window : "null");
-        EXPECT_EQ(m_window->GetWindowRef(), nullptr);
-    }
-    EXPECT_EQ(m_window->CreateNibWindow("Main", "Toolkit", nullptr), kErrCantFindNib)
-        << "the program's own bundle has none";
-    EXPECT_EQ(m_log, "");
-}
-
 TEST_F(HuxWindowImplTest, ARefusedInitializationTellsAndLeavesNoWindow) {
     m_window->usable = false;
     EXPECT_EQ(m_window->Create(), kParamErr);
@@ -101,21 +83,10 @@ TEST_F(HuxWindowImplTest, ARefusedInitializationTellsAndLeavesNoWindow) {
     EXPECT_EQ(m_window->Create(), kNoErr) << "the object may try again";
 }
 
-TEST_F(HuxWindowImplTest, AThrowIsReportedAndCountsAsUnhandled) {
-    m_window->init = [] { huxThrowError(-43, __FILE__, __LINE__); };
-    EXPECT_EQ(m_window->Create(), kNoErr);
-    EXPECT_TRUE(m_window->IsValid());
-    auto const errors = m_errors.TakeAll();
-    ASSERT_EQ(errors.size(), 1u);
-    EXPECT_EQ(errors[0].nErrorCode, -43);
-    EXPECT_EQ(errors[0].uEventClass, kHuxEventClassWindow);
-    EXPECT_EQ(errors[0].uEventKind, kHuxEventWindowInitialize);
-}
-
 TEST_F(HuxWindowImplTest, TheWindowsEndDetachesTheControlsAndTheObjectStays) {
     m_window->Create();
-    WindowRef const window = m_window->GetWindowRef();
-    DisposeWindow(window);
+    const WindowRef window = m_window->GetWindowRef();
+    test::Dispose(window);
     EXPECT_EQ(m_window->GetWindowRef(), nullptr);
     EXPECT_EQ(m_window->check.GetControlRef(), nullptr);
     EXPECT_FALSE(m_window->IsInstalled());
@@ -127,9 +98,9 @@ TEST_F(HuxWindowImplTest, TheWindowsEndDetachesTheControlsAndTheObjectStays) {
 
 TEST_F(HuxWindowImplTest, TheObjectsEndEndsTheWindow) {
     m_window->Create();
-    WindowRef const window = m_window->GetWindowRef();
+    const WindowRef window = m_window->GetWindowRef();
     m_window.reset();
-    EXPECT_FALSE(IsValidWindowPtr(window));
+    EXPECT_FALSE(test::IsThere(window));
     EXPECT_EQ(m_log, "attach init 1 ~");
 }
 
@@ -142,32 +113,6 @@ TEST_F(HuxWindowImplTest, ObjectOrWindowMayEndWhileTheyInitialize) {
     m_log.clear();
     EXPECT_EQ(window->Create(), kParamErr);
     EXPECT_EQ(m_log, "attach init ~");
-}
-
-TEST_F(HuxWindowImplTest, HoldsItsBundleUntilItGetsAnother) {
-    CFBundleRef const bundle = m_bundle.Get();
-    m_bundle.Release();
-    EXPECT_EQ(m_window->GetBundle(), bundle);
-    EXPECT_EQ(m_window->Create(), kNoErr);
-    m_window->SetBundle(nullptr);
-    EXPECT_EQ(m_window->GetBundle(), nullptr);
-}
-
-TEST_F(HuxWindowImplTest, ACommandGoesFromTheWindowToItself) {
-    m_window->Create();
-    HICommandExtended command {};
-    EventTypeSpec const type { kEventClassCommand, kEventCommandProcess };
-    auto const receive = [](EventHandlerCallRef, EventRef event, void* into) {
-        return HuxCarbonEvent(event, true)
-            .GetCommandParameter(nullptr, nullptr, static_cast<HICommandExtended*>(into), nullptr);
-    };
-    InstallEventHandler(m_window->GetEventTarget(), receive, 1, &type, &command, nullptr);
-    m_window->SetCommandID(31);
-    EXPECT_EQ(m_window->PostCommand(0), kNoErr);
-    test::Drain();
-    EXPECT_EQ(command.attributes, kHICommandFromWindow);
-    EXPECT_EQ(command.commandID, 31u);
-    EXPECT_EQ(command.source.window, m_window->GetWindowRef());
 }
 
 } // namespace

@@ -16,8 +16,8 @@
 #include "huxCommon/huxGUI/HuxCarbonEvent.h"
 #include "huxCommon/huxGUI/HuxDialogImpl.h"
 #include "huxCommon/huxGUI/HuxError.h"
-#include "platform/ui/WindowWidget.h"
 #include "support/TemporaryFolder.h"
+#include "support/WindowRefs.h"
 
 namespace test {
 
@@ -31,7 +31,7 @@ inline std::string FormText(const std::string& name, const std::vector<FormWidge
     std::string text = R"(<?xml version="1.0" encoding="UTF-8"?><ui version="4.0"><class>)" + name +
                        R"(</class><widget class="QWidget" name=")" + name +
                        R"("><layout class="QVBoxLayout" name="column">)";
-    for (FormWidget const& widget : widgets) {
+    for (const FormWidget& widget : widgets) {
         std::string const id = std::to_string(widget.controlID);
         text += "<item><widget class=\"" + std::string(widget.className) + "\" name=\"w" + id +
                 R"("><property name="controlID" stdset="0"><number>)" + id + "</number></property>";
@@ -87,7 +87,7 @@ inline void Later(std::function<void()> act) {
 }
 
 inline QWidget* WidgetNamed(platform::WindowRef window, const char* name) {
-    QWidget* const widget = platform::GetWindowWidget(window);
+    QWidget* const widget = &test::At(window).Widget();
     return widget ? widget->findChild<QWidget*>(name) : nullptr;
 }
 

@@ -145,15 +145,6 @@ TEST_F(VamResources, CursorsAreLoadedOnce) {
     vamSetNamedCursor(HuxString("arrowCursor").GetCFString());
 }
 
-TEST_F(VamResources, CursorNamesFit128Bytes) {
-    const std::string fits(127, 'f'), tooLong(128, 't');
-    for (const std::string& name : { fits, tooLong })
-        Put(name + ".pct", Pct(4, 4));
-    EXPECT_TRUE(Register(fits.c_str()));
-    EXPECT_FALSE(Register(tooLong.c_str()));
-    EXPECT_FALSE(vamRegisterNamedCursorFromBundle(Bundle(), nullptr, nullptr));
-}
-
 TEST_F(VamResources, AResourceKeepsItsTypeWhenItOwnsNothing) {
     Put("picture.pct", Pct(6, 6));
     const HuxString name("picture"), missing("missing");

@@ -4,10 +4,11 @@
 #include "huxCommon/huxGUI/HuxEvents.h"
 #include "huxCommon/huxUtility/VamWindowItem.h"
 #include "platform/ui/Controls.h"
+#include "support/WindowRefs.h"
 
 TEST(VamWindowItem, GivesTheBoundsOfTheItemAndTheAddressOfItsResult) {
     platform::WindowRef window = nullptr;
-    ASSERT_EQ(platform::CreateNewWindow({ 0, 0, 100, 200 }, &window), platform::kNoErr);
+    ASSERT_TRUE(window = platform::Window::Create({ 0, 0, 100, 200 }));
     platform::Control::Create(window, "UserPane", { 10, 20, 40, 80 })->id =
         platform::ControlID { kHuxPropertyCreator, 91 };
 
@@ -20,6 +21,6 @@ TEST(VamWindowItem, GivesTheBoundsOfTheItemAndTheAddressOfItsResult) {
     EXPECT_EQ(bounds.left, 20);
     EXPECT_EQ(bounds.bottom, 40);
     EXPECT_EQ(bounds.right, 80);
-    platform::DisposeWindow(window);
+    test::Dispose(window);
     EXPECT_NE(vamGetWindowItemAsRect(window, 91, &bounds), platform::kNoErr);
 }

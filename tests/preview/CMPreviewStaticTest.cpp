@@ -2,6 +2,7 @@
 #include "preview/CMPreviewStatic.h"
 
 #include "preview/PreviewFixture.h"
+#include "support/WindowRefs.h"
 
 namespace {
 
@@ -111,7 +112,7 @@ TEST_F(CMPreviewStaticTest, TheFirstImageOpensAtAStepThatIsSmallerThanTheControl
         EXPECT_EQ(Seen(), row.seen) << row.imageWidth;
         EXPECT_EQ(Red(), row.red) << row.imageWidth;
         preview.reset();
-        platform::DisposeWindow(window);
+        test::Dispose(window);
     }
 }
 
@@ -190,7 +191,7 @@ TEST_F(CMPreviewStaticTest, DragsWithinThePreview) {
         EXPECT_EQ(preview->cursors.find("CursorPreviewDrag") != std::string::npos, row.drags)
             << row.what;
         preview.reset();
-        platform::DisposeWindow(window);
+        test::Dispose(window);
     }
 }
 

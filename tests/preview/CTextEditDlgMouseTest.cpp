@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "preview/ViewFixture.h"
+#include "support/WindowRefs.h"
 
 namespace {
 
@@ -89,14 +90,14 @@ TEST_F(CTextEditDlgMouseTest, AHostMayEndTheViewWhileTheUserDrags) {
             dragged->onShown = [&] {
                 isEnded = true;
                 if (isWindowToo)
-                    platform::DisposeWindow(window);
+                    test::Dispose(window);
                 view.reset();
             };
             Move(25, 25);
             QTest::mousePress(Widget().windowHandle(), Qt::LeftButton, {},
                               { test::kPaneLeft + 25, test::kPaneTop + 25 });
             platform::Point start { test::kPaneTop + 25, test::kPaneLeft + 25 };
-            platform::WindowToGlobal(window, &start);
+            start = test::At(window).ToGlobal(start);
             const QObject steps; // which end with the drag
             QTimer::singleShot(0, &steps, [&] { Move(30, 12); });
             dragged->ClickPreviewArea({ start.h, start.v });
@@ -104,7 +105,7 @@ TEST_F(CTextEditDlgMouseTest, AHostMayEndTheViewWhileTheUserDrags) {
             EXPECT_EQ(params.Locks(), 0) << isInText << isWindowToo;
             if (!isWindowToo)
                 Release(30, 12);
-            platform::DisposeWindow(window);
+            test::Dispose(window);
         }
     }
 }
@@ -135,7 +136,7 @@ TEST_F(CTextEditDlgMouseTest, TheCursorSaysWhatAPressWouldDo) {
 TEST_F(CTextEditDlgMouseTest, ArrowKeysMoveTheText) {
     ASSERT_EQ(Start(300, 300, 200, 200), 1);
     PutText(5, 50);
-    platform::SetKeyboardFocus(window, pane, 1);
+    test::At(window).SetKeyboardFocus(platform::Control::Find(pane));
     const struct {
         Qt::Key key;
         Qt::KeyboardModifiers modifiers;

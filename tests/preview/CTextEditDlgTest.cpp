@@ -3,6 +3,7 @@
 
 #include "effect/EntryPoint.h"
 #include "preview/ViewFixture.h"
+#include "support/WindowRefs.h"
 
 namespace {
 
@@ -59,7 +60,7 @@ TEST_F(CTextEditDlgTest, TheWholeViewFillsTheNarrowSide) {
         fresh.WholeSizeView(1);
         EXPECT_EQ(fresh.Scale(), row.scale) << row.frameWidth;
         EXPECT_EQ(fresh.Scroll(), row.scroll) << row.frameWidth;
-        platform::DisposeWindow(window);
+        test::Dispose(window);
     }
 }
 
@@ -115,7 +116,7 @@ TEST_F(CTextEditDlgTest, AFrameThatCannotBeMadeIsRefusedAndShowsGrey) {
         fresh.SetGrid(0, false);
         fresh.DrawOffscreen();
         EXPECT_EQ(PixelsOf(fresh.Buffer(), 30, 20)[10 * 30 + 15], 0xA0A0A0U) << row.what;
-        platform::DisposeWindow(window);
+        test::Dispose(window);
     }
 }
 

@@ -23,9 +23,9 @@
 #include "huxCommon/huxGUI/HuxEvents.h"
 #include "platform/ui/Cursors.h"
 #include "platform/ui/UIObject.h"
-#include "platform/ui/WindowWidget.h"
 #include "render/PIOffscreen.h"
 #include "support/TestWorld.h"
+#include "support/WindowRefs.h"
 
 namespace test {
 
@@ -59,22 +59,22 @@ protected:
         record = host::MakeRecord();
         record.hFixedParam = params.Ref();
     }
-    void TearDown() override { platform::DisposeWindow(window); }
+    void TearDown() override { test::Dispose(window); }
 
     // Large enough for the pane, at a place of its own.
     void ShowPane(int width, int height) {
         const auto side = [](int value) { return static_cast<std::int16_t>(value); };
-        platform::CreateNewWindow({ 100, 100, side(height + 200), side(width + 200) }, &window);
+        window = platform::Window::Create({ 100, 100, side(height + 200), side(width + 200) });
         platform::Control* const control = platform::Control::Create(
             window, "UserPane",
             { kPaneTop, kPaneLeft, side(kPaneTop + height), side(kPaneLeft + width) });
         control->id = platform::ControlID { kHuxPropertyCreator, kPreviewItem };
         pane = control->Ref();
-        platform::ShowWindow(window);
-        platform::SelectWindow(window);
+        test::At(window).Show();
+        test::At(window).Widget().window()->activateWindow();
         QCoreApplication::processEvents();
     }
-    QWidget& Widget() const { return *platform::GetWindowWidget(window); }
+    QWidget& Widget() const { return test::At(window).Widget(); }
 
     // x and y are of the pane. Synthetic input goes through the window, as a real mouse's does.
     void Move(int x, int y) const {

@@ -19,9 +19,10 @@ public:
     }
     bool IsDragButton() override {
         platform::Point where {};
-        platform::MouseTracking result {};
-        return platform::TrackMouseLocation(m_hWindow, -1, &where, &result) == platform::kNoErr &&
-               result != platform::MouseTracking::kMouseUp &&
+        platform::Window* const window = platform::Window::Find(m_hWindow);
+        const platform::MouseTracking result =
+            window ? window->TrackMouse(-1, &where) : platform::MouseTracking::kUserCancelled;
+        return result != platform::MouseTracking::kMouseUp &&
                result != platform::MouseTracking::kUserCancelled;
     }
     void ZoomBy(long steps) override { SetViewScale(m_nViewScale + steps * 10, 1); }

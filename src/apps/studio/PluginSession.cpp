@@ -12,7 +12,6 @@
 #include "apps/studio/TestCard.h"
 #include "apps/studio/Texts.h"
 #include "platform/ui/UIObject.h"
-#include "platform/ui/WindowWidget.h"
 #include "platform/ui/Windows.h"
 
 namespace studio {
@@ -64,13 +63,13 @@ void PluginSession::Open(Project& project) {
                           QString::fromStdString(m_trouble));
     std::string why;
     m_dialog = host::Dialog::Open(*m_effect, host::DialogKind::kSettingsPanel, DialogFrame(), why);
-    auto* const widget = m_dialog ? platform::GetWindowWidget(Window(m_dialog->Window())) : nullptr;
-    if (!widget)
+    auto* const window = m_dialog ? platform::Window::Find(Window(m_dialog->Window())) : nullptr;
+    if (!window)
         return SetMessage(T("The effect's settings cannot be shown.") + QStringLiteral("\n\n") +
                           QString::fromStdString(why));
     SetMessage({});
-    layout()->addWidget(widget);
-    platform::ShowWindow(Window(m_dialog->Window()));
+    layout()->addWidget(&window->Widget());
+    window->Show();
 }
 
 void PluginSession::SetMessage(const QString& text) {
@@ -152,7 +151,7 @@ std::int32_t PluginSession::ModalEnds(EPIWindowRef) {
 
 void PluginSession::FollowModal() {
     // A dialog that failed may be gone without a word.
-    if (!platform::IsValidWindowPtr(Window(m_modal))) {
+    if (!platform::Window::Find(Window(m_modal))) {
         ModalEnds(m_modal);
         return;
     }

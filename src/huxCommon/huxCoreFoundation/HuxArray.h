@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// A growable array that is asked by index and answers null past its end.
+// An array that is asked by index and answers null past its end.
 #pragma once
 
 #include <cstddef>
@@ -14,12 +14,10 @@ public:
 
     std::size_t GetCount() const { return m_elements.size(); }
     bool IsEmpty() const { return m_elements.empty(); }
-    // Lent until the array changes; null past the end.
+    // Lent; null past the end.
     const T* GetAt(std::size_t index) const {
         return index < m_elements.size() ? &m_elements[index] : nullptr;
     }
-    void Append(T element) { m_elements.push_back(std::move(element)); }
-    void RemoveAll() { m_elements.clear(); }
 
     auto begin() const { return m_elements.begin(); }
     auto end() const { return m_elements.end(); }

@@ -27,7 +27,7 @@ bool IsScalarValue(char32_t character) {
 
 std::string EncodeUTF8(std::u32string_view characters) {
     std::string utf8;
-    for (char32_t const character : characters)
+    for (const char32_t character : characters)
         AppendUtf8(utf8, IsScalarValue(character) ? character : kReplacementCharacter);
     return utf8;
 }
@@ -35,7 +35,7 @@ std::string EncodeUTF8(std::u32string_view characters) {
 // Takes the first character off the text; a byte that belongs to none is one that cannot be shown.
 char32_t TakeCharacter(std::string_view& utf8) {
     std::size_t const length = Utf8SequenceLength(utf8);
-    char32_t const character = length ? Utf8Value(utf8.substr(0, length)) : kReplacementCharacter;
+    const char32_t character = length ? Utf8Value(utf8.substr(0, length)) : kReplacementCharacter;
     utf8.remove_prefix(length ? length : 1);
     return character;
 }
@@ -100,7 +100,7 @@ std::string HuxString::GetBytes() const {
 }
 
 bool HuxString::GetPascalString(unsigned char* buffer) const {
-    EncodedText const encoded = EncodeText(GetUTF8());
+    const EncodedText encoded = EncodeText(GetUTF8());
     std::string_view const fits = CutToWholeCharacters(encoded.bytes, 255);
     buffer[0] = static_cast<unsigned char>(fits.size());
     std::ranges::copy(fits, buffer + 1);

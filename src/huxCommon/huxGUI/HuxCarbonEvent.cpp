@@ -8,7 +8,7 @@
 using namespace platform;
 
 HuxCarbonEvent::HuxCarbonEvent(OSType eventClass, std::uint32_t kind) {
-    if (const OSStatus status = CreateEvent(eventClass, kind, GetCurrentEventTime(), &m_refEvent))
+    if (const OSStatus status = CreateEvent(eventClass, kind, &m_refEvent))
         huxThrowError(status, __FILE__, __LINE__);
 }
 
@@ -46,91 +46,27 @@ OSStatus HuxCarbonEvent::PostAimed(const void* object, EventTargetRef target, Ev
 
 // Commands ---------------------------------------------------------------------------------------
 
-namespace {
-
-HICommandExtended Command(std::uint32_t attributes, std::uint32_t commandID) {
-    HICommandExtended command {};
-    command.attributes = attributes;
-    command.commandID = commandID;
-    return command;
-}
-
-HICommandExtended FromWindow(WindowRef window, std::uint32_t commandID) {
-    HICommandExtended command = Command(kHICommandFromWindow, commandID);
-    command.source.window = window;
-    return command;
-}
-
-HICommandExtended FromControl(ControlRef control, std::uint32_t commandID) {
-    HICommandExtended command = Command(kHICommandFromControl, commandID);
-    command.source.control = control;
-    return command;
-}
-
-HICommandExtended FromMenu(MenuRef menu, MenuItemIndex item, std::uint32_t commandID) {
-    HICommandExtended command = Command(kHICommandFromMenu, commandID);
-    command.source.menu = { menu, item };
-    return command;
-}
-
-} // namespace
-
-void HuxCarbonEvent::CreateEventCommand(std::uint32_t commandID, long value, void* data) {
-    CreateCommand(Command(0, commandID), value, data);
-}
-
-void HuxCarbonEvent::CreateEventCommand(WindowRef window, std::uint32_t commandID, long value,
-                                        void* data) {
-    CreateCommand(FromWindow(window, commandID), value, data);
-}
-
-void HuxCarbonEvent::CreateEventCommand(ControlRef control, std::uint32_t commandID, long value,
-                                        void* data) {
-    CreateCommand(FromControl(control, commandID), value, data);
-}
-
-void HuxCarbonEvent::CreateEventCommand(MenuRef menu, MenuItemIndex item, std::uint32_t commandID,
+void HuxCarbonEvent::CreateEventCommand(const HuxCommandSource& from, std::uint32_t commandID,
                                         long value, void* data) {
-    CreateCommand(FromMenu(menu, item, commandID), value, data);
-}
-
-void HuxCarbonEvent::CreateCommand(const HICommandExtended& command, long value, void* data) {
     if (m_refEvent)
         ReleaseEvent(std::exchange(m_refEvent, nullptr));
-    OSStatus status =
-        CreateEvent(kEventClassCommand, kEventCommandProcess, GetCurrentEventTime(), &m_refEvent);
+    OSStatus status = CreateEvent(kEventClassCommand, kEventCommandProcess, &m_refEvent);
     if (status == kNoErr)
-        status = WriteCommand(command, value, data);
+        status = SetCommandParameter(from, commandID, value, data);
     if (status != kNoErr)
         huxThrowError(status, __FILE__, __LINE__);
 }
 
-OSStatus HuxCarbonEvent::SetCommandParameter(std::uint32_t commandID, long value, void* data) {
-    return WriteCommand(Command(0, commandID), value, data);
-}
-
-OSStatus HuxCarbonEvent::SetCommandParameter(WindowRef window, std::uint32_t commandID, long value,
-                                             void* data) {
-    return WriteCommand(FromWindow(window, commandID), value, data);
-}
-
-OSStatus HuxCarbonEvent::SetCommandParameter(ControlRef control, std::uint32_t commandID,
+OSStatus HuxCarbonEvent::SetCommandParameter(const HuxCommandSource& from, std::uint32_t commandID,
                                              long value, void* data) {
-    return WriteCommand(FromControl(control, commandID), value, data);
-}
-
-OSStatus HuxCarbonEvent::SetCommandParameter(MenuRef menu, MenuItemIndex item,
-                                             std::uint32_t commandID, long value, void* data) {
-    return WriteCommand(FromMenu(menu, item, commandID), value, data);
-}
-
-OSStatus HuxCarbonEvent::WriteCommand(const HICommandExtended& command, long value, void* data) {
+    HICommandExtended command = from.command;
+    command.commandID = commandID;
     OSStatus status =
         SetParameter(kEventParamDirectObject, kTypeHICommand, sizeof command, &command);
     std::uint32_t const modifiers = GetCurrentEventKeyModifiers();
     if (status == kNoErr)
         status = SetParameter(kEventParamKeyModifiers, kTypeUInt32, sizeof modifiers, &modifiers);
-    auto const value32 = static_cast<std::int32_t>(value);
+    const auto value32 = static_cast<std::int32_t>(value);
     if (status == kNoErr && value != 0)
         status = SetParameter(kHuxEventParamValue, kTypeSInt32, sizeof value32, &value32);
     if (status == kNoErr && data)
@@ -160,65 +96,18 @@ OSStatus HuxCarbonEvent::GetCommandParameter(std::uint32_t* commandID, long* val
     return status;
 }
 
-// Posting and sending commands ---------------------------------------------------------------------
-
-namespace {
-
-template <class... Source>
-OSStatus Post(EventTargetRef target, std::uint32_t commandID, long value, Source... source) {
+OSStatus HuxCarbonEvent::PostEventCommand(EventTargetRef target, const HuxCommandSource& from,
+                                          std::uint32_t commandID, long value) {
     HuxCarbonEvent event;
-    event.CreateEventCommand(source..., commandID, value, nullptr);
+    event.CreateEventCommand(from, commandID, value, nullptr);
     return event.PostToQueue(target);
 }
 
-template <class... Source>
-OSStatus Send(EventTargetRef target, std::uint32_t commandID, long value, void* data,
-              Source... source) {
+OSStatus HuxCarbonEvent::SendEventCommand(EventTargetRef target, const HuxCommandSource& from,
+                                          std::uint32_t commandID, long value, void* data) {
     HuxCarbonEvent event;
-    event.CreateEventCommand(source..., commandID, value, data);
+    event.CreateEventCommand(from, commandID, value, data);
     return SendEventToEventTarget(event.GetEventRef(), target);
-}
-
-} // namespace
-
-OSStatus HuxCarbonEvent::PostEventCommand(EventTargetRef target, std::uint32_t commandID,
-                                          long value) {
-    return Post(target, commandID, value);
-}
-
-OSStatus HuxCarbonEvent::PostEventCommand(EventTargetRef target, WindowRef window,
-                                          std::uint32_t commandID, long value) {
-    return Post(target, commandID, value, window);
-}
-
-OSStatus HuxCarbonEvent::PostEventCommand(EventTargetRef target, ControlRef control,
-                                          std::uint32_t commandID, long value) {
-    return Post(target, commandID, value, control);
-}
-
-OSStatus HuxCarbonEvent::PostEventCommand(EventTargetRef target, MenuRef menu, MenuItemIndex item,
-                                          std::uint32_t commandID, long value) {
-    return Post(target, commandID, value, menu, item);
-}
-
-OSStatus HuxCarbonEvent::SendEventCommand(EventTargetRef target, std::uint32_t commandID,
-                                          long value, void* data) {
-    return Send(target, commandID, value, data);
-}
-
-OSStatus HuxCarbonEvent::SendEventCommand(EventTargetRef target, WindowRef window,
-                                          std::uint32_t commandID, long value, void* data) {
-    return Send(target, commandID, value, data, window);
-}
-
-OSStatus HuxCarbonEvent::SendEventCommand(EventTargetRef target, ControlRef control,
-                                          std::uint32_t commandID, long value, void* data) {
-    return Send(target, commandID, value, data, control);
-}
-
-OSStatus HuxCarbonEvent::SendEventCommand(EventTargetRef target, MenuRef menu, MenuItemIndex item,
-                                          std::uint32_t commandID, long value, void* data) {
-    return Send(target, commandID, value, data, menu, item);
 }
 
 // Parameters -------------------------------------------------------------------------------------

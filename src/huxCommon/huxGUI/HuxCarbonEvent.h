@@ -9,6 +9,25 @@
 #include "platform/Commands.h"
 #include "platform/Events.h"
 
+// Where a command comes from: from nothing in particular, a window, a control, or an item of a menu.
+struct HuxCommandSource {
+    HuxCommandSource() = default;
+    HuxCommandSource(platform::WindowRef window) {
+        command.attributes = platform::kHICommandFromWindow;
+        command.source.window = window;
+    }
+    HuxCommandSource(platform::ControlRef control) {
+        command.attributes = platform::kHICommandFromControl;
+        command.source.control = control;
+    }
+    HuxCommandSource(platform::MenuRef menu, platform::MenuItemIndex item) {
+        command.attributes = platform::kHICommandFromMenu;
+        command.source.menu = { menu, item };
+    }
+
+    platform::HICommandExtended command {}; // but for its id
+};
+
 class HuxCarbonEvent {
 public:
     HuxCarbonEvent() = default;
@@ -36,39 +55,26 @@ public:
     platform::OSStatus PostToQueue(platform::EventTargetRef target,
                                    platform::EventQueueRef queue = nullptr,
                                    Priority priority = Priority::kStandard);
-    // With the user interface only (telop-hux-ui).
-    platform::OSStatus PostToQueue(platform::WindowRef window,
-                                   platform::EventQueueRef queue = nullptr,
-                                   Priority priority = Priority::kStandard);
-    platform::OSStatus PostToQueue(platform::HIObjectRef object,
-                                   platform::EventQueueRef queue = nullptr,
-                                   Priority priority = Priority::kStandard);
-    platform::OSStatus PostToQueue(platform::DialogRef dialog,
-                                   platform::EventQueueRef queue = nullptr,
-                                   Priority priority = Priority::kStandard);
-    platform::OSStatus PostToQueue(platform::ControlRef control,
-                                   platform::EventQueueRef queue = nullptr,
-                                   Priority priority = Priority::kStandard);
-    platform::OSStatus PostToQueue(platform::MenuRef menu, platform::EventQueueRef queue = nullptr,
-                                   Priority priority = Priority::kStandard);
+    // A WindowRef, ControlRef, MenuRef, DialogRef or HIObjectRef; with the user interface only
+    // (telop-hux-ui).
+    template <class Object>
+    platform::OSStatus PostToQueue(Object* object, platform::EventQueueRef queue = nullptr,
+                                   Priority priority = Priority::kStandard) {
+        return PostToObject(object, queue, priority);
+    }
 
     // A new command event in place of the held one, timestamped now; a failure is thrown. value 0
     // and data null are left out of the event.
-    void CreateEventCommand(std::uint32_t commandID, long value, void* data);
-    void CreateEventCommand(platform::WindowRef window, std::uint32_t commandID, long value,
+    void CreateEventCommand(const HuxCommandSource& from, std::uint32_t commandID, long value,
                             void* data);
-    void CreateEventCommand(platform::ControlRef control, std::uint32_t commandID, long value,
-                            void* data);
-    void CreateEventCommand(platform::MenuRef menu, platform::MenuItemIndex item,
-                            std::uint32_t commandID, long value, void* data);
-
-    platform::OSStatus SetCommandParameter(std::uint32_t commandID, long value, void* data);
-    platform::OSStatus SetCommandParameter(platform::WindowRef window, std::uint32_t commandID,
+    void CreateEventCommand(std::uint32_t commandID, long value, void* data) {
+        CreateEventCommand({}, commandID, value, data);
+    }
+    platform::OSStatus SetCommandParameter(const HuxCommandSource& from, std::uint32_t commandID,
                                            long value, void* data);
-    platform::OSStatus SetCommandParameter(platform::ControlRef control, std::uint32_t commandID,
-                                           long value, void* data);
-    platform::OSStatus SetCommandParameter(platform::MenuRef menu, platform::MenuItemIndex item,
-                                           std::uint32_t commandID, long value, void* data);
+    platform::OSStatus SetCommandParameter(std::uint32_t commandID, long value, void* data) {
+        return SetCommandParameter({}, commandID, value, data);
+    }
     // Every pointer may be null. Without a command in the event the status says so and everything
     // becomes 0; a value or data that is missing is 0.
     platform::OSStatus GetCommandParameter(std::uint32_t* commandID, long* value,
@@ -76,28 +82,20 @@ public:
 
     // Posts a command without data to the main queue, aimed at target.
     static platform::OSStatus PostEventCommand(platform::EventTargetRef target,
+                                               const HuxCommandSource& from,
                                                std::uint32_t commandID, long value);
     static platform::OSStatus PostEventCommand(platform::EventTargetRef target,
-                                               platform::WindowRef window, std::uint32_t commandID,
-                                               long value);
-    static platform::OSStatus PostEventCommand(platform::EventTargetRef target,
-                                               platform::ControlRef control,
-                                               std::uint32_t commandID, long value);
-    static platform::OSStatus PostEventCommand(platform::EventTargetRef target,
-                                               platform::MenuRef menu, platform::MenuItemIndex item,
-                                               std::uint32_t commandID, long value);
+                                               std::uint32_t commandID, long value) {
+        return PostEventCommand(target, {}, commandID, value);
+    }
     // Delivers a command now and gives what became of it.
     static platform::OSStatus SendEventCommand(platform::EventTargetRef target,
+                                               const HuxCommandSource& from,
                                                std::uint32_t commandID, long value, void* data);
     static platform::OSStatus SendEventCommand(platform::EventTargetRef target,
-                                               platform::WindowRef window, std::uint32_t commandID,
-                                               long value, void* data);
-    static platform::OSStatus SendEventCommand(platform::EventTargetRef target,
-                                               platform::ControlRef control,
-                                               std::uint32_t commandID, long value, void* data);
-    static platform::OSStatus SendEventCommand(platform::EventTargetRef target,
-                                               platform::MenuRef menu, platform::MenuItemIndex item,
-                                               std::uint32_t commandID, long value, void* data);
+                                               std::uint32_t commandID, long value, void* data) {
+        return SendEventCommand(target, {}, commandID, value, data);
+    }
 
     platform::OSStatus SetParameter(platform::OSType name, platform::OSType type,
                                     std::uint32_t size, const void* data);
@@ -108,9 +106,8 @@ public:
     platform::OSStatus GetParameterSize(platform::OSType name, std::uint32_t* size) const;
 
 private:
-    void CreateCommand(const platform::HICommandExtended& command, long value, void* data);
-    platform::OSStatus WriteCommand(const platform::HICommandExtended& command, long value,
-                                    void* data);
+    platform::OSStatus PostToObject(const void* object, platform::EventQueueRef queue,
+                                    Priority priority);
     platform::OSStatus PostAimed(const void* object, platform::EventTargetRef target,
                                  platform::EventQueueRef queue, Priority priority);
 

@@ -170,7 +170,7 @@ void HuxCarbonEventHandler::PostError(long errorCode) noexcept {
     error.uEventKind = GetEventKind(m_refEventCurrent);
     try {
         EventRef event = nullptr;
-        if (CreateEvent(kHuxErrorCode, kHuxErrorKind, GetCurrentEventTime(), &event) != kNoErr)
+        if (CreateEvent(kHuxErrorCode, kHuxErrorKind, &event) != kNoErr)
             return;
         if (SetEventParameter(event, kHuxErrorCode, kHuxErrorCode, sizeof error, &error) == kNoErr)
             PostEventToQueue(GetMainEventQueue(), event, EventPriority::kStandard);

@@ -98,11 +98,9 @@ OSStatus HuxControlImpl::Update() {
 }
 
 OSStatus HuxControlImpl::FlushPortBuffer() {
-    WindowRef const owner = GetOwner();
-    if (!IsWindowBuffered(owner))
-        return kNoErr;
-    Rect const bounds = GetBounds();
-    return FlushWindowBuffer(owner, &bounds);
+    if (Window* const owner = Window::Find(GetOwner()))
+        owner->Flush();
+    return kNoErr;
 }
 
 OSStatus HuxControlImpl::GetFontStyle(ControlFontStyleRec* style) {

@@ -32,8 +32,7 @@ OSStatus SendToOwner(std::uint32_t kind, Arguments arguments) {
         event.SetParameter(kEventParamDirectObject, kTypeControlRef, sizeof(ControlRef),
                            &arguments.control);
         event.SetParameter(kParamArguments, kTypeUInt32, sizeof address, &address);
-        return SendEventToEventTarget(event.GetEventRef(),
-                                      GetWindowEventTarget(control->OwnerRef()));
+        return SendEventToEventTarget(event.GetEventRef(), control->Owner().Target());
     } catch (...) {
         return kMemFullErr;
     }

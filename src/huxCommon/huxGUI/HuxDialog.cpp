@@ -65,20 +65,20 @@ long HuxDialog::DoModal(WindowRef parent) {
         return kHuxDialogCancel;
     m_run = Run::kNone;
     Dispose();
-    SetUserFocusWindow(kUserFocusAuto);
-    return !alive ? kHuxDialogCancel : m_nRetCode;
+    FocusFrontWindow();
+    return alive ? m_nRetCode : kHuxDialogCancel;
 }
 
 // A dialog may end, or be ended, at every step; the loop of one that has ended would never return.
 void HuxDialog::RunModal(WindowRef parent) {
     const Alive alive(*this);
-    if (parent)
-        SetWindowModality(m_hwnd, kWindowModalityAppModal, parent);
+    if (Window* const window = parent ? GetWindow() : nullptr)
+        window->SetModality(kWindowModalityAppModal, Window::Find(parent));
     if (m_run == Run::kModal)
         ShowWindow();
-    if (alive && m_run == Run::kModal)
-        RunAppModalLoopForWindow(m_hwnd);
-    if (alive && IsValid())
+    if (Window* const window = alive && m_run == Run::kModal ? GetWindow() : nullptr)
+        window->RunModal();
+    if (alive)
         HideWindow();
 }
 
@@ -90,7 +90,8 @@ void HuxDialog::EndDialog(long code) {
     }
     if (m_run == Run::kModal)
         m_run = Run::kEnded;
-    QuitAppModalLoopForWindow(m_hwnd);
+    if (Window* const window = GetWindow())
+        window->QuitModal();
 }
 
 // Running half-modally -----------------------------------------------------------------------------
@@ -111,13 +112,16 @@ OSStatus HuxDialog::BeginHalfModal(WindowRef parent) {
         Dispose();
         return kNoErr;
     }
-    TakeParent(parent ? parent : FrontNonFloatingWindow());
-    SetWindowActivationScope(m_hwnd, kActivationScopeAll);
-    SetWindowModality(m_hwnd, kWindowModalityNone, nullptr);
-    SetWindowGroup(m_hwnd, GetWindowGroupOfClass(kMovableModalWindowClass));
-    WindowRef const window = m_hwnd;
-    ShowWindow();
-    SetUserFocusWindow(window);
+    TakeParent(parent ? Window::Find(parent) : FrontWindow());
+    const WindowRef shown = m_hwnd;
+    if (Window* const window = GetWindow()) {
+        window->SetActivationScope(kActivationScopeAll);
+        window->SetModality(kWindowModalityNone, nullptr);
+        WindowGroup::OfClass(kMovableModalWindowClass).Add(*window);
+        window->Show();
+    }
+    if (Window* const window = Window::Find(shown))
+        window->TakeUserFocus();
     return kNoErr;
 }
 
@@ -125,29 +129,31 @@ void HuxDialog::EndHalfModal() {
     if (!m_fHalfModal)
         return;
     const Alive alive(*this);
-    WindowRef const parent = m_refParentWindow;
+    const WindowRef parent = m_refParentWindow;
     ReleaseParent();
     HideWindow();
     if (alive)
         Dispose();
-    SetUserFocusWindow(IsValidWindowPtr(parent) ? parent : kUserFocusAuto);
+    if (Window* const window = Window::Find(parent))
+        window->TakeUserFocus();
+    else
+        FocusFrontWindow();
 }
 
-void HuxDialog::TakeParent(WindowRef parent) {
+void HuxDialog::TakeParent(Window* parent) {
     m_fHalfModal = true;
-    m_refParentWindow = parent;
-    m_uParentAttributes = 0;
-    GetWindowAttributes(parent, &m_uParentAttributes);
-    if (m_uParentAttributes & kParentBoxes)
-        ChangeWindowAttributes(parent, 0, m_uParentAttributes & kParentBoxes);
+    m_refParentWindow = parent ? parent->Ref() : nullptr;
+    m_uParentAttributes = parent ? parent->Attributes() : 0;
+    if (parent)
+        parent->ChangeAttributes(0, kParentBoxes);
 }
 
 void HuxDialog::ReleaseParent() {
     if (!m_fHalfModal)
         return;
     m_fHalfModal = false;
-    if (m_uParentAttributes & kParentBoxes)
-        ChangeWindowAttributes(m_refParentWindow, m_uParentAttributes & kParentBoxes, 0);
+    if (Window* const parent = Window::Find(m_refParentWindow))
+        parent->ChangeAttributes(m_uParentAttributes & kParentBoxes, 0);
     m_refParentWindow = nullptr;
 }
 

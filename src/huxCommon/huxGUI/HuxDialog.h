@@ -48,7 +48,7 @@ private:
     enum class Run { kNone, kModal, kEnded }; // kEnded: the loop has not returned yet
 
     void RunModal(platform::WindowRef parent);
-    void TakeParent(platform::WindowRef parent);
+    void TakeParent(platform::Window* parent);
     void ReleaseParent();
     platform::OSStatus HandleCommand(platform::EventRef event);
     void PressOK();

@@ -7,8 +7,10 @@
 class HuxDialogImpl : public HuxDialog {
 public:
     // Does nothing. It keeps the operations after it where callers that count slots expect them.
-    virtual void DummyHuxDialog();
+    virtual void DummyHuxDialog() {}
     // Dialogs override this; unhandled events go on to the classes below.
-    platform::OSStatus HandleEventCurrentSelf(platform::EventHandlerCallRef call,
-                                              platform::EventRef event) override;
+    platform::OSStatus HandleEventCurrentSelf(platform::EventHandlerCallRef,
+                                              platform::EventRef) override {
+        return platform::kEventNotHandledErr;
+    }
 };

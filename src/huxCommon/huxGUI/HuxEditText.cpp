@@ -38,7 +38,7 @@ OSStatus HuxEditText::Attach(ControlRef control) {
     constexpr EventTypeSpec kFocusEvents[] = { { kEventClassWindow, kEventWindowFocusAcquired },
                                                { kEventClassWindow, kEventWindowFocusRelinquish } };
     if (!m_huxWindowEventHandler.IsInstalled())
-        m_huxWindowEventHandler.InstallCarbonEventHandler(GetWindowEventTarget(GetOwner()), 2,
+        m_huxWindowEventHandler.InstallCarbonEventHandler(UIObject::TargetOf(GetOwner()), 2,
                                                           kFocusEvents);
     SetScript();
     return SetHooks(m_uppKeyFilter, m_uppValidation);

@@ -228,8 +228,8 @@ void HuxEditText::Validation(ControlRef) {
 // The focus ----------------------------------------------------------------------------------------
 
 bool HuxEditText::HasFocus() const {
-    ControlRef focused = nullptr;
-    return GetKeyboardFocus(GetOwner(), &focused) == kNoErr && focused && focused == m_hctrl;
+    const Control* const control = Control::Find(m_hctrl);
+    return control && control->Owner().KeyboardFocus() == control;
 }
 
 // A disabled field is not checked any more when the focus leaves it.

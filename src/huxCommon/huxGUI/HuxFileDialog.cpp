@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "huxCommon/huxGUI/HuxFileDialog.h"
 
-#include "huxCommon/huxGUI/HuxGetFileDialog.h"
-#include "huxCommon/huxGUI/HuxPutFileDialog.h"
-
 using namespace platform;
 
 void HuxFileDialog::SetType(const HuxString& name, const char* pattern) {
@@ -25,7 +22,7 @@ void HuxPutFileDialog::SetFileName(const HuxString& name) {
 }
 
 bool HuxPutFileDialog::Run() {
-    std::vector<FSSpec> const files = RunPutFileDialog(m_options);
+    const std::vector<FSSpec> files = RunPutFileDialog(m_options);
     m_file = files.empty() ? FSSpec {} : files.front();
     return !files.empty();
 }

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// What the dialogs that open and save files have in common.
+// The dialogs that open and save files.
 #pragma once
 
+#include "huxCommon/huxCoreFoundation/HuxArray.h"
 #include "huxCommon/huxCoreFoundation/HuxString.h"
 #include "platform/ui/Dialogs.h"
 
@@ -19,4 +20,25 @@ protected:
     ~HuxFileDialog() = default;
 
     platform::FileDialogOptions m_options;
+};
+
+// Asks the user for files to open.
+class HuxGetFileDialog : public HuxFileDialog {
+public:
+    bool Run(); // true: the user chose
+    const HuxArray<FSSpec>& GetFiles() const { return m_files; }
+
+private:
+    HuxArray<FSSpec> m_files;
+};
+
+// Asks the user where to save a file.
+class HuxPutFileDialog : public HuxFileDialog {
+public:
+    void SetFileName(const HuxString& name);         // to begin with
+    bool Run();                                      // true: the user chose
+    const FSSpec& GetFile() const { return m_file; } // empty until then
+
+private:
+    FSSpec m_file {};
 };

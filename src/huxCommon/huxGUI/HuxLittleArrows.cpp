@@ -117,12 +117,13 @@ bool HuxLittleArrows::IncrementValueAndCommand() {
     const bool changed = edit && ShowInEditControl();
     WindowRef const owner = edit ? edit->GetOwner() : nullptr;
     if (changed && m_fSendChangedEditNotify && owner)
-        HuxCarbonEvent::SendEventCommand(GetWindowEventTarget(owner), m_refEdit,
-                                         edit->GetCommandID(), kEditTextChanged, nullptr);
+        HuxCarbonEvent::SendEventCommand(UIObject::TargetOf(owner), m_refEdit, edit->GetCommandID(),
+                                         kEditTextChanged, nullptr);
     if (!alive)
         return true;
-    if (m_fChangedEditFocus && GetEditControl())
-        SetKeyboardFocus(owner, m_refEdit, kControlEditTextPart);
+    Window* const window = m_fChangedEditFocus && GetEditControl() ? Window::Find(owner) : nullptr;
+    if (window)
+        window->SetKeyboardFocus(Control::Find(m_refEdit));
     if (alive)
         SendCommand(m_nTrackPartCode, nullptr);
     return true;

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "huxCommon/huxGUI/HuxWindowBase.h"
 
-#include "huxCommon/huxCoreFoundation/HuxString.h"
 #include "huxCommon/huxGUI/HuxEvents.h"
 
 using namespace platform;
@@ -13,23 +12,21 @@ HuxWindowBase::~HuxWindowBase() {
 
 void HuxWindowBase::Dispose() {
     const Alive alive(*this);
-    if (IsValid())
-        DisposeWindow(m_hwnd);
+    if (Window* const window = GetWindow())
+        window->Dispose();
     if (alive)
         m_hwnd = nullptr;
 }
 
-bool HuxWindowBase::IsValid() const {
-    return IsValidWindowPtr(m_hwnd);
-}
-
 EventTargetRef HuxWindowBase::GetEventTarget() const {
-    return GetWindowEventTarget(m_hwnd);
+    return UIObject::TargetOf(m_hwnd);
 }
 
 HuxWindowBase* HuxWindowBase::FromWindow(WindowRef window) {
-    return static_cast<HuxWindowBase*>(
-        GetWindowProperty(window, kHuxPropertyCreator, kHuxPropertyObject));
+    const Window* const found = Window::Find(window);
+    return found ? static_cast<HuxWindowBase*>(
+                       found->Property(kHuxPropertyCreator, kHuxPropertyObject))
+                 : nullptr;
 }
 
 OSStatus HuxWindowBase::OpenNibWindow(const char* windowName, const char* nibName,
@@ -37,18 +34,9 @@ OSStatus HuxWindowBase::OpenNibWindow(const char* windowName, const char* nibNam
     m_hwnd = nullptr;
     if (!windowName || !nibName)
         return kParamErr;
-    IBNibRef nib = nullptr;
-    HuxString const nibText = HuxString::FromUTF8(nibName);
-    OSStatus status = bundle ? CreateNibReferenceWithCFBundle(bundle, nibText.GetCFString(), &nib)
-                             : CreateNibReference(nibText.GetCFString(), &nib);
-    if (status != kNoErr)
-        return status;
-    status = CreateWindowFromNib(nib, HuxString::FromUTF8(windowName).GetCFString(), &m_hwnd);
-    DisposeNibReference(nib);
-    if (status != kNoErr) {
-        m_hwnd = nullptr;
-        return status;
-    }
-    SetWindowProperty(m_hwnd, kHuxPropertyCreator, kHuxPropertyObject, this);
-    return kNoErr;
+    const OSStatus status = CreateWindowFromNib(bundle ? bundle : CFBundleGetMainBundle(), nibName,
+                                                windowName, &m_hwnd);
+    if (Window* const window = GetWindow())
+        window->SetProperty(kHuxPropertyCreator, kHuxPropertyObject, this);
+    return status;
 }

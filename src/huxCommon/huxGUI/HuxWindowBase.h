@@ -13,7 +13,9 @@ public:
     virtual void Dispose();
 
     platform::WindowRef GetWindowRef() const { return m_hwnd; } // null when there is none
-    bool IsValid() const; // it has a window, and that is there
+    // Null when there is none, or when it is gone. Found anew after each step that sends events.
+    platform::Window* GetWindow() const { return platform::Window::Find(m_hwnd); }
+    bool IsValid() const { return GetWindow() != nullptr; }
     platform::EventTargetRef GetEventTarget() const;
 
     // The object of a window of this toolkit; null for other windows.

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// What every window offers: to be shown, moved, titled, and searched for controls.
+// What every window offers: to be shown, titled, and searched for controls. Without a window nothing
+// happens, and nothing is found.
 #pragma once
 
 #include "huxCommon/huxCoreFoundation/HuxString.h"
@@ -9,30 +10,29 @@
 template <class Base>
 class HuxWindowCompatibleT : public HuxWindowT<Base> {
 public:
-    platform::OSStatus ShowWindow() { return platform::ShowWindow(this->m_hwnd); }
-    platform::OSStatus HideWindow() { return platform::HideWindow(this->m_hwnd); }
-    bool IsVisible() const { return platform::IsWindowVisible(this->m_hwnd); }
-    platform::OSStatus SetTitle(const HuxString& title) {
-        return platform::SetWindowTitleWithCFString(this->m_hwnd, title.GetCFString());
+    void ShowWindow() {
+        if (platform::Window* const window = this->GetWindow())
+            window->Show();
     }
-    platform::Rect GetContentBounds() const { // global; empty without a window
-        platform::Rect bounds {};
-        platform::GetWindowContentBounds(this->m_hwnd, &bounds);
-        return bounds;
+    void HideWindow() {
+        if (platform::Window* const window = this->GetWindow())
+            window->Hide();
     }
-    // Puts the content's top left there, in global coordinates.
-    platform::OSStatus Move(short left, short top) {
-        return platform::MoveWindow(this->m_hwnd, left, top, false);
+    bool IsVisible() const {
+        const platform::Window* const window = this->GetWindow();
+        return window && window->IsVisible();
+    }
+    void SetTitle(const HuxString& title) {
+        if (platform::Window* const window = this->GetWindow())
+            window->SetTitle(title.GetUTF8());
+    }
+    platform::Rect GetContentBounds() const { // global
+        const platform::Window* const window = this->GetWindow();
+        return window ? window->ContentBounds() : platform::Rect {};
     }
 
-    // Null when the window has no such control.
     platform::ControlRef FindControl(const platform::ControlID& id) const {
         const platform::Control* const control = platform::Control::FindByID(this->m_hwnd, id);
         return control ? control->Ref() : nullptr;
-    }
-    platform::ControlRef GetKeyboardFocus() const { // null when no control has it
-        platform::ControlRef control = nullptr;
-        platform::GetKeyboardFocus(this->m_hwnd, &control);
-        return control;
     }
 };

@@ -2,22 +2,24 @@
 // Owns a group of windows. The windows stay where they are when it ends.
 #pragma once
 
+#include <memory>
+
 #include "platform/ui/Windows.h"
 
 class HuxWindowGroup {
 public:
-    HuxWindowGroup() = default;
-    HuxWindowGroup(const HuxWindowGroup&) = delete;
-    HuxWindowGroup& operator=(const HuxWindowGroup&) = delete;
-    ~HuxWindowGroup() { Release(); }
-
-    platform::WindowGroupRef GetGroupRef() const { return m_refGroup; } // null at first
-    bool IsValid() const { return m_refGroup != nullptr; }
-    platform::OSStatus Create(std::uint32_t attributes); // in place of the one before
-    void Release();
-    platform::OSStatus SetParent(platform::WindowGroupRef parent);
-    platform::OSStatus Add(platform::WindowRef window);
+    bool IsValid() const { return m_group != nullptr; } // not at first
+    void Create(std::uint32_t attributes) {             // in place of the one before
+        m_group = std::make_unique<platform::WindowGroup>(attributes);
+    }
+    platform::OSStatus Add(platform::WindowRef window) {
+        platform::Window* const found = platform::Window::Find(window);
+        if (!m_group || !found)
+            return platform::kParamErr;
+        m_group->Add(*found);
+        return platform::kNoErr;
+    }
 
 private:
-    platform::WindowGroupRef m_refGroup = nullptr;
+    std::unique_ptr<platform::WindowGroup> m_group;
 };

@@ -90,8 +90,8 @@ OSStatus HuxWindowImplT<Base>::SendEventInitializWindowError() {
 template <class Base>
 OSStatus HuxWindowImplT<Base>::SendToSelf(std::uint32_t kind) {
     HuxCarbonEvent event(kHuxEventClassWindow, kind);
-    EventTargetRef const target = this->GetEventTarget();
-    WindowRef const window = this->m_hwnd;
+    const EventTargetRef target = this->GetEventTarget();
+    const WindowRef window = this->m_hwnd;
     event.SetParameter(kEventParamPostTarget, kTypeEventTargetRef, sizeof(EventTargetRef), &target);
     event.SetParameter(kEventParamDirectObject, kTypeWindowRef, sizeof(WindowRef), &window);
     return SendEventToEventTarget(event.GetEventRef(), target);

@@ -9,6 +9,7 @@
 
 #include "huxCommon/huxCoreFoundation/HuxCFObject.h"
 #include "huxCommon/huxGUI/HuxAttachedControls.h"
+#include "huxCommon/huxGUI/HuxCarbonEvent.h"
 #include "huxCommon/huxGUI/HuxCarbonEventHandler.h"
 #include "huxCommon/huxGUI/HuxControlImpl.h"
 #include "huxCommon/huxGUI/HuxWindowBase.h"

@@ -2,7 +2,7 @@
 // Gives a window object a command of its own.
 #pragma once
 
-#include "huxCommon/huxGUI/HuxCarbonEvent.h"
+#include <cstdint>
 
 template <class Base>
 class HuxWindowT : public Base {
@@ -14,11 +14,6 @@ public:
 
     std::uint32_t GetCommandID() const { return m_uCommandID; }
     void SetCommandID(std::uint32_t commandID) { m_uCommandID = commandID; }
-    // The window's command, from the window to itself.
-    platform::OSStatus PostCommand(long value) {
-        return HuxCarbonEvent::PostEventCommand(this->GetEventTarget(), this->m_hwnd, m_uCommandID,
-                                                value);
-    }
 
 protected:
     std::uint32_t m_uCommandID = 0;

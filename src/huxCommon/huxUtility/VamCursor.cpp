@@ -128,6 +128,6 @@ void vamSetNamedCursor(platform::CFStringRef name) {
         return;
     }
     const RegistryName known(name);
-    if (known.IsValid() && platform::IsNamedPixMapCursorRegistered(known.Get()))
+    if (known.IsValid())
         platform::SetNamedPixMapCursor(known.Get());
 }

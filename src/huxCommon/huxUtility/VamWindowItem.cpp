@@ -9,8 +9,8 @@ platform::OSStatus vamGetWindowItemAsRect(platform::WindowRef window, long id,
     const platform::ControlID wanted { kHuxPropertyCreator, static_cast<std::int32_t>(id) };
     const platform::Control* const control = platform::Control::FindByID(window, wanted);
     if (!control)
-        return platform::IsValidWindowPtr(window) ? platform::kErrControlNotFound
-                                                  : platform::kErrInvalidWindow;
+        return platform::Window::Find(window) ? platform::kErrControlNotFound
+                                              : platform::kErrInvalidWindow;
     *out = control->Bounds();
     const auto low = static_cast<std::int32_t>(reinterpret_cast<std::uintptr_t>(out));
     return low ? low : 1;

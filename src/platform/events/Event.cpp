@@ -3,7 +3,6 @@
 #include "platform/events/Event.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstring>
 #include <memory>
 #include <new>
@@ -12,21 +11,19 @@ namespace platform {
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-const Clock::time_point s_processStart = Clock::now();
 std::atomic<std::uint32_t> s_keyModifiers { 0 };
 
 } // namespace
 
 Event::Parameter* Event::Find(OSType name) {
-    auto const found = std::ranges::find(parameters, name, &Parameter::name);
+    const auto found = std::ranges::find(parameters, name, &Parameter::name);
     return found == parameters.end() ? nullptr : &*found;
 }
 
-OSStatus CreateEvent(OSType eventClass, std::uint32_t kind, EventTime when, EventRef* event) {
+OSStatus CreateEvent(OSType eventClass, std::uint32_t kind, EventRef* event) {
     if (!event)
         return kParamErr;
-    *event = new (std::nothrow) Event { eventClass, kind, when, {} };
+    *event = new (std::nothrow) Event { eventClass, kind, {} };
     return *event ? kNoErr : kMemFullErr;
 }
 
@@ -38,11 +35,7 @@ EventRef RetainEvent(EventRef event) {
 
 void ReleaseEvent(EventRef event) {
     if (event && event->count.fetch_sub(1, std::memory_order_acq_rel) == 1)
-        std::unique_ptr<Event> const last(event);
-}
-
-std::uint32_t GetEventRetainCount(EventRef event) {
-    return event ? event->count.load(std::memory_order_relaxed) : 0;
+        const std::unique_ptr<Event> last(event);
 }
 
 OSType GetEventClass(EventRef event) {
@@ -53,20 +46,12 @@ std::uint32_t GetEventKind(EventRef event) {
     return event ? event->kind : 0;
 }
 
-EventTime GetEventTime(EventRef event) {
-    return event ? event->time : 0;
-}
-
-EventTime GetCurrentEventTime() {
-    return std::chrono::duration<EventTime>(Clock::now() - s_processStart).count();
-}
-
 OSStatus SetEventParameter(EventRef event, OSType name, OSType type, std::uint32_t size,
                            const void* data) {
     if (!event || (size > 0 && !data))
         return kParamErr;
     try {
-        auto const* bytes = static_cast<const std::byte*>(data);
+        const auto* bytes = static_cast<const std::byte*>(data);
         std::vector<std::byte> copy(bytes, bytes + size);
         if (Event::Parameter* const old = event->Find(name))
             *old = { name, type, std::move(copy) };
@@ -82,7 +67,7 @@ OSStatus GetEventParameter(EventRef event, OSType name, OSType desiredType, OSTy
                            std::uint32_t bufferSize, std::uint32_t* actualSize, void* buffer) {
     if (!event)
         return kParamErr;
-    Event::Parameter const* const parameter = event->Find(name);
+    const Event::Parameter* const parameter = event->Find(name);
     if (!parameter || (desiredType != kTypeWildCard && desiredType != parameter->type))
         return kEventParameterNotFoundErr;
     if (actualType)

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// One event: its class, kind and time, its parameters, and how many hold it.
+// One event: its class and kind, its parameters, and how many hold it.
 #pragma once
 
 #include <atomic>
@@ -20,7 +20,6 @@ struct Event {
 
     OSType eventClass;
     std::uint32_t kind;
-    EventTime time;
     std::vector<Parameter> parameters; // few, so a search from the front finds them soonest
     std::atomic<std::uint32_t> count { 1 };
 

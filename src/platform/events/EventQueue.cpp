@@ -7,17 +7,12 @@
 #include <optional>
 
 #include "platform/events/Event.h"
-#include "platform/events/EventLoop.h"
 
 namespace platform {
 
 namespace {
 
 using Lane = std::deque<HeldEvent>;
-
-auto Is(EventRef event) {
-    return [event](const HeldEvent& held) { return held.Get() == event; };
-}
 
 } // namespace
 
@@ -28,7 +23,7 @@ public:
         std::lock_guard const lock(m_mutex);
         if (Has(event))
             return std::nullopt;
-        bool const first = std::ranges::all_of(m_lanes, &Lane::empty);
+        const bool first = std::ranges::all_of(m_lanes, &Lane::empty);
         m_lanes[static_cast<std::size_t>(priority)].emplace_back(event);
         return first;
     }
@@ -43,17 +38,6 @@ public:
             }
         }
         return std::nullopt;
-    }
-
-    bool Contains(EventRef event) {
-        std::lock_guard const lock(m_mutex);
-        return Has(event);
-    }
-
-    bool Remove(EventRef event) {
-        std::lock_guard const lock(m_mutex);
-        return std::ranges::any_of(
-            m_lanes, [event](Lane& lane) { return std::erase_if(lane, Is(event)) > 0; });
     }
 
     void SetWakeUp(std::function<void()> wakeUp) {
@@ -73,8 +57,9 @@ public:
 
 private:
     bool Has(EventRef event) const {
-        return std::ranges::any_of(
-            m_lanes, [event](const Lane& lane) { return std::ranges::any_of(lane, Is(event)); });
+        return std::ranges::any_of(m_lanes, [event](const Lane& lane) {
+            return std::ranges::find(lane, event, &HeldEvent::Get) != lane.end();
+        });
     }
 
     std::mutex m_mutex;
@@ -88,7 +73,7 @@ EventTargetRef PostTarget(EventRef event) {
     EventTargetRef target = nullptr;
     // NOLINTNEXTLINE(bugprone-sizeof-expression): the parameter is the reference itself.
     constexpr std::uint32_t kSize = sizeof target;
-    OSStatus const status = GetEventParameter(event, kEventParamPostTarget, kTypeEventTargetRef,
+    const OSStatus status = GetEventParameter(event, kEventParamPostTarget, kTypeEventTargetRef,
                                               nullptr, kSize, nullptr, &target);
     return status == kNoErr && target ? target : GetApplicationEventTarget();
 }
@@ -104,25 +89,16 @@ EventQueueRef GetMainEventQueue() {
 OSStatus PostEventToQueue(EventQueueRef queue, EventRef event, EventPriority priority) {
     if (!queue || !event || priority < EventPriority::kLow || priority > EventPriority::kHigh)
         return kParamErr;
-    std::optional<bool> const first = queue->Push(event, priority);
+    const std::optional<bool> first = queue->Push(event, priority);
     if (!first)
         return kEventAlreadyPostedErr;
     if (*first)
         queue->WakeUp();
-    SignalEventLoop();
     return kNoErr;
 }
 
-bool IsEventInQueue(EventQueueRef queue, EventRef event) {
-    return queue && queue->Contains(event);
-}
-
-OSStatus RemoveEventFromQueue(EventQueueRef queue, EventRef event) {
-    return queue && queue->Remove(event) ? kNoErr : kEventNotInQueueErr;
-}
-
 bool DeliverNextEvent() {
-    std::optional<HeldEvent> const event = GetMainEventQueue()->Pop();
+    const std::optional<HeldEvent> event = GetMainEventQueue()->Pop();
     if (event)
         SendEventToEventTarget(event->Get(), PostTarget(event->Get()));
     return event.has_value();

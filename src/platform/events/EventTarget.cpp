@@ -50,7 +50,7 @@ struct Registry {
         return reinterpret_cast<Ref>(++lastReference);
     }
     Handler* Find(EventHandlerRef handler) const {
-        auto const found = handlers.find(handler);
+        const auto found = handlers.find(handler);
         return found == handlers.end() ? nullptr : found->second.get();
     }
 };
@@ -62,7 +62,7 @@ Registry& TheRegistry() {
 }
 
 void AddTypes(Handler& handler, std::span<const EventTypeSpec> types) {
-    for (EventTypeSpec const& type : types) {
+    for (const EventTypeSpec& type : types) {
         if (std::ranges::find(handler.types, type) == handler.types.end())
             handler.types.push_back(type);
     }
@@ -81,17 +81,17 @@ struct EventHandlerCall {
 namespace {
 
 OSStatus AskParent(EventRef event, EventTargetRef parent) {
-    bool const goesUp = event->eventClass == kEventClassCommand && IsValidEventTarget(parent);
+    const bool goesUp = event->eventClass == kEventClassCommand && IsValidEventTarget(parent);
     return goesUp ? SendEventToEventTarget(event, parent) : kEventNotHandledErr;
 }
 
 OSStatus AskFrom(const Chain& chain, std::size_t first, EventTargetRef parent, EventRef event) {
     for (std::size_t i = first; i < chain.size(); ++i) {
-        Handler const& handler = *chain[i];
+        const Handler& handler = *chain[i];
         if (!handler.Wants(event))
             continue;
         EventHandlerCall call { chain, i + 1, parent };
-        OSStatus const status = handler.proc(&call, event, handler.userData);
+        const OSStatus status = handler.proc(&call, event, handler.userData);
         // A handler that passed the event on has had the rest asked already.
         if (status != kEventNotHandledErr || call.passedOn)
             return status;
@@ -103,19 +103,19 @@ OSStatus AskFrom(const Chain& chain, std::size_t first, EventTargetRef parent, E
 
 EventTargetRef CreateEventTarget(EventTargetRef parent) {
     Registry& registry = TheRegistry();
-    auto const target = registry.NewReference<EventTargetRef>();
+    const auto target = registry.NewReference<EventTargetRef>();
     registry.targets.emplace(target, Target { parent });
     return target;
 }
 
 void DisposeEventTarget(EventTargetRef target) {
     Registry& registry = TheRegistry();
-    auto const node = registry.targets.extract(target);
+    const auto node = registry.targets.extract(target);
     if (node.empty())
         return;
-    for (std::shared_ptr<Handler> const& handler : *node.mapped().chain)
+    for (const std::shared_ptr<Handler>& handler : *node.mapped().chain)
         handler->removed = true;
-    std::erase_if(registry.handlers, [](auto const& entry) { return entry.second->removed; });
+    std::erase_if(registry.handlers, [](const auto& entry) { return entry.second->removed; });
 }
 
 bool IsValidEventTarget(EventTargetRef target) {
@@ -123,19 +123,19 @@ bool IsValidEventTarget(EventTargetRef target) {
 }
 
 EventTargetRef GetApplicationEventTarget() {
-    static EventTargetRef const application = CreateEventTarget(nullptr);
+    static const EventTargetRef application = CreateEventTarget(nullptr);
     return application;
 }
 
 OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP proc, std::uint32_t count,
                              const EventTypeSpec* types, void* userData, EventHandlerRef* handler) {
     Registry& registry = TheRegistry();
-    auto const found = registry.targets.find(target);
+    const auto found = registry.targets.find(target);
     if (found == registry.targets.end() || !proc || (count > 0 && !types))
         return kParamErr;
-    auto const added = std::make_shared<Handler>(Handler { target, proc, userData, {} });
+    const auto added = std::make_shared<Handler>(Handler { target, proc, userData, {} });
     AddTypes(*added, { types, count });
-    auto const reference = registry.NewReference<EventHandlerRef>();
+    const auto reference = registry.NewReference<EventHandlerRef>();
     registry.handlers.emplace(reference, added);
     auto chain = std::make_shared<Chain>(Chain { added });
     chain->insert(chain->end(), found->second.chain->begin(), found->second.chain->end());
@@ -147,7 +147,7 @@ OSStatus InstallEventHandler(EventTargetRef target, EventHandlerUPP proc, std::u
 
 OSStatus RemoveEventHandler(EventHandlerRef handler) {
     Registry& registry = TheRegistry();
-    auto const node = registry.handlers.extract(handler);
+    const auto node = registry.handlers.extract(handler);
     if (node.empty())
         return kParamErr;
     node.mapped()->removed = true;
@@ -172,17 +172,17 @@ OSStatus RemoveEventTypesFromHandler(EventHandlerRef handler, std::uint32_t coun
     Handler* const found = TheRegistry().Find(handler);
     if (!found || (count > 0 && !types))
         return kParamErr;
-    for (EventTypeSpec const& type : std::span(types, count))
+    for (const EventTypeSpec& type : std::span(types, count))
         std::erase(found->types, type);
     return kNoErr;
 }
 
 std::uint32_t CountEventHandlers(EventTargetRef target, const EventTypeSpec& type) {
-    auto const& targets = TheRegistry().targets;
-    auto const found = targets.find(target);
+    const auto& targets = TheRegistry().targets;
+    const auto found = targets.find(target);
     if (found == targets.end())
         return 0;
-    auto const count = std::ranges::count_if(
+    const auto count = std::ranges::count_if(
         *found->second.chain,
         [&type](const std::shared_ptr<Handler>& handler) { return handler->Wants(type); });
     return static_cast<std::uint32_t>(count);
@@ -190,11 +190,11 @@ std::uint32_t CountEventHandlers(EventTargetRef target, const EventTypeSpec& typ
 
 OSStatus SendEventToEventTarget(EventRef event, EventTargetRef target) {
     Registry& registry = TheRegistry();
-    auto const found = registry.targets.find(target);
+    const auto found = registry.targets.find(target);
     if (!event || found == registry.targets.end())
         return kParamErr;
-    HeldEvent const held(event);
-    std::shared_ptr<const Chain> const chain = found->second.chain;
+    const HeldEvent held(event);
+    const std::shared_ptr<const Chain> chain = found->second.chain;
     return AskFrom(*chain, 0, found->second.parent, event);
 }
 

@@ -142,8 +142,8 @@ public:
     void Resize(std::int16_t width, std::int16_t height);
     // kParamErr for a container in another window, or within this control.
     OSStatus EmbedIn(Control& container);
-    virtual Control* Super() const;               // what it is embedded in; null for the window itself
-    virtual std::vector<Control*> Subs() const;   // in their order
+    virtual Control* Super() const; // what it is embedded in; null for the window itself
+    virtual std::vector<Control*> Subs() const; // in their order
 
     virtual void Draw(); // now
     void Invalidate();   // is drawn when the loop gets to it

@@ -53,8 +53,7 @@ Rect GetPictureBounds(PicHandle picture);                 // moved to (0, 0)
 // Into the current port, clipped to it; alpha blends over what is there. kParamErr without a port.
 OSStatus DrawPicture(PicHandle picture, const Rect& destination);
 
-// Icons: files in any of the picture formats that Qt reads, told by their content, counted. A file
-// may hold the icon in several sizes; what is drawn is the one that fits best.
+// Icons: files in any of the picture formats that Qt reads, told by their content, counted.
 struct Icon;
 using IconRef = Icon*;
 // The caller gets a count of *icon to end with ReleaseIconRef, and the registry keeps one under the
@@ -65,6 +64,5 @@ OSStatus RegisterIconRefFromFile(OSType creator, OSType type, const std::filesys
 OSStatus AcquireIconRef(IconRef icon);
 OSStatus ReleaseIconRef(IconRef icon);
 OSStatus UnregisterIconRef(OSType creator, OSType type); // kParamErr when there is none
-OSStatus PlotIconRef(const Rect& bounds, IconRef icon);  // into the current port
 
 } // namespace platform

@@ -58,7 +58,7 @@ public:
                            const DataBrowserCallbacks& callbacks) = 0;
     virtual OSStatus AddItems(Items items) = 0; // at the end
     virtual OSStatus RemoveItems(Items items) = 0;
-    virtual void UpdateItems() = 0; // all texts are asked for anew
+    virtual void UpdateItems() = 0;                              // all texts are asked for anew
     virtual std::vector<DataBrowserItemID> AllItems() const = 0; // in their order
     virtual std::vector<DataBrowserItemID> SelectedItems() const = 0;
     virtual void SelectItems(Items items) = 0;

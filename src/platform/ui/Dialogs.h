@@ -1,35 +1,20 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Standard dialogs: alerts, the colour picker, opening and saving files. Each runs modally with a
+// Standard dialogs: the alert, the colour picker, opening and saving files. Each runs modally with a
 // loop of its own. User-interface thread only.
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/ui/Windows.h"
 
 namespace platform {
 
-enum class AlertType : std::int16_t { kStop = 0, kNote = 1, kCaution = 2, kPlain = 3 };
-struct AlertParam {
-    bool movable = true;
-    bool helpButton = false;
-    bool okButton = true;      // item 1, the default; its text is the platform's
-    bool cancelButton = false; // item 2, also pressed by Escape and by closing
-};
-inline constexpr std::int16_t kAlertStdAlertOKButton = 1;
-inline constexpr std::int16_t kAlertStdAlertCancelButton = 2;
-
-// explanation may be null. Ended by RunStandardAlert or DisposeStandardAlert.
-OSStatus CreateStandardAlert(AlertType type, CFStringRef message, CFStringRef explanation,
-                             const AlertParam& param, DialogRef* alert);
-WindowRef GetDialogWindow(DialogRef alert); // for its title; null when gone
-EventTargetRef GetDialogEventTarget(DialogRef alert);
-// Runs and ends it; item gets the button that was pressed.
-OSStatus RunStandardAlert(DialogRef alert, std::int16_t* item);
-void DisposeStandardAlert(DialogRef alert);
+// A plain alert with the platform's OK button, which is the default, and, if asked for, its Cancel button,
+// which Escape and closing press too. UTF-8. True: OK was pressed.
+bool RunStandardAlert(std::string_view title, std::string_view message, bool cancelButton);
 
 // The colour picker, at the point (0, 0: where the platform likes it) with the prompt as its title.
 // True and *picked when the user accepts, false and *picked untouched when not.

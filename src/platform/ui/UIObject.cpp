@@ -6,8 +6,7 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "platform/ui/Windows.h"
-#include "platform/ui/windows/StandardHandler.h"
+#include "platform/ui/windows/Input.h"
 
 namespace platform {
 
@@ -47,8 +46,8 @@ void* UIObject::Property(OSType creator, OSType tag) const {
 }
 
 UIObject* UIObject::Find(const void* reference) {
-    auto const& objects = TheRegistry().objects;
-    auto const found = objects.find(reinterpret_cast<std::uintptr_t>(reference));
+    const auto& objects = TheRegistry().objects;
+    const auto found = objects.find(reinterpret_cast<std::uintptr_t>(reference));
     return found == objects.end() ? nullptr : found->second;
 }
 
@@ -57,19 +56,19 @@ UIObject* UIObject::Find(const void* reference, ObjectKind kind) {
     return object && object->m_kind == kind ? object : nullptr;
 }
 
+EventTargetRef UIObject::TargetOf(const void* reference) {
+    const UIObject* const object = Find(reference);
+    return object ? object->m_target : nullptr;
+}
+
 std::vector<UIObject*> UIObject::All(ObjectKind kind) {
     std::vector<UIObject*> all;
-    for (auto const& [number, object] : TheRegistry().objects) {
+    for (const auto& [number, object] : TheRegistry().objects) {
         if (object->m_kind == kind)
             all.push_back(object);
     }
     std::ranges::sort(all, {}, &UIObject::m_number);
     return all;
-}
-
-EventTargetRef GetHIObjectEventTarget(HIObjectRef object) {
-    UIObject const* const found = UIObject::Find(object);
-    return found ? found->Target() : nullptr;
 }
 
 } // namespace platform

@@ -10,17 +10,16 @@
 #include <vector>
 
 #include "platform/Commands.h"
+#include "platform/Lifetime.h"
 
 namespace platform {
 
 enum class ObjectKind { kWindow, kControl, kMenu, kAlert };
 
-class UIObject {
+class UIObject : public Lifetime {
 public:
     // A command that the object leaves unhandled goes on to parent (null: the application).
     UIObject(ObjectKind kind, EventTargetRef parent);
-    UIObject(const UIObject&) = delete;
-    UIObject& operator=(const UIObject&) = delete;
     virtual ~UIObject();
 
     ObjectKind Kind() const { return m_kind; }
@@ -39,6 +38,7 @@ public:
     // Null when it is gone or of another kind.
     static UIObject* Find(const void* reference);
     static UIObject* Find(const void* reference, ObjectKind kind);
+    static EventTargetRef TargetOf(const void* reference); // null when it is gone
     // In the order in which they were made. Any of them may be gone after an event was sent.
     static std::vector<UIObject*> All(ObjectKind kind);
 
@@ -49,6 +49,25 @@ private:
     std::map<std::pair<OSType, OSType>, void*> m_properties;
 };
 
+// An event that is made, given its parameters and sent in one place.
+class MadeEvent {
+public:
+    MadeEvent(OSType eventClass, std::uint32_t kind) { CreateEvent(eventClass, kind, &m_event); }
+    MadeEvent(const MadeEvent&) = delete;
+    MadeEvent& operator=(const MadeEvent&) = delete;
+    ~MadeEvent() { ReleaseEvent(m_event); }
+
+    EventRef Get() const { return m_event; } // null without memory; sending it gives a status
+    template <class T>
+    void Set(OSType name, OSType type, const T& value) const {
+        // NOLINTNEXTLINE(bugprone-sizeof-expression): a reference is a value of its own size.
+        SetEventParameter(m_event, name, type, sizeof value, &value);
+    }
+
+private:
+    EventRef m_event = nullptr;
+};
+
 // Makes an event of the class and kind with the object as its direct object and sends it to the
 // object's target. more may add parameters. The object may be gone afterwards.
 template <class More>
@@ -57,21 +76,14 @@ OSStatus SendObjectEvent(const UIObject& object, OSType eventClass, std::uint32_
     if (eventClass != kEventClassCommand &&
         CountEventHandlers(object.Target(), { eventClass, kind }) == 0)
         return kEventNotHandledErr;
-    EventRef event = nullptr;
-    if (const OSStatus status = CreateEvent(eventClass, kind, GetCurrentEventTime(), &event))
-        return status;
-    const struct Releaser {
-        EventRef event;
-        ~Releaser() { ReleaseEvent(event); }
-    } releaser { event };
-    const auto reference = object.As<void*>();
-    SetEventParameter(event, kEventParamDirectObject, typeOfObject, sizeof reference, &reference);
-    more(event);
-    return SendEventToEventTarget(event, object.Target());
+    const MadeEvent event(eventClass, kind);
+    event.Set(kEventParamDirectObject, typeOfObject, object.As<void*>());
+    more(event.Get());
+    return SendEventToEventTarget(event.Get(), object.Target());
 }
 
 // Whether there is, or can be, an application with a display; makes the application when the process
-// has none. The first call connects the main queue and the timers with its loop.
+// has none. The first call connects the main queue with its loop.
 bool EnsureUserInterface();
 
 } // namespace platform

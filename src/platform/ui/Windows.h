@@ -1,24 +1,28 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Windows: made from forms or bare, shown, moved, run modally, grouped. A window is a real widget; a
-// host may embed it in one of its own (see WindowWidget.h), and it stays a window in the sense of
-// this header.
+// host may embed it in one of its own, and it stays a window in the sense of this header.
 //
-// User-interface thread only. A reference to a window that is gone gives kErrInvalidWindow (getters:
-// null, 0 or false), never a crash. Coordinates are in pixels of the user's scaling, so that 10 is
-// the same size on every screen; "global" ones are those of the desktop.
+// User-interface thread only. A WindowRef is kept, a Window is found for a use: any event may end it.
+// Coordinates are in pixels of the user's scaling, so that 10 is the same size on every screen;
+// "global" ones are those of the desktop.
 #pragma once
 
 #include <cstdint>
 #include <functional>
+#include <string_view>
+#include <vector>
 
-#include "platform/Commands.h"
 #include "platform/CoreFoundation.h"
 #include "platform/Drawing.h"
+#include "platform/ui/UIObject.h"
+
+class QWidget;
 
 namespace platform {
 
+class Control;
+
 inline constexpr OSStatus kErrInvalidWindow = -5600;
-inline constexpr OSStatus kErrUnsupportedModality = -5614;
 inline constexpr OSStatus kErrNoUserInterface = -4960; // neither a display nor an application
 inline constexpr OSStatus kErrCantFindNib = -10960;
 inline constexpr OSStatus kErrCantFindWindow = -10962; // the nib has no form of the name
@@ -33,124 +37,135 @@ struct HIPoint {
 };
 inline constexpr OSType kTypeHIPoint = 0x68697074; // "hipt"
 
-// Forms
-// -----------------------------------------------------------------------------------------------
-
-struct OpaqueNib;
-using IBNibRef = OpaqueNib*;
-// A nib is the folder <name>.nib of a bundle's resources; its windows are the forms <window>.ui in
-// it. Texts of a form that start with "IDS_" are keys of the bundle's string table.
-OSStatus CreateNibReference(CFStringRef name, IBNibRef* nib); // in the main bundle
-OSStatus CreateNibReferenceWithCFBundle(CFBundleRef bundle, CFStringRef name, IBNibRef* nib);
-void DisposeNibReference(IBNibRef nib);
-// Makes the hidden window with its controls; on failure *window is null. Its widgets with the
-// dynamic property controlID (a number; controlSignature defaults to "VELM") become controls, with
-// commandID (a number, or four characters such as "ok  ") as their command. A push button whose
-// commandID is "ok  " is the default button, "not!" the cancel button.
-OSStatus CreateWindowFromNib(IBNibRef nib, CFStringRef name, WindowRef* window);
-
-// Windows
-// ---------------------------------------------------------------------------------------------
-
-OSStatus CreateNewWindow(const Rect& contentBounds, WindowRef* window); // hidden, without controls
-// Sends the closed event ('wind', 73), ends its controls and handlers. Allowed from inside any of
-// its own handlers and modal runs.
-void DisposeWindow(WindowRef window);
-bool IsValidWindowPtr(WindowRef window);
-EventTargetRef GetWindowEventTarget(WindowRef window); // null when gone
-EventTargetRef GetHIObjectEventTarget(HIObjectRef object);
-
-OSStatus ShowWindow(WindowRef window);
-OSStatus HideWindow(WindowRef window);
-bool IsWindowVisible(WindowRef window);
-OSStatus SelectWindow(WindowRef window); // to the front, and active
-OSStatus BringToFront(WindowRef window);
-bool IsWindowActive(WindowRef window);
-WindowRef FrontNonFloatingWindow(); // null when this process shows none
-// Puts the content's top left there.
-OSStatus MoveWindow(WindowRef window, std::int16_t left, std::int16_t top, bool front);
-OSStatus SizeWindow(WindowRef window, std::int16_t width, std::int16_t height);
-OSStatus GetWindowContentBounds(WindowRef window, Rect* global);
-// method 1: centred on the main screen, or on parent.
-OSStatus RepositionWindow(WindowRef window, WindowRef parent, std::uint32_t method);
-inline constexpr std::uint32_t kWindowCenterOnMainScreen = 1;
-OSStatus SetWindowTitleWithCFString(WindowRef window, CFStringRef title);
-OSStatus CopyWindowTitleAsCFString(WindowRef window, CFStringRef* title);
+enum class MouseTracking : std::uint16_t {
+    kMouseDown = 1,
+    kMouseUp = 2,
+    kMouseDragged = 5,
+    kKeyModifiersChanged = 6,
+    kUserCancelled = 7, // the window is gone, or something else took the mouse
+    kTimedOut = 8,
+    kMouseMoved = 9,
+};
 
 inline constexpr std::uint32_t kWindowCloseBoxAttribute = 0x1;
 inline constexpr std::uint32_t kWindowCollapseBoxAttribute = 0x8;
-inline constexpr std::uint32_t kWindowIgnoreClicksAttribute = 0x20000000;
-inline constexpr std::uint32_t kWindowNoActivatesAttribute = 0x20000;
 inline constexpr std::uint32_t kWindowHasNoTitleBarAttribute = 0x200000;
-OSStatus GetWindowAttributes(WindowRef window, std::uint32_t* attributes);
-OSStatus ChangeWindowAttributes(WindowRef window, std::uint32_t set, std::uint32_t clear);
-OSStatus SetWindowActivationScope(WindowRef window, std::uint32_t scope);
+
 inline constexpr std::uint32_t kWindowModalityNone = 0;
-inline constexpr std::uint32_t kWindowModalitySystemModal = 1;
 inline constexpr std::uint32_t kWindowModalityAppModal = 2;
 inline constexpr std::uint32_t kWindowModalityWindowModal = 3;
-OSStatus SetWindowModality(WindowRef window, std::uint32_t modality, WindowRef parent);
 
-// An object that others leave with a window; null when there is none.
-void SetWindowProperty(WindowRef window, OSType creator, OSType tag, void* value);
-void* GetWindowProperty(WindowRef window, OSType creator, OSType tag);
+// What a WindowRef means. Whatever sends events (showing, moving, focus, runs) may end it.
+class Window : public UIObject {
+public:
+    // Null when it is gone.
+    static Window* Find(WindowRef window) {
+        return static_cast<Window*>(UIObject::Find(window, ObjectKind::kWindow));
+    }
+    // The window that a widget lies in; null for a widget of the host.
+    static Window* Of(const QWidget* widget);
+    // Hidden, without controls; null without a user interface.
+    static WindowRef Create(const Rect& contentBounds);
+    WindowRef Ref() const { return As<WindowRef>(); }
+    // A host may put it into a layout of its own (it reparents like any widget) and shows it with
+    // Show. It belongs to the window: deleting it, or the widget around it, disposes the window.
+    virtual QWidget& Widget() const = 0;
+    // Sends the closed event ('wind', 73), ends its controls and handlers. Allowed from inside any of
+    // its own handlers and modal runs.
+    virtual void Dispose() = 0;
 
-// What handlers draw in the part (local; null: all) is drawn again when the loop gets to it. Other
-// controls see to that themselves.
-OSStatus InvalWindowRect(WindowRef window, const Rect* part);
-bool IsWindowBuffered(WindowRef window);
-// Shows at once what is drawn in the part (local; null: all).
-OSStatus FlushWindowBuffer(WindowRef window, const Rect* part);
+    virtual void Show() = 0;
+    virtual void Hide() = 0;
+    virtual bool IsVisible() const = 0;
+    virtual void BringToFront() = 0;
+    // Puts the content's top left there.
+    virtual void MoveTo(std::int16_t left, std::int16_t top) = 0;
+    virtual void Resize(std::int16_t width, std::int16_t height) = 0;
+    virtual void CenterOnMainScreen() = 0;
+    virtual Rect ContentBounds() const = 0; // global
+    virtual Point ToLocal(Point global) const = 0;
+    virtual Point ToGlobal(Point local) const = 0;
+    virtual void SetTitle(std::string_view utf8) = 0;
 
-// Return and Enter press the default button, Escape the cancel button, unless a handler of the
-// window or the focused control took the key. Null: none.
-OSStatus SetWindowDefaultButton(WindowRef window, ControlRef button);
-OSStatus SetWindowCancelButton(WindowRef window, ControlRef button);
-OSStatus GetWindowDefaultButton(WindowRef window, ControlRef* button);
-OSStatus GetWindowCancelButton(WindowRef window, ControlRef* button);
+    virtual std::uint32_t Attributes() const = 0;
+    virtual void ChangeAttributes(std::uint32_t set, std::uint32_t clear) = 0;
+    // Scope 0: showing it does not activate it. 1 and 2: it may have the keyboard, or all of it.
+    virtual void SetActivationScope(std::uint32_t scope) = 0;
+    // over: the window that it lies over; null: whatever is there.
+    virtual void SetModality(std::uint32_t modality, const Window* over) = 0;
 
-// Groups: windows of one group with kWindowGroupAttrMoveTogether and ...LayerTogether lie over the
-// group's first window, move and layer with it, and are usable while it runs modally.
-struct OpaqueWindowGroup;
-using WindowGroupRef = OpaqueWindowGroup*;
-inline constexpr std::uint32_t kWindowGroupAttrSelectAsLayer = 0x1;
-inline constexpr std::uint32_t kWindowGroupAttrMoveTogether = 0x2;
-inline constexpr std::uint32_t kWindowGroupAttrLayerTogether = 0x4;
-inline constexpr std::uint32_t kWindowGroupAttrSharedActivation = 0x8;
-inline constexpr std::uint32_t kWindowGroupAttrHideOnCollapse = 0x10;
-OSStatus CreateWindowGroup(std::uint32_t attributes, WindowGroupRef* group);
-OSStatus ReleaseWindowGroup(WindowGroupRef group);               // its windows stay where they are
-WindowGroupRef GetWindowGroupOfClass(std::uint32_t windowClass); // 4: movable modal
-WindowGroupRef GetWindowGroup(WindowRef window);
-OSStatus SetWindowGroup(WindowRef window, WindowGroupRef group);
-OSStatus SetWindowGroupParent(WindowGroupRef group, WindowGroupRef parent);
+    // What handlers draw in the part (local; null: all) is drawn again when the loop gets to it. Other
+    // controls see to that themselves.
+    virtual void Invalidate(const Rect* part) = 0;
+    // Shows at once what is drawn already.
+    virtual void Flush() = 0;
 
-// Focus
-// -----------------------------------------------------------------------------------------------
+    // Return and Enter press the default button, Escape the cancel button, unless a handler of the
+    // window or the focused control took the key. Null: none.
+    virtual Control* DefaultButton() const = 0;
+    virtual Control* CancelButton() const = 0;
+    virtual void SetDefaultButton(Control* button) = 0;
+    virtual void SetCancelButton(Control* button) = 0;
 
-OSStatus SetUserFocusWindow(WindowRef window); // kUserFocusAuto: the platform chooses
-// NOLINTNEXTLINE(performance-no-int-to-ptr): a number, which nobody looks behind.
-inline const WindowRef kUserFocusAuto = reinterpret_cast<WindowRef>(std::intptr_t { -1 });
-OSStatus GetKeyboardFocus(WindowRef window, ControlRef* control); // null: no control has it
-// part 0 takes the focus away. Fires what a click into the control would fire.
-OSStatus SetKeyboardFocus(WindowRef window, ControlRef control, std::int16_t part);
+    virtual void TakeUserFocus() = 0;
+    virtual Control* KeyboardFocus() const = 0; // null: no control has it
+    // Fires what a click into the control would fire. Null takes the focus away from the control that
+    // has it. False: it cannot have it, or is another window's.
+    virtual bool SetKeyboardFocus(const Control* control) = 0;
 
-// Modal runs
-// ------------------------------------------------------------------------------------------
+    // Returns when QuitModal was called or the window is gone. The other windows of the process do
+    // not react meanwhile, but for the window's group. Runs nest; a window has one at a time. Events
+    // of the main queue are delivered.
+    virtual void RunModal() = 0;
+    virtual void QuitModal() = 0;
 
-// Returns when QuitAppModalLoopForWindow was called for the window or the window is gone. The other
-// windows of the process do not react meanwhile, but for the window's group. Runs nest. Events of
-// the main queue and timers are delivered.
-OSStatus RunAppModalLoopForWindow(WindowRef window);
-OSStatus QuitAppModalLoopForWindow(WindowRef window);
+    // Waits for the mouse to do something, with a loop of its own; timeout in seconds, below 0 means
+    // for ever. where is global. Gives kUserCancelled at once when no button of the mouse is down any
+    // more and its release was reported already.
+    virtual MouseTracking TrackMouse(EventTime timeout, Point* where) = 0;
+
+protected:
+    Window() : UIObject(ObjectKind::kWindow, GetApplicationEventTarget()) {}
+};
+
+// Makes the hidden window of a form with its controls; on failure *window is null. The form is the file
+// <window>.ui in the folder <nib>.nib of the bundle's resources. Its texts that start with "IDS_" are
+// keys of the bundle's string table. Its widgets with the dynamic property controlID (a number;
+// controlSignature defaults to "VELM") become controls, with commandID (a number, or four characters
+// such as "ok  ") as their command. A push button whose commandID is "ok  " is the default button,
+// "not!" the cancel button.
+OSStatus CreateWindowFromNib(CFBundleRef bundle, std::string_view nib, std::string_view name,
+                             WindowRef* window);
+
+Window* FrontWindow(); // null when this process shows none
+// Gives the front window the keyboard, unless one has it.
+void FocusFrontWindow();
+
+// Windows of one group with both of the attributes here lie over the group's first window, move and
+// layer with it, and are usable while it runs modally. They stay where they are when it ends.
+class WindowGroup {
+public:
+    static constexpr std::uint32_t kMoveTogether = 0x2;
+    static constexpr std::uint32_t kLayerTogether = 0x4;
+
+    explicit WindowGroup(std::uint32_t attributes);
+    WindowGroup(const WindowGroup&) = delete;
+    WindowGroup& operator=(const WindowGroup&) = delete;
+    ~WindowGroup();
+
+    void Add(Window& window); // from the group that it was in
+    void Remove(Window& window);
+    // That of the process for a class of windows; 4: movable modal.
+    static WindowGroup& OfClass(std::uint32_t windowClass);
+
+private:
+    std::uint32_t m_attributes;
+    std::vector<Window*> m_windows; // as they came; the first one carries the others
+};
 
 // Events of a window. Class 'wind'; each has the window as direct object ("----", 'wind').
 inline constexpr OSType kEventClassWindow = 0x77696E64; // "wind"
 inline constexpr OSType kTypeWindowRef = 0x77696E64;    // "wind"
-inline constexpr std::uint32_t kEventWindowActivated = 5;
-inline constexpr std::uint32_t kEventWindowDeactivated = 6;
-inline constexpr std::uint32_t kEventWindowShown = 24;
-inline constexpr std::uint32_t kEventWindowHidden = 25;
 inline constexpr std::uint32_t kEventWindowBoundsChanged = 27;
 // The user wants it closed. Unhandled: presses the cancel button, or, without one, disposes it.
 inline constexpr std::uint32_t kEventWindowClose = 72;
@@ -187,7 +202,6 @@ inline constexpr std::uint32_t kVirtualKeyOther = 0xFFFF; // a key that only typ
 // Modifier bits of "kmod" and GetCurrentEventKeyModifiers.
 inline constexpr std::uint32_t kCmdKey = 0x100; // Control on Linux
 inline constexpr std::uint32_t kShiftKey = 0x200;
-inline constexpr std::uint32_t kAlphaLock = 0x400;
 inline constexpr std::uint32_t kOptionKey = 0x800;   // Alt
 inline constexpr std::uint32_t kControlKey = 0x1000; // Meta
 
@@ -203,27 +217,8 @@ inline constexpr OSType kEventParamMouseLocation = 0x6D6C6F63; // "mloc"
 inline constexpr OSType kEventParamWindowMouseLocation = 0x776D6F75; // "wmou"
 inline constexpr OSType kEventParamMouseWheelDelta = 0x6D77646C;     // "mwdl"
 
-// The mouse
-// -------------------------------------------------------------------------------------------
-
-enum class MouseTracking : std::uint16_t {
-    kMouseDown = 1,
-    kMouseUp = 2,
-    kMouseDragged = 5,
-    kKeyModifiersChanged = 6,
-    kUserCancelled = 7, // the window is gone, or something else took the mouse
-    kTimedOut = 8,
-    kMouseMoved = 9,
-};
-// Waits for the mouse to do something, with a loop of its own; timeout in seconds, below 0 means for
-// ever. where is global. Gives kUserCancelled at once when no button of the mouse is down any more
-// and its release was reported already.
-OSStatus TrackMouseLocation(WindowRef window, EventTime timeout, Point* where,
-                            MouseTracking* result);
-void GetGlobalMouse(Point* where);
-bool Button(); // the main button is down
-OSStatus GlobalToWindow(WindowRef window, Point* point);
-OSStatus WindowToGlobal(WindowRef window, Point* point);
+Point GetGlobalMouse();
+bool Button(); // the main button of the mouse is down
 
 // The user's attention: the platform's beep, or what SetBeep installs (empty: the platform's).
 void SysBeep(std::int16_t duration);

@@ -20,6 +20,7 @@
 #include "apps/studio/Timeline.h"
 #include "host/Tables.h"
 #include "platform/ui/Windows.h"
+#include "support/WindowRefs.h"
 
 namespace studio {
 
@@ -119,10 +120,10 @@ TEST_F(WindowPluginTest, TheTextDialogMakesAStepWithOKAndNoneWithCancel) {
 // A dialog that an exception ended says nothing.
 TEST_F(WindowPluginTest, AModalWindowThatIsGoneCountsAsEnded) {
     platform::WindowRef modal = nullptr;
-    platform::CreateNewWindow({ 0, 0, 50, 50 }, &modal);
+    modal = platform::Window::Create({ 0, 0, 50, 50 });
     host::WindowTable().ModalOpens(reinterpret_cast<EPIWindowRef>(modal));
     EXPECT_FALSE(Window().Action("open")->isEnabled());
-    platform::DisposeWindow(modal);
+    test::Dispose(modal);
     EXPECT_TRUE(WaitUntil([&] { return Window().Action("open")->isEnabled(); }));
 }
 
@@ -146,7 +147,7 @@ TEST_F(WindowPluginTest, ErrorEventsSayWhatWasBeingHandled) {
         Window().Messages().Clear();
         PluginError const error { {}, row.code, row.eventClass, row.kind };
         platform::EventRef event = nullptr;
-        ASSERT_EQ(platform::CreateEvent(kPluginErrorClass, kPluginErrorKind, 0, &event), 0);
+        ASSERT_EQ(platform::CreateEvent(kPluginErrorClass, kPluginErrorKind, &event), 0);
         platform::SetEventParameter(event, kPluginErrorClass, kPluginErrorClass, row.size, &error);
         platform::SendEventToEventTarget(event, platform::GetApplicationEventTarget());
         platform::ReleaseEvent(event);

@@ -47,7 +47,7 @@ protected:
         ASSERT_TRUE(platform::EnsureUserInterface());
         widget = new QWidget;
         widget->resize(400, 300);
-        window = (new platform::Window(*widget))->Ref();
+        window = (new platform::WidgetWindow(*widget))->Ref();
     }
     void TearDown() override { delete widget; } // as a host may
 

@@ -8,6 +8,7 @@
 
 #include "platform/ui/ControlsFixture.h"
 #include "support/TestWorld.h"
+#include "support/WindowRefs.h"
 
 namespace {
 
@@ -86,7 +87,7 @@ TEST_F(ControlsUserPaneTest, IsDrawnAgainWhenItsPartOfTheWindowIsStale) {
            Row { "beside it", Rect { 50, 90, 60, 100 }, false } }) {
         QCoreApplication::processEvents();
         draws = 0;
-        ASSERT_EQ(InvalWindowRect(window, row.bounds ? &*row.bounds : nullptr), kNoErr);
+        test::At(window).Invalidate(row.bounds ? &*row.bounds : nullptr);
         QCoreApplication::processEvents();
         EXPECT_EQ(draws > 0, row.draws) << row.part;
     }
@@ -124,17 +125,16 @@ TEST_F(ControlsUserPaneTest, AFlushDrawsOnlyWhatWaits) {
         ++draws;
         return kNoErr;
     });
-    const Rect bounds { 10, 10, 50, 90 };
     QCoreApplication::processEvents();
     draws = 0;
-    ASSERT_EQ(InvalWindowRect(window, nullptr), kNoErr);
+    test::At(window).Invalidate(nullptr);
     On(pane).Draw();
     EXPECT_EQ(draws, 1);
-    ASSERT_EQ(FlushWindowBuffer(window, &bounds), kNoErr);
+    test::At(window).Flush();
     QCoreApplication::processEvents();
     EXPECT_EQ(draws, 1);
     On(pane).Invalidate();
-    ASSERT_EQ(FlushWindowBuffer(window, &bounds), kNoErr);
+    test::At(window).Flush();
     EXPECT_EQ(draws, 2);
     QCoreApplication::processEvents();
     EXPECT_EQ(draws, 2);

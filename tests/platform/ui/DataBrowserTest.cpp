@@ -12,6 +12,7 @@
 #include "platform/ui/ControlsFixture.h"
 #include "platform/ui/DataBrowser.h"
 #include "platform/ui/lists/ListView.h"
+#include "support/WindowRefs.h"
 
 namespace platform {
 namespace {
@@ -41,7 +42,7 @@ OSStatus Data(ControlRef browser, DataBrowserItemID item, DataBrowserPropertyID 
     else
         names[item] = data->text;
     if (set && item == kDeadly)
-        DisposeWindow(Control::Find(browser)->OwnerRef());
+        test::Dispose(Control::Find(browser)->OwnerRef());
     return kNoErr;
 }
 
@@ -67,7 +68,7 @@ protected:
         told.clear();
     }
     void Show() {
-        ShowWindow(window);
+        test::At(window).Show();
         widget->activateWindow();
         view->setFocus();
         ASSERT_TRUE(QTest::qWaitForWindowActive(widget));
@@ -122,8 +123,8 @@ TEST_F(DataBrowserTest, TheKeysOfAnEditorEndTheEditingAndPressNoButton) {
         ++presses;
         return kNoErr;
     });
-    SetWindowDefaultButton(window, button);
-    SetWindowCancelButton(window, button);
+    test::At(window).SetDefaultButton(Control::Find(button));
+    test::At(window).SetCancelButton(Control::Find(button));
     Add({ 1, 2 });
     List().SelectItems(Items { 2 });
     Show();

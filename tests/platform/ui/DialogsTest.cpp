@@ -18,7 +18,7 @@
 #include "platform/ui/Dialogs.h"
 #include "platform/ui/QtStrings.h"
 #include "platform/ui/UIObject.h"
-#include "platform/ui/WindowWidget.h"
+#include "support/WindowRefs.h"
 
 namespace platform {
 namespace {
@@ -76,22 +76,12 @@ protected:
 
 // Alerts ------------------------------------------------------------------------------------------
 
-DialogRef NewAlert(const AlertParam& param) {
-    DialogRef alert = nullptr;
-    EXPECT_EQ(CreateStandardAlert(AlertType::kPlain, Text("Clear <b>all</b>?").get(), nullptr,
-                                  param, &alert),
-              kNoErr);
-    return alert;
-}
-
-TEST_F(DialogsTest, AnAlertGivesTheButtonThatWasPressed) {
-    const AlertParam both { .cancelButton = true };
-    const AlertParam okOnly;
+TEST_F(DialogsTest, AnAlertTellsWhetherOKWasPressed) {
     struct Row {
         const char* what;
-        AlertParam param;
+        bool cancelButton;
         std::function<void(QMessageBox&)> act;
-        std::int16_t item;
+        bool isOK;
     };
     const auto click = [](QMessageBox::StandardButton button) {
         return [button](QMessageBox& box) { box.button(button)->click(); };
@@ -99,42 +89,26 @@ TEST_F(DialogsTest, AnAlertGivesTheButtonThatWasPressed) {
     const auto key = [](Qt::Key pressed) {
         return [pressed](QMessageBox& box) { PressKey(box, pressed); };
     };
-    for (const Row& row : { Row { "ok", both, click(QMessageBox::Ok), 1 },
-                            Row { "cancel", both, click(QMessageBox::Cancel), 2 },
-                            Row { "ok alone", okOnly, click(QMessageBox::Ok), 1 },
-                            Row { "Return", both, key(Qt::Key_Return), 1 },
-                            Row { "Escape", both, key(Qt::Key_Escape), 2 },
-                            Row { "close", both, [](QMessageBox& box) { box.close(); }, 2 } }) {
-        const DialogRef alert = NewAlert(row.param);
-        SetWindowTitleWithCFString(GetDialogWindow(alert), Text("Telop").get());
+    const auto close = [](QMessageBox& box) { box.close(); };
+    const auto dispose = [](QMessageBox& box) { Window::Of(&box)->Dispose(); };
+    for (const Row& row :
+         { Row { "ok", true, click(QMessageBox::Ok), true },
+           Row { "cancel", true, click(QMessageBox::Cancel), false },
+           Row { "ok alone", false, click(QMessageBox::Ok), true },
+           Row { "Return", true, key(Qt::Key_Return), true },
+           Row { "Escape", true, key(Qt::Key_Escape), false }, Row { "close", true, close, false },
+           Row { "ended from outside", false, dispose, false } }) {
         const Answers answers({ [&](QDialog& dialog) {
             auto& box = dynamic_cast<QMessageBox&>(dialog);
             EXPECT_EQ(box.text(), "Clear <b>all</b>?");
             EXPECT_EQ(box.textFormat(), Qt::PlainText);
             EXPECT_EQ(box.windowTitle(), "Telop");
-            EXPECT_EQ(box.button(QMessageBox::Cancel) != nullptr, row.param.cancelButton);
+            EXPECT_EQ(box.button(QMessageBox::Cancel) != nullptr, row.cancelButton);
             row.act(box);
         } });
-        std::int16_t item = 0;
-        EXPECT_EQ(RunStandardAlert(alert, &item), kNoErr) << row.what;
-        EXPECT_EQ(item, row.item) << row.what;
-        EXPECT_EQ(GetDialogWindow(alert), nullptr) << row.what;
+        EXPECT_EQ(RunStandardAlert("Telop", "Clear <b>all</b>?", row.cancelButton), row.isOK)
+            << row.what;
     }
-}
-
-TEST_F(DialogsTest, AnAlertCanBeEndedFromOutside) {
-    const DialogRef unused = NewAlert({});
-    EXPECT_NE(GetDialogEventTarget(unused), nullptr);
-    DisposeStandardAlert(unused);
-    EXPECT_EQ(GetDialogWindow(unused), nullptr);
-    EXPECT_EQ(RunStandardAlert(unused, nullptr), kParamErr);
-    DisposeStandardAlert(unused);
-
-    const DialogRef running = NewAlert({});
-    const Answers answers({ [&](QDialog&) { DisposeStandardAlert(running); } });
-    std::int16_t item = 0;
-    EXPECT_EQ(RunStandardAlert(running, &item), kNoErr);
-    EXPECT_NE(item, kAlertStdAlertOKButton);
 }
 
 // The colour picker -------------------------------------------------------------------------------
@@ -268,11 +242,11 @@ TEST_F(FileDialogsTest, APathThatDoesNotFitIsRefusedWithAMessage) {
 
 TEST_F(FileDialogsTest, AWindowThatGoesEndsItsDialog) {
     WindowRef window = nullptr;
-    ASSERT_EQ(CreateNewWindow({ 0, 0, 100, 100 }, &window), kNoErr);
+    ASSERT_TRUE(window = Window::Create({ 0, 0, 100, 100 }));
     options.parent = window;
     const Answers answers({ [&](QDialog& dialog) {
-        EXPECT_EQ(dialog.parentWidget(), GetWindowWidget(window));
-        delete GetWindowWidget(window);
+        EXPECT_EQ(dialog.parentWidget(), &test::At(window).Widget());
+        delete &test::At(window).Widget();
     } });
     EXPECT_THAT(RunPutFileDialog(options), IsEmpty());
 }

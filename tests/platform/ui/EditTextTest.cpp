@@ -9,6 +9,7 @@
 #include <QTest>
 
 #include "platform/ui/ControlsFixture.h"
+#include "support/WindowRefs.h"
 
 namespace {
 
@@ -39,8 +40,8 @@ protected:
         field = GetParam() == Lines::kOne ? Make<QLineEdit>() : Make<QPlainTextEdit>();
         other = Make<QLineEdit>();
         edit = WidgetOf(field);
-        ShowWindow(window);
-        SelectWindow(window);
+        test::At(window).Show();
+        test::At(window).Widget().window()->activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(widget->window()));
         edit->setFocus();
         Edit().keyFilter = Filter;

@@ -11,6 +11,7 @@
 #include "platform/ui/ControlsFixture.h"
 #include "platform/ui/Menus.h"
 #include "platform/ui/menus/PopupButton.h"
+#include "support/WindowRefs.h"
 
 namespace platform {
 namespace {
@@ -33,7 +34,7 @@ protected:
         ControlsFixture::TearDown();
     }
     void Show() {
-        ShowWindow(window);
+        test::At(window).Show();
         widget->activateWindow();
         button->setFocus();
         ASSERT_TRUE(QTest::qWaitForWindowActive(widget));
@@ -206,13 +207,13 @@ TEST_F(MenusTest, APickMayDisposeOfTheWindow) {
     Show();
     const MenuRef shown = menu->Ref();
     const test::Handler disposer(On(control).Target(), { test::kHit }, [&](EventRef) {
-        DisposeWindow(window);
+        test::Dispose(window);
         return kNoErr;
     });
     button->showPopup();
     QTest::keyClick(button->view(), Qt::Key_End);
     QTest::keyClick(button->view(), Qt::Key_Return);
-    EXPECT_FALSE(IsValidWindowPtr(window));
+    EXPECT_FALSE(test::IsThere(window));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(Menu::Find(shown), nullptr);
     widget = nullptr; // is gone

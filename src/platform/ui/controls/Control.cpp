@@ -109,8 +109,7 @@ void Control::SendHit(ControlPartCode part) {
 
 void Control::SendCommand() {
     EventRef made = nullptr;
-    if (commandID == 0 ||
-        CreateEvent(kEventClassCommand, kEventCommandProcess, GetCurrentEventTime(), &made))
+    if (commandID == 0 || CreateEvent(kEventClassCommand, kEventCommandProcess, &made))
         return;
     const std::unique_ptr<Event, decltype(&ReleaseEvent)> event(made, ReleaseEvent);
     HICommandExtended command {};

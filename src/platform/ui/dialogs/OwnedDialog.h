@@ -9,7 +9,7 @@
 #include <QPointer>
 #include <QWidget>
 
-#include "platform/ui/WindowWidget.h"
+#include "platform/ui/Windows.h"
 
 namespace platform {
 
@@ -33,8 +33,8 @@ private:
 
 // What a dialog belongs to: the window, or, without one, the active one.
 inline QWidget* DialogParent(WindowRef window = nullptr) {
-    QWidget* const widget = GetWindowWidget(window);
-    return widget ? widget->window() : QApplication::activeWindow();
+    const Window* const found = Window::Find(window);
+    return found ? found->Widget().window() : QApplication::activeWindow();
 }
 
 } // namespace platform

@@ -4,7 +4,7 @@
 #include "platform/ui/DataBrowser.h"
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/lists/ListView.h"
-#include "platform/ui/windows/Guarded.h"
+#include "platform/ui/windows/Input.h"
 
 namespace platform {
 namespace {
@@ -46,8 +46,7 @@ private:
 };
 
 // The view may outlive this control by some calls.
-ListControl::ListControl(ListView& view, Window& owner)
-    : WidgetControl(view, owner), m_view(view) {
+ListControl::ListControl(ListView& view, Window& owner) : WidgetControl(view, owner), m_view(view) {
     view.Rows().source = [self = Self(this)](DataBrowserItemID item, DataBrowserPropertyID property,
                                              DataBrowserItemData& data, bool set) {
         return self ? self->Ask(item, property, data, set) : kErrDataNotSupported;

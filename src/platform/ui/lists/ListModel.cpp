@@ -46,8 +46,8 @@ void ListModel::Update() {
         emit dataChanged(index(0), index(rowCount() - 1));
 }
 
-OSStatus ListModel::Ask(DataBrowserItemID item, DataBrowserPropertyID asked, DataBrowserItemData& data,
-                        bool set) const {
+OSStatus ListModel::Ask(DataBrowserItemID item, DataBrowserPropertyID asked,
+                        DataBrowserItemData& data, bool set) const {
     const Source ask = source; // stays whole when the answer replaces it
     return ask ? ask(item, asked, data, set) : kErrDataNotSupported;
 }

@@ -64,9 +64,9 @@ MenuItemIndex Menu::FindFontFamily(FontNumber family) const {
                name.compare(QString::fromStdString(candidate.text), Qt::CaseInsensitive) == 0;
     });
     // Two names can mean one family, and a name may have lost characters to the encoding.
-    return named ? named : FirstItem(*this, [&](MenuItemIndex item) {
-        return FontFamilyOf(item) == family;
-    });
+    return named
+               ? named
+               : FirstItem(*this, [&](MenuItemIndex item) { return FontFamilyOf(item) == family; });
 }
 
 } // namespace platform

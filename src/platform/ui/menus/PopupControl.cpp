@@ -2,7 +2,7 @@
 // The control over a popup button: its value, its menu, and what a pick sends.
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/menus/PopupButton.h"
-#include "platform/ui/windows/Guarded.h"
+#include "platform/ui/windows/Input.h"
 
 namespace platform {
 namespace {

@@ -20,21 +20,21 @@ QStringList PlatformFolders() {
     QStringList folders;
     if (qEnvironmentVariableIsSet("QT_QPA_PLATFORM_PLUGIN_PATH"))
         folders.append(qEnvironmentVariable("QT_QPA_PLATFORM_PLUGIN_PATH"));
-    for (QString const& path : QCoreApplication::libraryPaths())
+    for (const QString& path : QCoreApplication::libraryPaths())
         folders.append(path + QStringLiteral("/platforms"));
     return folders;
 }
 
 bool HasKey(const QString& file, const QString& key) {
-    QJsonObject const plugin = QPluginLoader(file).metaData();
-    QJsonArray const keys =
+    const QJsonObject plugin = QPluginLoader(file).metaData();
+    const QJsonArray keys =
         plugin.value(QLatin1String("MetaData")).toObject().value(QLatin1String("Keys")).toArray();
     return keys.contains(key);
 }
 
 bool IsInstalled(const QString& platform) {
-    for (QString const& folder : PlatformFolders()) {
-        for (QFileInfo const& file : QDir(folder).entryInfoList(QDir::Files)) {
+    for (const QString& folder : PlatformFolders()) {
+        for (const QFileInfo& file : QDir(folder).entryInfoList(QDir::Files)) {
             if (QLibrary::isLibrary(file.fileName()) && HasKey(file.filePath(), platform))
                 return true;
         }
@@ -49,27 +49,27 @@ bool AnswersX11() {
     using HasError = int (*)(void* connection);
     using Disconnect = void (*)(void* connection);
     QLibrary xcb(QStringLiteral("xcb"), 1);
-    auto const connect = reinterpret_cast<Connect>(xcb.resolve("xcb_connect"));
-    auto const hasError = reinterpret_cast<HasError>(xcb.resolve("xcb_connection_has_error"));
-    auto const disconnect = reinterpret_cast<Disconnect>(xcb.resolve("xcb_disconnect"));
+    const auto connect = reinterpret_cast<Connect>(xcb.resolve("xcb_connect"));
+    const auto hasError = reinterpret_cast<HasError>(xcb.resolve("xcb_connection_has_error"));
+    const auto disconnect = reinterpret_cast<Disconnect>(xcb.resolve("xcb_disconnect"));
     if (!connect || !hasError || !disconnect)
         return false;
     void* const connection = connect(nullptr, nullptr);
-    bool const answers = connection && hasError(connection) == 0;
+    const bool answers = connection && hasError(connection) == 0;
     if (connection)
         disconnect(connection);
     return answers;
 }
 
 bool AnswersWayland() {
-    QString const name = qEnvironmentVariable("WAYLAND_DISPLAY");
-    QDir const folder(qEnvironmentVariable("XDG_RUNTIME_DIR"));
+    const QString name = qEnvironmentVariable("WAYLAND_DISPLAY");
+    const QDir folder(qEnvironmentVariable("XDG_RUNTIME_DIR"));
     return !name.isEmpty() && QFileInfo::exists(folder.absoluteFilePath(name));
 }
 
 // One entry of QT_QPA_PLATFORM: a name, and options behind a colon.
 bool CanOpen(const QString& entry) {
-    QString const name = entry.section(QLatin1Char(':'), 0, 0);
+    const QString name = entry.section(QLatin1Char(':'), 0, 0);
     if (!IsInstalled(name))
         return false;
     if (name == QLatin1String("xcb"))
@@ -80,7 +80,7 @@ bool CanOpen(const QString& entry) {
 }
 
 QStringList Candidates() {
-    QString const wanted = qEnvironmentVariable("QT_QPA_PLATFORM");
+    const QString wanted = qEnvironmentVariable("QT_QPA_PLATFORM");
     if (!wanted.isEmpty())
         return wanted.split(QLatin1Char(';'), Qt::SkipEmptyParts);
     QStringList candidates;
@@ -97,7 +97,7 @@ QStringList Candidates() {
 } // namespace
 
 std::string FindDisplayPlatform() {
-    for (QString const& candidate : Candidates()) {
+    for (const QString& candidate : Candidates()) {
         if (CanOpen(candidate))
             return candidate.toStdString();
     }

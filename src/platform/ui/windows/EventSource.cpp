@@ -1,23 +1,17 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Sorts the application's events: which window they are for, and what they are there.
-#include "platform/ui/windows/EventSource.h"
-
+// The one place where events of Qt's become events of class and kind: sorts the application's events,
+// which window they are for and what they are there.
 #include <utility>
 
+#include <QCoreApplication>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QWheelEvent>
 #include <QWidget>
 
-#include "platform/ui/windows/FocusChange.h"
-#include "platform/ui/windows/Guarded.h"
-#include "platform/ui/windows/KeyInput.h"
-#include "platform/ui/windows/Keys.h"
-#include "platform/ui/windows/MadeEvent.h"
-#include "platform/ui/windows/MouseInput.h"
+#include "platform/ui/windows/Input.h"
 #include "platform/ui/windows/MouseTracker.h"
-#include "platform/ui/windows/Passage.h"
 #include "platform/ui/windows/Window.h"
 
 namespace platform {
@@ -38,10 +32,10 @@ bool IsInput(QEvent::Type type) {
 }
 
 // The user wants the window closed. Qt does nothing further about it.
-bool TurnClose(Window& window, QEvent& event) {
-    MadeEvent made(kEventClassWindow, kEventWindowClose);
+bool TurnClose(WidgetWindow& window, QEvent& event) {
+    const MadeEvent made(kEventClassWindow, kEventWindowClose);
     made.Set(kEventParamDirectObject, kTypeWindowRef, window.Ref());
-    Passage const passage(window.Widget(), event, made.Get());
+    const Passage passage(window.Widget(), event, made.Get());
     SendEventToEventTarget(made.Get(), window.Target());
     // A dialog that has finished closes itself by way of this event, which nobody may ignore then.
     if (!passage.WasFed())
@@ -49,41 +43,58 @@ bool TurnClose(Window& window, QEvent& event) {
     return true;
 }
 
-void TellOfActivation(Window& window, bool active) {
-    WindowRef const reference = window.Ref();
-    if (active)
-        window.NoteActivation();
-    window.Send(active ? kEventWindowActivated : kEventWindowFocusRelinquish);
-    if (Window const* const found = Window::Find(reference))
-        found->Send(active ? kEventWindowFocusAcquired : kEventWindowDeactivated);
-}
-
 // What happens to the window's own widget.
-bool TurnWindowChange(Window& window, QEvent& event) {
-    QPointer<QWidget> const alive(&window.Widget());
+bool TurnWindowChange(WidgetWindow& window, QEvent& event) {
+    const QPointer<QWidget> alive(&window.Widget());
     switch (event.type()) {
     case QEvent::Close:
         return TurnClose(window, event);
     case QEvent::WindowActivate:
     case QEvent::WindowDeactivate:
-        if (!window.isQuiet)
-            TellOfActivation(window, event.type() == QEvent::WindowActivate);
+        window.TellOfActivation(event.type() == QEvent::WindowActivate);
         return !alive;
-    case QEvent::Show:
     case QEvent::Hide:
         if (!event.spontaneous())
-            window.Notice(event.type() == QEvent::Show ? kEventWindowShown : kEventWindowHidden);
+            MouseTracker::Of().Cancel(window.Ref());
         return false;
     case QEvent::Move:
     case QEvent::Resize:
-        window.Notice(kEventWindowBoundsChanged);
+        window.NoticeBounds();
         return false;
     default:
         return false;
     }
 }
 
+class EventSource : public QObject {
+public:
+    explicit EventSource(QObject& application) : QObject(&application) {}
+
+    bool eventFilter(QObject* receiver, QEvent* event) override;
+
+private:
+    // An input event that a widget ignored comes again, for the widget around it. It was offered to
+    // the window already, and is not the business of a window around that one.
+    struct Offered {
+        QEvent::Type type = QEvent::None;
+        quint64 timestamp = 0;
+        QPointF place; // of the mouse
+        int key = 0;
+        const QWidget* next = nullptr; // only compared
+    };
+
+    bool Turn(QWidget& receiver, QEvent& event);
+    bool TurnInput(QWidget& receiver, QInputEvent& event);
+    bool WasOffered(const QWidget& receiver, const QInputEvent& event);
+
+    Offered m_offered;
+};
+
 } // namespace
+
+QObject* MakeEventSource(QObject& application) {
+    return new EventSource(application);
+}
 
 bool EventSource::eventFilter(QObject* receiver, QEvent* event) {
     if (!receiver->isWidgetType())
@@ -100,17 +111,18 @@ bool EventSource::Turn(QWidget& receiver, QEvent& event) {
     switch (type) {
     case QEvent::FocusIn:
     case QEvent::FocusOut:
-        if (Window* const window = Passage::IsFeeding(event) ? nullptr : Window::Of(&receiver))
+        if (WidgetWindow* const window =
+                Passage::IsFeeding(event) ? nullptr : WidgetWindow::Of(&receiver))
             return TurnFocus(*window, receiver, static_cast<QFocusEvent&>(event));
         return false;
     case QEvent::Close:
     case QEvent::WindowActivate:
     case QEvent::WindowDeactivate:
-    case QEvent::Show:
     case QEvent::Hide:
     case QEvent::Move:
     case QEvent::Resize:
-        if (Window* const window = Passage::IsFeeding(event) ? nullptr : Window::At(&receiver))
+        if (WidgetWindow* const window =
+                Passage::IsFeeding(event) ? nullptr : WidgetWindow::At(&receiver))
             return TurnWindowChange(*window, event);
         return false;
     default:
@@ -123,9 +135,9 @@ bool EventSource::TurnInput(QWidget& receiver, QInputEvent& event) {
     if (Passage::IsFeeding(event))
         return false;
     SetCurrentEventKeyModifiers(TranslateModifiers(event.modifiers()));
-    bool const offered = WasOffered(receiver, event);
+    const bool offered = WasOffered(receiver, event);
     bool done = !offered && MouseTracker::Of().Takes(event);
-    Window* const window = done || offered ? nullptr : Window::Of(&receiver);
+    WidgetWindow* const window = done || offered ? nullptr : WidgetWindow::Of(&receiver);
     if (window && IsKey(event.type()))
         done = TurnKey(*window, receiver, static_cast<QKeyEvent&>(event));
     else if (window && event.type() == QEvent::Wheel)
@@ -146,9 +158,75 @@ bool EventSource::WasOffered(const QWidget& receiver, const QInputEvent& event) 
     else
         now.place = static_cast<const QSinglePointEvent&>(event).globalPosition();
     now.next = receiver.isWindow() ? nullptr : receiver.parentWidget();
-    Offered const before = std::exchange(m_offered, now);
+    const Offered before = std::exchange(m_offered, now);
     return before.next == &receiver && before.type == now.type &&
            before.timestamp == now.timestamp && before.key == now.key && before.place == now.place;
+}
+
+// Events on their way ---------------------------------------------------------------------------
+
+namespace {
+
+Passage* s_innermost = nullptr; // of those on their way through chains now
+
+bool IsSame(const QMouseEvent& a, const QMouseEvent& b) {
+    return a.globalPosition() == b.globalPosition() && a.button() == b.button() &&
+           a.buttons() == b.buttons() && a.timestamp() == b.timestamp();
+}
+
+bool IsSame(const QWheelEvent& a, const QWheelEvent& b) {
+    return a.globalPosition() == b.globalPosition() && a.angleDelta() == b.angleDelta();
+}
+
+bool IsSame(const QEvent& a, const QEvent& b) {
+    if (&a == &b)
+        return true;
+    if (a.type() != b.type())
+        return false;
+    switch (a.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+        return IsSame(static_cast<const QMouseEvent&>(a), static_cast<const QMouseEvent&>(b));
+    case QEvent::Wheel:
+        return IsSame(static_cast<const QWheelEvent&>(a), static_cast<const QWheelEvent&>(b));
+    default:
+        return false;
+    }
+}
+
+} // namespace
+
+Passage::Passage(QWidget& receiver, QEvent& event, EventRef made)
+    : m_receiver(&receiver), m_event(event), m_made(made),
+      m_outer(std::exchange(s_innermost, this)) {}
+
+Passage::~Passage() {
+    s_innermost = m_outer;
+}
+
+Passage* Passage::Of(EventRef made) {
+    Passage* passage = s_innermost;
+    while (passage && passage->m_made != made)
+        passage = passage->m_outer;
+    return passage;
+}
+
+bool Passage::IsFeeding(const QEvent& event) {
+    for (const Passage* passage = s_innermost; passage; passage = passage->m_outer) {
+        if (passage->m_feeding && IsSame(passage->m_event, event))
+            return true;
+    }
+    return false;
+}
+
+void Passage::Feed() {
+    if (std::exchange(m_fed, true) || !m_receiver)
+        return;
+    m_feeding = true;
+    QCoreApplication::sendEvent(m_receiver, &m_event);
+    m_feeding = false;
 }
 
 } // namespace platform

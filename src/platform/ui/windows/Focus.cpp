@@ -1,11 +1,14 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Giving the keyboard to a window and to a control in it.
-#include <algorithm>
+// The keyboard focus: giving it to a window and to a control in it, and who is told when it moves. A
+// widget loses its focus for a while when a popup opens or another window becomes active; the control
+// keeps it.
+#include <utility>
 
 #include <QApplication>
+#include <QFocusEvent>
 
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/windows/FocusChange.h"
+#include "platform/ui/windows/Input.h"
 #include "platform/ui/windows/Window.h"
 
 namespace platform {
@@ -14,7 +17,7 @@ namespace {
 
 // The host's window with an embedded one in it may have the focus in a widget of its own.
 void FocusSomethingIn(QWidget& widget) {
-    QWidget const* const focus = widget.window()->focusWidget();
+    const QWidget* const focus = widget.window()->focusWidget();
     if (focus && widget.isAncestorOf(focus))
         return;
     if (QWidget* const last = widget.focusWidget())
@@ -28,61 +31,109 @@ void FocusSomethingIn(QWidget& widget) {
 }
 
 bool CanFocus(const Window& window, const Control& control) {
-    QWidget const& widget = control.Widget();
-    return control.FocusPart() != kControlNoPart && widget.isEnabled() &&
-           widget.isVisibleTo(&window.Widget());
+    const QWidget& widget = control.Widget();
+    return &control.Owner() == &window && control.FocusPart() != kControlNoPart &&
+           widget.isEnabled() && widget.isVisibleTo(&window.Widget());
+}
+
+bool LeavesTheWindow(Qt::FocusReason reason) {
+    return reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason ||
+           reason == Qt::MenuBarFocusReason;
+}
+
+void SetParameters(const MadeEvent& event, const Control& control, ControlPartCode part) {
+    constexpr unsigned char kFocusEverything = 0;
+    event.Set(kEventParamDirectObject, kTypeControlRef, control.Ref());
+    event.Set(kEventParamControlPart, kTypeControlPartCode, part);
+    event.Set(kEventParamControlFocusEverything, kTypeBoolean, kFocusEverything);
+}
+
+// Gives whether the widget got its event on the way.
+bool Turn(const Control& control, ControlPartCode part, QWidget& receiver, QFocusEvent& qtEvent) {
+    constexpr EventTypeSpec kSetFocusPart { kEventClassControl, kEventControlSetFocusPart };
+    if (CountEventHandlers(control.Target(), kSetFocusPart) <= 1) // the standard handler
+        return false;
+    const MadeEvent event(kEventClassControl, kEventControlSetFocusPart);
+    SetParameters(event, control, part);
+    const Passage passage(receiver, qtEvent, event.Get());
+    SendEventToEventTarget(event.Get(), control.Target());
+    // The focus has moved whatever a handler says, so the widget has to know.
+    return passage.WasFed() || !passage.Receiver();
+}
+
+void Tell(const Control& control, ControlPartCode part) {
+    const MadeEvent event(kEventClassControl, kEventControlSetFocusPart);
+    SetParameters(event, control, part);
+    SendEventToEventTarget(event.Get(), control.Target());
 }
 
 } // namespace
 
-OSStatus SetUserFocusWindow(WindowRef window) {
-    if (window == kUserFocusAuto)
-        window = QApplication::activeWindow() ? nullptr : FrontNonFloatingWindow();
-    else if (!Window::Find(window))
-        return kErrInvalidWindow;
-    Window const* const found = Window::Find(window);
-    if (!found)
-        return kNoErr; // some window has it already, or there is none to give it to
-    QPointer<QWidget> const widget(&found->Widget());
+// Moving it -------------------------------------------------------------------------------------
+
+void WidgetWindow::TakeUserFocus() {
+    const QPointer<QWidget> widget(m_widget);
     FocusSomethingIn(*widget);
     if (widget)
         widget->window()->activateWindow();
-    return kNoErr;
 }
 
-OSStatus GetKeyboardFocus(WindowRef window, ControlRef* control) {
-    if (!control)
-        return kParamErr;
-    *control = nullptr;
-    Window const* const found = Window::Find(window);
-    if (!found)
-        return kErrInvalidWindow;
-    if (Control const* const focus = found->FocusControl())
-        *control = focus->Ref();
-    return kNoErr;
+void FocusFrontWindow() {
+    Window* const front = QApplication::activeWindow() ? nullptr : FrontWindow();
+    if (front)
+        front->TakeUserFocus();
 }
 
-OSStatus SetKeyboardFocus(WindowRef window, ControlRef control, std::int16_t part) {
-    Window* const found = Window::Find(window);
-    if (!found)
-        return kErrInvalidWindow;
-    Control const* const target = Control::Find(control);
-    if (!target || &target->Owner() != found)
-        return kErrInvalidControl;
-    bool const takes = part == kControlNoPart;
-    if (takes && found->FocusControl() != target)
-        return kNoErr;
-    if (!takes && !CanFocus(*found, *target))
-        return kErrCouldNotFocus;
-    QWidget& widget = takes ? *found->Widget().window()->focusWidget() : target->Widget();
-    if (takes)
-        widget.clearFocus();
+// That of the window, active or not.
+Control* WidgetWindow::KeyboardFocus() const {
+    const QWidget* const widget = m_widget->window()->focusWidget();
+    return widget && Of(widget) == this ? Control::Of(widget) : nullptr;
+}
+
+bool WidgetWindow::SetKeyboardFocus(const Control* control) {
+    if (control && !CanFocus(*this, *control))
+        return false;
+    if (!control && !KeyboardFocus())
+        return true;
+    const ControlRef reference = control ? control->Ref() : nullptr;
+    const Alive alive(*this);
+    if (control)
+        control->Widget().setFocus(Qt::OtherFocusReason);
     else
-        widget.setFocus(Qt::OtherFocusReason);
+        m_widget->window()->focusWidget()->clearFocus();
     // The widgets of an inactive window say nothing about it.
-    if (Window* const still = Window::Find(window); still && !still->Widget().isActiveWindow())
-        TellFocus(*still, takes ? nullptr : Control::Find(control));
-    return kNoErr;
+    if (alive && !m_widget->isActiveWindow())
+        TellFocus(Control::Find(reference));
+    return true;
+}
+
+// Telling of it ---------------------------------------------------------------------------------
+
+bool TurnFocus(WidgetWindow& window, QWidget& receiver, QFocusEvent& event) {
+    const Control* const control = Control::Of(&receiver);
+    if (event.gotFocus()) {
+        const ControlRef now = control ? control->Ref() : nullptr;
+        const ControlRef before = std::exchange(window.toldOfFocus, now);
+        return control && now != before && control->FocusPart() != kControlNoPart &&
+               Turn(*control, control->FocusPart(), receiver, event);
+    }
+    if (!control || window.toldOfFocus != control->Ref() || LeavesTheWindow(event.reason()))
+        return false;
+    if (Control::Of(QApplication::focusWidget()) == control)
+        return false; // to another widget of the same control
+    window.toldOfFocus = nullptr;
+    return Turn(*control, kControlNoPart, receiver, event);
+}
+
+void WidgetWindow::TellFocus(const Control* control) {
+    const ControlRef now = control ? control->Ref() : nullptr;
+    const ControlRef before = std::exchange(toldOfFocus, now);
+    if (now == before)
+        return;
+    if (const Control* const old = Control::Find(before))
+        Tell(*old, kControlNoPart);
+    if (const Control* const found = Control::Find(now))
+        Tell(*found, found->FocusPart());
 }
 
 } // namespace platform

@@ -1,15 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Mouse events for the handlers that want them. A mouse moves often, so that nothing is made where
 // there are none.
-#include "platform/ui/windows/MouseInput.h"
-
 #include <QMouseEvent>
 #include <QWheelEvent>
 
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/windows/Keys.h"
-#include "platform/ui/windows/MadeEvent.h"
-#include "platform/ui/windows/Passage.h"
+#include "platform/ui/windows/Input.h"
 #include "platform/ui/windows/Window.h"
 
 namespace platform {
@@ -36,7 +32,7 @@ HIPoint ToHIPoint(QPointF point) {
     return { static_cast<float>(point.x()), static_cast<float>(point.y()) };
 }
 
-void SetParameters(MadeEvent& event, const Window& window, QPointF global,
+void SetParameters(const MadeEvent& event, const Window& window, QPointF global,
                    Qt::KeyboardModifiers modifiers) {
     event.Set(kEventParamDirectObject, kTypeWindowRef, window.Ref());
     event.Set(kEventParamMouseLocation, kTypeHIPoint, ToHIPoint(global));
@@ -46,16 +42,16 @@ void SetParameters(MadeEvent& event, const Window& window, QPointF global,
 }
 
 void SendToChain(const Window& window, QWidget& receiver, QEvent& qtEvent, const MadeEvent& event) {
-    Passage const passage(receiver, qtEvent, event.Get());
+    const Passage passage(receiver, qtEvent, event.Get());
     SendEventToEventTarget(event.Get(), window.Target());
 }
 
 // The control under a mouse that moves may choose a cursor.
 void SendSetCursor(const QWidget& receiver, const QMouseEvent& mouse) {
-    Control const* const control = Control::Of(&receiver);
+    const Control* const control = Control::Of(&receiver);
     if (!control)
         return;
-    HIPoint const place = ToHIPoint(control->Widget().mapFromGlobal(mouse.globalPosition()));
+    const HIPoint place = ToHIPoint(control->Widget().mapFromGlobal(mouse.globalPosition()));
     SendObjectEvent(*control, kEventClassControl, kEventControlSetCursor, kTypeControlRef,
                     [&place](EventRef event) {
                         SetEventParameter(event, kEventParamMouseLocation, kTypeHIPoint,
@@ -66,23 +62,21 @@ void SendSetCursor(const QWidget& receiver, const QMouseEvent& mouse) {
 // Notches up since the last whole one: fine wheels turn by parts of a notch.
 std::int32_t TakeNotches(const QWheelEvent& wheel) {
     static int rest = 0;
-    int const turned = wheel.angleDelta().y();
+    const int turned = wheel.angleDelta().y();
     rest = (rest < 0) == (turned < 0) ? rest + turned : turned;
-    int const notches = rest / QWheelEvent::DefaultDeltasPerStep;
+    const int notches = rest / QWheelEvent::DefaultDeltasPerStep;
     rest -= notches * QWheelEvent::DefaultDeltasPerStep;
     return notches;
 }
 
 } // namespace
 
-bool TurnMouse(Window& window, QWidget& receiver, QMouseEvent& mouse) {
-    if (window.attributes & kWindowIgnoreClicksAttribute && mouse.type() != QEvent::MouseMove)
-        return true;
+bool TurnMouse(WidgetWindow& window, QWidget& receiver, QMouseEvent& mouse) {
     std::uint32_t const kind = KindOf(mouse);
-    QPointer<QWidget> const alive(&receiver);
-    bool const wanted = IsWanted(window, kind);
+    const QPointer<QWidget> alive(&receiver);
+    const bool wanted = IsWanted(window, kind);
     if (wanted) {
-        MadeEvent event(kEventClassMouse, kind);
+        const MadeEvent event(kEventClassMouse, kind);
         SetParameters(event, window, mouse.globalPosition(), mouse.modifiers());
         SendToChain(window, receiver, mouse, event);
     }
@@ -91,25 +85,17 @@ bool TurnMouse(Window& window, QWidget& receiver, QMouseEvent& mouse) {
     return wanted || !alive;
 }
 
-bool TurnWheel(Window& window, QWidget& receiver, QWheelEvent& wheel) {
+bool TurnWheel(WidgetWindow& window, QWidget& receiver, QWheelEvent& wheel) {
     if (!IsWanted(window, kEventMouseWheelMoved))
         return false;
     std::int32_t const notches = TakeNotches(wheel);
     if (notches == 0)
         return false;
-    MadeEvent event(kEventClassMouse, kEventMouseWheelMoved);
+    const MadeEvent event(kEventClassMouse, kEventMouseWheelMoved);
     SetParameters(event, window, wheel.globalPosition(), wheel.modifiers());
     event.Set(kEventParamMouseWheelDelta, kTypeSInt32, notches);
     SendToChain(window, receiver, wheel, event);
     return true;
-}
-
-OSStatus HandleMouse(EventRef event) {
-    Passage* const passage = Passage::Of(event);
-    if (!passage)
-        return kEventNotHandledErr;
-    passage->Feed();
-    return kNoErr;
 }
 
 } // namespace platform

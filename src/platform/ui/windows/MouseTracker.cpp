@@ -13,7 +13,7 @@
 #include <QMouseEvent>
 #include <QTimer>
 
-#include "platform/ui/windows/Keys.h"
+#include "platform/ui/windows/Input.h"
 #include "platform/ui/windows/Points.h"
 #include "platform/ui/windows/Window.h"
 
@@ -42,14 +42,14 @@ bool MouseTracker::Takes(const QInputEvent& event) {
 }
 
 bool MouseTracker::TakesMouse(const QMouseEvent& mouse) {
-    bool const moves = mouse.type() == QEvent::MouseMove;
-    bool const presses = !moves && mouse.type() != QEvent::MouseButtonRelease;
+    const bool moves = mouse.type() == QEvent::MouseMove;
+    const bool presses = !moves && mouse.type() != QEvent::MouseButtonRelease;
     m_buttons = mouse.buttons();
     if (presses)
         m_releaseIsNews = true; // the one that will come
     if (!m_loop)
         return false;
-    QPoint const where = mouse.globalPosition().toPoint();
+    const QPoint where = mouse.globalPosition().toPoint();
     if (moves)
         Report(m_buttons == Qt::NoButton ? MouseTracking::kMouseMoved
                                          : MouseTracking::kMouseDragged,
@@ -63,7 +63,7 @@ bool MouseTracker::TakesMouse(const QMouseEvent& mouse) {
 
 void MouseTracker::Report(MouseTracking what, QPoint where) {
     // Of several moves in a row the last one counts.
-    bool const moves = what == MouseTracking::kMouseDragged || what == MouseTracking::kMouseMoved;
+    const bool moves = what == MouseTracking::kMouseDragged || what == MouseTracking::kMouseMoved;
     if (moves && !m_steps.empty() && m_steps.back().what == what)
         m_steps.back().where = where;
     else
@@ -79,7 +79,7 @@ MouseTracker::Step MouseTracker::Wait(WindowRef window, EventTime timeout) {
                             QCursor::pos() });
     if (m_steps.empty())
         RunLoop(window, timeout);
-    Step const step = m_steps.front();
+    const Step step = m_steps.front();
     m_steps.pop_front();
     if (step.what == MouseTracking::kMouseUp)
         m_releaseIsNews = false;
@@ -94,7 +94,7 @@ void MouseTracker::RunLoop(WindowRef window, EventTime timeout) {
                            Qt::PreciseTimer, &loop,
                            [this] { Report(MouseTracking::kTimedOut, QCursor::pos()); });
     QEventLoop* const outerLoop = std::exchange(m_loop, &loop);
-    WindowRef const outerWindow = std::exchange(m_window, window);
+    const WindowRef outerWindow = std::exchange(m_window, window);
     loop.exec();
     m_loop = outerLoop;
     m_window = outerWindow;
@@ -110,21 +110,14 @@ void MouseTracker::Cancel(WindowRef window) {
     m_buttons = Qt::NoButton;
 }
 
-OSStatus TrackMouseLocation(WindowRef window, EventTime timeout, Point* where,
-                            MouseTracking* result) {
-    if (!where || !result || std::isnan(timeout))
-        return kParamErr;
-    if (!Window::Find(window))
-        return kErrInvalidWindow;
-    MouseTracker::Step const step = MouseTracker::Of().Wait(window, timeout);
+MouseTracking WidgetWindow::TrackMouse(EventTime timeout, Point* where) {
+    MouseTracker::Step const step = MouseTracker::Of().Wait(Ref(), timeout);
     *where = ToPoint(step.where);
-    *result = step.what;
-    return kNoErr;
+    return step.what;
 }
 
-void GetGlobalMouse(Point* where) {
-    if (where)
-        *where = qGuiApp ? ToPoint(QCursor::pos()) : Point { 0, 0 };
+Point GetGlobalMouse() {
+    return qGuiApp ? ToPoint(QCursor::pos()) : Point { 0, 0 };
 }
 
 bool Button() {

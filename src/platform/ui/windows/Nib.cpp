@@ -1,29 +1,87 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Nibs: folders of forms in a bundle, and the windows that are made of them.
+// Windows from forms as Qt Designer writes them, with the strings of a bundle. Strings are replaced in
+// the form itself, so that every text that a form can have is reached the same way: titles, tool tips,
+// items, accessible names.
 #include <filesystem>
 #include <memory>
+#include <string>
 #include <utility>
 
+#include <QBuffer>
 #include <QFile>
 #include <QPushButton>
+#include <QUiLoader>
 #include <QVariant>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
 
+#include "platform/ui/Layouts.h"
 #include "platform/ui/QtStrings.h"
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/windows/DefaultButtons.h"
-#include "platform/ui/windows/Form.h"
 #include "platform/ui/windows/Window.h"
 
 namespace platform {
 
-struct OpaqueNib {
-    std::filesystem::path folder;
-    CFBundleRef bundle; // counted
+namespace {
 
-    ~OpaqueNib() { CFRelease(bundle); }
+QString Localized(const QString& text, CFBundleRef bundle) {
+    if (!text.startsWith(QLatin1String("IDS_")))
+        return text;
+    std::string const key = text.toStdString();
+    const CFStringRef string = CFBundleCopyLocalizedString(bundle, key, key.c_str(), nullptr);
+    QString localized = QStringFrom(string);
+    if (string)
+        CFRelease(string);
+    return localized;
+}
+
+class FormLoader : public QUiLoader {
+public:
+    QWidget* createWidget(const QString& className, QWidget* parent, const QString& name) override {
+        // What the form stands for is a window of ours, also where it was drawn as a dialog of Qt's,
+        // which has ways of its own with Return, Escape and closing.
+        QWidget* const widget = parent ? MakeCustomWidget(className, parent) : new QWidget;
+        if (!widget)
+            return QUiLoader::createWidget(className, parent, name);
+        widget->setObjectName(name);
+        return widget;
+    }
 };
 
-namespace {
+// The form with the texts that are keys (IDS_...) replaced by the bundle's strings; empty when it is no
+// well-formed XML, and why says so.
+QByteArray LocalizeForm(const QByteArray& form, CFBundleRef bundle, QString* why) {
+    QByteArray localized;
+    QXmlStreamReader reader(form);
+    QXmlStreamWriter writer(&localized);
+    bool inString = false;
+    while (!reader.atEnd()) {
+        QXmlStreamReader::TokenType const token = reader.readNext();
+        if (token == QXmlStreamReader::StartElement || token == QXmlStreamReader::EndElement)
+            inString = reader.isStartElement() && reader.name() == QLatin1String("string");
+        if (token == QXmlStreamReader::Invalid)
+            break;
+        if (token == QXmlStreamReader::Characters && inString)
+            writer.writeCharacters(Localized(reader.text().toString(), bundle));
+        else
+            writer.writeCurrentToken(reader);
+    }
+    *why = reader.errorString();
+    return reader.hasError() ? QByteArray() : localized;
+}
+
+// The widgets of the form, hidden; null, with why, when it is not a form.
+std::unique_ptr<QWidget> MakeFormWidget(const QByteArray& form, QString* why) {
+    QByteArray bytes = form;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    FormLoader loader;
+    std::unique_ptr<QWidget> widget(loader.load(&buffer, nullptr));
+    *why = loader.errorString();
+    if (widget)
+        SettleLayouts(*widget);
+    return widget;
+}
 
 constexpr OSType kDefaultSignature = 0x56454C4D; // "VELM"
 
@@ -31,17 +89,17 @@ constexpr OSType kDefaultSignature = 0x56454C4D; // "VELM"
 OSType CodeOf(const QVariant& value, OSType otherwise) {
     bool isNumber = false;
     std::uint32_t const number = value.toUInt(&isNumber);
-    QByteArray const text = value.toString().toLatin1();
+    const QByteArray text = value.toString().toLatin1();
     if (isNumber || text.isEmpty() || text.size() > 4)
         return isNumber ? number : otherwise;
     OSType code = 0;
-    for (char const c : text.leftJustified(4, ' '))
+    for (const char c : text.leftJustified(4, ' '))
         code = code << 8 | static_cast<unsigned char>(c);
     return code;
 }
 
-void MakeFormControl(QWidget& widget, Window& window) {
-    QVariant const number = widget.property("controlID");
+void MakeFormControl(QWidget& widget, WidgetWindow& window) {
+    const QVariant number = widget.property("controlID");
     if (!number.isValid())
         return;
     Control* const control = MakeControl(widget, window);
@@ -51,12 +109,12 @@ void MakeFormControl(QWidget& widget, Window& window) {
     if (!qobject_cast<QPushButton*>(&widget))
         return;
     if (control->commandID == kHICommandOK)
-        MakeDefaultButton(window, control);
+        window.SetDefaultButton(control);
     if (control->commandID == kHICommandCancel)
-        MakeCancelButton(window, control);
+        window.SetCancelButton(control);
 }
 
-void MakeFormControls(Window& window) {
+void MakeFormControls(WidgetWindow& window) {
     for (QWidget* const widget : window.Widget().findChildren<QWidget*>()) {
         // Return is the business of the window's default button, in a host's dialog as well.
         if (auto* const button = qobject_cast<QPushButton*>(widget))
@@ -70,20 +128,20 @@ OSStatus Broken(const QString& path, const QString& why) {
     return kErrNibBroken;
 }
 
-OSStatus MakeWindow(const OpaqueNib& nib, const QString& path, WindowRef* window) {
+OSStatus MakeWindow(const QString& path, CFBundleRef bundle, WindowRef* window) {
     QFile file(path);
     if (!file.exists())
         return kErrCantFindWindow;
     if (!file.open(QIODevice::ReadOnly))
         return Broken(path, file.errorString());
     QString why;
-    QByteArray const form = LocalizeForm(file.readAll(), nib.bundle, &why);
+    const QByteArray form = LocalizeForm(file.readAll(), bundle, &why);
     if (form.isEmpty())
         return Broken(path, why);
     std::unique_ptr<QWidget> widget = MakeFormWidget(form, &why);
     if (!widget)
         return Broken(path, why);
-    Window& made = Window::Adopt(std::move(widget));
+    WidgetWindow& made = WidgetWindow::Adopt(std::move(widget));
     MakeFormControls(made);
     *window = made.Ref();
     return kNoErr;
@@ -91,40 +149,16 @@ OSStatus MakeWindow(const OpaqueNib& nib, const QString& path, WindowRef* window
 
 } // namespace
 
-OSStatus CreateNibReference(CFStringRef name, IBNibRef* nib) {
-    return CreateNibReferenceWithCFBundle(CFBundleGetMainBundle(), name, nib);
-}
-
-OSStatus CreateNibReferenceWithCFBundle(CFBundleRef bundle, CFStringRef name, IBNibRef* nib) {
-    if (!nib)
-        return kParamErr;
-    *nib = nullptr;
-    if (!bundle || !name)
-        return kParamErr;
-    std::filesystem::path folder =
-        CFBundleCopyResourceURL(bundle, CFStringGetUTF8(name), "nib", "");
-    if (folder.empty())
-        return kErrCantFindNib;
-    CFRetain(bundle);
-    *nib = new OpaqueNib { std::move(folder), bundle };
-    return kNoErr;
-}
-
-void DisposeNibReference(IBNibRef nib) {
-    std::unique_ptr<OpaqueNib> const last(nib);
-}
-
-OSStatus CreateWindowFromNib(IBNibRef nib, CFStringRef name, WindowRef* window) {
-    if (!window)
-        return kParamErr;
+OSStatus CreateWindowFromNib(CFBundleRef bundle, std::string_view nib, std::string_view name,
+                             WindowRef* window) {
     *window = nullptr;
-    if (!nib || !name)
-        return kParamErr;
     if (!EnsureUserInterface())
         return kErrNoUserInterface;
-    QString const folder = QString::fromStdString(nib->folder.string());
-    return MakeWindow(*nib, folder + QLatin1Char('/') + QStringFrom(name) + QStringLiteral(".ui"),
-                      window);
+    std::filesystem::path const folder = CFBundleCopyResourceURL(bundle, nib, "nib", "");
+    if (folder.empty())
+        return kErrCantFindNib;
+    std::filesystem::path const form = folder / (std::string(name) + ".ui");
+    return MakeWindow(QString::fromStdString(form.string()), bundle, window);
 }
 
 } // namespace platform

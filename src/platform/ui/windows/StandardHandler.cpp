@@ -1,17 +1,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // The last handler of every chain: what the platform itself does with what nobody else took.
-#include "platform/ui/windows/StandardHandler.h"
-
 #include <algorithm>
 #include <array>
 
+#include <QAbstractButton>
 #include <QDialog>
 
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/windows/FocusChange.h"
-#include "platform/ui/windows/KeyInput.h"
-#include "platform/ui/windows/MouseInput.h"
-#include "platform/ui/windows/Passage.h"
+#include "platform/ui/windows/Input.h"
 #include "platform/ui/windows/Window.h"
 
 namespace platform {
@@ -46,31 +42,39 @@ OSStatus DoCommand(const Window& window, EventRef event) {
         return kEventNotHandledErr;
     if (std::ranges::find(kEditCommands, command.commandID) == kEditCommands.end())
         return kEventNotHandledErr;
-    Control* const control = window.FocusControl();
+    Control* const control = window.KeyboardFocus();
     return control && control->DoEditCommand(command.commandID) ? kNoErr : kEventNotHandledErr;
+}
+
+// To the widget that Qt meant.
+OSStatus Feed(EventRef event) {
+    Passage* const passage = Passage::Of(event);
+    if (passage)
+        passage->Feed();
+    return passage ? kNoErr : kEventNotHandledErr;
 }
 
 OSStatus Close(Window& window, EventRef event) {
     if (window.CancelButton()) {
-        window.PressButton(window.CancelButton());
-    } else if (qobject_cast<QDialog*>(&window.Widget())) {
-        if (Passage* const passage = Passage::Of(event)) // it has a way of its own
-            passage->Feed();
-    } else {
-        DisposeWindow(window.Ref());
+        PressButton(window.CancelButton());
+        return kNoErr;
     }
+    if (qobject_cast<QDialog*>(&window.Widget())) // it has a way of its own
+        return Feed(event);
+    window.Dispose();
     return kNoErr;
 }
 
 OSStatus HandleForWindow(EventHandlerCallRef /*call*/, EventRef event, void* reference) {
-    Window* const window = Window::Find(static_cast<WindowRef>(reference));
+    auto* const window =
+        static_cast<WidgetWindow*>(Window::Find(static_cast<WindowRef>(reference)));
     if (!window)
         return kEventNotHandledErr;
     switch (GetEventClass(event)) {
     case kEventClassKeyboard:
         return HandleKey(*window, event);
     case kEventClassMouse:
-        return HandleMouse(event);
+        return Feed(event);
     case kEventClassWindow:
         return Close(*window, event);
     default:
@@ -79,7 +83,8 @@ OSStatus HandleForWindow(EventHandlerCallRef /*call*/, EventRef event, void* ref
 }
 
 OSStatus HandleForControl(EventHandlerCallRef /*call*/, EventRef event, void* /*reference*/) {
-    return HandleFocus(event);
+    Feed(event); // the widget follows
+    return kNoErr;
 }
 
 } // namespace
@@ -91,6 +96,14 @@ void InstallStandardHandler(const UIObject& object) {
     if (object.Kind() == ObjectKind::kControl)
         InstallEventHandler(object.Target(), HandleForControl, kControlTypes.size(),
                             kControlTypes.data(), object.As<void*>(), nullptr);
+}
+
+bool PressButton(const Control* control) {
+    auto* const button = control ? qobject_cast<QAbstractButton*>(&control->Widget()) : nullptr;
+    if (!button || !button->isEnabled())
+        return false;
+    button->click();
+    return true;
 }
 
 } // namespace platform

@@ -1,33 +1,50 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// One window: found from its widgets, and its end, which any of its own handlers may bring about.
+// One window: found from its widgets, shown and placed, and its end, which any of its own handlers may
+// bring about.
 #include "platform/ui/windows/Window.h"
 
 #include <algorithm>
 #include <utility>
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QHash>
+#include <QPointer>
+#include <QPushButton>
+#include <QScreen>
 
-#include "platform/ui/WindowWidget.h"
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/windows/Guarded.h"
+#include "platform/ui/windows/Input.h"
 #include "platform/ui/windows/MouseTracker.h"
-#include "platform/ui/windows/WindowGroups.h"
+#include "platform/ui/windows/Points.h"
 
 namespace platform {
 
 namespace {
 
-QHash<const QWidget*, Window*>& Windows() {
-    static auto& windows = *new QHash<const QWidget*, Window*>;
+QHash<const QWidget*, WidgetWindow*>& Windows() {
+    static auto& windows = *new QHash<const QWidget*, WidgetWindow*>;
     return windows;
+}
+
+// A widget that a host's layout places stays where the layout puts it.
+void MoveContentTo(QWidget& widget, QPoint global) {
+    const QPoint place = widget.isWindow() ? global : widget.parentWidget()->mapFromGlobal(global);
+    // move() would place the frame.
+    widget.setGeometry({ place, widget.size() });
+}
+
+// Styles draw it with an accent.
+void ShowAsDefault(const Control* control, bool isDefault) {
+    if (auto* const button = control ? qobject_cast<QPushButton*>(&control->Widget()) : nullptr) {
+        button->setAutoDefault(false);
+        button->setDefault(isDefault);
+    }
 }
 
 } // namespace
 
-Window::Window(QWidget& widget)
-    : QObject(&widget), UIObject(ObjectKind::kWindow, GetApplicationEventTarget()),
-      m_widget(&widget) {
+WidgetWindow::WidgetWindow(QWidget& widget) : QObject(&widget), m_widget(&widget) {
     Windows().insert(&widget, this);
     // The plug-in's windows do not decide when the host's process ends.
     widget.setAttribute(Qt::WA_QuitOnClose, false);
@@ -35,21 +52,33 @@ Window::Window(QWidget& widget)
     connect(&widget, &QObject::destroyed, this, [this] { End(); });
 }
 
-Window::~Window() {
-    LeaveWindowGroup(*this);
+WidgetWindow::~WidgetWindow() {
+    if (group)
+        group->Remove(*this);
     MouseTracker::Of().Cancel(Ref());
-    if (modalLoop)
-        modalLoop->quit();
+    QuitModal();
     Windows().remove(m_widget);
 }
 
-Window* Window::At(const QWidget* widget) {
+Window* Window::Of(const QWidget* widget) {
+    return WidgetWindow::Of(widget);
+}
+
+WindowRef Window::Create(const Rect& contentBounds) {
+    if (!EnsureUserInterface())
+        return nullptr;
+    auto widget = std::make_unique<QWidget>();
+    widget->setGeometry(ToQRect(contentBounds));
+    return WidgetWindow::Adopt(std::move(widget)).Ref();
+}
+
+WidgetWindow* WidgetWindow::At(const QWidget* widget) {
     return Windows().value(widget);
 }
 
-Window* Window::Of(const QWidget* widget) {
+WidgetWindow* WidgetWindow::Of(const QWidget* widget) {
     while (widget) {
-        if (Window* const window = At(widget))
+        if (WidgetWindow* const window = At(widget))
             return window;
         // A popup or dialog belongs to itself, also when it was opened from one of our windows.
         widget = widget->isWindow() ? nullptr : widget->parentWidget();
@@ -57,15 +86,27 @@ Window* Window::Of(const QWidget* widget) {
     return nullptr;
 }
 
-OSStatus Window::Send(std::uint32_t kind) const {
-    return SendObjectEvent(*this, kEventClassWindow, kind, kTypeWindowRef, [](EventRef) {});
+// The end ---------------------------------------------------------------------------------------
+
+void WidgetWindow::Dispose() {
+    const Alive alive(*this);
+    const QPointer<QWidget> widget(m_widget);
+    End();
+    // One of the widget's own event functions may be running, and a handler of the closed event may
+    // be what asks a second time.
+    if (!widget || alive)
+        return;
+    widget->hide();
+    if (widget)
+        widget->deleteLater();
 }
 
-void Window::End() {
-    if (m_ending)
+// Sends the closed event while all is whole, then ends the controls and the window itself. The widget
+// stays.
+void WidgetWindow::End() {
+    if (std::exchange(m_ending, true))
         return;
-    m_ending = true;
-    QPointer<Window> const alive(this);
+    const Alive alive(*this);
     Guarded([this] { Send(kEventWindowClosed); });
     if (!alive)
         return; // a handler deleted the widget, and this with it
@@ -75,66 +116,150 @@ void Window::End() {
         delete this;
 }
 
-// Buttons and focus -----------------------------------------------------------------------------
+// Showing ---------------------------------------------------------------------------------------
 
-Control* Window::DefaultButton() const {
-    return Control::Find(defaultButton);
+void WidgetWindow::Show() {
+    const Alive alive(*this);
+    m_widget->show();
+    if (alive && !m_widget->isWindow())
+        m_widget->raise();
+    if (alive)
+        SendBounds();
 }
 
-Control* Window::CancelButton() const {
-    return Control::Find(cancelButton);
+void WidgetWindow::Hide() {
+    const Alive alive(*this);
+    m_widget->hide();
+    if (alive && !m_modalLoop) // its run is over, and was what made it modal
+        ShowWithModality(OwnModality());
 }
 
-bool Window::PressButton(const Control* control) {
-    auto* const button = control ? qobject_cast<QAbstractButton*>(&control->Widget()) : nullptr;
-    if (!button || !button->isEnabled())
-        return false;
-    button->click();
-    return true;
+void WidgetWindow::BringToFront() {
+    m_widget->raise();
 }
 
-Control* Window::FocusControl() const {
-    QWidget const* const widget = m_widget->window()->focusWidget();
-    return widget && Of(widget) == this ? Control::Of(widget) : nullptr;
+// Of the active window's, else the one that was active last.
+Window* FrontWindow() {
+    const auto rank = [](const WidgetWindow& window) {
+        return std::pair(window.Widget().isActiveWindow(), window.lastActivation);
+    };
+    WidgetWindow* front = nullptr;
+    for (UIObject* const object : UIObject::All(ObjectKind::kWindow)) {
+        auto& window = static_cast<WidgetWindow&>(*object);
+        if (window.IsVisible() && (!front || rank(window) >= rank(*front)))
+            front = &window;
+    }
+    return front;
 }
 
-// Notices ---------------------------------------------------------------------------------------
+// Places ----------------------------------------------------------------------------------------
 
-void Window::Notice(std::uint32_t kind) {
-    if (kind == kEventWindowHidden)
-        MouseTracker::Of().Cancel(Ref());
-    if (isQuiet || CountEventHandlers(Target(), { kEventClassWindow, kind }) == 0 ||
-        std::ranges::find(m_notices, kind) != m_notices.end())
+void WidgetWindow::MoveTo(std::int16_t left, std::int16_t top) {
+    MoveContentTo(*m_widget, { left, top });
+    SendBounds();
+}
+
+void WidgetWindow::Resize(std::int16_t width, std::int16_t height) {
+    m_widget->resize(std::max<int>(width, 0), std::max<int>(height, 0));
+    SendBounds();
+}
+
+void WidgetWindow::CenterOnMainScreen() {
+    const QScreen* const screen = QGuiApplication::primaryScreen();
+    if (!screen)
         return;
-    if (m_notices.empty())
-        QMetaObject::invokeMethod(
-            this, [this] { SendNotices(); }, Qt::QueuedConnection);
-    m_notices.push_back(kind);
+    QRect centred(QPoint(), m_widget->size());
+    centred.moveCenter(screen->availableGeometry().center());
+    MoveContentTo(*m_widget, centred.topLeft());
+    SendBounds();
 }
 
-void Window::SendNotices() {
-    QPointer<Window> const alive(this);
-    for (std::uint32_t const kind : std::exchange(m_notices, {})) {
-        if (alive)
-            Guarded([this, kind] { Send(kind); });
+Rect WidgetWindow::ContentBounds() const {
+    return ToRect({ m_widget->mapToGlobal(QPoint()), m_widget->size() });
+}
+
+Point WidgetWindow::ToLocal(Point global) const {
+    return ToPoint(m_widget->mapFromGlobal(ToQPoint(global)));
+}
+
+Point WidgetWindow::ToGlobal(Point local) const {
+    return ToPoint(m_widget->mapToGlobal(ToQPoint(local)));
+}
+
+void WidgetWindow::SetTitle(std::string_view utf8) {
+    m_widget->setWindowTitle(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())));
+}
+
+// Drawing ---------------------------------------------------------------------------------------
+
+// Widgets keep themselves fresh; what handlers draw alone, they cannot know to be stale. A window full
+// of widgets takes longer to paint than its picture, so they are left alone.
+void WidgetWindow::Invalidate(const Rect* part) {
+    const QRect stale = part ? ToQRect(*part) : m_widget->rect();
+    for (UIObject* const object : UIObject::All(ObjectKind::kControl)) {
+        const auto& control = static_cast<const Control&>(*object);
+        // A control that is just being disposed of may outlive its window.
+        if (&control.Owner() != this || !control.IsDrawnByHandlers())
+            continue;
+        QWidget& drawn = control.Widget();
+        drawn.update(stale.translated(-drawn.mapTo(m_widget, QPoint())));
     }
 }
 
-void Window::NoteActivation() {
+// Drawing ends on the screen by itself, so what is left are updates that wait for the loop: the
+// window's as a whole, as no part of them can be had alone.
+void WidgetWindow::Flush() {
+    QCoreApplication::sendPostedEvents(m_widget->window(), QEvent::UpdateRequest);
+}
+
+// The default and the cancel button ---------------------------------------------------------------
+// They belong to the window, not to a dialog of Qt's that a host may have around it.
+
+Control* WidgetWindow::DefaultButton() const {
+    return Control::Find(m_defaultButton);
+}
+
+Control* WidgetWindow::CancelButton() const {
+    return Control::Find(m_cancelButton);
+}
+
+void WidgetWindow::SetDefaultButton(Control* button) {
+    ShowAsDefault(DefaultButton(), false);
+    m_defaultButton = button ? button->Ref() : nullptr;
+    ShowAsDefault(button, true);
+}
+
+void WidgetWindow::SetCancelButton(Control* button) {
+    m_cancelButton = button ? button->Ref() : nullptr;
+}
+
+// Events ----------------------------------------------------------------------------------------
+
+OSStatus WidgetWindow::Send(std::uint32_t kind) const {
+    return SendObjectEvent(*this, kEventClassWindow, kind, kTypeWindowRef, [](EventRef) {});
+}
+
+void WidgetWindow::NoticeBounds() {
+    if (m_isQuiet || m_boundsNoticed ||
+        CountEventHandlers(Target(), { kEventClassWindow, kEventWindowBoundsChanged }) == 0)
+        return;
+    m_boundsNoticed = true;
+    QMetaObject::invokeMethod(
+        this, [this] { SendBounds(); }, Qt::QueuedConnection);
+}
+
+void WidgetWindow::SendBounds() {
+    if (std::exchange(m_boundsNoticed, false))
+        Guarded([this] { Send(kEventWindowBoundsChanged); });
+}
+
+void WidgetWindow::TellOfActivation(bool active) {
     static std::uint64_t count = 0;
-    lastActivation = ++count;
-}
-
-// Widgets ---------------------------------------------------------------------------------------
-
-QWidget* GetWindowWidget(WindowRef window) {
-    Window const* const found = Window::Find(window);
-    return found ? &found->Widget() : nullptr;
-}
-
-WindowRef GetWidgetWindow(const QWidget* widget) {
-    Window const* const found = Window::Of(widget);
-    return found ? found->Ref() : nullptr;
+    if (m_isQuiet)
+        return;
+    if (active)
+        lastActivation = ++count;
+    Send(active ? kEventWindowFocusAcquired : kEventWindowFocusRelinquish);
 }
 
 } // namespace platform

@@ -2,11 +2,7 @@
 // Groups of windows. A window of a group whose first window is another one becomes a child widget over
 // that one: so it moves and layers with it on every window system, and a host that embeds the first
 // embeds both.
-#include "platform/ui/windows/WindowGroups.h"
-
-#include <algorithm>
 #include <map>
-#include <vector>
 
 #include "platform/ui/windows/Window.h"
 
@@ -14,46 +10,10 @@ namespace platform {
 
 namespace {
 
-struct Group {
-    std::uint32_t attributes;
-    WindowGroupRef parent = nullptr;
-    std::vector<WindowRef> windows; // as they came; the first one carries the others
-
-    bool HoldsTogether() const {
-        constexpr std::uint32_t kTogether =
-            kWindowGroupAttrMoveTogether | kWindowGroupAttrLayerTogether;
-        return (attributes & kTogether) == kTogether;
-    }
-};
-
-struct Groups {
-    std::map<WindowGroupRef, Group> all;
-    std::map<std::uint32_t, WindowGroupRef> ofClasses; // by window class
-    std::uintptr_t lastReference = 0;
-
-    Group* Find(WindowGroupRef reference) {
-        auto const found = all.find(reference);
-        return found == all.end() ? nullptr : &found->second;
-    }
-    WindowGroupRef Make(std::uint32_t attributes) {
-        // NOLINTNEXTLINE(performance-no-int-to-ptr): a number, which nobody looks behind.
-        auto const reference = reinterpret_cast<WindowGroupRef>(++lastReference);
-        all.emplace(reference, Group { attributes, nullptr, {} });
-        return reference;
-    }
-};
-
-Groups& TheGroups() {
-    static auto& groups = *new Groups;
-    return groups;
-}
-
-constexpr std::uint32_t kDocumentWindowClass = 6; // what every window is to begin with
-
 // Moves the widget below another one (null: to a window of its own) and leaves it where it is.
 void MoveBelow(QWidget& widget, QWidget* parent) {
-    QPoint const place = widget.mapToGlobal(QPoint());
-    bool const shown = widget.isVisible();
+    const QPoint place = widget.mapToGlobal(QPoint());
+    const bool shown = widget.isVisible();
     if (parent)
         widget.setParent(parent, Qt::Widget);
     else
@@ -65,7 +25,7 @@ void MoveBelow(QWidget& widget, QWidget* parent) {
     }
 }
 
-void LieOver(Window& window, const Window& first) {
+void LieOver(WidgetWindow& window, const Window& first) {
     QWidget* const below = &first.Widget();
     // A host's layout keeps what it has, and nothing lies over what lies over it.
     if (!window.Widget().isWindow() || window.Widget().isAncestorOf(below))
@@ -76,78 +36,43 @@ void LieOver(Window& window, const Window& first) {
 
 } // namespace
 
-OSStatus CreateWindowGroup(std::uint32_t attributes, WindowGroupRef* group) {
-    if (!group)
-        return kParamErr;
-    *group = TheGroups().Make(attributes);
-    return kNoErr;
+WindowGroup::WindowGroup(std::uint32_t attributes) : m_attributes(attributes) {}
+
+WindowGroup::~WindowGroup() {
+    for (Window* const window : m_windows)
+        static_cast<WidgetWindow*>(window)->group = nullptr;
 }
 
-OSStatus ReleaseWindowGroup(WindowGroupRef group) {
-    Groups& groups = TheGroups();
-    if (!groups.Find(group))
-        return kParamErr;
-    auto const isOfClass = [group](auto const& entry) { return entry.second == group; };
-    if (std::ranges::none_of(groups.ofClasses, isOfClass)) // those are the process's
-        groups.all.erase(group);
-    return kNoErr;
+WindowGroup& WindowGroup::OfClass(std::uint32_t windowClass) {
+    static auto& groups = *new std::map<std::uint32_t, WindowGroup>;
+    return groups.try_emplace(windowClass, 0U).first->second;
 }
 
-WindowGroupRef GetWindowGroupOfClass(std::uint32_t windowClass) {
-    Groups& groups = TheGroups();
-    auto const [entry, added] = groups.ofClasses.try_emplace(windowClass, nullptr);
-    if (added)
-        entry->second = groups.Make(kWindowGroupAttrSelectAsLayer);
-    return entry->second;
-}
-
-WindowGroupRef GetWindowGroup(WindowRef window) {
-    Window const* const found = Window::Find(window);
-    if (!found)
-        return nullptr;
-    bool const has = TheGroups().Find(found->group) != nullptr;
-    return has ? found->group : GetWindowGroupOfClass(kDocumentWindowClass);
-}
-
-OSStatus SetWindowGroup(WindowRef window, WindowGroupRef group) {
-    Window* const found = Window::Find(window);
-    if (!found)
-        return kErrInvalidWindow;
-    Group* const joined = TheGroups().Find(group);
-    if (!joined)
-        return kParamErr;
-    if (found->group == group)
-        return kNoErr;
-    LeaveWindowGroup(*found);
-    if (found->liesOverGroup) {
-        found->liesOverGroup = false;
-        MoveBelow(found->Widget(), nullptr);
+void WindowGroup::Add(Window& window) {
+    auto& added = static_cast<WidgetWindow&>(window);
+    if (added.group == this)
+        return;
+    if (added.group)
+        added.group->Remove(window);
+    if (added.liesOverGroup) {
+        added.liesOverGroup = false;
+        MoveBelow(added.Widget(), nullptr);
     }
-    found->group = group;
-    joined->windows.push_back(window);
-    Window const* const first = Window::Find(joined->windows.front());
-    if (joined->HoldsTogether() && first && first != found)
-        LieOver(*found, *first);
-    return kNoErr;
+    added.group = this;
+    m_windows.push_back(&window);
+    constexpr std::uint32_t kTogether = kMoveTogether | kLayerTogether;
+    if ((m_attributes & kTogether) == kTogether && m_windows.front() != &window)
+        LieOver(added, *m_windows.front());
 }
 
-OSStatus SetWindowGroupParent(WindowGroupRef group, WindowGroupRef parent) {
-    Group* const found = TheGroups().Find(group);
-    if (!found || !TheGroups().Find(parent))
-        return kParamErr;
-    found->parent = parent;
-    return kNoErr;
+void WindowGroup::Remove(Window& window) {
+    std::erase(m_windows, &window);
+    static_cast<WidgetWindow&>(window).group = nullptr;
 }
 
-void LeaveWindowGroup(Window& window) {
-    if (Group* const group = TheGroups().Find(window.group))
-        std::erase(group->windows, window.Ref());
-    window.group = nullptr;
-}
-
-void ReleaseWindowsOver(Window& window) {
+void ReleaseWindowsOver(const Window& window) {
     for (UIObject* const object : UIObject::All(ObjectKind::kWindow)) {
-        auto& other = static_cast<Window&>(*object);
+        auto& other = static_cast<WidgetWindow&>(*object);
         if (!other.liesOverGroup || other.Widget().parentWidget() != &window.Widget())
             continue;
         other.liesOverGroup = false;

@@ -4,7 +4,6 @@
 #include <gmock/gmock.h>
 
 #include "platform/ui/Cursors.h"
-#include "support/TemporaryFolder.h"
 #include "support/TestWorld.h"
 
 namespace platform {
@@ -52,35 +51,6 @@ TEST(Pictures, GetSmallerByAveraging) {
     EXPECT_EQ(DrawPicture(picture, { 0, 0, 1, 1 }), kNoErr);
     EXPECT_NEAR(world.Pixels()[0] & 0xFF, 127, 2);
     KillPicture(picture);
-}
-
-TEST(Pictures, AreMadeOfWholeDataAlone) {
-    const QByteArray whole = Png(Plain(40, 40, Qt::red));
-    EXPECT_EQ(Make({}), nullptr);
-    EXPECT_EQ(Make("no picture"), nullptr);
-    EXPECT_EQ(Make(whole.left(20)), nullptr);
-    EXPECT_EQ(DrawPicture(nullptr, { 0, 0, 1, 1 }), kParamErr);
-    EXPECT_EQ(GetPictureBounds(nullptr).right, 0);
-}
-
-TEST(Icons, AreCountedByTheirHoldersAndTheRegistry) {
-    const TemporaryFolder folder;
-    // The content tells the format, and no ending.
-    const auto file = folder.Write("dot.icns", Png(Plain(1, 1, Qt::red)).toStdString());
-    IconRef icon = nullptr;
-    ASSERT_EQ(RegisterIconRefFromFile(1, 2, file, &icon), kNoErr);
-    EXPECT_EQ(UnregisterIconRef(1, 2), kNoErr);
-    EXPECT_EQ(UnregisterIconRef(1, 2), kParamErr);
-    const test::TestWorld world(2, 1);
-    world.Erase();
-    EXPECT_EQ(PlotIconRef({ 0, 1, 1, 2 }, icon), kNoErr);
-    EXPECT_THAT(world.Pixels(), testing::ElementsAre(0xFFFFFF, 0xFF0000));
-    EXPECT_EQ(ReleaseIconRef(icon), kNoErr);
-    EXPECT_EQ(ReleaseIconRef(nullptr), kParamErr);
-
-    EXPECT_EQ(RegisterIconRefFromFile(1, 2, folder.Write("text", "no picture"), &icon), kParamErr);
-    EXPECT_EQ(icon, nullptr);
-    EXPECT_EQ(RegisterIconRefFromFile(1, 2, folder.Path() / "missing", &icon), kParamErr);
 }
 
 } // namespace

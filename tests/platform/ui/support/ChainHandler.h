@@ -22,7 +22,7 @@ public:
     ChainHandler(platform::EventTargetRef target, const std::vector<platform::EventTypeSpec>& types,
                  Act act)
         : m_act(std::make_shared<Act>(std::move(act))) {
-        auto const run = [](platform::EventHandlerCallRef call, platform::EventRef event,
+        const auto run = [](platform::EventHandlerCallRef call, platform::EventRef event,
                             void* data) {
             std::shared_ptr<Act> const kept = static_cast<ChainHandler*>(data)->m_act;
             return (*kept)(call, event); // it may end this handler

@@ -15,10 +15,10 @@
 #include <QTimer>
 #include <gmock/gmock.h>
 
-#include "platform/ui/WindowWidget.h"
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/support/ChainHandler.h"
 #include "platform/ui/windows/Window.h"
+#include "support/WindowRefs.h"
 
 namespace test {
 
@@ -51,32 +51,30 @@ protected:
     void SetUp() override { ASSERT_TRUE(platform::EnsureUserInterface()); }
     void TearDown() override {
         for (platform::WindowRef const window : m_windows)
-            platform::DisposeWindow(window);
+            test::Dispose(window);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
     }
 
     platform::WindowRef Make() {
         platform::WindowRef window = nullptr;
-        EXPECT_EQ(platform::CreateNewWindow({ 100, 100, 300, 400 }, &window), platform::kNoErr);
+        EXPECT_TRUE(window = platform::Window::Create({ 100, 100, 300, 400 }));
         m_windows.push_back(window);
         return window;
     }
     platform::WindowRef MakeActive() {
         platform::WindowRef const window = Make();
-        platform::ShowWindow(window);
+        test::At(window).Show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&Widget(window)));
         return window;
     }
-    static QWidget& Widget(platform::WindowRef window) {
-        return *platform::GetWindowWidget(window);
-    }
+    static QWidget& Widget(platform::WindowRef window) { return test::At(window).Widget(); }
     // Below one another.
     template <class WidgetClass>
     static platform::ControlRef Add(platform::WindowRef window, std::uint32_t commandID = 0) {
         platform::Window& owner = *platform::Window::Find(window);
         auto* const widget = new WidgetClass(&owner.Widget());
-        auto const above = owner.Widget().findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+        const auto above = owner.Widget().findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
         widget->setGeometry(10, 30 * static_cast<int>(above.size()), 120, 25);
         widget->show();
         platform::Control* const control = platform::MakeControl(*widget, owner);

@@ -17,7 +17,7 @@ namespace {
     setenv("LC_ALL", "C", 1);
     setenv("LANGUAGE", languages, 1);
     if (platform::EnsureUserInterface()) {
-        QDialogButtonBox const box(QDialogButtonBox::Cancel);
+        const QDialogButtonBox box(QDialogButtonBox::Cancel);
         std::cerr << box.button(QDialogButtonBox::Cancel)->text().toStdString() << std::endl;
     }
     std::_Exit(0);
@@ -29,7 +29,7 @@ TEST(ApplicationTest, QtSpeaksTheUsersLanguage) {
         const char* languages;
         const char* cancel;
     };
-    for (Row const& row : { Row { "ja", "キャンセル" }, Row { "ja_JP.UTF-8:en", "キャンセル" },
+    for (const Row& row : { Row { "ja", "キャンセル" }, Row { "ja_JP.UTF-8:en", "キャンセル" },
                             Row { "xx:ja", "キャンセル" }, Row { "en:ja", "Cancel" },
                             Row { "C", "Cancel" }, Row { "../ja", "Cancel" } }) {
         EXPECT_EXIT(SayCancel(row.languages), testing::ExitedWithCode(0), row.cancel)

@@ -3,6 +3,7 @@
 #include <QMenu>
 
 #include "platform/ui/support/WindowsFixture.h"
+#include "support/WindowRefs.h"
 
 namespace platform {
 namespace {
@@ -22,101 +23,100 @@ protected:
             return status;
         };
     }
-    ControlRef Focus(WindowRef window) {
-        ControlRef focus = nullptr;
-        GetKeyboardFocus(window, &focus);
-        return focus;
+    static ControlRef Focus(WindowRef window) {
+        const Control* const focus = test::At(window).KeyboardFocus();
+        return focus ? focus->Ref() : nullptr;
     }
 };
 
 TEST_F(FocusTest, ControlsAreToldOfClicksTabsAndCalls) {
-    WindowRef const window = MakeActive();
-    ControlRef const a = Add<QLineEdit>(window);
-    ControlRef const b = Add<QLineEdit>(window);
-    ControlRef const label = Add<QLabel>(window);
-    ChainHandler const onA(Control::Find(a)->Target(), { test::kFocus }, Writes("a"));
-    ChainHandler const onB(Control::Find(b)->Target(), { test::kFocus }, Writes("b"));
+    const WindowRef window = MakeActive();
+    const ControlRef a = Add<QLineEdit>(window);
+    const ControlRef b = Add<QLineEdit>(window);
+    const ControlRef label = Add<QLabel>(window);
+    const ChainHandler onA(UIObject::TargetOf(a), { test::kFocus }, Writes("a"));
+    const ChainHandler onB(UIObject::TargetOf(b), { test::kFocus }, Writes("b"));
     Click(*WidgetOf(a));
     EXPECT_EQ(m_log, "a5 ");
     Press(Qt::Key_Tab);
     EXPECT_EQ(m_log, "a5 a0 b5 ");
-    EXPECT_EQ(SetKeyboardFocus(window, a, kControlEditTextPart), kNoErr);
-    EXPECT_EQ(SetKeyboardFocus(window, a, kControlEditTextPart), kNoErr); // has it
+    EXPECT_TRUE(test::At(window).SetKeyboardFocus(Control::Find(a)));
+    EXPECT_TRUE(test::At(window).SetKeyboardFocus(Control::Find(a))); // has it
     EXPECT_EQ(m_log, "a5 a0 b5 b0 a5 ");
     EXPECT_TRUE(WidgetOf(a)->hasFocus());
     EXPECT_EQ(Focus(window), a);
-    EXPECT_EQ(SetKeyboardFocus(window, a, kControlNoPart), kNoErr);
+    EXPECT_TRUE(test::At(window).SetKeyboardFocus(nullptr));
     EXPECT_EQ(m_log, "a5 a0 b5 b0 a5 a0 ");
     EXPECT_EQ(Focus(window), nullptr);
-    EXPECT_EQ(SetKeyboardFocus(window, label, 1), kErrCouldNotFocus);
+    EXPECT_FALSE(test::At(window).SetKeyboardFocus(Control::Find(label)));
     Control::Find(b)->SetEnabled(false);
-    EXPECT_EQ(SetKeyboardFocus(window, b, kControlEditTextPart), kErrCouldNotFocus);
+    EXPECT_FALSE(test::At(window).SetKeyboardFocus(Control::Find(b)));
 }
 
 TEST_F(FocusTest, PopupsAndOtherWindowsLeaveItWithTheControl) {
-    WindowRef const window = MakeActive();
-    ControlRef const a = Add<QLineEdit>(window);
+    const WindowRef window = MakeActive();
+    const ControlRef a = Add<QLineEdit>(window);
     Click(*WidgetOf(a));
-    ChainHandler const onA(Control::Find(a)->Target(), { test::kFocus }, Writes("a"));
+    const ChainHandler onA(UIObject::TargetOf(a), { test::kFocus }, Writes("a"));
     QMenu menu(WidgetOf(a));
     menu.addAction("x");
     menu.popup(Widget(window).mapToGlobal(QPoint(20, 20)));
     QCoreApplication::processEvents();
     menu.close();
-    WindowRef const over = MakeActive();
+    const WindowRef over = MakeActive();
     EXPECT_EQ(Focus(window), a);
-    DisposeWindow(over);
-    SelectWindow(window);
+    test::Dispose(over);
+    test::At(window).Widget().window()->activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&Widget(window)));
     EXPECT_TRUE(WidgetOf(a)->hasFocus());
     EXPECT_EQ(m_log, "");
 }
 
 TEST_F(FocusTest, AWindowThatIsNotShownYetTellsItsControls) {
-    WindowRef const window = Make();
-    ControlRef const a = Add<QLineEdit>(window);
-    ControlRef const b = Add<QLineEdit>(window);
-    ChainHandler const onA(Control::Find(a)->Target(), { test::kFocus }, Writes("a"));
-    ChainHandler const onB(Control::Find(b)->Target(), { test::kFocus }, Writes("b"));
-    SetKeyboardFocus(window, a, kControlEditTextPart);
-    SetKeyboardFocus(window, b, kControlEditTextPart);
+    const WindowRef window = Make();
+    const ControlRef a = Add<QLineEdit>(window);
+    const ControlRef b = Add<QLineEdit>(window);
+    const ChainHandler onA(UIObject::TargetOf(a), { test::kFocus }, Writes("a"));
+    const ChainHandler onB(UIObject::TargetOf(b), { test::kFocus }, Writes("b"));
+    test::At(window).SetKeyboardFocus(Control::Find(a));
+    test::At(window).SetKeyboardFocus(Control::Find(b));
     EXPECT_EQ(m_log, "a5 a0 b5 ");
-    ShowWindow(window);
+    test::At(window).Show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&Widget(window)));
     EXPECT_TRUE(WidgetOf(b)->hasFocus());
     EXPECT_EQ(m_log, "a5 a0 b5 ");
 }
 
 TEST_F(FocusTest, AHandlerMayDisposeWhatLosesOrGetsTheFocus) {
-    for (bool const getting : { true, false }) {
-        WindowRef const window = MakeActive();
-        ControlRef const a = Add<QLineEdit>(window);
-        ControlRef const b = Add<QLineEdit>(window);
+    for (const bool getting : { true, false }) {
+        const WindowRef window = MakeActive();
+        const ControlRef a = Add<QLineEdit>(window);
+        const ControlRef b = Add<QLineEdit>(window);
         Click(*WidgetOf(a));
-        ControlRef const doomed = getting ? b : a;
-        ChainHandler const handler(Control::Find(doomed)->Target(), { test::kFocus },
+        const ControlRef doomed = getting ? b : a;
+        const ChainHandler handler(UIObject::TargetOf(doomed), { test::kFocus },
                                    [doomed, window, getting](auto, auto) {
                                        Control::Find(doomed)->Dispose();
                                        if (getting)
-                                           DisposeWindow(window);
+                                           test::Dispose(window);
                                        return kNoErr;
                                    });
         Press(Qt::Key_Tab);
         EXPECT_FALSE(Control::Find(doomed));
-        EXPECT_EQ(IsValidWindowPtr(window), !getting);
+        EXPECT_EQ(test::IsThere(window), !getting);
     }
 }
 
 TEST_F(FocusTest, GivesAWindowTheKeyboard) {
-    WindowRef const first = MakeActive();
-    ControlRef const field = Add<QLineEdit>(first);
+    const WindowRef first = MakeActive();
+    const ControlRef field = Add<QLineEdit>(first);
     MakeActive();
-    EXPECT_EQ(SetUserFocusWindow(first), kNoErr);
+    test::At(first).TakeUserFocus();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&Widget(first)));
     EXPECT_TRUE(WidgetOf(field)->hasFocus());
-    EXPECT_EQ(FrontNonFloatingWindow(), first);
-    EXPECT_EQ(SetUserFocusWindow(kUserFocusAuto), kNoErr);
-    EXPECT_TRUE(IsWindowActive(first));
+    EXPECT_EQ(FrontWindow(), Window::Find(first));
+    FocusFrontWindow();
+    EXPECT_TRUE(test::At(first).Widget().isActiveWindow());
 }
 
 } // namespace

@@ -5,7 +5,8 @@
 
 #include "platform/ui/support/Allocations.h"
 #include "platform/ui/support/WindowsFixture.h"
-#include "platform/ui/windows/EventSource.h"
+#include "platform/ui/windows/Input.h"
+#include "support/WindowRefs.h"
 
 namespace platform {
 namespace {
@@ -24,9 +25,7 @@ protected:
                            [this, act = std::move(act)] { act(Widget(window).windowHandle()); });
     }
     MouseTracking Track(EventTime timeout = 10) {
-        MouseTracking result {};
-        EXPECT_EQ(TrackMouseLocation(window, timeout, &where, &result), kNoErr);
-        return result;
+        return test::At(window).TrackMouse(timeout, &where);
     }
 
     WindowRef window = nullptr;
@@ -34,11 +33,11 @@ protected:
 };
 
 TEST_F(MouseTest, HandlersSeeItBeforeTheWidgetOnce) {
-    ControlRef const label = Add<QLabel>(window); // ignores it, so it is offered to what is around
-    ControlRef const button = Add<QPushButton>(window, 4);
+    const ControlRef label = Add<QLabel>(window); // ignores it, so it is offered to what is around
+    const ControlRef button = Add<QPushButton>(window, 4);
     HIPoint place {};
-    ChainHandler const mouse(
-        GetWindowEventTarget(window),
+    const ChainHandler mouse(
+        UIObject::TargetOf(window),
         { { kEventClassMouse, kEventMouseDown }, { kEventClassMouse, kEventMouseUp } },
         [&](auto, EventRef event) {
             m_log += GetEventKind(event) == kEventMouseDown ? "down " : "up ";
@@ -46,7 +45,7 @@ TEST_F(MouseTest, HandlersSeeItBeforeTheWidgetOnce) {
                               sizeof place, nullptr, &place);
             return kEventNotHandledErr;
         });
-    ChainHandler const commands(GetWindowEventTarget(window), { test::kCommand },
+    const ChainHandler commands(UIObject::TargetOf(window), { test::kCommand },
                                 Logs("command", kNoErr));
     Click(*WidgetOf(label));
     EXPECT_EQ(m_log, "down up ");
@@ -55,25 +54,17 @@ TEST_F(MouseTest, HandlersSeeItBeforeTheWidgetOnce) {
     EXPECT_EQ(m_log, "down up command ");
     EXPECT_EQ(QPoint(static_cast<int>(place.x), static_cast<int>(place.y)),
               CentreOf(*WidgetOf(button)));
-    ChainHandler const eats(GetWindowEventTarget(window), { { kEventClassMouse, kEventMouseDown } },
+    const ChainHandler eats(UIObject::TargetOf(window), { { kEventClassMouse, kEventMouseDown } },
                             Logs("eaten", kNoErr));
     m_log.clear();
     Click(*WidgetOf(button));
     EXPECT_EQ(m_log, "eaten up ");
 }
 
-TEST_F(MouseTest, AControlUnderItMayChooseACursor) {
-    ControlRef const field = Add<QLineEdit>(window);
-    ChainHandler const cursor(Control::Find(field)->Target(),
-                              { { kEventClassControl, kEventControlSetCursor } }, Logs("cursor"));
-    QTest::mouseMove(Widget(window).windowHandle(), CentreOf(*WidgetOf(field)));
-    EXPECT_EQ(m_log, "cursor ");
-}
-
 TEST_F(MouseTest, TrackingReportsEachStep) {
     bool tracked = false;
-    ChainHandler const press(GetWindowEventTarget(window),
-                             { { kEventClassMouse, kEventMouseDown } }, [&](auto, auto) {
+    const ChainHandler press(UIObject::TargetOf(window), { { kEventClassMouse, kEventMouseDown } },
+                             [&](auto, auto) {
                                  EXPECT_TRUE(Button());
                                  Soon([](QWindow* top) {
                                      QTest::mouseMove(top, { 30, 40 });
@@ -81,8 +72,7 @@ TEST_F(MouseTest, TrackingReportsEachStep) {
                                      QTest::mouseRelease(top, Qt::LeftButton, {}, { 50, 60 });
                                  });
                                  EXPECT_EQ(Track(), MouseTracking::kMouseDragged);
-                                 GlobalToWindow(window, &where);
-                                 EXPECT_EQ(where.h, 50);
+                                 EXPECT_EQ(test::At(window).ToLocal(where).h, 50);
                                  EXPECT_EQ(Track(), MouseTracking::kMouseUp);
                                  EXPECT_FALSE(Button());
                                  EXPECT_EQ(Track(), MouseTracking::kUserCancelled);
@@ -96,17 +86,15 @@ TEST_F(MouseTest, TrackingReportsEachStep) {
 TEST_F(MouseTest, TrackingEndsInTimeAndWithItsWindow) {
     QTest::mousePress(Widget(window).windowHandle(), Qt::LeftButton, {}, { 20, 20 });
     EXPECT_EQ(Track(0.01), MouseTracking::kTimedOut);
-    Soon([this](QWindow*) { DisposeWindow(window); });
+    Soon([this](QWindow*) { test::Dispose(window); });
     EXPECT_EQ(Track(-1), MouseTracking::kUserCancelled);
-    MouseTracking result {};
-    EXPECT_EQ(TrackMouseLocation(window, -1, &where, &result), kErrInvalidWindow);
     window = MakeActive();
     EXPECT_EQ(Track(-1), MouseTracking::kMouseUp); // will not come any more
 }
 
 TEST_F(MouseTest, WheelsAreCountedInNotches) {
     std::vector<std::int32_t> notches;
-    ChainHandler const wheel(GetWindowEventTarget(window),
+    const ChainHandler wheel(UIObject::TargetOf(window),
                              { { kEventClassMouse, kEventMouseWheelMoved } },
                              [&notches](auto, EventRef event) {
                                  std::int32_t value = 0;
@@ -115,7 +103,7 @@ TEST_F(MouseTest, WheelsAreCountedInNotches) {
                                  notches.push_back(value);
                                  return kNoErr;
                              });
-    for (int const delta : { 120, -240, 60, 60, 30 }) {
+    for (const int delta : { 120, -240, 60, 60, 30 }) {
         QWheelEvent turn({ 20, 20 }, Widget(window).mapToGlobal(QPointF(20, 20)), {}, { 0, delta },
                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
         QCoreApplication::sendEvent(&Widget(window), &turn);
@@ -124,29 +112,22 @@ TEST_F(MouseTest, WheelsAreCountedInNotches) {
 }
 
 TEST_F(MouseTest, NothingIsAllocatedForEventsThatNobodyWants) {
-    ControlRef const field = Add<QLineEdit>(window);
+    const ControlRef field = Add<QLineEdit>(window);
     QWidget& widget = *WidgetOf(field);
-    EventSource source(*qApp);
+    const std::unique_ptr<QObject> source(MakeEventSource(*qApp));
     QMouseEvent move(QEvent::MouseMove, QPointF(3, 3), widget.mapToGlobal(QPointF(3, 3)),
                      Qt::NoButton, Qt::NoButton, Qt::NoModifier);
     QKeyEvent key(QEvent::KeyPress, Qt::Key_Shift, Qt::ShiftModifier);
     QMoveEvent moved({ 1, 1 }, { 2, 2 });
     QEvent paint(QEvent::UpdateRequest);
-    source.eventFilter(&widget, &move); // what Qt keeps about the widget is there then
+    source->eventFilter(&widget, &move); // what Qt keeps about the widget is there then
     std::size_t const before = test::AllocationsSoFar();
     for (QEvent* const event : std::initializer_list<QEvent*> { &move, &key, &paint }) {
-        EXPECT_FALSE(source.eventFilter(&widget, event));
-        EXPECT_FALSE(source.eventFilter(&Widget(window), event));
+        EXPECT_FALSE(source->eventFilter(&widget, event));
+        EXPECT_FALSE(source->eventFilter(&Widget(window), event));
     }
-    EXPECT_FALSE(source.eventFilter(&Widget(window), &moved));
+    EXPECT_FALSE(source->eventFilter(&Widget(window), &moved));
     EXPECT_EQ(test::AllocationsSoFar(), before);
-}
-
-TEST_F(MouseTest, BeepsAsInstalled) {
-    SetBeep([this] { m_log += "beep "; });
-    SysBeep(1);
-    SetBeep({});
-    EXPECT_EQ(m_log, "beep ");
 }
 
 } // namespace

@@ -6,6 +6,7 @@
 #include "platform/ui/support/WindowsFixture.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TemporaryFolder.h"
+#include "support/WindowRefs.h"
 
 namespace platform {
 namespace {
@@ -72,22 +73,8 @@ protected:
     }
     ~NibTest() override { CFRelease(m_bundle); }
 
-    OSStatus Open(const char* nibName, const char* windowName, WindowRef* window) {
-        CFStringRef const name = CFStringCreateWithUTF8(nibName);
-        IBNibRef nib = nullptr;
-        OSStatus status = CreateNibReferenceWithCFBundle(m_bundle, name, &nib);
-        CFRelease(name);
-        if (status == kNoErr) {
-            CFStringRef const form = CFStringCreateWithUTF8(windowName);
-            status = CreateWindowFromNib(nib, form, window);
-            CFRelease(form);
-        }
-        DisposeNibReference(nib);
-        return status;
-    }
-    ControlRef Get(WindowRef window, std::int32_t id, OSType signature = kSignature) {
-        Control const* const control = Control::FindByID(window, { signature, id });
-        return control ? control->Ref() : nullptr;
+    static Control* Get(WindowRef window, std::int32_t id, OSType signature = kSignature) {
+        return Control::FindByID(window, { signature, id });
     }
 
     ScopedEnvironment m_language { "LANGUAGE", "en" };
@@ -97,32 +84,28 @@ protected:
 
 TEST_F(NibTest, MakesAWindowWithItsControlsAndTexts) {
     WindowRef window = nullptr;
-    ASSERT_EQ(Open("Forms", "Edit", &window), kNoErr);
+    ASSERT_EQ(CreateWindowFromNib(m_bundle, "Forms", "Edit", &window), kNoErr);
     QWidget& widget = Widget(window);
-    EXPECT_FALSE(IsWindowVisible(window));
+    EXPECT_FALSE(test::At(window).IsVisible());
     EXPECT_FALSE(qobject_cast<QDialog*>(&widget));
     EXPECT_EQ(widget.size(), QSize(300, 200));
     EXPECT_EQ(widget.windowTitle(), "Text & <Box>");
     EXPECT_EQ(widget.findChild<QLabel*>("caption")->text(), "&Name IDS_TITLE");
-    EXPECT_EQ(WidgetOf(Get(window, 102))->toolTip(), "A tip");
+    EXPECT_EQ(Get(window, 102)->Widget().toolTip(), "A tip");
     EXPECT_EQ(widget.findChild<QComboBox*>()->itemText(0), "IDS_MISSING");
     EXPECT_EQ(widget.findChild<QComboBox*>()->itemText(1), "A tip");
     EXPECT_EQ(widget.findChild<QLabel*>("caption")->buddy(),
-              WidgetOf(Get(window, 103, 0x41424344)));
-    EXPECT_EQ(WidgetOf(Get(window, 103, 0x41424344))->nextInFocusChain(),
-              WidgetOf(Get(window, 102)));
+              &Get(window, 103, 0x41424344)->Widget());
+    EXPECT_EQ(Get(window, 103, 0x41424344)->Widget().nextInFocusChain(),
+              &Get(window, 102)->Widget());
 
-    EXPECT_EQ(Control::Find(Get(window, 103, 0x41424344))->commandID, 103U);
-    EXPECT_EQ(Control::Find(Get(window, 1))->commandID, kHICommandOK);
-    ControlRef button = nullptr;
-    GetWindowDefaultButton(window, &button);
-    EXPECT_EQ(button, Get(window, 1));
-    GetWindowCancelButton(window, &button);
-    EXPECT_EQ(button, Get(window, 2));
-    EXPECT_EQ(Control::Find(Get(window, 1))->Super(), Control::Find(Get(window, 300)))
-        << "a frame is found as well";
+    EXPECT_EQ(Get(window, 103, 0x41424344)->commandID, 103U);
+    EXPECT_EQ(Get(window, 1)->commandID, kHICommandOK);
+    EXPECT_EQ(test::At(window).DefaultButton(), Get(window, 1));
+    EXPECT_EQ(test::At(window).CancelButton(), Get(window, 2));
+    EXPECT_EQ(Get(window, 1)->Super(), Get(window, 300)); // a frame is found as well
     EXPECT_NE(Get(window, 101), nullptr);
-    DisposeWindow(window);
+    test::Dispose(window);
 }
 
 TEST_F(NibTest, WhatCannotBeMadeGivesAStatusAndLeavesNothing) {
@@ -131,15 +114,15 @@ TEST_F(NibTest, WhatCannotBeMadeGivesAStatusAndLeavesNothing) {
         const char* window;
         OSStatus status;
     };
-    auto const widgets = QApplication::allWidgets().size();
-    for (Row const& row :
+    const auto widgets = QApplication::allWidgets().size();
+    for (const Row& row :
          { Row { "Missing", "Edit", kErrCantFindNib },
            Row { "Forms", "Missing", kErrCantFindWindow }, Row { "Forms", "Broken", kErrNibBroken },
            Row { "Forms", "Empty", kErrNibBroken }, Row { "Forms", "Other", kErrNibBroken } }) {
         auto window = reinterpret_cast<WindowRef>(std::intptr_t { 7 });
-        OSStatus const status = Open(row.nib, row.window, &window);
-        EXPECT_EQ(status, row.status) << row.window;
-        EXPECT_TRUE(row.status == kErrCantFindNib || !window) << row.window;
+        EXPECT_EQ(CreateWindowFromNib(m_bundle, row.nib, row.window, &window), row.status)
+            << row.window;
+        EXPECT_EQ(window, nullptr) << row.window;
         EXPECT_EQ(QApplication::allWidgets().size(), widgets) << row.window;
     }
 }
