@@ -4,8 +4,10 @@
 #include "platform/ui/Dialogs.h"
 #include "render/ColorRef.h"
 
+using namespace platform;
+
 bool MessageBox(const HuxString& message, const HuxString& title, long withCancel) {
-    return platform::RunStandardAlert(title.GetUTF8(), message.GetUTF8(), withCancel != 0);
+    return RunStandardAlert(title.GetUTF8(), message.GetUTF8(), withCancel != 0);
 }
 
 bool ColorDialog(unsigned long& color) {
