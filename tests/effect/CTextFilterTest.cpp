@@ -2,6 +2,7 @@
 #include <cmath>
 #include <cstring>
 #include <limits>
+#include <span>
 #include <thread>
 
 #include <gmock/gmock.h>
@@ -29,37 +30,33 @@ Pixels Empty(const CountingHost& host) {
 
 TEST(CTextFilter, DrawsWhenTheSwitchHasAnIntegerPart) {
     using Limits = std::numeric_limits<double>;
-    struct Row {
-        double apply;
-        bool draws;
-    };
-    for (const Row& row :
-         { Row { 0.0, false }, Row { 0.999, false }, Row { -0.999, false },
-           Row { Limits::denorm_min(), false }, Row { Limits::quiet_NaN(), false },
-           Row { 1.0, true }, Row { -1.0, true }, Row { 1e300, true }, Row { -4294967296.0, true },
-           Row { Limits::infinity(), true }, Row { -Limits::infinity(), true } }) {
+    const auto draws = [](double apply) {
         CountingHost host(120, 40, 32);
         SetText(host, "Text");
-        host.apply = row.apply;
+        host.apply = apply;
         EXPECT_EQ(host.Call(epiDoFilter), 0);
-        EXPECT_EQ(host.pixels != Empty(host), row.draws) << row.apply;
-        EXPECT_EQ(host.LocksOutstanding(), 0) << row.apply;
-    }
+        EXPECT_EQ(host.LocksOutstanding(), 0) << apply;
+        return host.pixels != Empty(host);
+    };
+    for (const double apply : { 0.0, 0.999, -0.999, Limits::denorm_min(), Limits::quiet_NaN() })
+        EXPECT_FALSE(draws(apply)) << apply;
+    for (const double apply :
+         { 1.0, -1.0, 1e300, -4294967296.0, Limits::infinity(), -Limits::infinity() })
+        EXPECT_TRUE(draws(apply)) << apply;
 }
 
 TEST(CTextFilter, PlacesTheTextByTheRecordsScaleAndOrigin) {
-    Pixels drawn[2];
-    for (const bool scaled : { false, true }) {
-        CountingHost host(120, 60, 32);
-        SetText(host, "Text");
-        host.Param().ptPos = scaled ? tagPOINT { 100, 60 } : tagPOINT { 40, 10 };
-        host.record.dScale = scaled ? 0.5 : 0.0;
-        host.record.ptOrigin = { 10, 20 };
-        host.Call(epiDoFilter);
-        EXPECT_NE(host.pixels, Empty(host));
-        drawn[scaled] = host.pixels;
-    }
-    EXPECT_EQ(drawn[0], drawn[1]);
+    CountingHost plain(120, 60, 32), scaled(120, 60, 32);
+    for (CountingHost* host : { &plain, &scaled })
+        SetText(*host, "Text");
+    plain.Param().ptPos = { 40, 10 };
+    scaled.Param().ptPos = { 100, 60 };
+    scaled.record.dScale = 0.5;
+    scaled.record.ptOrigin = { 10, 20 };
+    plain.Call(epiDoFilter);
+    scaled.Call(epiDoFilter);
+    EXPECT_NE(plain.pixels, Empty(plain));
+    EXPECT_EQ(scaled.pixels, plain.pixels);
 }
 
 TEST(CTextFilter, SurvivesWildNumbersAndKeepsWithinItsRows) {
@@ -89,63 +86,55 @@ TEST(CTextFilter, SurvivesWildNumbersAndKeepsWithinItsRows) {
 
 // Fields that are full are read to their ends: what lies behind them is not drawn, nor are they changed.
 TEST(CTextFilter, ReadsTextsWithinTheirFields) {
-    struct Row {
-        std::uint32_t flag;
-        std::size_t offset, size;
-    };
-    for (const Row& row : { Row { TEXT_INFO, offsetof(_TEXTPARAM, szInfoText), 64 },
-                            Row { TEXT_CHARACTER, offsetof(_TEXTPARAM, szCharacter), 64 },
-                            Row { TEXT_DIALOGUE, offsetof(_TEXTPARAM, szDialogue), 256 },
-                            Row { TEXT_SCORE, 0, 0 } }) {
-        const auto draw = [&](bool terminated) {
+    for (const std::uint32_t flag : { TEXT_INFO, TEXT_CHARACTER, TEXT_DIALOGUE, TEXT_SCORE }) {
+        const auto draw = [&](char last) {
             CountingHost host(4400, 40, 24);
             SetText(host, "");
-            host.Param().dwFlags = row.flag | TEXT_BOX;
-            host.Param().nScoreFormat = 3;
-            std::memset(host.Param().szCharacter, 'W', sizeof host.Param().szCharacter);
-            std::memset(host.Param().szDialogue, 'W', sizeof host.Param().szDialogue);
+            _TEXTPARAM& param = host.Param();
+            param.dwFlags = flag | TEXT_BOX;
+            param.nScoreFormat = 3;
+            for (const std::span<char> field :
+                 { std::span<char>(param.szInfoText), std::span<char>(param.szCharacter),
+                   std::span<char>(param.szDialogue) }) {
+                std::memset(field.data(), 'M', field.size());
+                field.back() = last;
+            }
             std::memset(host.record.szInfo4, 'M', sizeof host.record.szInfo4);
-            std::memset(host.record.reserved6, terminated ? 0 : 'W', sizeof host.record.reserved6);
-            auto* bytes = reinterpret_cast<std::uint8_t*>(&host.Param());
-            std::memset(bytes + row.offset, 'M', row.size);
-            if (terminated && row.size > 0)
-                bytes[row.offset + row.size - 1] = 0;
-            const _TEXTPARAM before = host.Param();
+            std::memset(host.record.reserved6, last, sizeof host.record.reserved6);
+            const _TEXTPARAM before = param;
             host.Call(epiDoFilter);
             EXPECT_EQ(std::memcmp(&before, &host.Param(), sizeof before), 0);
             EXPECT_NE(host.pixels, Empty(host));
             return host.pixels;
         };
-        EXPECT_EQ(draw(false), draw(true)) << row.offset;
+        EXPECT_EQ(draw('W'), draw(0)) << flag;
     }
 }
 
-Pixels DrawNumber(int number) {
-    CountingHost host(160, 40, number % 2 ? 32 : 64);
-    SetText(host, "");
-    host.Param().dwFlags = TEXT_SCORE | (number % 3 ? TEXT_BOX : 0);
-    host.Param().nFontSize = 14 + number % 5;
-    std::strcpy(host.record.szInfo3, std::to_string(number).c_str());
-    std::strcpy(host.record.szInfo4, std::to_string(number * 7).c_str());
-    host.Call(epiDoFilter);
-    return host.pixels;
-}
-
 TEST(CTextFilter, ThreadsDrawTheSamePixelsAsOneAfterTheOther) {
-    constexpr int kFrames = 60;
-    constexpr int kThreads = 4;
+    const auto draw = [](int number) {
+        CountingHost host(160, 40, number % 2 ? 32 : 64);
+        SetText(host, "");
+        host.Param().dwFlags = TEXT_SCORE | (number % 3 ? TEXT_BOX : 0);
+        host.Param().nFontSize = 14 + number % 5;
+        std::strcpy(host.record.szInfo3, std::to_string(number).c_str());
+        std::strcpy(host.record.szInfo4, std::to_string(number * 7).c_str());
+        host.Call(epiDoFilter);
+        return host.pixels;
+    };
+    constexpr std::size_t kFrames = 60, kThreads = 4;
     std::vector<Pixels> together(kFrames);
     std::vector<std::thread> threads;
-    for (int t = 0; t < kThreads; ++t) {
-        threads.emplace_back([&together, t] {
-            for (int i = t; i < kFrames; i += kThreads)
-                together[static_cast<std::size_t>(i)] = DrawNumber(i);
+    for (std::size_t t = 0; t < kThreads; ++t) {
+        threads.emplace_back([&, t] {
+            for (std::size_t i = t; i < kFrames; i += kThreads)
+                together[i] = draw(static_cast<int>(i));
         });
     }
     for (std::thread& thread : threads)
         thread.join();
-    for (int i = 0; i < kFrames; ++i)
-        EXPECT_EQ(together[static_cast<std::size_t>(i)], DrawNumber(i)) << i;
+    for (std::size_t i = 0; i < kFrames; ++i)
+        EXPECT_EQ(together[i], draw(static_cast<int>(i))) << i;
 }
 
 } // namespace

@@ -5,25 +5,21 @@
 
 #include <gmock/gmock.h>
 
-#include "effect/CText.h"
-#include "effect/VamRect.h"
 #include "support/CountingHost.h"
 
 namespace {
 
-constexpr int kPattern = 0xA7;
-
 template <typename Block>
 Block Patterned() {
     Block block;
-    std::memset(&block, kPattern, sizeof block);
+    std::memset(&block, 0xA7, sizeof block);
     return block;
 }
 
 template <typename Block>
-std::vector<std::uint8_t> Bytes(const Block& block) {
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(&block);
-    return { bytes, bytes + sizeof block };
+void ExpectBytes(const Block& block, const Block& expected) {
+    EXPECT_EQ(std::memcmp(&block, &expected, sizeof block), 0)
+        << testing::PrintToString(block) << " instead of " << testing::PrintToString(expected);
 }
 
 TEST(CTextParam, InitDescribesTheEffect) {
@@ -38,7 +34,7 @@ TEST(CTextParam, InitDescribesTheEffect) {
     expected.nFixedParamSize = 480;
     expected.nSettingsSize = 5140;
     EXPECT_EQ(host.Call(epiInit), 0);
-    EXPECT_EQ(Bytes(host.pluginInfo), Bytes(expected));
+    ExpectBytes(host.pluginInfo, expected);
     EXPECT_EQ(host.Call(epiTerm), 0);
 }
 
@@ -49,7 +45,7 @@ TEST(CTextParam, OnlyParameterZeroIsDescribed) {
     for (const std::int32_t index : { 1, -1, 0x10000 }) {
         host.record.nParamIndex = index;
         EXPECT_EQ(host.Call(epiParamInfo), 0);
-        EXPECT_EQ(Bytes(host.paramDesc), Bytes(untouched)) << index;
+        ExpectBytes(host.paramDesc, untouched);
     }
     auto expected = untouched;
     expected.nKind = 4;
@@ -59,7 +55,7 @@ TEST(CTextParam, OnlyParameterZeroIsDescribed) {
     expected.dDefault = 0.0;
     host.record.nParamIndex = 0;
     EXPECT_EQ(host.Call(epiParamInfo), 0);
-    EXPECT_EQ(Bytes(host.paramDesc), Bytes(expected));
+    ExpectBytes(host.paramDesc, expected);
 }
 
 TEST(CTextParam, DefaultsLeaveTheRestOfTheMemory) {
@@ -78,7 +74,7 @@ TEST(CTextParam, DefaultsLeaveTheRestOfTheMemory) {
     expected.szCharacter[0] = 0;
     expected.dwFlags = 0x00010008;
     EXPECT_EQ(host.Call(epiInitFixedParam), 0);
-    EXPECT_EQ(Bytes(host.Param()), Bytes(expected));
+    ExpectBytes(host.Param(), expected);
 }
 
 TEST(CTextParam, DialogSettingsStartWithSevenDirections) {
@@ -91,15 +87,7 @@ TEST(CTextParam, DialogSettingsStartWithSevenDirections) {
         entry += 64;
     }
     EXPECT_EQ(host.Call(epiInitSettings), 0);
-    EXPECT_EQ(Bytes(host.settings), Bytes(expected));
-}
-
-TEST(VamRect, TakesTheLowBitsOfEachSide) {
-    const platform::Rect rect = vamRECTToRect({ -3, 70000, 32768, 65535 });
-    EXPECT_EQ(rect.left, -3);
-    EXPECT_EQ(rect.top, 70000 - 65536);
-    EXPECT_EQ(rect.right, -32768);
-    EXPECT_EQ(rect.bottom, -1);
+    ExpectBytes(host.settings, expected);
 }
 
 } // namespace

@@ -53,15 +53,15 @@ TEST(CTextSerialize, WritesBigEndianAndKeepsTheLiveParameters) {
 }
 
 TEST(CTextSerialize, LoadsWhatItSavedAsFarAsTheArchiveReaches) {
-    const std::vector<std::uint8_t> whole = ArchiveOf(Sample());
+    const _TEXTPARAM sample = Sample();
     for (const std::size_t size : { 0, 4, 8, 76, 92, 476, 480 }) {
         CountingHost host(8, 8, 32);
         host.Param().nFontSize = 12;
         host.Param().dwFlags = TEXT_INFO;
         _TEXTPARAM expected = host.Param();
-        const _TEXTPARAM sample = Sample();
         std::memcpy(&expected, &sample, size);
-        host.archive.assign(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
+        host.archive = ArchiveOf(sample);
+        host.archive.resize(size);
         host.loading = true;
         EXPECT_EQ(host.Call(epiSerialize), 0);
         EXPECT_TRUE(SameBytes(host.Param(), expected)) << size << " bytes";

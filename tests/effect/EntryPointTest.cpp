@@ -1,50 +1,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "effect/EntryPoint.h"
-
 #include <climits>
 #include <cstring>
 
 #include <gmock/gmock.h>
 
-#include "effect/CEPIObject.h"
 #include "support/CountingHost.h"
 
 namespace {
-
-// Gives a number of its own for each operation.
-class RecordingObject : public CEPIObject {
-public:
-    long Init(_EPIRECORD* record) override { return Note(record, 100); }
-    long Term(_EPIRECORD* record) override { return Note(record, 101); }
-    long InitFixedParam(_EPIRECORD* record) override { return Note(record, 102); }
-    long InitSettings(_EPIRECORD* record) override { return Note(record, 103); }
-    long ParamInfo(_EPIRECORD* record) override { return Note(record, 104); }
-    long CreateSettingDialog(_EPIRECORD* record) override { return Note(record, 105); }
-    long DialogNotify(_EPIRECORD* record) override { return Note(record, 106); }
-    long DestroySettingDialog(_EPIRECORD* record) override { return Note(record, 107); }
-    long DoFilter(_EPIRECORD* record) override { return Note(record, 108); }
-    long Serialize(_EPIRECORD* record) override { return Note(record, 109); }
-    long CalcRenderBound(_EPIRECORD* record) override { return Note(record, 110); }
-
-    const _EPIRECORD* lastRecord = nullptr;
-
-private:
-    long Note(_EPIRECORD* record, long result) {
-        lastRecord = record;
-        return result;
-    }
-};
-
-TEST(EntryPoint, DrivesTheObjectThatWasConstructedLast) {
-    CEPIObject* const own = s_pObject; // the process's
-    RecordingObject object;
-    _EPIRECORD record {};
-    for (long selector = epiInit; selector <= epiCalcRenderBound; ++selector) {
-        EXPECT_EQ(EntryPoint(selector, &record), 100 + selector);
-        EXPECT_EQ(object.lastRecord, &record) << selector;
-    }
-    s_pObject = own;
-}
 
 TEST(EntryPoint, UnknownSelectorsTouchNothing) {
     CountingHost host(8, 8, 32);

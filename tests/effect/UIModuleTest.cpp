@@ -2,7 +2,8 @@
 // The dialog selectors of the real module, with and without a module of dialogs beside it.
 #include "effect/UIModule.h"
 
-#include <string_view>
+#include <cstring>
+#include <vector>
 
 #include <gmock/gmock.h>
 
@@ -10,10 +11,6 @@
 #include "support/LoadedBundle.h"
 
 namespace {
-
-std::string_view Bytes(const _EPIRECORD& record) {
-    return { reinterpret_cast<const char*>(&record), sizeof record };
-}
 
 class UIModuleTest : public testing::Test {
 protected:
@@ -26,8 +23,8 @@ protected:
         std::filesystem::copy_file(module, m_bundle.ModuleFolder() / kUIModuleFileName);
     }
 
-    // Each selector twice, as a host does that opens its dialog again.
-    void ExpectNoDialogs() {
+    // Each selector twice, as a host does that opens its dialog again; what was reported then.
+    std::vector<platform::Report> ExpectNoDialogs() {
         for (int round = 0; round < 2; ++round) {
             _EPIRECORD record {};
             record.hDialogWindow = reinterpret_cast<EPIWindowRef>(&record);
@@ -35,12 +32,13 @@ protected:
             _EPIRECORD expected = record;
             EXPECT_EQ(m_bundle.Call(epiDialogNotify, &record), 0);
             EXPECT_EQ(m_bundle.Call(epiDestroySettingDialog, &record), 0);
-            EXPECT_TRUE(Bytes(record) == Bytes(expected));
+            EXPECT_EQ(std::memcmp(&record, &expected, sizeof record), 0);
             expected.hDialogWindow = nullptr;
             expected.pDialogHolder = nullptr;
             EXPECT_EQ(m_bundle.Call(epiCreateSettingDialog, &record), 0);
-            EXPECT_TRUE(Bytes(record) == Bytes(expected));
+            EXPECT_EQ(std::memcmp(&record, &expected, sizeof record), 0);
         }
+        return m_met.Reports();
     }
 
     LoadedBundle m_bundle;
@@ -48,21 +46,7 @@ protected:
     platform::TextScope m_scope { m_met };
 };
 
-TEST_F(UIModuleTest, GetsTheDialogSelectors) {
-    PutBeside(TELOP_FAKE_UI);
-    _EPIRECORD record {};
-    EXPECT_EQ(m_bundle.Call(epiCreateSettingDialog, &record), 0);
-    EXPECT_EQ(static_cast<void*>(record.hDialogWindow), &record);
-    record.nNotifyCode = 2;
-    EXPECT_EQ(m_bundle.Call(epiDialogNotify, &record), 0);
-    EXPECT_EQ(record.nNotifyResult, 42);
-    EXPECT_EQ(m_bundle.Call(epiDestroySettingDialog, &record), 0);
-    EXPECT_EQ(record.hDialogWindow, nullptr);
-    EXPECT_EQ(record.pDialogHolder, nullptr);
-    EXPECT_THAT(m_met.Reports(), testing::IsEmpty());
-}
-
-TEST_F(UIModuleTest, IsFoundAfterTheHostHasLeftTheFolder) {
+TEST_F(UIModuleTest, GetsTheDialogSelectorsAlsoAfterTheHostHasLeftTheFolder) {
     PutBeside(TELOP_FAKE_UI);
     const auto before = std::filesystem::current_path();
     std::filesystem::current_path(m_bundle.ModuleFolder());
@@ -71,25 +55,28 @@ TEST_F(UIModuleTest, IsFoundAfterTheHostHasLeftTheFolder) {
     _EPIRECORD record {};
     EXPECT_EQ(m_bundle.Call(epiCreateSettingDialog, &record), 0);
     EXPECT_EQ(record.pDialogHolder, &record);
+    record.nNotifyCode = 2;
+    EXPECT_EQ(m_bundle.Call(epiDialogNotify, &record), 0);
+    EXPECT_EQ(record.nNotifyResult, 42);
+    EXPECT_EQ(m_bundle.Call(epiDestroySettingDialog, &record), 0);
+    EXPECT_EQ(record.pDialogHolder, nullptr);
+    EXPECT_THAT(m_met.Reports(), testing::IsEmpty());
 }
 
 TEST_F(UIModuleTest, ItsAbsenceIsNoError) {
-    ExpectNoDialogs();
-    EXPECT_THAT(m_met.Reports(), testing::IsEmpty());
+    EXPECT_THAT(ExpectNoDialogs(), testing::IsEmpty());
 }
 
 TEST_F(UIModuleTest, OneThatDoesNotOpenIsReportedOnce) {
     std::ofstream(m_bundle.ModuleFolder() / kUIModuleFileName) << "no module";
-    ExpectNoDialogs();
-    const auto reports = m_met.Reports();
+    const auto reports = ExpectNoDialogs();
     ASSERT_EQ(reports.size(), 1u);
     EXPECT_THAT(Describe(reports[0]), testing::HasSubstr(kUIModuleFileName));
 }
 
 TEST_F(UIModuleTest, OneWithoutATableIsRefused) {
     PutBeside(TELOP_PLATFORM);
-    ExpectNoDialogs();
-    const auto reports = m_met.Reports();
+    const auto reports = ExpectNoDialogs();
     ASSERT_EQ(reports.size(), 1u);
     EXPECT_THAT(reports[0].reason, testing::HasSubstr("no table"));
 }

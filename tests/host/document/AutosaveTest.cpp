@@ -26,25 +26,19 @@ protected:
         return document;
     }
 
-    // Another program that keeps a copy and waits; its process.
+    // Another program that keeps a copy and stands still then; its process.
     pid_t KeepElsewhere(const Document& document, const std::filesystem::path& original) const {
-        int ready[2];
-        EXPECT_EQ(pipe(ready), 0);
         auto const process = fork();
         if (process == 0) {
             Autosave autosave(Folder());
             std::string why;
-            char const kept = autosave.Keep(document, original, why) ? 1 : 0;
-            if (write(ready[1], &kept, 1) != 1)
-                _exit(1);
-            for (;;)
-                pause();
+            if (autosave.Keep(document, original, why))
+                raise(SIGSTOP);
+            _exit(1);
         }
-        char kept = 0;
-        EXPECT_EQ(read(ready[0], &kept, 1), 1);
-        EXPECT_EQ(kept, 1);
-        close(ready[0]);
-        close(ready[1]);
+        int status = 0;
+        waitpid(process, &status, WUNTRACED);
+        EXPECT_TRUE(WIFSTOPPED(status));
         return process;
     }
 
@@ -61,30 +55,10 @@ protected:
     TemporaryFolder m_folder;
 };
 
-TEST_F(AutosaveTest, ACopyIsFoundOnlyAfterItsProgramCrashed) {
-    auto const process = KeepElsewhere(Numbered(7), "/shots/shot one.telop");
-    EXPECT_TRUE(LeftCopy::Find(Folder()).empty()) << "its program lives";
-    Crash(process);
-    auto left = LeftCopy::Find(Folder());
-    ASSERT_EQ(left.size(), 1U);
-    EXPECT_EQ(left[0].Original(), "/shots/shot one.telop");
-    EXPECT_TRUE(LeftCopy::Find(Folder()).empty()) << "somebody has it already";
-    std::string why;
-    auto const document = left[0].Load(why);
-    ASSERT_TRUE(document) << why;
-    EXPECT_TRUE(*document == Numbered(7));
-
-    left.clear();
-    left = LeftCopy::Find(Folder());
-    ASSERT_EQ(left.size(), 1U) << "what is not removed is found again";
-    left[0].Remove();
-    left.clear();
-    EXPECT_EQ(Files(), 0U);
-}
-
-TEST_F(AutosaveTest, EveryCopyIsOfItsOwnDocumentAndTheOldestComesFirst) {
+TEST_F(AutosaveTest, CopiesAreFoundOldestFirstAndOnlyAfterTheirProgramsCrashed) {
     auto const first = KeepElsewhere(Numbered(1), "");
-    auto const second = KeepElsewhere(Numbered(2), "/b.telop");
+    auto const second = KeepElsewhere(Numbered(2), "/shots/shot two.telop");
+    EXPECT_TRUE(LeftCopy::Find(Folder()).empty()) << "their programs live";
     Crash(second);
     Crash(first);
     for (auto const& entry : std::filesystem::directory_iterator(Folder())) {
@@ -93,12 +67,25 @@ TEST_F(AutosaveTest, EveryCopyIsOfItsOwnDocumentAndTheOldestComesFirst) {
                                              std::filesystem::file_time_type::clock::now() -
                                                  std::chrono::hours(1));
     }
-    auto const left = LeftCopy::Find(Folder());
+    auto left = LeftCopy::Find(Folder());
     ASSERT_EQ(left.size(), 2U);
-    EXPECT_EQ(left[0].Original(), "/b.telop");
+    EXPECT_EQ(left[0].Original(), "/shots/shot two.telop");
     EXPECT_EQ(left[1].Original(), "");
+    EXPECT_TRUE(LeftCopy::Find(Folder()).empty()) << "somebody has them already";
     std::string why;
-    EXPECT_EQ(left[0].Load(why)->currentFrame, 2);
+    auto const document = left[0].Load(why);
+    ASSERT_TRUE(document) << why;
+    EXPECT_TRUE(*document == Numbered(2));
+
+    left[0].Remove();
+    left.clear();
+    left = LeftCopy::Find(Folder());
+    ASSERT_EQ(left.size(), 1U) << "what is not removed is found again";
+    left[0].Remove();
+    left.clear();
+    m_folder.Write("state/autosave/99999-1.lock", "/a.telop"); // without a copy: tidied up
+    EXPECT_TRUE(LeftCopy::Find(Folder()).empty());
+    EXPECT_EQ(Files(), 0U);
 }
 
 TEST_F(AutosaveTest, ACleanEndLeavesNothing) {
@@ -118,27 +105,15 @@ TEST_F(AutosaveTest, ACleanEndLeavesNothing) {
     EXPECT_EQ(Files(), 0U);
 }
 
-TEST_F(AutosaveTest, ALockWithoutACopyIsTidiedUp) {
-    m_folder.Write("state/autosave/99999-1.lock", "/a.telop");
-    EXPECT_TRUE(LeftCopy::Find(Folder()).empty());
-    EXPECT_EQ(Files(), 0U);
-}
-
 TEST_F(AutosaveTest, TheFolderIsTheUsersStateFolder) {
-    struct Row {
-        const char* state;
-        const char* home;
-        const char* folder;
-    };
-    for (auto const& row : {
-             Row { "/s", "/h", "/s/telop/autosave" },
-             Row { nullptr, "/h", "/h/.local/state/telop/autosave" },
-             Row { "relative", "/h", "/h/.local/state/telop/autosave" },
-             Row { nullptr, nullptr, "" },
-         }) {
-        ScopedEnvironment const state("XDG_STATE_HOME", row.state);
-        ScopedEnvironment const home("HOME", row.home);
-        EXPECT_EQ(AutosaveFolder(), row.folder);
+    const char* const rows[][3] { { "/s", "/h", "/s/telop/autosave" },
+                                  { nullptr, "/h", "/h/.local/state/telop/autosave" },
+                                  { "relative", "/h", "/h/.local/state/telop/autosave" },
+                                  { nullptr, nullptr, "" } };
+    for (auto const& [stateHome, userHome, folder] : rows) {
+        ScopedEnvironment const state("XDG_STATE_HOME", stateHome);
+        ScopedEnvironment const home("HOME", userHome);
+        EXPECT_EQ(AutosaveFolder(), folder);
     }
     std::string why;
     EXPECT_FALSE(Autosave("").Keep(Numbered(1), "", why));

@@ -42,20 +42,19 @@ protected:
         return document;
     }
 
-    // Through a file in the test's folder, with the bytes of that in between.
-    Document Reloaded(const Document& document, std::string* json = nullptr) const {
+    // Through a file in the test's folder.
+    Document Reloaded(const Document& document) const {
         std::string why;
         EXPECT_TRUE(document.Save(Path("a.telop"), why)) << why;
-        if (json)
-            *json = document.ToJson(m_folder.Path());
         auto loaded = Document::Load(Path("a.telop"), why);
         EXPECT_TRUE(loaded) << why;
         return loaded.value_or(Document {});
     }
+    std::string JsonOf(const Document& document) const { return document.ToJson(m_folder.Path()); }
 
     // The sample's JSON with a part of it replaced, and why it is refused.
     std::string Refusal(const std::string& part, const std::string& by) const {
-        auto json = Sample().ToJson(m_folder.Path());
+        auto json = JsonOf(Sample());
         auto const at = json.find(part);
         EXPECT_NE(at, std::string::npos) << part;
         json.replace(at, part.size(), by);
@@ -70,47 +69,40 @@ protected:
 };
 
 TEST_F(DocumentTest, ComesBackWhole) {
-    std::string json;
-    auto const document = Sample();
-    EXPECT_TRUE(Reloaded(document, &json) == document);
-    EXPECT_THAT(json, AllOf(HasSubstr("\"frames\": \"shot.####.png\""),
-                            HasSubstr("\"textOn\": \"1001-1010,1020-\""), HasSubstr("次の町まで"),
-                            HasSubstr("\"present\": true"), Not(HasSubstr("archive")),
-                            Not(HasSubstr("block"))));
-}
-
-TEST_F(DocumentTest, UntitledAndEmptyOnesComeBackToo) {
-    Document document;
+    auto document = Sample();
+    EXPECT_TRUE(Reloaded(document) == document);
+    EXPECT_THAT(JsonOf(document), AllOf(HasSubstr("\"frames\": \"shot.####.png\""),
+                                        HasSubstr("\"textOn\": \"1001-1010,1020-\""),
+                                        HasSubstr("次の町まで"), HasSubstr("\"present\": true"),
+                                        Not(HasSubstr("archive")), Not(HasSubstr("block"))));
+    document = {};
     document.stringsPresent = false;
     document.textOn = {};
     EXPECT_TRUE(Reloaded(document) == document);
     document.textOn = FrameRanges::All();
-    std::string json;
-    EXPECT_TRUE(Reloaded(document, &json) == document);
-    EXPECT_THAT(json, AllOf(HasSubstr("\"frames\": null"), HasSubstr("\"textOn\": \"all\"")));
+    EXPECT_TRUE(Reloaded(document) == document);
+    EXPECT_THAT(JsonOf(document),
+                AllOf(HasSubstr("\"frames\": null"), HasSubstr("\"textOn\": \"all\"")));
 }
 
 TEST_F(DocumentTest, FramesAreRelativeWhereTheyMoveAlong) {
-    struct Row {
-        std::string input, stored;
+    auto const folder = m_folder.Path().string();
+    const std::pair<std::string, std::string> rows[] {
+        { folder + "/a.png", "a.png" },
+        { folder + "/below/deep/a.%04d.png", "below/deep/a.%04d.png" },
+        { folder + "/below/", "below/" },
+        { folder + "/./x/../a.png", "a.png" },
+        { folder + "-other/a.png", folder + "-other/a.png" },
     };
-    for (auto const& row : {
-             Row { Frames("a.png"), "a.png" },
-             Row { Frames("below/deep/a.%04d.png"), "below/deep/a.%04d.png" },
-             Row { Frames("below/"), "below/" },
-             Row { m_folder.Path().string() + "/./x/../a.png", "a.png" },
-             Row { m_folder.Path().string() + "-other/a.png",
-                   m_folder.Path().string() + "-other/a.png" },
-             Row { "/elsewhere/a.png", "/elsewhere/a.png" },
-         }) {
+    for (auto const& [input, stored] : rows) {
         Document document;
-        document.input = row.input;
-        EXPECT_THAT(document.ToJson(m_folder.Path()),
-                    HasSubstr("\"frames\": \"" + row.stored + "\""));
+        document.input = input;
+        auto const json = JsonOf(document);
+        EXPECT_THAT(json, HasSubstr("\"frames\": \"" + stored + "\""));
         std::string why;
-        auto const moved = Document::FromJson(document.ToJson(m_folder.Path()), "/moved/here", why);
+        auto const moved = Document::FromJson(json, "/moved/here", why);
         ASSERT_TRUE(moved) << why;
-        EXPECT_EQ(moved->input, (std::filesystem::path("/moved/here") / row.stored).string());
+        EXPECT_EQ(moved->input, (std::filesystem::path("/moved/here") / stored).string());
     }
     Document document;
     document.input = Frames("caf\xE9/a.png"); // bytes that are no UTF-8
@@ -120,16 +112,16 @@ TEST_F(DocumentTest, FramesAreRelativeWhereTheyMoveAlong) {
 TEST_F(DocumentTest, EveryByteOfTheRecordsComesBack) {
     std::mt19937 random(20);
     for (auto const* encoding : { "UTF-8", "CP932", "EUC-JP", "GBK" }) {
-        for (int round = 0; round < 40; ++round) {
+        for (unsigned round = 0; round < 40; ++round) {
             Document document;
             document.encoding = *platform::TextEncoding::Find(encoding);
-            auto const fill = [&](auto& record, unsigned share) {
+            auto const fill = [&](auto& record) {
                 auto* bytes = reinterpret_cast<unsigned char*>(&record);
                 for (std::size_t i = 0; i < sizeof record; ++i)
-                    bytes[i] = random() % 40 < share ? static_cast<unsigned char>(random()) : 0;
+                    bytes[i] = random() % 40 <= round ? static_cast<unsigned char>(random()) : 0;
             };
-            fill(document.settings, static_cast<unsigned>(round) + 1);
-            fill(document.dialogs, static_cast<unsigned>(round) + 1);
+            fill(document.settings);
+            fill(document.dialogs);
             EXPECT_TRUE(Reloaded(document) == document) << encoding << ", round " << round;
         }
     }
@@ -140,7 +132,7 @@ TEST_F(DocumentTest, BytesBehindATextStayAndWhatAPersonChangesCounts) {
     std::memset(document.settings.szFontName, 'x', sizeof document.settings.szFontName);
     std::strcpy(document.settings.szFontName, "DejaVu Sans");
     std::strcpy(document.dialogs.infoPopup.szHistory[3], "behind an empty one");
-    auto json = document.ToJson(m_folder.Path());
+    auto json = JsonOf(document);
     EXPECT_THAT(json, AllOf(HasSubstr("\"archive\": \""), HasSubstr("\"block\": \"")));
     for (auto const& [from, to] : { std::pair { "\"size\": 48", "\"size\": 52" },
                                     std::pair { "\"PAN\"", "\"FOLLOW\", \"PAN\"" } })
@@ -158,59 +150,42 @@ TEST_F(DocumentTest, TextsKeepTheirOwnEncoding) {
     Document document;
     document.encoding = *platform::TextEncoding::Find("CP932");
     std::strcpy(document.settings.szInfoText, "\x95\x5C\x8E\xA6"); // with a backslash's byte
-    // Whatever the process and the thread use: they are asked nothing and keep what they have.
-    for (auto const* current : { "UTF-8", "CP932", "EUC-JP" }) {
-        platform::TextContext context(*platform::TextEncoding::Find(current));
-        platform::TextScope const scope(context);
-        std::string json;
-        EXPECT_TRUE(Reloaded(document, &json) == document);
-        EXPECT_THAT(json, HasSubstr("\"info\": \"表示\""));
-        EXPECT_EQ(platform::ApplicationTextEncoding(), current);
-    }
+    // Whatever the thread uses: it is asked nothing and keeps what it has.
+    platform::TextContext context(*platform::TextEncoding::Find("EUC-JP"));
+    platform::TextScope const scope(context);
+    EXPECT_TRUE(Reloaded(document) == document);
+    EXPECT_THAT(JsonOf(document), HasSubstr("\"info\": \"表示\""));
+    EXPECT_EQ(platform::ApplicationTextEncoding(), "EUC-JP");
     EXPECT_THAT(Refusal("\"UTF-8\"", "\"CP-000\""), HasSubstr("encoding: 'CP-000'"));
 }
 
 TEST_F(DocumentTest, BadFilesAreRefusedWithTheKeyAndTheReason) {
     struct Row {
-        const char* part;
-        const char* by;
-        const char* reason;
+        const char *part, *by, *reason;
     };
     for (auto const& row : {
              Row { "{", "[", "not readable as JSON: " },
-             Row { "}\n}", "}\n", "not readable as JSON: " },
              Row { "telop-document", "other", "is no Telop document" },
-             Row { "\"format\"", "\"kind\"", "is no Telop document" },
              Row { "\"version\": 1", "\"version\": 2, \"colors\": 3", "newer Telop" },
              Row { "\"version\": 1", "\"version\": 0", "version: 0 is outside" },
-             Row { "\"version\": 1", "\"version\": \"1\"", "version: expected a whole number" },
              Row { "\"version\": 1,", "", "version: is missing" },
-             Row { "\"version\"", "\"x\": 1, \"version\"", "x: is unknown" },
              Row { "\"currentFrame\": 1012,", "", "currentFrame: is missing" },
              Row { "\"currentFrame\"", "\"frames\": \"b\", \"currentFrame\"",
                    "frames: given twice" },
              Row { "1012", "-1", "currentFrame: -1 is outside" },
-             Row { "1012", "18446744073709551615",
-                   "currentFrame: 18446744073709551615 is outside" },
-             Row { "1012", "1e3", "currentFrame: expected a whole number" },
              Row { "\"shot.####.png\"", "\"\"", "frames: is no path" },
              Row { "\"shot.####.png\"", "\"a\\u0000b\"", "frames: is no path" },
-             Row { "\"shot.####.png\"", "7", "frames: expected a text" },
              Row { "\"shot.####.png\"", "{\"base64\": \"a\"}", "frames.base64: is not base64" },
              Row { "1001-1010,1020-", "10-1", "textOn: '10-1': ends before it starts" },
              Row { "\"12\"", "12", "strings.texts: expected a text" },
              Row { "\"12\",", "", "strings.texts: expected a list of 4" },
-             Row { "\"present\": true", "\"present\": 1", "strings.present: expected true" },
              Row { "\"present\"", "\"absent\"", "strings.absent: is unknown" },
-             Row { "\"size\": 48", "\"size\": \"big\"", "settings.size: expected a whole number" },
              Row { "\"size\": 48,", "", "settings.size: is missing" },
-             Row { "\"size\": 48", "\"size\": 48, \"size\": 9", "settings.size: given twice" },
              Row { "\"size\": 48", "\"size\": 48, \"bold\": 1", "settings.bold: is unknown" },
              Row { "\"size\": 48", "\"size\": 48, \"archive\": \"AAAA\"",
                    "settings.archive: expected 480 bytes" },
              Row { "\"size\": 48", "\"size\": 48, \"archive\": \"AA-A\"",
                    "settings.archive: is not base64" },
-             Row { "\"opacity\": 80", "\"opacity\": 101", "settings.opacity: 101 is outside" },
              Row { "[\n        \"PAN\"\n      ]", "\"PAN\"", "dialogs.info.registered: expected" },
              Row { "\"PAN\"", "\"\"", "dialogs.info.registered: entry 1: is empty" },
              Row { "\"history\": []", "\"locked\": true", "dialogs.info.locked: given twice" },
@@ -231,59 +206,42 @@ TEST_F(DocumentTest, OddShapesAreRefusedBeforeTheyAreBuilt) {
     for (int i = 0; i < 1'000'001; ++i)
         objects += "{}, ";
     auto const deep = std::string(8'000'000, '[');
-    struct Row {
-        const char* part;
-        std::string by;
-        const char* reason;
-    };
-    for (auto const& row : {
-             Row { "\"format\"", keys + "\"format\"", "has more than 64 keys" },
-             Row { "\"size\"", keys + "\"size\"", "settings: has more than 64 keys" },
-             Row { "\"PAN\"", objects + "\"PAN\"", "has more than 1000000 values" },
-             Row { "\"PAN\"", deep, "dialogs.info.registered: is nested more than 16 deep" },
-         })
-        EXPECT_THAT(Refusal(row.part, row.by), HasSubstr(row.reason)) << row.reason;
+    EXPECT_THAT(Refusal("\"format\"", keys + "\"format\""), HasSubstr("has more than 64 keys"));
+    EXPECT_THAT(Refusal("\"size\"", keys + "\"size\""),
+                HasSubstr("settings: has more than 64 keys"));
+    EXPECT_THAT(Refusal("\"PAN\"", objects + "\"PAN\""), HasSubstr("has more than 1000000 values"));
+    EXPECT_THAT(Refusal("\"PAN\"", deep),
+                HasSubstr("dialogs.info.registered: is nested more than 16 deep"));
 }
 
 TEST_F(DocumentTest, FilesThatAreNoDocumentsAreNamed) {
     m_folder.Write("archive.telop", std::string(480, '\0'));
-    m_folder.Write("empty.telop", "");
-    struct Row {
-        const char* file;
-        const char* reason;
-    };
-    for (auto const& row : {
-             Row { "not.telop", "cannot be read" },
-             Row { "archive.telop", "the size of a settings archive" },
-             Row { "empty.telop", "not readable as JSON" },
-             Row { ".", "cannot be read" },
-         }) {
+    for (auto const& [file, reason] :
+         { std::pair { "not.telop", "cannot be read" }, std::pair { ".", "cannot be read" },
+           std::pair { "archive.telop", "the size of a settings archive" } }) {
         std::string why;
-        EXPECT_FALSE(Document::Load(Path(row.file), why));
-        EXPECT_THAT(why, AllOf(HasSubstr(Frames(row.file)), HasSubstr(row.reason)));
+        EXPECT_FALSE(Document::Load(Path(file), why));
+        EXPECT_THAT(why, AllOf(HasSubstr(Frames(file)), HasSubstr(reason)));
     }
 }
 
 TEST_F(DocumentTest, AFullDiskLeavesTheFileThatWasThere) {
-    auto const document = Sample();
     std::string why;
-    ASSERT_TRUE(document.Save(Path("a.telop"), why)) << why;
+    ASSERT_TRUE(Sample().Save(Path("a.telop"), why)) << why;
     // The system refuses to write more than a few bytes into any file.
     auto const ignoreLimit = std::signal(SIGXFSZ, SIG_IGN);
     rlimit limit {};
     getrlimit(RLIMIT_FSIZE, &limit);
     rlimit const small { 100, limit.rlim_max };
     setrlimit(RLIMIT_FSIZE, &small);
-    auto changed = document;
-    changed.currentFrame = 1;
-    bool const saved = changed.Save(Path("a.telop"), why);
+    bool const saved = Document().Save(Path("a.telop"), why);
     setrlimit(RLIMIT_FSIZE, &limit);
     std::signal(SIGXFSZ, ignoreLimit);
     EXPECT_FALSE(saved);
     EXPECT_THAT(why, HasSubstr(Frames("a.telop") + ": cannot be written"));
     auto const loaded = Document::Load(Path("a.telop"), why);
     ASSERT_TRUE(loaded) << why;
-    EXPECT_TRUE(*loaded == document);
+    EXPECT_TRUE(*loaded == Sample());
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_folder.Path()), {}), 1);
 }
 

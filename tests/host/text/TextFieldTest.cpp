@@ -20,48 +20,38 @@ struct In {
     platform::TextScope scope { context };
 };
 
-TEST(TextField, FillsAFieldAndClearsItsRest) {
-    std::array<char, 8> field;
-    field.fill('#');
-    std::string why;
-    ASSERT_TRUE(SetField(field, "--info", "abc", why)) << why;
-    EXPECT_EQ(std::string(field.data(), field.size()), std::string("abc\0\0\0\0\0", 8));
-    EXPECT_EQ(FieldBytes(field), "abc");
-    EXPECT_EQ(FieldBytes(std::span(field).first(3)), "abc") << "without an end";
-}
-
-TEST(TextField, CountsBytesOfTheApplicationsEncoding) {
+TEST(TextField, FillsAFieldWithBytesOfTheApplicationsEncoding) {
     struct Row {
         const char* encoding;
-        std::size_t characters;
-        bool fits;
+        std::string text, bytes;
+        const char* reason; // empty when it fits the eight bytes
     };
-    for (auto const& row : { Row { "UTF-8", 21, true }, Row { "UTF-8", 22, false },
-                             Row { "CP932", 31, true }, Row { "CP932", 32, false } }) {
+    for (auto const& row : {
+             Row { "UTF-8", "abc", "abc", "" },
+             Row { "UTF-8", "話話a", "話話a", "" },
+             Row { "UTF-8", "話話ab", "", "limit is 7" },
+             Row { "CP932", "話話話a",
+                   "\x98\x62\x98\x62\x98\x62"
+                   "a",
+                   "" },
+             Row { "CP932", "話話話話", "", "CP932" },
+             Row { "CP932", "한글", "", "CP932 lacks" },
+             Row { "CP932", std::string("a\0b", 3), "", "zero byte" },
+         }) {
         In const in(row.encoding);
-        std::string text, why;
-        for (std::size_t i = 0; i < row.characters; ++i)
-            text += "話";
-        std::array<char, 64> field {};
-        EXPECT_EQ(SetField(field, "--info", text, why), row.fits)
-            << row.encoding << ' ' << row.characters << ' ' << why;
-        if (!row.fits) {
-            EXPECT_EQ(FieldBytes(field), "") << "a refused text leaves the field alone";
-            EXPECT_THAT(why, HasSubstr("--info"));
-            EXPECT_THAT(why, HasSubstr("limit is 63"));
-            EXPECT_THAT(why, HasSubstr(row.encoding));
+        std::array<char, 8> field;
+        field.fill('#');
+        std::string why;
+        ASSERT_EQ(SetField(field, "--info", row.text, why), !*row.reason) << row.text << why;
+        if (*row.reason) {
+            EXPECT_EQ(FieldBytes(field), "########") << "a refused text leaves the field alone";
+            EXPECT_THAT(why, testing::AllOf(HasSubstr("--info"), HasSubstr(row.reason)));
+        } else {
+            auto const cleared = row.bytes + std::string(8 - row.bytes.size(), '\0');
+            EXPECT_EQ(std::string(field.data(), field.size()), cleared);
+            EXPECT_EQ(FieldBytes(field), row.bytes);
         }
     }
-}
-
-TEST(TextField, RefusesWhatTheEncodingLacksAndZeroBytes) {
-    In const in("CP932");
-    std::array<char, 64> field {};
-    std::string why;
-    EXPECT_FALSE(SetField(field, "--info", "한글", why));
-    EXPECT_THAT(why, HasSubstr("CP932 lacks"));
-    EXPECT_FALSE(SetField(field, "--info", std::string("a\0b", 3), why));
-    EXPECT_THAT(why, HasSubstr("zero byte"));
 }
 
 TEST(TextField, EscapesWhatIsNoText) {
@@ -102,15 +92,12 @@ TEST(TextField, AnyBytesComeBackFromTheirEscapedForm) {
     }
 }
 
-TEST(TextField, NamesAnUnknownEscape) {
+TEST(TextField, NamesAnUnknownEscapeAndMakesLineBreaksCarriageReturns) {
     for (auto const* text : { "a\\n", "\\", "\\x1", "\\xG0", "\\x-1", "\\X41" }) {
         std::string why;
         EXPECT_FALSE(UnescapeBytes(text, why)) << text;
         EXPECT_THAT(why, HasSubstr("is no escape")) << text;
     }
-}
-
-TEST(TextField, LineBreaksBecomeCarriageReturns) {
     EXPECT_EQ(WithCarriageReturns("a\nb\r\nc\rd\n\ne\r\n"), "a\rb\rc\rd\r\re\r");
 }
 
