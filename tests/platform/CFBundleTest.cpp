@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+#include <array>
 #include <atomic>
 #include <memory>
 #include <thread>
@@ -15,40 +16,33 @@
 namespace platform {
 namespace {
 
-struct Locale {
-    const char* language;
-    const char* all;
-    const char* messages;
-    const char* lang;
-};
+// LANGUAGE, LC_ALL, LC_MESSAGES and LANG.
+using Locale = std::array<const char*, 4>;
 
 class WithLocale {
 public:
     explicit WithLocale(const Locale& locale)
-        : m_language("LANGUAGE", locale.language), m_all("LC_ALL", locale.all),
-          m_messages("LC_MESSAGES", locale.messages), m_lang("LANG", locale.lang) {}
+        : m_language("LANGUAGE", locale[0]), m_all("LC_ALL", locale[1]),
+          m_messages("LC_MESSAGES", locale[2]), m_lang("LANG", locale[3]) {}
 
 private:
     ScopedEnvironment m_language, m_all, m_messages, m_lang;
 };
 
 TEST(Languages, FollowTheEnvironmentInItsOrder) {
-    struct Row {
-        Locale locale;
-        std::vector<std::string> languages;
+    const std::pair<Locale, std::vector<std::string>> rows[] {
+        { { nullptr, nullptr, nullptr, nullptr }, { "en" } },
+        { { nullptr, nullptr, nullptr, "ja_JP.UTF-8" }, { "ja_JP", "ja", "en" } },
+        { { nullptr, nullptr, "fr", "ja_JP" }, { "fr", "en" } },
+        { { nullptr, "C", "fr", "ja_JP" }, { "en" } },
+        { { "", "", "", "de_AT@euro" }, { "de_AT", "de", "en" } },
+        { { "ja:fr_CA:", nullptr, nullptr, "en_GB.UTF-8" },
+          { "ja", "fr_CA", "fr", "en_GB", "en" } },
+        { { ":../x:ja", nullptr, nullptr, "POSIX" }, { "ja", "en" } },
     };
-    for (const Row& row : {
-             Row { { nullptr, nullptr, nullptr, nullptr }, { "en" } },
-             Row { { nullptr, nullptr, nullptr, "ja_JP.UTF-8" }, { "ja_JP", "ja", "en" } },
-             Row { { nullptr, nullptr, "fr", "ja_JP" }, { "fr", "en" } },
-             Row { { nullptr, "C", "fr", "ja_JP" }, { "en" } },
-             Row { { "", "", "", "de_AT@euro" }, { "de_AT", "de", "en" } },
-             Row { { "ja:fr_CA:", nullptr, nullptr, "en_GB.UTF-8" },
-                   { "ja", "fr_CA", "fr", "en_GB", "en" } },
-             Row { { ":../x:ja", nullptr, nullptr, "POSIX" }, { "ja", "en" } },
-         }) {
-        const WithLocale locale(row.locale);
-        EXPECT_EQ(UserLanguages(), row.languages) << testing::PrintToString(row.languages);
+    for (const auto& [locale, languages] : rows) {
+        const WithLocale scope(locale);
+        EXPECT_EQ(UserLanguages(), languages);
     }
 }
 
@@ -78,22 +72,18 @@ TEST(CFString, FillsABufferWithWholeCharacters) {
         if (!Converts(row.encoding))
             continue;
         std::string buffer(row.size + 2, '#');
-        EXPECT_EQ(CFStringGetCString(string.get(), buffer.data(), row.size), row.fits)
-            << row.encoding << " " << row.size;
-        EXPECT_EQ(std::string(buffer.c_str()), row.bytes) << row.encoding << " " << row.size;
+        EXPECT_EQ(CFStringGetCString(string.get(), buffer.data(), row.size), row.fits);
+        EXPECT_EQ(buffer.substr(0, row.bytes.size() + 1), row.bytes + '\0') << row.encoding;
         EXPECT_EQ(buffer.substr(row.size), "##") << row.encoding << " " << row.size;
     }
-    char untouched = '#';
-    EXPECT_FALSE(CFStringGetCString(string.get(), &untouched, 0));
-    EXPECT_EQ(untouched, '#');
+    EXPECT_FALSE(CFStringGetCString(string.get(), nullptr, 0));
 }
-
-constexpr char kInfo[] = R"({ "identifier": "org.example.x", "name": "X", "version": "1.2" })";
 
 class BundleTest : public testing::Test {
 protected:
     BundleTest() {
-        m_folder.Write("X.bundle/Contents/Info.json", kInfo);
+        m_folder.Write("X.bundle/Contents/Info.json",
+                       R"({ "identifier": "org.example.x", "name": "X", "version": "1.2" })");
         m_folder.Write("X.bundle/Contents/Resources/en.lproj/Localizable.strings",
                        "a = \"A in English\"; b = \"B in English\";");
         m_folder.Write("X.bundle/Contents/Resources/ja.lproj/Localizable.strings",
@@ -115,12 +105,12 @@ std::string Localized(CFBundleRef bundle, const char* key, const char* value) {
     return string ? std::string(CFStringGetUTF8(string.get())) : "(null)";
 }
 
-TEST_F(BundleTest, TextsFallBackFromLanguageToEnglishToValue) {
+TEST_F(BundleTest, TextsAndResourcesFallBackFromLanguageToEnglish) {
     const BundleHolder bundle(CFBundleCreate(Path()));
     ASSERT_TRUE(bundle);
     EXPECT_EQ(CFBundleGetIdentifier(bundle.get()), "org.example.x");
     EXPECT_EQ(CFBundleGetVersion(bundle.get()), "1.2");
-    const WithLocale locale({ nullptr, "ja_JP.UTF-8", nullptr, nullptr });
+    const WithLocale locale({ nullptr, nullptr, nullptr, "ja_JP" });
     EXPECT_EQ(Localized(bundle.get(), "b", "b"), "B in Japanese");
     EXPECT_EQ(Localized(bundle.get(), "a", "a"), "A in English"); // its Japanese line is broken
     EXPECT_EQ(Localized(bundle.get(), "c", "c"), "c");
@@ -128,11 +118,7 @@ TEST_F(BundleTest, TextsFallBackFromLanguageToEnglishToValue) {
     const auto reports = m_met.Reports();
     ASSERT_EQ(reports.size(), 1u);
     EXPECT_THAT(Describe(reports[0]), testing::EndsWith("Localizable.strings:1': ';' is missing"));
-}
 
-TEST_F(BundleTest, ResourcesAreFoundByLanguageAndFolder) {
-    const BundleHolder bundle(CFBundleCreate(Path()));
-    const WithLocale locale({ nullptr, nullptr, nullptr, "ja_JP" });
     const auto find = [&](const char* name, const char* folder) {
         return CFBundleCopyResourceURL(bundle.get(), name, "txt", folder)
             .lexically_relative(Path() / "Contents/Resources")
@@ -145,25 +131,24 @@ TEST_F(BundleTest, ResourcesAreFoundByLanguageAndFolder) {
 }
 
 TEST_F(BundleTest, WhatIsNoBundleIsRefusedWithTheReason) {
-    struct Row {
-        const char* info;
-        const char* reason;
+    const std::pair<const char*, const char*> rows[] {
+        { "{", "it is no JSON" },
+        { "[]", "no JSON object" },
+        { R"({ "identifier": 3 })", "\"identifier\" is no string" },
+        { R"({ "identifier": "i", "name": "n" })", "\"version\" is no" },
+        { nullptr, "No such file" },
     };
-    for (const Row& row :
-         { Row { nullptr, "No such file" }, Row { "{", "it is no JSON" },
-           Row { "[]", "no JSON object" },
-           Row { R"({ "identifier": 3 })", "\"identifier\" is no string" },
-           Row { R"({ "identifier": "i", "name": "n" })", "\"version\" is no" } }) {
+    for (const auto& [info, reason] : rows) {
         TextContext met;
         const TextScope scope(met);
-        if (row.info)
-            m_folder.Write("X.bundle/Contents/Info.json", row.info);
+        if (info)
+            m_folder.Write("X.bundle/Contents/Info.json", info);
         else
             std::filesystem::remove(Path() / "Contents/Info.json");
-        EXPECT_EQ(CFBundleCreate(Path()), nullptr) << row.reason;
-        ASSERT_EQ(met.Reports().size(), 1u) << row.reason;
-        EXPECT_THAT(Describe(met.Reports()[0]), testing::AllOf(testing::HasSubstr("Info.json"),
-                                                               testing::HasSubstr(row.reason)));
+        EXPECT_EQ(CFBundleCreate(Path()), nullptr) << reason;
+        ASSERT_EQ(met.Reports().size(), 1u) << reason;
+        EXPECT_THAT(Describe(met.Reports()[0]),
+                    testing::AllOf(testing::HasSubstr("Info.json"), testing::HasSubstr(reason)));
     }
 }
 

@@ -19,17 +19,20 @@ std::shared_ptr<const Item> MakeItem(int key, std::int64_t bytes) {
     return std::make_shared<Item>(Item { key, bytes });
 }
 
-TEST(LruCacheTest, ForgetsWhatWasNotUsedForLongest) {
+TEST(LruCacheTest, ForgetsWhatWasNotUsedForLongestAndTakesNoOtherKeyOfAHash) {
     LruCache<Item> cache(3000, 1);
-    for (int key = 0; key < 3; ++key) {
+    for (int key = 0; key < 3; ++key)
         cache.Insert(key, MakeItem(key, 800));
-    }
     EXPECT_TRUE(cache.Find(0, 0));
     cache.Insert(3, MakeItem(3, 800));
     EXPECT_TRUE(cache.Find(0, 0));
     EXPECT_FALSE(cache.Find(1, 1));
     EXPECT_TRUE(cache.Find(2, 2));
     EXPECT_TRUE(cache.Find(3, 3));
+    EXPECT_FALSE(cache.Find(3, 7));
+    cache.Insert(3, MakeItem(7, 10));
+    EXPECT_TRUE(cache.Find(3, 7));
+    EXPECT_FALSE(cache.Find(3, 3));
 }
 
 TEST(LruCacheTest, StaysWithinItsBytes) {
@@ -59,15 +62,6 @@ TEST(LruCacheTest, RecentValuesAreTheCachesUntilItIsCleared) {
     EXPECT_TRUE(recent.Find(5, 5));
     cache.Clear();
     EXPECT_FALSE(recent.Find(5, 5));
-}
-
-TEST(LruCacheTest, AnotherKeyOfTheSameHashIsNotTakenForTheOne) {
-    LruCache<Item> cache(10000, 1);
-    cache.Insert(5, MakeItem(1, 10));
-    EXPECT_FALSE(cache.Find(5, 2));
-    cache.Insert(5, MakeItem(2, 10));
-    EXPECT_TRUE(cache.Find(5, 2));
-    EXPECT_FALSE(cache.Find(5, 1));
 }
 
 } // namespace

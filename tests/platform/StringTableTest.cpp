@@ -9,52 +9,47 @@ namespace {
 using testing::ElementsAre;
 using testing::Pair;
 
-struct Row {
-    const char* text;
-    const char* value; // of the key "k"
-};
-
 TEST(StringTable, ReadsValues) {
-    for (const Row& row : {
-             Row { R"("k" = "v";)", "v" },
-             Row { R"("k"="v";"l"="w";)", "v" },
-             Row { "\xEF\xBB\xBF k = v-1.0_x ;", "v-1.0_x" },
-             Row { "/* \"k\" = \"no\"; */ // more\n\"k\" /* here */ = // there\n\"v\" ;", "v" },
-             Row { R"("k" = "a // b /* c */";)", "a // b /* c */" },
-             Row { R"("k" = "\"\\\n\r\t\'";)", "\"\\\n\r\t'" },
-             Row { R"("k" = "\U00e9\u3042\UD83D\UDE00";)", "é\u3042\U0001F600" },
-             Row { "\"k\" = \"two\nlines\";", "two\nlines" },
-             Row { R"("k" = "（OFF）";)", "（OFF）" },
-             Row { R"("k" = "first"; "k" = "last";)", "last" },
-             Row { R"("k" = "";)", "" },
-         }) {
+    // A text and the value of its key "k".
+    const std::pair<const char*, const char*> rows[] {
+        { R"("k" = "v";)", "v" },
+        { R"("k"="v";"l"="w";)", "v" },
+        { "\xEF\xBB\xBF k = v-1.0_x ;", "v-1.0_x" },
+        { "/* \"k\" = \"no\"; */ // more\n\"k\" /* here */ = // there\n\"v\" ;", "v" },
+        { R"("k" = "a // b /* c */";)", "a // b /* c */" },
+        { R"("k" = "\"\\\n\r\t\'";)", "\"\\\n\r\t'" },
+        { R"("k" = "\U00e9\u3042\UD83D\UDE00";)", "é\u3042\U0001F600" },
+        { "\"k\" = \"two\nlines\";", "two\nlines" },
+        { R"("k" = "（OFF）";)", "（OFF）" },
+        { R"("k" = "first"; "k" = "last";)", "last" },
+        { R"("k" = "";)", "" },
+    };
+    for (const auto& [text, value] : rows) {
         std::string faults;
-        const StringTable table = ParseStringTable(
-            row.text, [&](std::size_t, std::string_view reason) { faults += reason; });
-        EXPECT_EQ(faults, "") << row.text;
-        ASSERT_TRUE(table.contains("k")) << row.text;
-        EXPECT_EQ(table.at("k"), row.value) << row.text;
+        const StringTable table =
+            ParseStringTable(text, [&](std::size_t, std::string_view reason) { faults += reason; });
+        EXPECT_EQ(faults, "") << text;
+        ASSERT_TRUE(table.contains("k")) << text;
+        EXPECT_EQ(table.at("k"), value) << text;
     }
 }
 
-struct FaultRow {
-    const char* text; // "good" = "1"; follows on a line of its own
-    std::size_t line;
-    const char* reason;
-};
-
 TEST(StringTable, NamesWhatItCannotReadAndGoesOn) {
-    for (const FaultRow& row : {
-             FaultRow { "\"k\" = \"v\"", 1, "';' is missing" },
-             FaultRow { "\n\n\"k\" \"v\";", 3, "'=' is missing" },
-             FaultRow { "= \"v\";", 1, "a key is missing" },
-             FaultRow { "k = ;", 1, "a value is missing" },
-             FaultRow { "// fine\nk = \"\\q\";", 2,
-                        "the backslash stands before no known character" },
-             FaultRow { "k = \"\\U12g4\";", 1, "\\U takes four hexadecimal digits" },
-             FaultRow { "k = \"\\UD83D\";", 1, "half a surrogate pair" },
-             FaultRow { "k = \"\xE3\x81\";", 1, "the text is not UTF-8" },
-             FaultRow { "/* \xE3", 1, "the comment has no end" },
+    struct Row {
+        const char* text; // "good" = "1"; follows on a line of its own
+        std::size_t line;
+        const char* reason;
+    };
+    for (const Row& row : {
+             Row { "\"k\" = \"v\"", 1, "';' is missing" },
+             Row { "\n\n\"k\" \"v\";", 3, "'=' is missing" },
+             Row { "= \"v\";", 1, "a key is missing" },
+             Row { "k = ;", 1, "a value is missing" },
+             Row { "// fine\nk = \"\\q\";", 2, "the backslash stands before no known character" },
+             Row { "k = \"\\U12g4\";", 1, "\\U takes four hexadecimal digits" },
+             Row { "k = \"\\UD83D\";", 1, "half a surrogate pair" },
+             Row { "k = \"\xE3\x81\";", 1, "the text is not UTF-8" },
+             Row { "/* \xE3", 1, "the comment has no end" },
          }) {
         std::vector<std::pair<std::size_t, std::string>> faults;
         const StringTable table = ParseStringTable(

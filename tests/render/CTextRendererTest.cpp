@@ -7,6 +7,7 @@
 #include <climits>
 #include <cmath>
 #include <cstring>
+#include <functional>
 #include <limits>
 #include <stdexcept>
 #include <string>
@@ -28,23 +29,7 @@ void PrintTo(const tagRECT& rect, std::ostream* out) {
 namespace {
 
 constexpr tagRECT kNothing { 0, 0, 0, 0 };
-
-struct Metrics {
-    int lineHeight;
-    int width; // of the widest line
-};
-
-Metrics Measured(int size, std::initializer_list<const char*> lines) {
-    const test::TestWorld current(8, 8);
-    platform::TextFont(0);
-    platform::TextSize(static_cast<std::int16_t>(size));
-    platform::FontInfo font;
-    platform::GetFontInfo(&font);
-    Metrics metrics { font.ascent + font.descent, 0 };
-    for (const char* line : lines)
-        metrics.width = std::max(metrics.width, test::WidthOf(line));
-    return metrics;
-}
+constexpr std::uint32_t kBoxBlue = 0x80;
 
 class CTextRendererTest : public testing::Test {
 protected:
@@ -53,7 +38,7 @@ protected:
         param.nFontSize = 20;
         param.nOpacity = 100;
         param.crText = 0x0000FF;
-        param.crBack = 0x800000;
+        param.crBack = kBoxBlue << 16;
         param.ptPos = { 30, 40 };
     }
 
@@ -64,11 +49,21 @@ protected:
             CTextRenderer::DoText(&wrapper, &param, &covered, "T", "2", "5", "12", scale, &origin);
         EXPECT_EQ(result, 0);
         EXPECT_EQ(image.locks, 0);
+        EXPECT_TRUE(image.MarksAreWhole());
         return covered;
     }
-    tagRECT BoxAt(int x, int y, std::initializer_list<const char*> lines) {
-        const Metrics metrics = Measured(param.nFontSize, lines);
-        return { x, y, x + metrics.width, y + metrics.lineHeight * static_cast<int>(lines.size()) };
+    // The box of lines at the parameters' place.
+    tagRECT BoxOf(std::initializer_list<const char*> lines) {
+        const test::TestWorld current(8, 8);
+        platform::TextFont(0);
+        platform::TextSize(static_cast<std::int16_t>(param.nFontSize));
+        platform::FontInfo font;
+        platform::GetFontInfo(&font);
+        int width = 0;
+        for (const char* line : lines)
+            width = std::max(width, test::WidthOf(line));
+        const int height = (font.ascent + font.descent) * static_cast<int>(lines.size());
+        return { 30, 40, 30 + width, 40 + height };
     }
     std::string Summary(long size = 256) {
         char out[257];
@@ -76,63 +71,54 @@ protected:
         CTextRenderer::GetTextInfoText(&param, out, size, "T", "2", "5", "12");
         return std::string(out, strnlen(out, sizeof out));
     }
-    // Whether the box's colour fills rect but for glyphs, and nothing else changed.
-    bool IsBoxed(const tagRECT& rect) const {
-        for (int i = 0; i < image.width * image.height; ++i) {
-            const int x = i % image.width, y = i / image.width;
+    int CountPixels(const std::function<bool(int, int)>& counts) const {
+        int count = 0;
+        for (int i = 0; i < image.width * image.height; ++i)
+            count += counts(i % image.width, i / image.width);
+        return count;
+    }
+    // How many pixels outside of rect have changed, and how many inside have not.
+    int Strays(const tagRECT& rect) const {
+        return CountPixels([&](int x, int y) {
             const bool inside =
                 x >= rect.left && x < rect.right && y >= rect.top && y < rect.bottom;
-            if (image.Channel(x, y, 0) != (inside ? 255u : 0u))
-                return false;
-        }
-        return true;
+            return image.Channel(x, y, 0) != (inside ? 255u : 0u);
+        });
     }
     int PixelsOf(std::uint32_t red, std::uint32_t blue) const {
-        int count = 0;
-        for (int i = 0; i < image.width * image.height; ++i) {
-            const int x = i % image.width, y = i / image.width;
-            count += image.Channel(x, y, 1) == red && image.Channel(x, y, 3) == blue;
-        }
-        return count;
+        return CountPixels([&](int x, int y) {
+            return image.Channel(x, y, 1) == red && image.Channel(x, y, 3) == blue;
+        });
     }
 
     FakeImage image;
     _TEXTPARAM param {};
 };
 
-TEST_F(CTextRendererTest, DrawsTheScoreOnItsBox) {
-    param.dwFlags = TEXT_SCORE | TEXT_BOX;
+TEST_F(CTextRendererTest, DrawsGlyphsAloneOrOnTheirBox) {
+    param.dwFlags = TEXT_SCORE;
     const tagRECT covered = Draw();
-    EXPECT_EQ(covered, BoxAt(30, 40, { "C-005-0012" }));
+    EXPECT_EQ(covered, BoxOf({ "C-005-0012" }));
+    EXPECT_GT(Strays(covered), 100); // the ground between the glyphs
+    EXPECT_GT(PixelsOf(253, 0), 5);  // full coverage leaves a little
+    EXPECT_EQ(PixelsOf(0, kBoxBlue), 0);
+    param.dwFlags |= TEXT_BOX;
     param.nFontSize += 0x70000; // its low half is the size
     EXPECT_EQ(Draw(), covered);
-    EXPECT_TRUE(IsBoxed(covered));
-    EXPECT_GT(PixelsOf(255, 0), 20);   // glyphs
-    EXPECT_GT(PixelsOf(0, 0x80), 100); // the box between them
-    EXPECT_TRUE(image.MarksAreWhole());
+    EXPECT_EQ(Strays(covered), 0);
+    EXPECT_GT(PixelsOf(255, 0), 20);
+    EXPECT_GT(PixelsOf(0, kBoxBlue), 100);
 }
 
-TEST_F(CTextRendererTest, DrawsOnlyGlyphsWithoutABox) {
-    param.dwFlags = TEXT_INFO;
-    std::strcpy(param.szInfoText, "PAN");
-    const tagRECT covered = Draw();
-    EXPECT_EQ(covered, BoxAt(30, 40, { "PAN" }));
-    EXPECT_FALSE(IsBoxed(covered));
-    EXPECT_GT(PixelsOf(253, 0), 5); // full coverage leaves a little
-    EXPECT_EQ(PixelsOf(0, 0x80), 0);
-}
-
-TEST_F(CTextRendererTest, StacksTheLinesOfADialogue) {
+TEST_F(CTextRendererTest, StacksTheLinesOfADialogueAndOfNothingElse) {
     param.dwFlags = TEXT_DIALOGUE | TEXT_BOX;
     std::strcpy(param.szDialogue, "X\rYoung\r\nZ");
-    EXPECT_EQ(Draw(), BoxAt(30, 40, { "X", "Young", "Z" }));
+    EXPECT_EQ(Draw(), BoxOf({ "X", "Young", "Z" }));
     std::strcpy(param.szDialogue, "Young\r");
-    EXPECT_EQ(Draw(), BoxAt(30, 40, { "Young", "" }));
-    // Only dialogue has lines.
+    EXPECT_EQ(Draw(), BoxOf({ "Young", "" }));
     param.dwFlags = TEXT_INFO | TEXT_BOX;
     std::strcpy(param.szInfoText, "X\rYoung");
-    const Metrics one = Measured(param.nFontSize, { "X" });
-    EXPECT_EQ(Draw().bottom, 40 + one.lineHeight);
+    EXPECT_EQ(Draw().bottom, BoxOf({ "X" }).bottom);
 }
 
 TEST_F(CTextRendererTest, ChoosesTheTextByItsFlag) {
@@ -152,11 +138,16 @@ TEST_F(CTextRendererTest, ChoosesTheTextByItsFlag) {
              Row { TEXT_CHARACTER | TEXT_MONOLOGUE, "NameIDS_MONOLOGUE" },
          }) {
         param.dwFlags = row.flags | TEXT_BOX;
-        EXPECT_EQ(Draw(), BoxAt(30, 40, { row.text })) << row.text;
+        EXPECT_EQ(Draw(), BoxOf({ row.text })) << row.text;
         EXPECT_EQ(Summary(), row.text);
     }
     param.dwFlags = TEXT_DIALOGUE;
     EXPECT_EQ(Summary(), "said\rmore");
+    // It clears as much as it is told, and copies as much as there is.
+    EXPECT_EQ(Summary(2), "said\rmore");
+    param.dwFlags = 0;
+    for (const long size : { 0, -1 })
+        EXPECT_EQ(Summary(size), std::string(257, '#'));
 }
 
 TEST_F(CTextRendererTest, DrawsNothingWithoutText) {
@@ -208,7 +199,6 @@ TEST_F(CTextRendererTest, ScalesThePositionTowardsZeroAndShiftsItThen) {
         EXPECT_EQ(covered.left, row.left) << row.scale;
         EXPECT_EQ(covered.top, row.top) << row.scale;
         EXPECT_GE(covered.right, covered.left);
-        EXPECT_TRUE(image.MarksAreWhole());
     }
 }
 
@@ -230,14 +220,6 @@ TEST_F(CTextRendererTest, ATextThatNoPictureHoldsIsAFailureOfItsContext) {
     }
 }
 
-TEST_F(CTextRendererTest, ClearsAsMuchAsItIsToldAndCopiesAsMuchAsThereIs) {
-    param.dwFlags = TEXT_INFO;
-    EXPECT_EQ(Summary(0), std::string(257, '#'));
-    EXPECT_EQ(Summary(-1), std::string(257, '#'));
-    std::strcpy(param.szInfoText, "FOLLOW");
-    EXPECT_EQ(Summary(2), "FOLLOW");
-}
-
 TEST_F(CTextRendererTest, RestoresTheDrawingStateAlsoWhenTheImageThrows) {
     const test::TestWorld current(8, 8);
     platform::TextSize(77);
@@ -245,12 +227,10 @@ TEST_F(CTextRendererTest, RestoresTheDrawingStateAlsoWhenTheImageThrows) {
     param.dwFlags = TEXT_SCORE | TEXT_BOX;
     for (const bool throws : { false, true }) {
         image.throwsOnDepth = throws;
-        try {
+        if (throws)
+            EXPECT_THROW(Draw(), std::runtime_error);
+        else
             Draw();
-            EXPECT_FALSE(throws);
-        } catch (const std::runtime_error&) {
-            EXPECT_TRUE(throws);
-        }
         EXPECT_EQ(image.locks, 0);
         EXPECT_EQ(platform::GetPort(), current.World());
         EXPECT_EQ(platform::GetPortTextSize(current.World()), 77);

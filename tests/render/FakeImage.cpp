@@ -100,15 +100,6 @@ std::uint32_t FakeImage::Channel(int x, int y, int place) const {
     return value;
 }
 
-void FakeImage::SetChannel(int x, int y, int place, std::uint32_t value) {
-    std::uint8_t* row = Base() + y * rowBytes;
-    const auto wide = static_cast<std::uint16_t>(value);
-    if (depth == 64)
-        std::memcpy(row + 8 * x + 2 * place, &wide, sizeof wide);
-    else
-        row[x * (depth / 8) + place] = static_cast<std::uint8_t>(value);
-}
-
 std::vector<std::uint32_t> FakeImage::Pixel(int x, int y) const {
     std::vector<std::uint32_t> channels;
     for (int place = 0; place < (depth == 24 ? 3 : 4); ++place)
@@ -117,8 +108,15 @@ std::vector<std::uint32_t> FakeImage::Pixel(int x, int y) const {
 }
 
 void FakeImage::SetPixel(int x, int y, const std::vector<std::uint32_t>& channels) {
-    for (std::size_t place = 0; place < channels.size(); ++place)
-        SetChannel(x, y, static_cast<int>(place), channels[place]);
+    std::uint8_t* at = Base() + y * rowBytes + x * depth / 8;
+    for (const std::uint32_t channel : channels) {
+        const auto wide = static_cast<std::uint16_t>(channel);
+        if (depth == 64)
+            std::memcpy(at, &wide, sizeof wide);
+        else
+            *at = static_cast<std::uint8_t>(channel);
+        at += depth == 64 ? 2 : 1;
+    }
 }
 
 bool FakeImage::MarksAreWhole() const {

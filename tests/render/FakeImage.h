@@ -23,7 +23,6 @@ public:
     const EPIOffscreenProcs* Procs() const { return &procs; }
 
     std::uint32_t Channel(int x, int y, int place) const;
-    void SetChannel(int x, int y, int place, std::uint32_t value);
     std::vector<std::uint32_t> Pixel(int x, int y) const; // all its channels
     void SetPixel(int x, int y, const std::vector<std::uint32_t>& channels);
 

@@ -22,27 +22,24 @@ void MakeOld(FakeImage& image) {
     image.procs.nSize = static_cast<std::uint32_t>(EPI_OFFSCREEN_FULL_SIZE - sizeof(void*));
 }
 
-std::vector<long> ChannelsOf(FakeImage& image) {
-    const PIOffscreen wrapper = Wrap(image);
-    std::vector<long> index { 77, 77, 77, 77 };
-    wrapper.GetChannelIndex(&index[0], &index[1], &index[2], &index[3]);
-    return index;
-}
-
 TEST(PIOffscreenTest, AsksTheHostForChannelsElseGoesByDepth) {
+    const auto channelsOf = [](FakeImage& image) {
+        const PIOffscreen wrapper = Wrap(image);
+        std::vector<long> index { 77, 77, 77, 77 };
+        wrapper.GetChannelIndex(&index[0], &index[1], &index[2], &index[3]);
+        return index;
+    };
     FakeImage deep(1, 1, 64), middle(1, 1, 32), small(1, 1, 24);
     deep.order = { 3, 2, 1, 0 };
     middle.order.alpha = -1;
-    EXPECT_THAT(ChannelsOf(deep), ElementsAre(3, 2, 1, 0));
-    EXPECT_THAT(ChannelsOf(middle), ElementsAre(77, 1, 2, 3)); // told none
-    for (FakeImage* image : { &deep, &middle, &small })
-        MakeOld(*image);
-    EXPECT_THAT(ChannelsOf(deep), ElementsAre(0, 2, 4, 6));
-    EXPECT_THAT(ChannelsOf(middle), ElementsAre(0, 1, 2, 3));
-    EXPECT_THAT(ChannelsOf(small), ElementsAre(77, 0, 1, 2));
-    deep.procs.nSize = sizeof deep.procs;
+    EXPECT_THAT(channelsOf(deep), ElementsAre(3, 2, 1, 0));
+    EXPECT_THAT(channelsOf(middle), ElementsAre(77, 1, 2, 3)); // told none
     deep.procs.ChannelIndices = nullptr;
-    EXPECT_THAT(ChannelsOf(deep), ElementsAre(0, 2, 4, 6));
+    MakeOld(middle);
+    MakeOld(small);
+    EXPECT_THAT(channelsOf(deep), ElementsAre(0, 2, 4, 6));
+    EXPECT_THAT(channelsOf(middle), ElementsAre(0, 1, 2, 3));
+    EXPECT_THAT(channelsOf(small), ElementsAre(77, 0, 1, 2));
 }
 
 TEST(PIOffscreenTest, DoesNothingWhereTheHostHasNothing) {
@@ -71,14 +68,11 @@ TEST(PIOffscreenTest, DoesNothingWhereTheHostHasNothing) {
     EXPECT_EQ(image.locks, 0);
 }
 
-void FillAtRandom(FakeImage& image, unsigned seed) {
-    std::mt19937 random(seed);
-    for (int y = 0; y < image.height; ++y) {
-        for (int x = 0; x < image.width; ++x) {
-            for (int place = 0; place < (image.depth == 24 ? 3 : 4); ++place)
-                image.SetChannel(x, y, place, random() & 0xFFFF);
-        }
-    }
+void FillAtRandom(FakeImage& image) {
+    std::mt19937 random(3);
+    for (int y = 0; y < image.height; ++y)
+        for (int i = 0; i < image.width * image.depth / 8; ++i)
+            image.Base()[y * image.rowBytes + i] = static_cast<std::uint8_t>(random());
 }
 
 // The sums written out for one channel, with each pixel's weight instead of an order of sampling.
@@ -100,12 +94,11 @@ std::uint32_t ExpectedAverage(const FakeImage& src, int x, int y, int dw, int dh
 // The first pixel and the first row weigh double where it shrinks; where it grows, pixels repeat.
 TEST(ChangeResolutionTest, AveragesBlocksInEveryMixtureOfDirections) {
     FakeImage src(7, 5, 32);
-    FillAtRandom(src, 3);
+    FillAtRandom(src);
     for (int dw = 1; dw <= 9; ++dw) {
         for (int dh = 1; dh <= 7; ++dh) {
             FakeImage dst(dw, dh, 32);
-            PIOffscreen to = Wrap(dst);
-            PIOffscreen from = Wrap(src);
+            PIOffscreen to = Wrap(dst), from = Wrap(src);
             ChangeResolution(to, from);
             if (dw == src.width && dh == src.height) {
                 EXPECT_EQ(dst.copies, 1);
@@ -123,19 +116,16 @@ TEST(ChangeResolutionTest, AveragesBlocksInEveryMixtureOfDirections) {
 
 TEST(StretchCopyTest, UsesTheHostsOperationElseTheNearestPixel) {
     FakeImage src(3, 2, 32), dst(5, 4, 32);
-    FillAtRandom(src, 4);
-    PIOffscreen to = Wrap(dst);
-    PIOffscreen from = Wrap(src);
+    FillAtRandom(src);
+    PIOffscreen to = Wrap(dst), from = Wrap(src);
     StretchCopy(to, from);
     EXPECT_EQ(dst.stretches, 1);
     EXPECT_EQ(dst.Pixel(0, 0), (std::vector<std::uint32_t> { 0, 0, 0, 0 }));
     MakeOld(dst);
     StretchCopy(to, from);
     EXPECT_EQ(dst.stretches, 1);
-    for (int y = 0; y < 4; ++y) {
-        for (int x = 0; x < 5; ++x)
-            EXPECT_EQ(dst.Pixel(x, y), src.Pixel(x * 3 / 5, y * 2 / 4)) << x << ',' << y;
-    }
+    for (int i = 0; i < 20; ++i)
+        EXPECT_EQ(dst.Pixel(i % 5, i / 5), src.Pixel(i % 5 * 3 / 5, i / 5 * 2 / 4)) << i;
     EXPECT_EQ(dst.locks + src.locks, 0);
     EXPECT_EQ(src.writableLocks, 0);
 }
@@ -143,7 +133,7 @@ TEST(StretchCopyTest, UsesTheHostsOperationElseTheNearestPixel) {
 TEST(CopyAllOffscreenTest, CopiesRowsOfDifferentPaddingAndNothingElse) {
     for (const int depth : { 24, 32, 64 }) {
         FakeImage src(5, 3, depth, 2), dst(5, 3, depth, 11), other(4, 3, depth);
-        FillAtRandom(src, 5);
+        FillAtRandom(src);
         PIOffscreen from = Wrap(src), to = Wrap(dst), wrong = Wrap(other);
         to.Lock(PIOffscreen::Access::kWrite);
         CopyAllOffscreen(to, from);
@@ -159,6 +149,7 @@ TEST(CopyAllOffscreenTest, CopiesRowsOfDifferentPaddingAndNothingElse) {
 void Flatten(FakeImage& image, const tagRECT& rect) {
     PIOffscreen wrapper = Wrap(image);
     SetWhiteMat(wrapper, rect);
+    EXPECT_TRUE(image.MarksAreWhole()) << image.depth;
 }
 
 TEST(SetWhiteMatTest, FlattensEveryAlphaOfEightBits) {
@@ -172,7 +163,6 @@ TEST(SetWhiteMatTest, FlattensEveryAlphaOfEightBits) {
                     ElementsAre(255 - 242 * x / 255, 255 - 55 * x / 255, 255, 255 - 178 * x / 255));
     EXPECT_THAT(image.Pixel(0, 0), ElementsAre(0, 0, 0, 0));
     EXPECT_THAT(image.Pixel(255, 2), ElementsAre(0, 0, 0, 0));
-    EXPECT_TRUE(image.MarksAreWhole());
 }
 
 TEST(SetWhiteMatTest, TurnsPartlyTransparentSixteenBitPixelsGrey) {
@@ -203,10 +193,7 @@ TEST(SetWhiteMatTest, StaysInsideTheRowsWhateverTheHostTells) {
                 image.order = places == 1 ? render::ChannelOrder { 900, -7, 1 << 30, 6 }
                                           : render::ChannelOrder { 3, 6, 6, 6 };
             Flatten(image, { -2147483647 - 1, 0, 2147483647, 2147483647 });
-            EXPECT_TRUE(image.MarksAreWhole()) << depth;
-            if (depth == 24 || places == 1) {
-                EXPECT_EQ(image.memory, before) << depth;
-            }
+            EXPECT_TRUE(image.memory == before || (depth != 24 && places != 1)) << depth;
         }
     }
 }

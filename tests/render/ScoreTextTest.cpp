@@ -44,12 +44,12 @@ TEST(ScoreTextTest, ComposesTheFormats) {
 }
 
 TEST(ScoreTextTest, ReadsAndWritesWithinItsFields) {
+    const std::string x(64, 'x'), nine(64, '9');
     char full[4][64]; // without a NUL, one behind the other
-    std::memset(full, 'x', sizeof full);
+    std::memset(full, 'x', 192);
     std::memset(full[3], '9', 64);
-    const std::string x(64, 'x');
-    const std::string whole = x + "-" + x + "-" + x + "-" + std::string(64, '9');
-    EXPECT_EQ(Score(3, full[0], full[1], full[2], full[3]), whole.substr(0, 255));
+    EXPECT_EQ(Score(3, full[0], full[1], full[2], full[3]),
+              (x + "-" + x + "-" + x + "-" + nine).substr(0, 255));
 }
 
 TEST(ScoreTextTest, SplitsANumberFromItsRest) {

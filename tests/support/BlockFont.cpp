@@ -18,16 +18,7 @@ namespace {
 constexpr FontNumber kBlockNumber = 1;
 
 bool IsBlock(std::string_view name) {
-    constexpr std::string_view kFolded = "block";
-    if (name.size() != kFolded.size()) {
-        return false;
-    }
-    for (std::size_t i = 0; i < name.size(); ++i) {
-        if ((name[i] | 0x20) != kFolded[i]) {
-            return false;
-        }
-    }
-    return true;
+    return std::ranges::equal(name, std::string_view("block"), {}, [](char c) { return c | 0x20; });
 }
 
 } // namespace
@@ -105,9 +96,8 @@ LinePtr LayOutLine(FontNumber /*font*/, std::int32_t size, std::string_view byte
         const std::int64_t advance = length > 1    ? block_font::Wide(size)
                                      : first < ' ' ? 0
                                                    : block_font::Narrow(size);
-        if (draws && advance > 1) {
+        if (draws && advance > 1)
             blocks.push_back({ pen, advance - 1 });
-        }
         pen += advance;
         bytes.remove_prefix(length);
     }
@@ -117,13 +107,11 @@ LinePtr LayOutLine(FontNumber /*font*/, std::int32_t size, std::string_view byte
     const std::lock_guard lock(mutex);
     for (const auto& line : lines) {
         if (line->Height() == block_font::Ascent(size) && line->WidthPx() == pen &&
-            line->Blocks() == blocks) {
+            line->Blocks() == blocks)
             return line;
-        }
     }
-    if (lines.size() > 64) {
+    if (lines.size() > 64)
         lines.clear();
-    }
     return lines.emplace_back(
         std::make_shared<BlockLine>(std::move(blocks), pen, block_font::Ascent(size)));
 }
@@ -131,9 +119,8 @@ LinePtr LayOutLine(FontNumber /*font*/, std::int32_t size, std::string_view byte
 void PaintLine(const Line& line, std::int64_t x, std::int64_t y, CoverageTarget& target) {
     const auto& blocks = static_cast<const BlockLine&>(line);
     for (const Block& block : blocks.Blocks()) {
-        for (std::int64_t row = y - blocks.Height(); row < y; ++row) {
+        for (std::int64_t row = y - blocks.Height(); row < y; ++row)
             target.PaintSpan(x + block.x, row, block.width, 255);
-        }
     }
 }
 

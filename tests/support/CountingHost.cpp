@@ -2,153 +2,108 @@
 #include "support/CountingHost.h"
 
 #include <algorithm>
-#include <cstring>
 
 #include "effect/EntryPoint.h"
 
-// Every reference that the host gives out is its own address. The tables have no entries beside
-// those that drawing, archives and handles need, so a call to another one shows.
-struct CountingHost::Callbacks {
-    static CountingHost& Host(void* reference) { return *static_cast<CountingHost*>(reference); }
+namespace {
 
-    static void* LockHandle(EPIHandleRef handle) {
-        CountingHost& host = Host(handle);
-        if (host.InTrouble())
-            return nullptr;
-        ++host.m_handleLocks;
-        return host.m_memory.data();
-    }
-    static void UnlockHandle(EPIHandleRef handle) {
-        CountingHost& host = Host(handle);
-        if (--host.m_handleLocks == 0)
-            host.m_memory = std::vector<std::uint8_t>(host.m_memory); // elsewhere
-        host.InTrouble();
-    }
+// Every reference that the host gives out is its own address.
+CountingHost& Host(void* reference) {
+    return *static_cast<CountingHost*>(reference);
+}
 
-    static std::int32_t LockImage(EPIImageRef image, std::int32_t writable) {
-        CountingHost& host = Host(image);
-        if (host.InTrouble())
+} // namespace
+
+// The tables have no entries beside those that drawing, archives and handles need, so a call to
+// another one shows.
+void CountingHost::FillImages() {
+    m_images.nSize = sizeof m_images;
+    m_images.Lock = [](EPIImageRef image, std::int32_t writable) -> std::int32_t {
+        if (Host(image).InTrouble())
             return 0;
         if (writable != 1)
-            host.NoteMisuse("a frame locked for reading");
-        ++host.m_imageLocks;
-        return 1;
-    }
-    static void UnlockImage(EPIImageRef image) {
-        CountingHost& host = Host(image);
-        --host.m_imageLocks;
-        host.InTrouble();
-    }
-    static std::int32_t Width(EPIImageRef image) {
-        return Host(image).InTrouble() ? 0 : Host(image).m_width;
-    }
-    static std::int32_t Height(EPIImageRef image) {
-        return Host(image).InTrouble() ? 0 : Host(image).m_height;
-    }
-    static std::int32_t Depth(EPIImageRef image) {
-        return Host(image).InTrouble() ? 0 : Host(image).m_depth;
-    }
-    static std::int32_t RowBytes(EPIImageRef image) {
-        CountingHost& host = Host(image);
-        if (host.m_imageLocks == 0)
-            host.NoteMisuse("row bytes of an unlocked image");
-        return host.InTrouble() ? 0 : host.RowBytes();
-    }
-    static void* BaseAddress(EPIImageRef image) {
-        CountingHost& host = Host(image);
-        if (host.m_imageLocks == 0)
-            host.NoteMisuse("base address of an unlocked image");
-        return host.InTrouble() ? nullptr : host.pixels.data();
-    }
-    static void ChannelIndices(EPIImageRef image, std::int32_t* alpha, std::int32_t* red,
-                               std::int32_t* green, std::int32_t* blue) {
-        CountingHost& host = Host(image);
-        if (host.InTrouble())
+            Host(image).NoteMisuse("a frame locked for reading");
+        return ++Host(image).m_imageLocks;
+    };
+    m_images.Unlock = [](EPIImageRef image) {
+        --Host(image).m_imageLocks;
+        Host(image).InTrouble();
+    };
+    m_images.Width = [](EPIImageRef image) { return Host(image).Tell(Host(image).m_width); };
+    m_images.Height = [](EPIImageRef image) { return Host(image).Tell(Host(image).m_height); };
+    m_images.Depth = [](EPIImageRef image) { return Host(image).Tell(Host(image).m_depth); };
+    m_images.RowBytes = [](EPIImageRef image) {
+        if (Host(image).m_imageLocks == 0)
+            Host(image).NoteMisuse("row bytes of an unlocked image");
+        return Host(image).Tell(Host(image).RowBytes());
+    };
+    m_images.BaseAddress = [](EPIImageRef image) -> void* {
+        if (Host(image).m_imageLocks == 0)
+            Host(image).NoteMisuse("base address of an unlocked image");
+        return Host(image).InTrouble() ? nullptr : Host(image).pixels.data();
+    };
+    m_images.ChannelIndices = [](EPIImageRef image, std::int32_t* alpha, std::int32_t* red,
+                                 std::int32_t* green, std::int32_t* blue) {
+        if (Host(image).InTrouble())
             return;
-        const bool hasAlpha = host.m_depth != 24;
+        const bool hasAlpha = Host(image).m_depth != 24;
         if (hasAlpha)
             *alpha = 0;
         *red = hasAlpha ? 1 : 0;
         *green = *red + 1;
         *blue = *red + 2;
-    }
+    };
+}
 
-    static std::int32_t Read(EPIArchiveRef archive, void* buffer, std::int32_t length) {
-        CountingHost& host = Host(archive);
-        if (host.InTrouble())
+void CountingHost::FillHandlesAndArchives() {
+    m_handles.nSize = sizeof m_handles;
+    m_handles.Lock = [](EPIHandleRef handle) -> void* {
+        if (Host(handle).InTrouble())
+            return nullptr;
+        ++Host(handle).m_handleLocks;
+        return Host(handle).m_memory.data();
+    };
+    m_handles.Unlock = [](EPIHandleRef handle) {
+        CountingHost& host = Host(handle);
+        if (--host.m_handleLocks == 0)
+            host.m_memory = std::vector<std::uint8_t>(host.m_memory); // elsewhere
+        host.InTrouble();
+    };
+    m_archives.nSize = sizeof m_archives;
+    m_archives.Read = [](EPIArchiveRef archive, void* buffer, std::int32_t length) -> std::int32_t {
+        const auto& bytes = Host(archive).archive;
+        if (Host(archive).InTrouble())
             return 0;
-        const auto size =
-            std::min<std::size_t>(static_cast<std::size_t>(length), host.archive.size());
-        std::copy_n(host.archive.begin(), size, static_cast<std::uint8_t*>(buffer));
+        const auto size = std::min(static_cast<std::size_t>(length), bytes.size());
+        std::copy_n(bytes.begin(), size, static_cast<std::uint8_t*>(buffer));
         return static_cast<std::int32_t>(size);
-    }
-    static std::int32_t Write(EPIArchiveRef archive, void* buffer, std::int32_t length) {
-        CountingHost& host = Host(archive);
-        if (host.InTrouble())
+    };
+    m_archives.Write = [](EPIArchiveRef archive, void* buffer,
+                          std::int32_t length) -> std::int32_t {
+        if (Host(archive).InTrouble())
             return 0;
         auto* bytes = static_cast<std::uint8_t*>(buffer);
-        host.archive.insert(host.archive.end(), bytes, bytes + length);
-        if (host.scribbles)
+        Host(archive).archive.insert(Host(archive).archive.end(), bytes, bytes + length);
+        if (Host(archive).scribbles)
             std::fill_n(bytes, length, std::uint8_t { 0xEE });
         return length;
-    }
-    static std::int32_t IsLoading(EPIArchiveRef archive) {
-        CountingHost& host = Host(archive);
-        host.InTrouble();
-        return host.loading ? 1 : 0;
-    }
-
-    static const EPIOffscreenProcs* OffscreenTable() {
-        static const EPIOffscreenProcs table = [] {
-            EPIOffscreenProcs procs {};
-            procs.nSize = sizeof procs;
-            procs.Lock = LockImage;
-            procs.Unlock = UnlockImage;
-            procs.Width = Width;
-            procs.Height = Height;
-            procs.Depth = Depth;
-            procs.RowBytes = RowBytes;
-            procs.BaseAddress = BaseAddress;
-            procs.ChannelIndices = ChannelIndices;
-            return procs;
-        }();
-        return &table;
-    }
-    static const EPIHandleProcs* HandleTable() {
-        static const EPIHandleProcs table = [] {
-            EPIHandleProcs procs {};
-            procs.nSize = sizeof procs;
-            procs.Lock = LockHandle;
-            procs.Unlock = UnlockHandle;
-            return procs;
-        }();
-        return &table;
-    }
-    static const EPIArchiveProcs* ArchiveTable() {
-        static const EPIArchiveProcs table = [] {
-            EPIArchiveProcs procs {};
-            procs.nSize = sizeof procs;
-            procs.Read = Read;
-            procs.Write = Write;
-            procs.IsLoading = IsLoading;
-            return procs;
-        }();
-        return &table;
-    }
-    static const EPIObjectProcs* ObjectTable() {
-        static const EPIObjectProcs table { sizeof table, nullptr, nullptr };
-        return &table;
-    }
-};
+    };
+    m_archives.IsLoading = [](EPIArchiveRef archive) -> std::int32_t {
+        Host(archive).InTrouble();
+        return Host(archive).loading ? 1 : 0;
+    };
+}
 
 CountingHost::CountingHost(int width, int height, int depth)
     : record(), pluginInfo(), paramDesc(), settings(), m_width(width), m_height(height),
       m_depth(depth), m_memory(sizeof(_TEXTPARAM)) {
+    FillImages();
+    FillHandlesAndArchives();
     pixels.assign(static_cast<std::size_t>(RowBytes()) * static_cast<std::size_t>(height), kFill);
-    record.pObjectProcs = Callbacks::ObjectTable();
-    record.pOffscreenProcs = Callbacks::OffscreenTable();
-    record.pArchiveProcs = Callbacks::ArchiveTable();
-    record.pHandleProcs = Callbacks::HandleTable();
+    record.pObjectProcs = &m_objects;
+    record.pOffscreenProcs = &m_images;
+    record.pArchiveProcs = &m_archives;
+    record.pHandleProcs = &m_handles;
     record.pPluginInfo = &pluginInfo;
     record.pParamDesc = &paramDesc;
     record.hFixedParam = reinterpret_cast<EPIHandleRef>(this);
@@ -180,10 +135,9 @@ bool CountingHost::InTrouble() {
 }
 
 bool CountingHost::PaddingIsUntouched() const {
-    const auto isFill = [](std::uint8_t byte) { return byte == kFill; };
-    for (int y = 0; y < m_height; ++y) {
-        const auto rowEnd = pixels.begin() + static_cast<std::ptrdiff_t>(y + 1) * RowBytes();
-        if (!std::all_of(rowEnd - kRowPadding, rowEnd, isFill))
+    const auto rowBytes = static_cast<std::size_t>(RowBytes());
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        if (i % rowBytes >= rowBytes - kRowPadding && pixels[i] != kFill)
             return false;
     }
     return true;

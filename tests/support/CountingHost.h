@@ -48,12 +48,18 @@ public:
     bool PaddingIsUntouched() const;
 
 private:
-    struct Callbacks;
+    void FillImages();
+    void FillHandlesAndArchives();
 
     // Counts a callback; true when it is the one that fails.
     bool InTrouble();
+    std::int32_t Tell(int number) { return InTrouble() ? 0 : number; }
     void NoteMisuse(const char* what) { m_misuse += std::string(what) + "; "; }
 
+    EPIObjectProcs m_objects { sizeof m_objects, nullptr, nullptr };
+    EPIOffscreenProcs m_images {};
+    EPIHandleProcs m_handles {};
+    EPIArchiveProcs m_archives {};
     int m_width, m_height, m_depth;
     std::vector<std::uint8_t> m_memory;
     int m_handleLocks = 0;
