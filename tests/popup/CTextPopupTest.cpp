@@ -227,22 +227,19 @@ TEST(OpenPopupString, BelievesNoLength) {
 
 TEST(SavePopupString, WritesUpToTheFirstEmptyEntry) {
     const std::string x64(64, 'x');
-    struct Row {
-        Texts list;
-        std::string file;
+    const std::pair<Texts, std::string> rows[] {
+        { { "PAN", "FOLLOW", "", "WIPE" }, "PAN\rFOLLOW\r" },
+        { Numbered(1, 20), Joined(Numbered(1, 20)) },
+        { { std::string(63, 'y'), "\nA" }, std::string(63, 'y') + "\r\nA\r" },
+        // An entry whose end is missing is its own 64 bytes and no more.
+        { { x64, "A" }, x64 + "\rA\r" },
     };
-    for (const Row& row : {
-             Row { { "PAN", "FOLLOW", "", "WIPE" }, "PAN\rFOLLOW\r" },
-             Row { Numbered(1, 20), Joined(Numbered(1, 20)) },
-             Row { { std::string(63, 'y'), "\nA" }, std::string(63, 'y') + "\r\nA\r" },
-             // An entry whose end is missing is its own 64 bytes and no more.
-             Row { { x64, "A" }, x64 + "\rA\r" },
-         }) {
+    for (const auto& [texts, file] : rows) {
         FileHost host("old");
-        List list(row.list);
+        List list(texts);
         EXPECT_EQ(Outcome(CTextPopup::SavePopupString, host, list), "1");
-        EXPECT_EQ(host.file, row.file);
-        EXPECT_EQ(list.All(), row.list) << "the host scribbles over what it was given";
+        EXPECT_EQ(host.file, file);
+        EXPECT_EQ(list.All(), texts) << "the host scribbles over what it was given";
     }
 }
 

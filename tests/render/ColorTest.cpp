@@ -47,19 +47,22 @@ Numbers ToHsv(long (*convert)(long&, long&, long&, long, long, long), Numbers rg
 }
 
 TEST(HsvTest, PutsPureColorsAtTheStartOfTheirSectorsAndBringsAllBack) {
-    struct Row {
-        Numbers rgb, hsv;
-    };
     constexpr long kFull = 65535;
-    for (const Row& row :
-         { Row { { 0, 0, 0 }, { 0, 0, 0 } }, Row { { 128, 128, 128 }, { 0, 0, 128 * 257 } },
-           Row { { 255, 0, 0 }, { 0, kFull, kFull } },
-           Row { { 255, 255, 0 }, { 0x10000, kFull, kFull } },
-           Row { { 0, 255, 0 }, { 0x20000, kFull, kFull } },
-           Row { { 0, 255, 255 }, { 0x30000, kFull, kFull } },
-           Row { { 0, 0, 255 }, { 0x40000, kFull, kFull } },
-           Row { { 255, 0, 255 }, { 0x50000, kFull, kFull } } })
-        EXPECT_EQ(ToHsv(RGB32toHSV, row.rgb), row.hsv);
+    const std::pair<Numbers, Numbers> rows[] { { { 0, 0, 0 }, { 0, 0, 0 } },
+                                               { { 128, 128, 128 }, { 0, 0, 128 * 257 } },
+                                               { { 255, 0, 0 }, { 0, kFull, kFull } },
+                                               { { 255, 255, 0 }, { 0x10000, kFull, kFull } },
+                                               { { 0, 255, 0 }, { 0x20000, kFull, kFull } },
+                                               { { 0, 255, 255 }, { 0x30000, kFull, kFull } },
+                                               { { 0, 0, 255 }, { 0x40000, kFull, kFull } },
+                                               { { 255, 0, 255 }, { 0x50000, kFull, kFull } } };
+    for (const auto& [rgb, hsv] : rows)
+        EXPECT_EQ(ToHsv(RGB32toHSV, rgb), hsv);
+    // Products that a long of 32 bits would not hold: 65535 * 65535, and a difference << 16.
+    const auto part = static_cast<long>(30000LL * 65536 / 55535);
+    EXPECT_EQ(ToHsv(RGB64toHSV, { 65535, 0, 1 }), (Numbers { 0x60000 - 1, kFull, kFull }));
+    EXPECT_EQ(ToHsv(RGB64toHSV, { 1, 65535, 0 }), (Numbers { 0x20000 - 1, kFull, kFull }));
+    EXPECT_EQ(ToHsv(RGB64toHSV, { 65535, 40000, 10000 }), (Numbers { part, 55535, kFull }));
     std::mt19937 random(1);
     for (int i = 0; i < 20000; ++i) { // and every colour comes back
         const Numbers in { Byte(random), Byte(random), Byte(random) };
@@ -67,12 +70,6 @@ TEST(HsvTest, PutsPureColorsAtTheStartOfTheirSectorsAndBringsAllBack) {
         for (std::size_t channel = 0; channel < 3; ++channel)
             ASSERT_NEAR(in[channel], out[channel], 1) << in[0] << ' ' << in[1] << ' ' << in[2];
     }
-    // Products that a long of 32 bits would not hold: 65535 * 65535, and a difference << 16.
-    for (const Row& row : { Row { { 65535, 0, 1 }, { 0x60000 - 1, kFull, kFull } },
-                            Row { { 1, 65535, 0 }, { 0x20000 - 1, kFull, kFull } },
-                            Row { { 65535, 40000, 10000 },
-                                  { static_cast<long>(30000LL * 65536 / 55535), 55535, kFull } } })
-        EXPECT_EQ(ToHsv(RGB64toHSV, row.rgb), row.hsv);
 }
 
 TEST(HsvTest, MixesASectorsColorsAndTakesHuesOutsideForTheLast) {

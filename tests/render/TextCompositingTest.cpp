@@ -102,21 +102,19 @@ TEST(CopyTextStringImageTest, PutsEveryLayoutTheRightWayUpAndClipsItOnAllSides) 
 
 TEST(CopyTextStringImageTest, TakesColorsAndOpacityFromTheParameters) {
     Picture picture(kTextImageXrgb32 | kTextImageTopDown);
-    struct Row {
-        int opacity;
-        int weight; // floor(opacity * 255 / 100 * (255 - 10) / 256)
-    };
-    for (const Row& row : { Row { 100, 244 }, Row { 50, 121 }, Row { 0, 0 }, Row { 400, 244 },
-                            Row { -1, 0 }, Row { INT_MIN, 0 } }) {
+    // The weight is floor(opacity * 255 / 100 * (255 - 10) / 256).
+    for (const auto& [opacity, weight] :
+         { std::pair { 100, 244 }, std::pair { 50, 121 }, std::pair { 0, 0 },
+           std::pair { 400, 244 }, std::pair { INT_MIN, 0 } }) {
         FakeImage image(1, 1, 32);
         image.SetPixel(0, 0, { 0, 100, 100, 100 });
-        Blend(image, picture, Param(0, row.opacity, 0xFFC80005), 0, 0);
-        const auto down = [&](int text) { // towards a darker colour the floor goes down
-            return 100 - (row.weight * (100 - text) + 255) / 256;
+        Blend(image, picture, Param(0, opacity, 0xFFC80005), 0, 0);
+        const auto down = [weight =
+                               weight](int text) { // towards a darker colour the floor goes down
+            return 100 - (weight * (100 - text) + 255) / 256;
         };
-        EXPECT_THAT(image.Pixel(0, 0),
-                    ElementsAre(255, down(5), down(0), 100 + row.weight * 100 / 256))
-            << row.opacity;
+        EXPECT_THAT(image.Pixel(0, 0), ElementsAre(255, down(5), down(0), 100 + weight * 100 / 256))
+            << opacity;
     }
     // Coverage comes from byte 1 in every layout, here green, which is 20.
     Picture rgb(kTextImageRgb24 | kTextImageTopDown);

@@ -46,30 +46,27 @@ TEST(TokenText, ResolvesTokensForAFrame) {
 }
 
 TEST(TokenText, NamesWhatItDoesNotKnowAndListsTheTokens) {
-    struct Row {
-        const char* text;
-        const char* named;
+    const std::pair<const char*, const char*> rows[] {
+        { "{cut}", "'{cut}' is no token" },
+        { "{}", "'{}' is no token" },
+        { "{frame+}", "'{frame+}'" },
+        { "{frame--1}", "'{frame--1}'" },
+        { "{frame+-1}", "'{frame+-1}'" },
+        { "{frame:}", "'{frame:}'" },
+        { "{frame:-4}", "'{frame:-4}'" },
+        { "{frame:0}", "'{frame:0}'" },
+        { "{frame:999999}", "'{frame:999999}'" },
+        { "{frame+99999999999999999999}", "'{frame+99999999999999999999}'" },
+        { "{file:3}", "'{file:3}'" },
+        { "a { b", "'{' stands alone" },
+        { "{{{", "'{' stands alone" },
+        { "50 } x", "'}' stands alone" },
     };
-    for (auto const& row : {
-             Row { "{cut}", "'{cut}' is no token" },
-             Row { "{}", "'{}' is no token" },
-             Row { "{frame+}", "'{frame+}'" },
-             Row { "{frame--1}", "'{frame--1}'" },
-             Row { "{frame+-1}", "'{frame+-1}'" },
-             Row { "{frame:}", "'{frame:}'" },
-             Row { "{frame:-4}", "'{frame:-4}'" },
-             Row { "{frame:0}", "'{frame:0}'" },
-             Row { "{frame:999999}", "'{frame:999999}'" },
-             Row { "{frame+99999999999999999999}", "'{frame+99999999999999999999}'" },
-             Row { "{file:3}", "'{file:3}'" },
-             Row { "a { b", "'{' stands alone" },
-             Row { "{{{", "'{' stands alone" },
-             Row { "50 } x", "'}' stands alone" },
-         }) {
+    for (auto const& [text, named] : rows) {
         std::string why;
-        EXPECT_FALSE(TokenText::Parse(row.text, why)) << row.text;
-        EXPECT_THAT(why, HasSubstr(row.named)) << row.text;
-        EXPECT_THAT(why, HasSubstr("{frame:04}")) << row.text;
+        EXPECT_FALSE(TokenText::Parse(text, why)) << text;
+        EXPECT_THAT(why, HasSubstr(named)) << text;
+        EXPECT_THAT(why, HasSubstr("{frame:04}")) << text;
     }
 }
 

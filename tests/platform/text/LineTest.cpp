@@ -3,7 +3,6 @@
 #include <array>
 #include <atomic>
 #include <gmock/gmock.h>
-#include <optional>
 #include <thread>
 
 #include "platform/TextContext.h"
@@ -125,17 +124,6 @@ TEST_F(LineTest, ControlCharactersDrawNothing) {
               PictureOf("DejaVu Sans", 30, "az"));
     EXPECT_EQ(WidthIn("DejaVu Sans", 30, "\x01\n"), 0);
     EXPECT_THAT(m_met.Reports(), testing::IsEmpty());
-}
-
-TEST_F(LineTest, TheSameBytesInAnotherEncodingAreAnotherLine) {
-    const std::string bytes = "\x83\x65\x83\x58\x83\x67";
-    const Picture utf8 = PictureOf("Noto Sans CJK JP", 30, bytes);
-    TextContext context(*TextEncoding::Find("CP932"));
-    std::optional<TextScope> scope(context);
-    const Picture cp932 = PictureOf("Noto Sans CJK JP", 30, bytes);
-    scope.reset();
-    EXPECT_NE(cp932, utf8);
-    EXPECT_EQ(cp932, PictureOf("Noto Sans CJK JP", 30, "テスト"));
 }
 
 // The part of a large drawing equals the drawing of the part, on both sides of the size from which
