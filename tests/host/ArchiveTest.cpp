@@ -18,12 +18,7 @@ using testing::HasSubstr;
 
 constexpr std::uint32_t kText = EPI_FOUR_CC('T', 'E', 'X', 'T');
 
-// The front end for as long as it lives.
 struct Listener : FrontEnd {
-    Listener() { SetFrontEnd(this); }
-    Listener(const Listener&) = delete;
-    Listener& operator=(const Listener&) = delete;
-    ~Listener() override { SetFrontEnd(nullptr); }
     void FileFailed(const std::string& why) override { heard = why; }
 
     std::string heard;
@@ -45,10 +40,9 @@ protected:
         auto const bytes = ReadWholeFile(path, 1000, why);
         return bytes ? std::string(bytes->begin(), bytes->end()) : why;
     }
-    void Release() { ObjectTable().Release(archive, epiObjectArchive); }
-    // Everything in the folder, so that left-over temporaries show.
-    std::ptrdiff_t FilesInFolder() const {
-        return std::distance(std::filesystem::directory_iterator(folder.Path()), {});
+    void CloseAndRelease() {
+        procs.Close(archive);
+        ObjectTable().Release(archive, epiObjectArchive);
     }
 
     TemporaryFolder folder;
@@ -56,19 +50,28 @@ protected:
     EPIArchiveRef archive = static_cast<EPIArchiveRef>(ObjectTable().Create(epiObjectArchive));
 };
 
-TEST_F(ArchiveTest, AFileIsReplacedByFlushAndNotBefore) {
+TEST_F(ArchiveTest, AFileIsReplacedByFlushAndReadToItsEndAndNoFurther) {
     auto const path = folder.Write("list.txt", "old");
     ASSERT_NE(Open(path, epiArchiveWrite), 0);
     EXPECT_EQ(procs.IsLoading(archive), 0);
-    EXPECT_EQ(Write("new "), 4);
-    EXPECT_EQ(Write("text"), 4);
-    EXPECT_EQ(procs.Length(archive), 8);
+    EXPECT_EQ(Write("abc"), 3);
+    EXPECT_EQ(Write("de"), 2);
+    EXPECT_EQ(procs.Length(archive), 5);
     EXPECT_EQ(Contents(path), "old");
     EXPECT_EQ(procs.Flush(archive), 0);
-    EXPECT_EQ(Contents(path), "new text");
+    EXPECT_EQ(Contents(path), "abcde");
     procs.Close(archive);
-    Release();
-    EXPECT_EQ(FilesInFolder(), 1);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.Path()), {}), 1);
+
+    ASSERT_NE(Open(path, epiArchiveRead), 0);
+    EXPECT_NE(procs.IsLoading(archive), 0);
+    EXPECT_EQ(procs.Length(archive), 5);
+    char buffer[8] = "-------";
+    EXPECT_EQ(procs.Read(archive, buffer, 3), 3);
+    EXPECT_EQ(procs.Read(archive, buffer, 7), 2);
+    EXPECT_STREQ(buffer, "dec----");
+    EXPECT_EQ(procs.Read(archive, buffer, 7), 0);
+    CloseAndRelease();
 }
 
 TEST_F(ArchiveTest, AFileStaysWhenItsWriterStopsHalfway) {
@@ -79,27 +82,14 @@ TEST_F(ArchiveTest, AFileStaysWhenItsWriterStopsHalfway) {
     ASSERT_NE(Open(path, epiArchiveWrite), 0);
     EXPECT_EQ(procs.Write(archive, nullptr, 4), 0);
     EXPECT_NE(procs.Flush(archive), 0);
-    procs.Close(archive);
-    Release();
+    CloseAndRelease();
     EXPECT_EQ(Contents(path), "old");
     EXPECT_THAT(TakeMisuse(), ElementsAre(HasSubstr("without a flush"), HasSubstr("no buffer")));
 }
 
-TEST_F(ArchiveTest, ReadsToTheEndAndNoFurther) {
-    ASSERT_NE(Open(folder.Write("list.txt", "abcde"), epiArchiveRead), 0);
-    EXPECT_NE(procs.IsLoading(archive), 0);
-    EXPECT_EQ(procs.Length(archive), 5);
-    char buffer[8] = "-------";
-    EXPECT_EQ(procs.Read(archive, buffer, 3), 3);
-    EXPECT_EQ(procs.Read(archive, buffer, 7), 2);
-    EXPECT_STREQ(buffer, "dec----");
-    EXPECT_EQ(procs.Read(archive, buffer, 7), 0);
-    procs.Close(archive);
-    Release();
-}
-
-TEST_F(ArchiveTest, OpensNothingThatCannotBeOpenedAndTellsTheFrontEnd) {
-    Listener const listener;
+TEST_F(ArchiveTest, TellsTheFrontEndWhatCannotBeOpenedOrWritten) {
+    Listener listener;
+    SetFrontEnd(&listener);
     auto const path = folder.Write("list.txt", "abc");
     struct Row {
         std::filesystem::path path;
@@ -120,18 +110,14 @@ TEST_F(ArchiveTest, OpensNothingThatCannotBeOpenedAndTellsTheFrontEnd) {
     std::memset(endless.path, 'x', sizeof endless.path);
     EXPECT_EQ(procs.Open(archive, &endless, kText, epiArchiveRead), 0);
     EXPECT_THAT(TakeMisuse(), ElementsAre(HasSubstr("without a path")));
-    Release();
-}
 
-// Every write to that device finds the disk full.
-TEST_F(ArchiveTest, AFullDiskFailsTheFlushAndIsReported) {
-    Listener const listener;
+    // Every write to that device finds the disk full.
     ASSERT_NE(Open("/dev/full", epiArchiveWrite), 0);
     EXPECT_EQ(Write("abc"), 3);
     EXPECT_NE(procs.Flush(archive), 0);
     EXPECT_THAT(listener.heard, AllOf(HasSubstr("/dev/full"), HasSubstr("No space left")));
-    procs.Close(archive);
-    Release();
+    SetFrontEnd(nullptr);
+    CloseAndRelease();
 }
 
 TEST_F(ArchiveTest, NotesEveryCallOutOfTurn) {
@@ -140,9 +126,8 @@ TEST_F(ArchiveTest, NotesEveryCallOutOfTurn) {
     EXPECT_NE(procs.Flush(archive), 0);
     EXPECT_EQ(Open(folder.Path() / "list.txt", epiArchiveRead), 0);
     procs.Close(archive);
-    procs.Close(archive);
-    Release();
-    Release();
+    CloseAndRelease();
+    ObjectTable().Release(archive, epiObjectArchive);
     EXPECT_EQ(procs.Length(archive), 0);
     EXPECT_THAT(TakeMisuse(),
                 ElementsAre(HasSubstr("not open for writing"), HasSubstr("not open for writing"),
@@ -151,7 +136,7 @@ TEST_F(ArchiveTest, NotesEveryCallOutOfTurn) {
 }
 
 TEST_F(ArchiveTest, LeavesAnArchiveOfTheHostOpen) {
-    Release();
+    ObjectTable().Release(archive, epiObjectArchive);
     Archive own;
     own.OpenForWriting();
     procs.Close(own.Ref());

@@ -59,15 +59,10 @@ TEST_F(EffectTest, CallsTheSelectorsInOrder) {
 TEST_F(EffectTest, EveryFailureSaysWhatFailed) {
     EXPECT_FALSE(Make("other parameters"));
     EXPECT_THAT(why, HasSubstr("100 bytes, not the 480"));
-    struct Row {
-        const char* trouble;
-        const char* reason;
-    };
-    for (auto const& row : { Row { "throws", "DoFilter was stopped by an exception: no paint" },
-                             Row { "status", "DoFilter gave the status 7" } }) {
-        EXPECT_FALSE(Make(row.trouble)->Render(*image, {}, why));
-        EXPECT_THAT(why, HasSubstr(row.reason));
-    }
+    EXPECT_FALSE(Make("throws")->Render(*image, {}, why));
+    EXPECT_THAT(why, HasSubstr("DoFilter was stopped by an exception: no paint"));
+    EXPECT_FALSE(Make("status")->Render(*image, {}, why));
+    EXPECT_THAT(why, HasSubstr("DoFilter gave the status 7"));
     EXPECT_FALSE(Make("short save")->Save(why));
     EXPECT_THAT(why, HasSubstr("saved 10 bytes"));
     FrameInfo frame;

@@ -84,16 +84,12 @@ TEST_F(PluginTest, IsLookedForInOrder) {
     fs::create_directories(second / "Some.bundle");
     fs::create_directories(folder.Path() / "data/telop/Some.bundle");
     ScopedEnvironment const data("XDG_DATA_HOME", (folder.Path() / "data").c_str());
-    struct Row {
-        std::string path;
-        fs::path found;
-    };
-    for (auto const& row :
-         { Row { first.string() + ":" + second.string(), second / "Some.bundle" },
-           Row { (second / "Some.bundle/").string(), second / "Some.bundle" },
-           Row { "::" + first.string() + ":", folder.Path() / "data/telop/Some.bundle" } }) {
-        ScopedEnvironment const path("TELOP_PLUGIN_PATH", row.path.c_str());
-        EXPECT_EQ(FindBundle("Some").found, row.found) << row.path;
+    for (auto const& [searched, found] : std::vector<std::pair<std::string, fs::path>> {
+             { first.string() + ":" + second.string(), second / "Some.bundle" },
+             { (second / "Some.bundle/").string(), second / "Some.bundle" },
+             { "::" + first.string() + ":", folder.Path() / "data/telop/Some.bundle" } }) {
+        ScopedEnvironment const path("TELOP_PLUGIN_PATH", searched.c_str());
+        EXPECT_EQ(FindBundle("Some").found, found) << searched;
     }
 
     ScopedEnvironment const path("TELOP_PLUGIN_PATH", first.c_str());

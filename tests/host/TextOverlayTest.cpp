@@ -15,6 +15,8 @@
 namespace host {
 namespace {
 
+using testing::Each;
+
 class TextOverlayTest : public LedgerTest {
 protected:
     void SetUp() override {
@@ -30,15 +32,13 @@ protected:
         return plugin ? Effect::Make(std::move(plugin), why, late) : nullptr;
     }
     // A grey frame with the text in it, in kArgb32 or kArgb64 order whatever the format was.
-    std::unique_ptr<Image> Draw(const Effect& with, PixelFormat format, FrameInfo frame = {}) {
+    std::unique_ptr<Image> Draw(const Effect& with, PixelFormat format) {
         auto image = Image::Make(150, 80, format, 9);
         std::ranges::fill(image->Bytes(), kGrey);
-        EXPECT_TRUE(with.Render(*image, frame, why)) << why;
+        EXPECT_TRUE(with.Render(*image, {}, why)) << why;
         EXPECT_EQ(Ledger::Get().Describe(), "");
         for (std::int32_t y = 0; y < 80; ++y)
-            for (std::int32_t i = 0; i < 9; ++i)
-                EXPECT_EQ(image->Row(y).data()[image->Row(y).size() + static_cast<std::size_t>(i)],
-                          kGrey);
+            EXPECT_THAT(std::span(image->Row(y).data() + image->Row(y).size(), 9), Each(kGrey));
         auto ordered = Image::Make(150, 80,
                                    format.depth == 64   ? kArgb64
                                    : format.depth == 24 ? kRgb24
@@ -67,9 +67,8 @@ TEST_F(TextOverlayTest, DrawsTheSameTextInEveryChannelOrder) {
         std::array<std::int32_t, 4> places { 0, 1, 2, 3 };
         std::unique_ptr<Image> first;
         do {
-            auto const format =
-                depth == 24 ? PixelFormat { 24, -1, places[0], places[1], places[2] }
-                            : PixelFormat { depth, places[3], places[0], places[1], places[2] };
+            PixelFormat const format { depth, depth == 24 ? -1 : places[3], places[0], places[1],
+                                       places[2] };
             if (!format.IsValid())
                 continue;
             auto drawn = Draw(*effect, format);

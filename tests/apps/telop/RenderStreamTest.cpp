@@ -43,56 +43,41 @@ protected:
 };
 
 TEST_F(RenderStream, FramesComeOutInOrderAndOnlyTheTextDiffers) {
-    Arguments const options {
-        "--info", "{frame}", "--at", "4,4", "--size", "20", "--start", "1001"
-    };
-    auto parallel = options;
-    parallel.insert(parallel.end(), { "--jobs", "4" });
-    auto const outcome = Render(parallel, "-", "-", Stream(30));
-    ASSERT_EQ(outcome.code, 0) << outcome.err;
+    auto const outcome = Run("render --info {frame} --at 4,4 --size 20 --start 1001 --apply 1003- "
+                             "--jobs 4 - -",
+                             { .input = Stream(30) });
     ASSERT_EQ(outcome.out.size(), 30 * PamSize());
     for (int i = 1; i <= 30; ++i) {
-        WritePicture("in.png", SmallFrame(i));
-        ASSERT_EQ(Render({ "--info", std::to_string(1000 + i), "--at", "4,4", "--size", "20",
-                           "--overwrite" },
-                         "in.png", "out.png")
-                      .code,
-                  0);
-        ASSERT_EQ(outcome.out.substr((i - 1) * PamSize(), PamSize()), Pam(ReadPicture("out.png")))
+        auto const name = std::to_string(1000 + i);
+        WritePicture(name + ".png", SmallFrame(i));
+        if (i >= 3) {
+            Run("render --at 4,4 --size 20 --overwrite --info " + name + " " + name +
+                ".png drawn.png");
+        }
+        ASSERT_EQ(outcome.out.substr((i - 1) * PamSize(), PamSize()),
+                  Pam(ReadPicture(i < 3 ? name + ".png" : "drawn.png")))
             << i;
-        std::filesystem::remove(Path("in.png"));
     }
 }
 
-TEST_F(RenderStream, FramesWithoutTheSwitchPassThrough) {
-    auto const outcome = Render({ "--info", "x", "--apply", "2" }, "-", "-", Stream(3));
-    ASSERT_EQ(outcome.code, 0) << outcome.err;
-    EXPECT_EQ(outcome.out.substr(0, PamSize()), Pam(SmallFrame(1)));
-    EXPECT_NE(outcome.out.substr(PamSize(), PamSize()), Pam(SmallFrame(2)));
-    EXPECT_EQ(outcome.out.substr(2 * PamSize()), Pam(SmallFrame(3)));
-}
-
 TEST_F(RenderStream, MeetsFilesOnEitherSide) {
-    auto outcome = Render({ "--info", "x", "--apply", "9", "--frames", "2-3" }, "-",
-                          "new/shot.%02d.png", Stream(4));
-    ASSERT_EQ(outcome.code, 0) << outcome.err;
+    auto outcome =
+        Run("render --info x --apply 9 --frames 2-3 - new/shot.%02d.png", { .input = Stream(4) });
     EXPECT_EQ(Compare(ReadPicture("new/shot.02.png"), SmallFrame(2)).pixels, 0);
     EXPECT_FALSE(std::filesystem::exists(Path("new/shot.01.png")));
 
-    outcome = Render({ "--info", "x", "--apply", "9" }, "new/shot.%02d.png", "-");
-    ASSERT_EQ(outcome.code, 0) << outcome.err;
+    outcome = Run("render --info x --apply 9 new/shot.%02d.png -");
     EXPECT_EQ(outcome.out, Pam(SmallFrame(2)) + Pam(SmallFrame(3)));
 
-    outcome = Render({ "--info", "x" }, "-", "new/shot.%02d.png", Stream(1));
-    EXPECT_EQ(outcome.code, 5) << "frame 2 of a longer stream would be there";
-    EXPECT_THAT(outcome.err, HasSubstr("shot.02.png"));
+    // Frame 2 of a longer stream would be there.
+    Run("render --info x - new/shot.%02d.png",
+        { .code = 5, .says = "shot.02.png", .input = Stream(1) });
 }
 
 TEST_F(RenderStream, ATextThatFailsCostsNoFrame) {
     auto const outcome =
-        Render({ "--info", std::string(62, 'x') + "{frame}" }, "-", "-", Stream(11));
-    EXPECT_EQ(outcome.code, 1);
-    EXPECT_THAT(outcome.err, HasSubstr("frame 10 of the input stream: --info"));
+        Run("render --info " + std::string(62, 'x') + "{frame} - -",
+            { .code = 1, .says = "frame 10 of the input stream: --info", .input = Stream(11) });
     ASSERT_EQ(outcome.out.size(), 11 * PamSize());
     EXPECT_EQ(outcome.out.substr(9 * PamSize(), PamSize()), Pam(SmallFrame(10)));
 }
@@ -100,27 +85,22 @@ TEST_F(RenderStream, ATextThatFailsCostsNoFrame) {
 TEST_F(RenderStream, ABrokenStreamIsNamedAndItsWholeFramesAreKept) {
     auto cut = Stream(3);
     cut.resize(cut.size() - 100);
-    auto outcome = Render({ "--info", "x" }, "-", "-", cut);
-    EXPECT_EQ(outcome.code, 1);
-    EXPECT_THAT(outcome.err, HasSubstr("frame 3"));
+    auto const outcome = Run("render --info x - -", { .code = 1, .says = "frame 3", .input = cut });
     EXPECT_EQ(outcome.out.size(), 2 * PamSize());
 
-    outcome = Render({ "--info", "x" }, "-", "-", "this is no picture");
-    EXPECT_EQ(outcome.code, 3) << outcome.err;
-    EXPECT_EQ(outcome.out, "");
-}
-
-TEST_F(RenderStream, AStreamWithoutAFrameIsNoSuccess) {
-    EXPECT_EQ(Render({ "--info", "x" }, "-", "-").code, 3);
-    EXPECT_EQ(Render({ "--info", "x", "--frames", "5-" }, "-", "-", Stream(2)).code, 3);
+    auto const nothing = Run("render --info x - -", { .code = 3, .input = "this is no picture" });
+    EXPECT_EQ(nothing.out, "");
 }
 
 TEST_F(RenderStream, RefusesWhatAStreamCannotDo) {
-    EXPECT_THAT(Render({ "--info", "{file}" }, "-", "-", Stream(1)).err, HasSubstr("{file}"));
-    EXPECT_EQ(Render({ "--info", "{file}" }, "-", "-", Stream(1)).code, 2);
-    EXPECT_THAT(Render({ "--info", "x" }, "-", "one.png", Stream(1)).err, HasSubstr("%04d"));
     WritePicture("in.png", SmallFrame(1));
-    EXPECT_EQ(Render({ "--info", "x", "--start", "5" }, "in.png", "-").code, 2);
+    ExpectEndings("render --info", {
+                                       { "x - -", 3, "" },
+                                       { "x --frames 5- - -", 3, "", Stream(2) },
+                                       { "{file} - -", 2, "{file}", Stream(1) },
+                                       { "x - one.png", 2, "%04d", Stream(1) },
+                                       { "x --start 5 in.png -", 2, "--start" },
+                                   });
 }
 
 TEST_F(RenderStream, AReaderThatWentAwayIsAnError) {
@@ -128,8 +108,7 @@ TEST_F(RenderStream, AReaderThatWentAwayIsAnError) {
     int ends[2];
     ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
     close(ends[0]);
-    auto run = Start({ "render", "--info", "x", "-", "-" }, Path("stream"),
-                     [&] { dup2(ends[1], STDOUT_FILENO); });
+    auto run = Start("render --info x - -", Path("stream"), [&] { dup2(ends[1], STDOUT_FILENO); });
     close(ends[1]);
     auto const outcome = run.Wait();
     EXPECT_EQ(outcome.code, 5) << outcome.err;
@@ -141,8 +120,7 @@ TEST_F(RenderStream, AnInterruptionEndsTheWaitForASilentStream) {
     int const keeper = open(Path("pipe").c_str(), O_RDWR);
     auto const stream = Stream(1);
     ASSERT_EQ(write(keeper, stream.data(), stream.size()), static_cast<ssize_t>(stream.size()));
-    auto run =
-        Start({ "render", "--info", "x", "--progress", "lines", "-", "out.#.png" }, Path("pipe"));
+    auto run = Start("render --info x --progress lines - out.#.png", Path("pipe"));
     while (!std::filesystem::exists(Path("out.1.png")))
         usleep(1000);
     run.Send(SIGTERM);
@@ -158,13 +136,13 @@ TEST_F(RenderStream, AnInterruptionEndsTheWaitForAReaderThatPauses) {
     WritePicture("in.png", SmallFrame(1));
     ASSERT_EQ(mkfifo(Path("pipe.png").c_str(), 0600), 0);
     struct Row {
-        Arguments arguments;
+        const char* arguments;
         int stream; // that goes to the pipe
     };
     for (auto const& row : {
-             Row { { "-", "-" }, STDOUT_FILENO },
-             Row { { "in.png", "pipe.png" }, -1 },
-             Row { { "--progress", "lines", "in.png", "out.png" }, STDERR_FILENO },
+             Row { "- -", STDOUT_FILENO },
+             Row { "in.png pipe.png", -1 },
+             Row { "--progress lines in.png out.png", STDERR_FILENO },
          }) {
         int ends[2];
         ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
@@ -172,15 +150,14 @@ TEST_F(RenderStream, AnInterruptionEndsTheWaitForAReaderThatPauses) {
         if (row.stream == STDERR_FILENO) {
             ASSERT_EQ(write(ends[1], std::string(4096, 'x').data(), 4096), 4096);
         }
-        Arguments arguments { "render", "--info", "x" };
-        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
-        auto run = Start(arguments, Path("stream"), [&] { dup2(ends[1], row.stream); });
+        auto run = Start(std::string("render --info x ") + row.arguments, Path("stream"),
+                         [&] { dup2(ends[1], row.stream); });
         run.AwaitHandler(SIGINT);
         for (int held = 0; row.stream == STDOUT_FILENO && held < 500000;)
             ioctl(ends[0], FIONREAD, &held);
         run.Send(SIGINT);
         auto const outcome = run.Wait();
-        EXPECT_EQ(outcome.code, 130) << testing::PrintToString(row.arguments);
+        EXPECT_EQ(outcome.code, 130) << row.arguments;
         EXPECT_THAT(outcome.err, HasSubstr(row.stream == STDERR_FILENO ? "" : "interrupted after"));
         close(ends[0]);
         close(ends[1]);

@@ -2,10 +2,11 @@
 #include "TelopProgram.h"
 
 #include <algorithm>
-#include <csignal>
 #include <cstdlib>
 #include <fstream>
+#include <iomanip>
 #include <iterator>
+#include <sstream>
 
 #include <fcntl.h>
 #include <sched.h>
@@ -32,12 +33,9 @@ void Redirect(const std::filesystem::path& file, int flags, int descriptor) {
 
 } // namespace
 
-Running::Running(pid_t process, std::filesystem::path out, std::filesystem::path err)
-    : m_process(process), m_out(std::move(out)), m_err(std::move(err)) {}
-
 void Running::AwaitHandler(int signal) const {
     for (std::uint64_t caught = 0; (caught >> (signal - 1) & 1) == 0; sched_yield()) {
-        std::ifstream status("/proc/" + std::to_string(m_process) + "/status");
+        std::ifstream status("/proc/" + std::to_string(process) + "/status");
         for (std::string word; status >> word && word != "SigCgt:";) {
         }
         ASSERT_TRUE(status >> std::hex >> caught) << "it has ended";
@@ -47,28 +45,28 @@ void Running::AwaitHandler(int signal) const {
 std::filesystem::path Running::FileAt(int descriptor) const {
     std::error_code closed;
     return std::filesystem::read_symlink(
-        "/proc/" + std::to_string(m_process) + "/fd/" + std::to_string(descriptor), closed);
-}
-
-void Running::Send(int signal) const {
-    kill(m_process, signal);
+        "/proc/" + std::to_string(process) + "/fd/" + std::to_string(descriptor), closed);
 }
 
 Outcome Running::Wait() {
     int status = 0;
-    waitpid(m_process, &status, 0);
-    return { WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), ReadFile(m_out),
-             ReadFile(m_err) };
+    waitpid(process, &status, 0);
+    return { WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), ReadFile(out),
+             ReadFile(err) };
 }
 
-Running TelopProgram::Start(const Arguments& arguments, const std::filesystem::path& input,
+Running TelopProgram::Start(const std::string& line, const std::filesystem::path& input,
                             const std::function<void()>& inChild) {
     auto const base = Path(".run" + std::to_string(++m_runs));
     auto const out = base.string() + ".out";
     auto const err = base.string() + ".err";
-    std::vector<char*> argv { const_cast<char*>(TELOP_PROGRAM) };
-    for (auto const& argument : arguments)
-        argv.push_back(const_cast<char*>(argument.c_str()));
+    std::vector<std::string> words { TELOP_PROGRAM };
+    std::istringstream typed(line);
+    for (std::string word; typed >> std::quoted(word, '\'', '\0');)
+        words.push_back(word);
+    std::vector<char*> argv;
+    for (auto& word : words)
+        argv.push_back(word.data());
     argv.push_back(nullptr);
     auto const process = fork();
     if (process == 0) {
@@ -89,18 +87,17 @@ Running TelopProgram::Start(const Arguments& arguments, const std::filesystem::p
     return { process, out, err };
 }
 
-Outcome TelopProgram::Run(const Arguments& arguments, std::string_view input) {
-    if (input.empty())
-        return Start(arguments).Wait();
-    Write(".input", input);
-    return Start(arguments, Path(".input")).Wait();
+Outcome TelopProgram::Run(const std::string& line, const Expected& expected) {
+    Write(".input", expected.input);
+    auto const outcome = Start(line, Path(".input")).Wait();
+    EXPECT_EQ(outcome.code, expected.code) << line << ": " << outcome.err;
+    EXPECT_THAT(outcome.err, testing::HasSubstr(expected.says)) << line;
+    return outcome;
 }
 
-Outcome TelopProgram::Render(Arguments options, const std::string& input, const std::string& output,
-                             std::string_view stream) {
-    options.insert(options.begin(), "render");
-    options.insert(options.end(), { input, output });
-    return Run(options, stream);
+void TelopProgram::ExpectEndings(const std::string& first, const std::vector<Ending>& rows) {
+    for (auto const& row : rows)
+        Run(first + ' ' + row.line, { row.code, row.message, row.input });
 }
 
 std::string TelopProgram::Contents(const std::string& name) const {

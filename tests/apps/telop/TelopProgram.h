@@ -2,6 +2,7 @@
 // Runs the real program in a folder of its own, and makes and reads the pictures that it works on.
 #pragma once
 
+#include <csignal>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -10,7 +11,6 @@
 #include <vector>
 
 #include <gmock/gmock.h>
-#include <sys/types.h>
 
 #include "host/frames/Frame.h"
 #include "support/TemporaryFolder.h"
@@ -22,33 +22,41 @@ struct Outcome {
     std::string out, err;
 };
 
+// How a program is to end that gets this input.
+struct Expected {
+    int code = 0;
+    std::string says = {}; // in what it writes to standard error
+    std::string input = {};
+};
+
 // A program that was started and not waited for.
-class Running {
-public:
-    Running(pid_t process, std::filesystem::path out, std::filesystem::path err);
+struct Running {
     // Until the program has a handler of its own for the signal.
     void AwaitHandler(int signal) const;
     // What it has open under that number.
     std::filesystem::path FileAt(int descriptor) const;
-    void Send(int signal) const;
+    void Send(int signal) const { kill(process, signal); }
     Outcome Wait();
 
-private:
-    pid_t m_process;
-    std::filesystem::path m_out, m_err;
+    pid_t process;
+    std::filesystem::path out, err;
 };
 
 class TelopProgram : public testing::Test {
 protected:
-    using Arguments = std::vector<std::string>;
-
-    // Paths in arguments are relative to the test's folder. The input is that of the program.
-    Outcome Run(const Arguments& arguments, std::string_view input = {});
-    // "telop render" with options, and two paths.
-    Outcome Render(Arguments options, const std::string& input, const std::string& output,
-                   std::string_view stream = {});
+    // What is typed behind the program's name: words between blanks, and in single quotes any text.
+    // Paths are relative to the test's folder.
+    Outcome Run(const std::string& line, const Expected& expected = {});
+    struct Ending {
+        std::string line;
+        int code;
+        const char* message;
+        std::string input = {};
+    };
+    // Runs the program with the first words and those of each row.
+    void ExpectEndings(const std::string& first, const std::vector<Ending>& rows);
     // inChild changes the new process before it becomes the program.
-    Running Start(const Arguments& arguments, const std::filesystem::path& input = "/dev/null",
+    Running Start(const std::string& line, const std::filesystem::path& input = "/dev/null",
                   const std::function<void()>& inChild = {});
 
     std::filesystem::path Path(const std::string& name) const { return m_folder.Path() / name; }

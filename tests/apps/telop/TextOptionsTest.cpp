@@ -6,11 +6,14 @@
 #include <gmock/gmock.h>
 
 #include "apps/telop/CommandError.h"
+#include "apps/telop/OptionText.h"
 #include "host/text/TextField.h"
+#include "support/TemporaryFolder.h"
 
 namespace telop {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 
 _TEXTPARAM Defaults() {
@@ -18,16 +21,6 @@ _TEXTPARAM Defaults() {
     params.dwFlags = TEXT_SCORE | TEXT_BOX;
     params.nFontSize = 36;
     return params;
-}
-
-std::string UsageError(const TextOptions& options, const _TEXTPARAM& settings = Defaults()) {
-    try {
-        MakeFrameText(options, settings);
-    } catch (const CommandError& error) {
-        EXPECT_EQ(error.Code(), ExitCode::kUsage);
-        return error.what();
-    }
-    return "(accepted)";
 }
 
 TEST(TextOptions, OptionsReplaceOnlyWhatTheyName) {
@@ -69,6 +62,48 @@ TEST(TextOptions, AScoreLineWithoutStringsNumbersTheFrames) {
     EXPECT_EQ(text.NameWithTokens(), "") << "strings are not part of the settings";
 }
 
+TEST(OptionText, ReadsPoints) {
+    auto const read = [](const char* text) {
+        auto const point = ParsePoint("--at", text);
+        return std::pair(point.x, point.y);
+    };
+    EXPECT_EQ(read("-5,+7"), std::pair(-5, 7));
+    EXPECT_EQ(read("2147483647,-2147483648"), std::pair(2147483647, -2147483647 - 1));
+    for (auto const* text :
+         { "", "1", "1,", ",1", "1,2,3", "1.5,2", "1, 2", "2147483648,0", "+-1,2" })
+        EXPECT_THROW(ParsePoint("--at", text), CommandError) << text;
+}
+
+TEST(OptionText, SplitsStringsAtCommas) {
+    EXPECT_THAT(SplitStrings("--strings", ",,12,{frame}"), ElementsAre("", "", "12", "{frame}"));
+    EXPECT_THAT(SplitStrings("--strings", R"(a\,b,c\d,,)"), ElementsAre("a,b", R"(c\d)", "", ""));
+    for (auto const* text : { "", "a,b,c", "a,b,c,d,e" })
+        EXPECT_THROW(SplitStrings("--strings", text), CommandError) << text;
+}
+
+TEST(OptionText, DialogueBreaksItsLinesWithCarriageReturns) {
+    for (auto const& [typed, text] : std::vector<std::pair<std::string, std::string>> {
+             { R"(one\ntwo)", "one\rtwo" },
+             { "one\ntwo\r\nthree", "one\rtwo\rthree" },
+             { R"(C:\\new \t)", R"(C:\new \t)" },
+             { "@@home", "@home" },
+         })
+        EXPECT_EQ(DialogueText("--dialogue", typed), text) << typed;
+}
+
+TEST(OptionText, ADialogueFileLosesOnlyItsMarkAndLastLineBreak) {
+    TemporaryFolder const folder;
+    for (auto const& [typed, text] : std::vector<std::pair<std::string, std::string>> {
+             { "\xEF\xBB\xBFone\r\ntwo\r\n", "one\rtwo" },
+             { "one\n\n", "one\r" },
+             { R"(a\nb)", R"(a\nb)" },
+             { "", "" },
+         }) {
+        auto const file = folder.Write("line.txt", typed);
+        EXPECT_EQ(DialogueText("--dialogue", "@" + file.string()), text) << typed;
+    }
+}
+
 TEST(TextOptions, NamesTheOptionThatIsWrong) {
     struct Row {
         TextOptions options;
@@ -89,7 +124,13 @@ TEST(TextOptions, NamesTheOptionThatIsWrong) {
              Row { { .box = "nothing" }, "--box: 'nothing' is no color" },
              Row { { .position = "12" }, "--at: '12' is not X,Y" },
          })
-        EXPECT_THAT(UsageError(row.options), HasSubstr(row.named));
+        try {
+            MakeFrameText(row.options, Defaults());
+            ADD_FAILURE() << row.named;
+        } catch (const CommandError& error) {
+            EXPECT_EQ(error.Code(), ExitCode::kUsage);
+            EXPECT_THAT(error.what(), HasSubstr(row.named));
+        }
 }
 
 } // namespace

@@ -8,7 +8,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
 FrameRanges Ranges(std::string_view text) {
     std::string why;
@@ -28,7 +27,6 @@ TEST(FrameRanges, TakesTheFramesOfEachPart) {
          std::vector<Row> { { "9", { 9 }, "9" },
                             { "0-3", { 0, 1, 2, 3 }, "0-3" },
                             { "1-11:2", { 1, 3, 9, 11 }, "1-11:2" },
-                            { "2-12:3,1", { 1, 2, 8, 11 }, "2-12:3,1" },
                             { " 2 - 9 : 1 , 012 ", { 2, 3, 8, 9, 12 }, "2-9,12" },
                             { "10-", { 10, 11, 12 }, "10-" },
                             { "1-:4", { 1, 9 }, "1-:4" },
@@ -47,20 +45,14 @@ TEST(FrameRanges, TakesTheFramesOfEachPart) {
 TEST(FrameRanges, SaysWhatIsWrong) {
     for (const auto& [text, reason] : std::vector<std::pair<std::string, std::string>> {
              { "", "no frames are given" },
-             { "  ", "no frames are given" },
              { "1,,2", "nothing stands between two commas" },
-             { "1,", "nothing stands between two commas" },
-             { "10-5", "'10-5': ends before it starts" },
              { "3,10-5 ", "'10-5': ends before it starts" },
              { "-", "'-': neither end is given" },
              { "a", "'a': 'a' is not a frame number" },
              { "1-2-3", "'1-2-3': '2-3' is not a frame number" },
-             { "1.5", "'1.5' is not a frame number" },
              { "+1", "'+1' is not a frame number" },
-             { "1 2", "'1 2' is not a frame number" },
              { "1-9:0", "'1-9:0': the step is 0" },
              { "1-9:", "the step '' is not a frame number" },
-             { "1-9:-2", "the step '-2' is not a frame number" },
              { "2147483648", "above the greatest frame number, 2147483647" },
              { "99999999999999999999", "above the greatest frame number" } }) {
         std::string why;
@@ -74,7 +66,7 @@ TEST(FrameRanges, ListsWhatIsMissingWithoutWalkingAbsurdRanges) {
     EXPECT_THAT(Ranges("1-6").Missing(existing, 9), ElementsAre(3, 5, 6));
     EXPECT_THAT(Ranges("1-6,5-7:2").Missing(existing, 9), ElementsAre(3, 5, 6, 7));
     EXPECT_THAT(Ranges("1-2147483646").Missing(existing, 2), ElementsAre(3, 5));
-    EXPECT_THAT(Ranges("1-,1-4:3").Missing(existing, 9), IsEmpty());
+    EXPECT_THAT(Ranges("1-,1-4:3").Missing(existing, 9), ElementsAre());
 }
 
 } // namespace

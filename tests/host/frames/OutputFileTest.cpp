@@ -31,58 +31,54 @@ namespace {
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
 
-OutputResult Put(const fs::path& file, std::string_view text, Existing existing, std::string& why) {
-    return WriteWhole(file, { reinterpret_cast<const std::uint8_t*>(text.data()), text.size() },
-                      existing, why);
-}
+class OutputFileTest : public ::testing::Test {
+protected:
+    OutputResult Put(const fs::path& file, std::string_view text, Existing existing,
+                     Flush flush = Flush::kNow) {
+        return WriteWhole(folder.Path() / file,
+                          { reinterpret_cast<const std::uint8_t*>(text.data()), text.size() },
+                          existing, why, flush);
+    }
+    std::string Content(const fs::path& file) const {
+        std::ifstream in(folder.Path() / file, std::ios::binary);
+        return { std::istreambuf_iterator<char>(in), {} };
+    }
+    std::ptrdiff_t Files() const {
+        return std::distance(fs::directory_iterator(folder.Path()), {});
+    }
 
-std::string Content(const fs::path& file) {
-    std::ifstream in(file, std::ios::binary);
-    return { std::istreambuf_iterator<char>(in), {} };
-}
-
-std::ptrdiff_t FilesIn(const fs::path& folder) {
-    return std::distance(fs::directory_iterator(folder), {});
-}
-
-TEST(OutputFile, TreatsExistingFilesAsAsked) {
     const TemporaryFolder folder;
-    const fs::path file = folder.Path() / "a";
     std::string why;
-    EXPECT_EQ(Put(file, "one", Existing::kRefuse, why), OutputResult::kWritten);
-    EXPECT_EQ(Put(file, "two", Existing::kSkip, why), OutputResult::kSkipped);
-    EXPECT_EQ(Put(file, "two", Existing::kRefuse, why), OutputResult::kFailed);
-    EXPECT_EQ(Content(file), "one");
-    EXPECT_EQ(Put(file, "two", Existing::kOverwrite, why), OutputResult::kWritten);
-    EXPECT_EQ(Content(file), "two");
-    EXPECT_EQ(FilesIn(folder.Path()), 1);
+};
+
+TEST_F(OutputFileTest, TreatsExistingFilesAsAsked) {
+    EXPECT_EQ(Put("a", "one", Existing::kRefuse), OutputResult::kWritten);
+    EXPECT_EQ(Put("a", "two", Existing::kSkip), OutputResult::kSkipped);
+    EXPECT_EQ(Put("a", "two", Existing::kRefuse), OutputResult::kFailed);
+    EXPECT_EQ(Content("a"), "one");
+    EXPECT_EQ(Put("a", "two", Existing::kOverwrite), OutputResult::kWritten);
+    EXPECT_EQ(Content("a"), "two");
+    EXPECT_EQ(Files(), 1);
 }
 
-TEST(OutputFile, KeepsPermissionsAndLinks) {
-    const TemporaryFolder folder;
+TEST_F(OutputFileTest, KeepsPermissionsAndLinks) {
     const fs::path file = folder.Write("real/a", "old");
-    const fs::path link = folder.Path() / "link";
     fs::permissions(file, fs::perms(06604)); // what runs with its owner's rights is not written to
-    fs::create_symlink("real/a", link);
-    std::string why;
-    EXPECT_EQ(Put(link, "new", Existing::kOverwrite, why), OutputResult::kWritten);
-    EXPECT_TRUE(fs::is_symlink(link));
-    EXPECT_EQ(Content(file), "new");
+    fs::create_symlink("real/a", folder.Path() / "link");
+    EXPECT_EQ(Put("link", "new", Existing::kOverwrite), OutputResult::kWritten);
+    EXPECT_TRUE(fs::is_symlink(folder.Path() / "link"));
+    EXPECT_EQ(Content("real/a"), "new");
     EXPECT_EQ(fs::status(file).permissions(), fs::perms(0604));
 }
 
-TEST(OutputFile, FlushesAWholeFileBeforeItGetsItsNameOrLeavesThatToTheRun) {
-    const TemporaryFolder folder;
-    std::string why;
+TEST_F(OutputFileTest, FlushesAWholeFileBeforeItGetsItsNameOrLeavesThatToTheRun) {
     s_flushed.clear();
-    Put(folder.Path() / "a", "four", Existing::kRefuse, why);
+    Put("a", "four", Existing::kRefuse);
+    Put("b", "later", Existing::kRefuse, Flush::kLater);
     EXPECT_THAT(s_flushed, testing::ElementsAre(4));
-    WriteWhole(folder.Path() / "b", {}, Existing::kRefuse, why, Flush::kLater);
-    EXPECT_EQ(s_flushed.size(), 1U);
 }
 
-TEST(OutputFile, RemovesOnlyLeftoversThatNobodyHolds) {
-    const TemporaryFolder folder;
+TEST_F(OutputFileTest, RemovesOnlyLeftoversThatNobodyHolds) {
     folder.Write(".telop-1.part", "of a run that was killed");
     folder.Write("telop-1.part", "the user's own");
     const auto held = folder.Write(".telop-2.part", "of a run that goes on");
@@ -91,38 +87,35 @@ TEST(OutputFile, RemovesOnlyLeftoversThatNobodyHolds) {
     RemoveLeftovers(folder.Path());
     EXPECT_FALSE(fs::exists(folder.Path() / ".telop-1.part"));
     EXPECT_TRUE(fs::exists(held));
-    EXPECT_EQ(FilesIn(folder.Path()), 2);
+    EXPECT_EQ(Files(), 2);
 }
 
-TEST(OutputFile, WritesDevicesStraight) {
-    std::string why;
-    EXPECT_EQ(Put("/dev/null", "x", Existing::kRefuse, why), OutputResult::kWritten);
+TEST_F(OutputFileTest, WritesDevicesStraight) {
+    EXPECT_EQ(Put("/dev/null", "x", Existing::kRefuse), OutputResult::kWritten);
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
-    EXPECT_EQ(Put("/dev/full", "x", Existing::kOverwrite, why), OutputResult::kFailed);
+    EXPECT_EQ(Put("/dev/full", "x", Existing::kOverwrite), OutputResult::kFailed);
     EXPECT_THAT(why, HasSubstr("/dev/full: cannot be written: No space left"));
 }
 
-TEST(OutputFile, LeavesNothingBehindWhenItFails) {
-    const TemporaryFolder folder;
-    const fs::path file = folder.Write("a", "whole");
-    std::string why;
-    EXPECT_EQ(Put(folder.Path() / "no" / "b", "x", Existing::kRefuse, why), OutputResult::kFailed);
+TEST_F(OutputFileTest, LeavesNothingBehindWhenItFails) {
+    EXPECT_EQ(Put("no/b", "x", Existing::kRefuse), OutputResult::kFailed);
     EXPECT_THAT(why, HasSubstr("No such file or directory"));
-    EXPECT_EQ(Put(folder.Path(), "x", Existing::kOverwrite, why), OutputResult::kFailed);
+    EXPECT_EQ(Put(folder.Path(), "x", Existing::kOverwrite), OutputResult::kFailed);
     EXPECT_THAT(why, HasSubstr("Is a directory"));
 
     // A file that may not grow stands for a disk that fills up while it is written.
+    folder.Write("a", "whole");
     rlimit before {};
     getrlimit(RLIMIT_FSIZE, &before);
     const rlimit small { 100, before.rlim_max };
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     setrlimit(RLIMIT_FSIZE, &small);
-    EXPECT_EQ(Put(file, std::string(1000, 'x'), Existing::kOverwrite, why), OutputResult::kFailed);
+    EXPECT_EQ(Put("a", std::string(1000, 'x'), Existing::kOverwrite), OutputResult::kFailed);
     setrlimit(RLIMIT_FSIZE, &before);
     std::signal(SIGXFSZ, handler);
     EXPECT_THAT(why, HasSubstr("a: cannot be written: File too large"));
-    EXPECT_EQ(Content(file), "whole");
-    EXPECT_EQ(FilesIn(folder.Path()), 1);
+    EXPECT_EQ(Content("a"), "whole");
+    EXPECT_EQ(Files(), 1);
 }
 
 } // namespace

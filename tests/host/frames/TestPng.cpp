@@ -2,7 +2,8 @@
 #include "host/frames/TestPng.h"
 
 #include <algorithm>
-#include <cstring>
+#include <bit>
+#include <cstdio>
 #include <stdexcept>
 
 #include <png.h>
@@ -23,33 +24,12 @@ void OnWrite(png_structp png, png_bytep bytes, std::size_t count) {
     file->insert(file->end(), bytes, bytes + count);
 }
 
-void OnRead(png_structp png, png_bytep bytes, std::size_t count) {
-    auto* rest = static_cast<std::span<const std::uint8_t>*>(png_get_io_ptr(png));
-    if (count > rest->size())
-        throw std::runtime_error("the file is too short");
-    std::copy_n(rest->begin(), count, bytes);
-    *rest = rest->subspan(count);
-}
-
-std::uint32_t Big32(std::span<const std::uint8_t> from) {
-    return std::uint32_t { from[0] } << 24 | from[1] << 16 | from[2] << 8 | from[3];
-}
-
-void PutBig32(std::vector<std::uint8_t>& to, std::uint32_t value) {
-    for (int shift = 24; shift >= 0; shift -= 8)
-        to.push_back(static_cast<std::uint8_t>(value >> shift));
-}
-
-int Channels(int colorType) {
-    return colorType == 2 ? 3 : colorType == 4 ? 2 : colorType == 6 ? 4 : 1;
-}
-
-void WriteChunks(png_structp png, const TestPng& picture, bool afterPixels) {
-    for (const TestChunk& chunk : picture.chunks)
-        if (chunk.afterPixels == afterPixels)
-            png_write_chunk(png, reinterpret_cast<png_const_bytep>(chunk.type.data()),
-                            reinterpret_cast<png_const_bytep>(chunk.data.data()),
-                            chunk.data.size());
+// Where each chunk begins, and the file's size at last.
+std::vector<std::size_t> ChunkOffsets(std::span<const std::uint8_t> file) {
+    std::vector<std::size_t> offsets { 8 };
+    while (offsets.back() < file.size())
+        offsets.push_back(offsets.back() + 12 + png_get_uint_32(&file[offsets.back()]));
+    return offsets;
 }
 
 } // namespace
@@ -61,27 +41,23 @@ std::string TestPng::Name() const {
 }
 
 TestPng MakePicture(int colorType, int bitDepth, int width, int height) {
-    TestPng picture { .width = width,
-                      .height = height,
-                      .colorType = colorType,
-                      .bitDepth = bitDepth,
-                      .palette = {},
-                      .transparency = {},
-                      .chunks = {},
-                      .rows = {} };
+    TestPng picture;
+    picture.width = width;
+    picture.height = height;
+    picture.colorType = colorType;
+    picture.bitDepth = bitDepth;
     std::uint32_t state = 1;
     const auto random = [&] {
         state = state * 1664525 + 1013904223;
         return static_cast<std::uint8_t>(state >> 24);
     };
-    if (colorType == 3)
-        for (int i = 0; i < 3 << bitDepth; ++i)
-            picture.palette.push_back(random());
-    const int bits = width * Channels(colorType) * bitDepth;
+    if (colorType == PNG_COLOR_TYPE_PALETTE)
+        std::generate_n(std::back_inserter(picture.palette), 3 << bitDepth, random);
+    const int channels = colorType == 2 ? 3 : colorType == 4 ? 2 : colorType == 6 ? 4 : 1;
+    const int bits = width * channels * bitDepth;
     picture.rows.resize(std::size_t(height));
     for (auto& row : picture.rows) {
-        row.resize(std::size_t(bits + 7) / 8);
-        std::generate(row.begin(), row.end(), random);
+        std::generate_n(std::back_inserter(row), (bits + 7) / 8, random);
         if (bits % 8 != 0)
             row.back() &= static_cast<std::uint8_t>(0xFF00 >> bits % 8);
     }
@@ -99,43 +75,43 @@ std::vector<std::uint8_t> Write(const TestPng& picture) {
     if (!picture.palette.empty())
         png_set_PLTE(png, info, reinterpret_cast<png_const_colorp>(picture.palette.data()),
                      int(picture.palette.size() / 3));
-    png_write_info(png, info);
-    if (!picture.transparency.empty())
-        png_write_chunk(png, reinterpret_cast<png_const_bytep>("tRNS"), picture.transparency.data(),
-                        picture.transparency.size());
-    WriteChunks(png, picture, false);
     std::vector<std::vector<std::uint8_t>> rows = picture.rows;
     std::vector<png_bytep> pointers;
-    pointers.reserve(rows.size());
     for (auto& row : rows)
         pointers.push_back(row.data());
-    png_set_interlace_handling(png);
-    png_write_image(png, pointers.data());
-    WriteChunks(png, picture, true);
-    png_write_end(png, nullptr);
+    png_set_rows(png, info, pointers.data());
+    png_write_png(png, info, PNG_TRANSFORM_IDENTITY, nullptr);
     png_destroy_write_struct(&png, &info);
+
+    const auto& alpha = picture.transparency;
+    if (!alpha.empty())
+        file = WithChunkBefore(file, "IDAT", { "tRNS", { alpha.begin(), alpha.end() } });
+    for (const TestChunk& chunk : picture.chunks)
+        file = WithChunkBefore(file, chunk.afterPixels ? "IEND" : "IDAT", chunk);
     return file;
 }
 
-TestPng Read(std::span<const std::uint8_t> file) {
-    std::span<const std::uint8_t> rest = file;
+TestPng Read(std::span<const std::uint8_t> file, bool expanded) {
+    std::FILE* const in = fmemopen(const_cast<std::uint8_t*>(file.data()), file.size(), "rb");
     png_structp png = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, OnError, OnWarning);
     png_infop info = png_create_info_struct(png);
-    png_set_read_fn(png, &rest, OnRead);
-    png_read_png(png, info, PNG_TRANSFORM_IDENTITY, nullptr);
-    TestPng picture { .width = int(png_get_image_width(png, info)),
-                      .height = int(png_get_image_height(png, info)),
-                      .colorType = png_get_color_type(png, info),
-                      .bitDepth = png_get_bit_depth(png, info),
-                      .palette = {},
-                      .transparency = {},
-                      .chunks = {},
-                      .rows = {} };
+    png_init_io(png, in);
+    const int swapped = std::endian::native == std::endian::little ? PNG_TRANSFORM_SWAP_ENDIAN : 0;
+    png_read_png(png, info,
+                 expanded ? PNG_TRANSFORM_EXPAND | PNG_TRANSFORM_GRAY_TO_RGB | swapped
+                          : PNG_TRANSFORM_IDENTITY,
+                 nullptr);
+    TestPng picture;
+    picture.width = int(png_get_image_width(png, info));
+    picture.height = int(png_get_image_height(png, info));
+    picture.colorType = png_get_color_type(png, info);
+    picture.bitDepth = png_get_bit_depth(png, info);
     for (int y = 0; y < picture.height; ++y) {
         const png_bytep row = png_get_rows(png, info)[y];
         picture.rows.emplace_back(row, row + png_get_rowbytes(png, info));
     }
     png_destroy_read_struct(&png, &info, nullptr);
+    std::fclose(in);
 
     bool afterPixels = false;
     const std::vector<std::size_t> offsets = ChunkOffsets(file);
@@ -154,39 +130,24 @@ TestPng Read(std::span<const std::uint8_t> file) {
     return picture;
 }
 
-std::vector<std::size_t> ChunkOffsets(std::span<const std::uint8_t> file) {
-    std::vector<std::size_t> offsets;
-    std::size_t at = 8;
-    for (; at < file.size(); at += 12 + Big32(file.subspan(at)))
-        offsets.push_back(at);
-    offsets.push_back(at);
-    return offsets;
-}
-
 std::vector<std::uint8_t> WithChunkBefore(std::span<const std::uint8_t> file,
                                           const std::string& before, const TestChunk& chunk) {
+    const auto type = std::ranges::search(file, before);
+    if (type.empty())
+        throw std::runtime_error("there is no chunk " + before);
+    const auto at = type.begin() - file.begin() - 4;
+    std::vector<std::uint8_t> added(12 + chunk.data.size());
+    png_save_uint_32(added.data(), std::uint32_t(chunk.data.size()));
+    std::ranges::copy(chunk.type + chunk.data, added.begin() + 4);
+    Resum(added, 0);
     std::vector<std::uint8_t> bytes(file.begin(), file.end());
-    for (const std::size_t at : ChunkOffsets(file)) {
-        if (std::memcmp(&file[at + 4], before.data(), 4) != 0)
-            continue;
-        std::vector<std::uint8_t> added(12 + chunk.data.size());
-        std::vector<std::uint8_t> size;
-        PutBig32(size, std::uint32_t(chunk.data.size()));
-        std::ranges::copy(size, added.begin());
-        std::ranges::copy(chunk.type, added.begin() + 4);
-        std::ranges::copy(chunk.data, added.begin() + 8);
-        bytes.insert(bytes.begin() + std::ptrdiff_t(at), added.begin(), added.end());
-        Resum(bytes, at);
-        return bytes;
-    }
-    throw std::runtime_error("there is no chunk " + before);
+    bytes.insert(bytes.begin() + at, added.begin(), added.end());
+    return bytes;
 }
 
 void Resum(std::vector<std::uint8_t>& file, std::size_t chunk) {
-    const std::uint32_t size = Big32(std::span(file).subspan(chunk));
-    std::vector<std::uint8_t> sum;
-    PutBig32(sum, std::uint32_t(crc32(0, &file[chunk + 4], size + 4)));
-    std::copy(sum.begin(), sum.end(), file.begin() + std::ptrdiff_t(chunk + 8 + size));
+    const std::uint32_t size = png_get_uint_32(&file[chunk]);
+    png_save_uint_32(&file[chunk + 8 + size], std::uint32_t(crc32(0, &file[chunk + 4], size + 4)));
 }
 
 } // namespace host::test

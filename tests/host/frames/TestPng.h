@@ -36,14 +36,13 @@ struct TestPng {
 TestPng MakePicture(int colorType, int bitDepth, int width = 13, int height = 11);
 
 std::vector<std::uint8_t> Write(const TestPng& picture);
-// The file's chunks other than IHDR, PLTE, tRNS, IDAT and IEND are listed.
-TestPng Read(std::span<const std::uint8_t> file);
+// The file's chunks other than IHDR, PLTE, tRNS, IDAT and IEND are listed. Expanded, the rows are RGB
+// with or without alpha, of 8 or 16 bits in the machine's order.
+TestPng Read(std::span<const std::uint8_t> file, bool expanded = false);
 
-// The file with one more chunk before the chunk of that type.
+// The file with one more chunk before the first one of that type.
 std::vector<std::uint8_t> WithChunkBefore(std::span<const std::uint8_t> file,
                                           const std::string& before, const TestChunk& chunk);
-// Where each chunk begins, and the file's size at last.
-std::vector<std::size_t> ChunkOffsets(std::span<const std::uint8_t> file);
 // Sets the check sum of the chunk at the offset right.
 void Resum(std::vector<std::uint8_t>& file, std::size_t chunk);
 
