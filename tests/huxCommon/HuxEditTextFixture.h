@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 
 #include <QApplication>
@@ -16,6 +17,7 @@
 #include "huxCommon/huxGUI/HuxEditText.h"
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/windows/Window.h"
+#include "support/ChainHandler.h"
 #include "support/WindowRefs.h"
 
 namespace test {
@@ -27,8 +29,9 @@ protected:
         ASSERT_TRUE(window = Window::Create({ 100, 100, 300, 400 }));
         field = NewField<HuxEditText>(&edit, 70);
         other = NewField<HuxEditText>(&otherEdit, 71);
-        EventTypeSpec const command { kEventClassCommand, kEventCommandProcess };
-        InstallEventHandler(UIObject::TargetOf(window), Take, 1, &command, this, nullptr);
+        commands.emplace(UIObject::TargetOf(window),
+                         std::vector { EventTypeSpec { kEventClassCommand, kEventCommandProcess } },
+                         [this](EventRef event) { return Take(event); });
         SetBeep([this] { log += "beep "; });
         test::At(window).Show();
         test::At(window).Widget().window()->activateWindow();
@@ -36,7 +39,7 @@ protected:
         TakeLog(); // the focus has come to the first field
     }
     void TearDown() override {
-        onNotice = nullptr;
+        commands.reset();
         test::Dispose(window);
         platform::SetBeep(nullptr);
         Drain();
@@ -111,19 +114,19 @@ protected:
     std::function<void(std::uint32_t commandID, long value)> onNotice;
 
 private:
-    static platform::OSStatus Take(platform::EventHandlerCallRef, platform::EventRef event,
-                                   void* data) {
-        auto& self = *static_cast<HuxEditTextFixture*>(data);
+    platform::OSStatus Take(platform::EventRef event) {
         std::uint32_t commandID = 0;
         long value = 0;
         HuxCarbonEvent(event, true).GetCommandParameter(&commandID, &value, nullptr, nullptr);
         if (commandID != 70)
-            self.log += std::to_string(commandID) + ":";
-        self.log += std::to_string(value) + " ";
-        if (self.onNotice)
-            self.onNotice(commandID, value);
+            log += std::to_string(commandID) + ":";
+        log += std::to_string(value) + " ";
+        if (onNotice)
+            onNotice(commandID, value);
         return platform::kNoErr;
     }
+
+    std::optional<ChainHandler> commands;
 };
 
 } // namespace test

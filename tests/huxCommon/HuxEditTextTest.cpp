@@ -13,20 +13,24 @@ using Type = HuxEditText::Type;
 
 const std::string kAllKeys = "aZ0-.+,/\\;:\"*?<>| ";
 
-TEST_F(HuxEditTextTest, EachTypeTakesItsOwnKeys) {
+TEST_F(HuxEditTextTest, EachTypeTakesItsOwnKeysAndCleansWhatIsPasted) {
+    const char* const mixed = "a,b/;\"*?<>|\t\nc:\\";
     const struct {
         Type type;
         std::string typed, kept;
+        const char *pasted, *cleaned;
     } rows[] = {
-        { Type::kFreeText, kAllKeys, kAllKeys },
-        { Type::kFileName, kAllKeys, "aZ0-.+\\: " },
-        { Type::kPathlessName, kAllKeys, "aZ0-.+ " },
-        { Type::kSignedReal, ".-.1-.5.x", "-.15" }, // a point may stand behind a sign
-        { Type::kUnsignedReal, ".-1.5.2x", "1.52" },
-        { Type::kSignedInteger, "--1-2.3x", "-123" },
-        { Type::kUnsignedInteger, "-+1.2x3", "123" },
-        { Type::kReserved, kAllKeys, kAllKeys },
-        { Type::kDigitsWithPlus, "+1-2.a+3", "+12+3" },
+        { Type::kFreeText, kAllKeys, kAllKeys, "a\nb\t/", "a\rb\t/" },
+        { Type::kFileName, kAllKeys, "aZ0-.+\\: ", mixed, "a,bc:\\" }, // the comma stays
+        { Type::kPathlessName, kAllKeys, "aZ0-.+ ", mixed, "abc" },
+        // A point may stand behind a sign.
+        { Type::kSignedReal, ".-.1-.5.x", "-.15", " -1.5 px\n", "-1.5" },
+        { Type::kUnsignedReal, ".-1.5.2x", "1.52", "-1.5e3", "1.53" },
+        { Type::kSignedInteger, "--1-2.3x", "-123", "a-1.5", "-15" },
+        { Type::kUnsignedInteger, "-+1.2x3", "123", "1a2-3", "123" },
+        { Type::kUnsignedInteger, "x", "", "\uFF11\uFF12", "" }, // full-width digits
+        { Type::kReserved, kAllKeys, kAllKeys, "a\nb\t", "ab\t" },
+        { Type::kDigitsWithPlus, "+1-2.a+3", "+12+3", "+1a\n", "+1a" },
     };
     Focus(edit);
     for (const auto& row : rows) {
@@ -37,40 +41,20 @@ TEST_F(HuxEditTextTest, EachTypeTakesItsOwnKeys) {
         EXPECT_EQ(Text(), row.kept) << "type " << row.type;
         EXPECT_EQ(edit->inputMethodHints().testFlag(Qt::ImhLatinOnly),
                   row.type >= Type::kSignedReal);
-    }
-}
-
-TEST_F(HuxEditTextTest, EachTypeCleansWhatIsPasted) {
-    const struct {
-        Type type;
-        bool tellReturn;
-        const char *pasted, *kept;
-    } rows[] = {
-        { Type::kFreeText, false, "a\nb\t/", "a\rb\t/" },
-        { Type::kFreeText, true, "a\nb\t/", "ab\t/" },
-        { Type::kFileName, false, "a,b/;\"*?<>|\t\nc:\\", "a,bc:\\" }, // the comma stays
-        { Type::kPathlessName, false, "a,b/;\"*?<>|\t\nc:\\", "abc" },
-        { Type::kSignedReal, false, " -1.5 px\n", "-1.5" },
-        { Type::kUnsignedReal, false, "-1.5e3", "1.53" },
-        { Type::kSignedInteger, false, "a-1.5", "-15" },
-        { Type::kUnsignedInteger, false, "1a2-3", "123" },
-        { Type::kUnsignedInteger, false, "\uFF11\uFF12", "" }, // full-width digits
-        { Type::kReserved, false, "a\nb\t", "ab\t" },
-        { Type::kDigitsWithPlus, false, "+1a\n", "+1a" },
-    };
-    Focus(edit);
-    for (const auto& row : rows) {
-        field->SetType(row.type, row.tellReturn);
         edit->clear();
         TakeLog();
         Paste(row.pasted);
-        EXPECT_EQ(Text(), row.kept) << "type " << row.type << " pasted " << row.pasted;
+        EXPECT_EQ(Text(), row.cleaned) << "type " << row.type << " pasted " << row.pasted;
         EXPECT_EQ(TakeLog(), "1 ");
         edit->clear();
         Drain();
         Commit("\u306B", row.pasted);
-        EXPECT_EQ(Text(), row.kept) << "type " << row.type << " composed " << row.pasted;
+        EXPECT_EQ(Text(), row.cleaned) << "type " << row.type << " composed " << row.pasted;
     }
+    field->SetType(Type::kFreeText, true);
+    edit->clear();
+    Paste("a\nb");
+    EXPECT_EQ(Text(), "ab") << "where Return is told";
 }
 
 TEST_F(HuxEditTextTest, LimitsHoldForKeysAndForEverythingElse) {
@@ -81,31 +65,23 @@ TEST_F(HuxEditTextTest, LimitsHoldForKeysAndForEverythingElse) {
     EXPECT_EQ(Text(), full);
     const struct {
         const char* what;
-        std::function<void()> act;
+        int key;
+        long selected; // characters at the beginning
         std::size_t length;
         const char* told;
     } rows[] = {
-        { "a letter", [&] { QTest::keyClick(edit, 'b'); }, 255, "" },
-        { "an arrow", [&] { QTest::keyClick(edit, Qt::Key_Left); }, 255, "1 " },
-        { "Escape", [&] { QTest::keyClick(edit, Qt::Key_Escape); }, 255, "1 3 " },
-        { "a letter over a selection",
-          [&] {
-              field->SetSelection(0, 2);
-              QTest::keyClick(edit, 'b');
-          },
-          254, "1 " },
-        { "a letter that fits", [&] { QTest::keyClick(edit, 'c'); }, 255, "1 " },
-        { "a bad letter over a selection",
-          [&] {
-              field->SetSelection(0, 1);
-              QTest::keyClick(edit, '/');
-          },
-          255, "" },
-        { "backspace", [&] { QTest::keyClick(edit, Qt::Key_Backspace); }, 254, "1 " },
+        { "a letter", 'B', 0, 255, "" },
+        { "an arrow", Qt::Key_Left, 0, 255, "1 " },
+        { "Escape", Qt::Key_Escape, 0, 255, "1 3 " },
+        { "a letter over a selection", 'B', 2, 254, "1 " },
+        { "a letter that fits", 'C', 0, 255, "1 " },
+        { "a bad letter over a selection", '/', 1, 255, "" },
+        { "backspace", Qt::Key_Backspace, 1, 254, "1 " },
     };
-    TakeLog();
     for (const auto& row : rows) {
-        row.act();
+        field->SetSelection(0, row.selected);
+        TakeLog();
+        QTest::keyClick(edit, static_cast<Qt::Key>(row.key));
         EXPECT_EQ(Text().size(), row.length) << row.what;
         EXPECT_EQ(TakeLog(), row.told) << row.what;
     }
@@ -158,14 +134,6 @@ TEST_F(HuxEditTextTest, ShowsTheSuffixAndReadsTheValueBeforeIt) {
     EXPECT_TRUE(field->GetText(value, sizeof value));
     EXPECT_STREQ(value, "5");
     EXPECT_FALSE(field->GetText(value, 0));
-    unsigned char pascal[256];
-    EXPECT_TRUE(field->GetText(pascal, true));
-    EXPECT_EQ(std::string(pascal, pascal + 5), "\4"
-                                               "5 px");
-    CFStringRef string = nullptr;
-    EXPECT_TRUE(field->GetText(&string));
-    EXPECT_EQ(HuxString::Adopt(string), HuxString("5"));
-
     const struct {
         const char *before, *pasted, *after;
         long start, end;
@@ -186,76 +154,53 @@ TEST_F(HuxEditTextTest, ShowsTheSuffixAndReadsTheValueBeforeIt) {
     EXPECT_EQ(Text(), "8 px");
 }
 
-TEST_F(HuxEditTextTest, CorrectsIntegersAndSaysSoOnce) {
+TEST_F(HuxEditTextTest, CorrectsNumbersAndSaysSoOnce) {
     const struct {
+        bool isReal;
         double max, min, def;
-        const char* text;
-        bool valid;
-        long value;
-        const char *shown, *told;
-    } rows[] = {
-        { 100, 0, 0, "100", true, 100, "100", "" },
-        { 100, 0, 0, "123", false, -7, "100", "beep 1 " },
-        { 10, -5, 0, "-10", false, -7, "-5", "beep 1 " },
-        { 99, 3, 36, "", false, 36, "36", "beep 1 " },
-        { 99, 3, 500, "", false, 99, "99", "beep 1 " }, // the default lies within the range
-        { 0, 0, 0, "123456", true, 123456, "123456", "" },
-        { 0, 0, 0, "4294967295", true, 4294967295, "4294967295", "" },
-        { 0, 0, 0, "99999999999999999999", true, 4294967295, "99999999999999999999", "" },
-        { 9, -1e300, 0, "-99999999999", true, -2147483648, "-99999999999", "" },
-        { 1e300, -1, 0, "99999999999", true, 2147483647, "99999999999", "" },
-    };
-    for (const auto& row : rows) {
-        field->SetType(false, row.max, row.min, row.def, false);
-        field->SetText(row.text);
-        TakeLog();
-        long value = -7;
-        EXPECT_EQ(field->GetInt(value, false), row.valid) << row.text;
-        EXPECT_EQ(TakeLog(), "") << "without report";
-        EXPECT_EQ(Text(), row.text) << "without report";
-        EXPECT_EQ(field->GetInt(value, true), row.valid) << row.text;
-        EXPECT_EQ(value, row.value) << row.text;
-        EXPECT_EQ(Text(), row.shown) << row.text;
-        EXPECT_EQ(TakeLog(), row.told) << row.text;
-    }
-}
-
-TEST_F(HuxEditTextTest, CorrectsAndRoundsRealNumbers) {
-    const struct {
-        double max, min;
         const char *format, *text;
         bool valid;
         double value;
         const char *shown, *told;
     } rows[] = {
-        { 10, 0, "", "3.14159", true, 3.1, "3.1 s", "1 " },
-        { 10, 0, "", "3.1", true, 3.1, "3.1 s", "" },
-        { 10, 0, "%.3f", "3.14159", true, 3.142, "3.142 s", "1 " },
-        { 10, 0, "%n%s", "3.14159", true, 3.1, "3.1 s", "1 " },
-        { 10, -10, "%.2f", "10.001", false, 10, "10.00 s", "beep 1 " },
-        { 10, -10, "", "-99", false, -10, "-10.0 s", "beep 1 " },
-        { 10, 1, "%g", "", false, 2.5, "2.5 s", "beep 1 " },
-        { 0, 0, "", "1234567.891", true, 1234567.891, "1234567.891 s",
-          "" }, // no range, no rounding
+        { false, 100, 0, 0, "", "100", true, 100, "100", "" },
+        { false, 100, 0, 0, "", "123", false, 100, "100", "beep 1 " },
+        { false, 10, -5, 0, "", "-10", false, -5, "-5", "beep 1 " },
+        { false, 99, 3, 36, "", "", false, 36, "36", "beep 1 " },
+        // The default lies within the range.
+        { false, 99, 3, 500, "", "", false, 99, "99", "beep 1 " },
+        { false, 0, 0, 0, "", "4294967295", true, 4294967295, "4294967295", "" },
+        { false, 0, 0, 0, "", "99999999999999999999", true, 4294967295, "99999999999999999999",
+          "" },
+        { false, 9, -1e300, 0, "", "-99999999999", true, -2147483648.0, "-99999999999", "" },
+        { false, 1e300, -1, 0, "", "99999999999", true, 2147483647, "99999999999", "" },
+        { true, 10, 0, 0, "", "3.14159", true, 3.1, "3.1", "1 " },
+        { true, 10, 0, 0, "", "3.1", true, 3.1, "3.1", "" },
+        { true, 10, 0, 0, "%.3f", "3.14159", true, 3.142, "3.142", "1 " },
+        { true, 10, 0, 0, "%n%s", "3.14159", true, 3.1, "3.1", "1 " },
+        { true, 10, -10, 0, "%.2f", "10.001", false, 10, "10.00", "beep 1 " },
+        { true, 10, -10, 0, "", "-99", false, -10, "-10.0", "beep 1 " },
+        { true, 10, 1, 2.5, "%g", "", false, 2.5, "2.5", "beep 1 " },
+        // No range, no rounding.
+        { true, 0, 0, 0, "", "1234567.891", true, 1234567.891, "1234567.891", "" },
     };
     for (const auto& row : rows) {
-        const double def = row.min == 1 ? 2.5 : 0;
-        field->SetSuffix("s");
-        field->SetType(true, row.max, row.min, def, false, row.format);
+        field->SetType(row.isReal, row.max, row.min, row.def, false, row.format);
         field->SetText(row.text);
         TakeLog();
-        double value = -7;
-        EXPECT_EQ(field->GetDouble(value, true), row.valid) << row.text;
-        EXPECT_EQ(Text(), row.shown) << row.text;
-        EXPECT_EQ(TakeLog(), row.told) << row.text;
-        if (row.valid || *row.text == '\0') {
-            EXPECT_DOUBLE_EQ(value, row.value) << row.text;
-        } else {
-            EXPECT_EQ(value, -7) << row.text;
+        double real = -7;
+        long integer = -7;
+        for (const bool report : { false, true }) {
+            EXPECT_EQ(row.isReal ? field->GetDouble(real, report) : field->GetInt(integer, report),
+                      row.valid)
+                << row.text;
+            EXPECT_EQ(Text(), report ? row.shown : row.text);
+            EXPECT_EQ(TakeLog(), report ? row.told : "") << row.text;
         }
-        value = -7;
-        EXPECT_TRUE(field->GetNumber(value));
-        EXPECT_DOUBLE_EQ(value, row.value) << row.text;
+        const double given = row.valid || *row.text == '\0' ? row.value : -7;
+        EXPECT_DOUBLE_EQ(row.isReal ? real : static_cast<double>(integer), given) << row.text;
+        EXPECT_TRUE(!row.isReal || field->GetNumber(real)) << row.text;
+        EXPECT_DOUBLE_EQ(row.isReal ? real : row.value, row.value) << row.text;
     }
 }
 
@@ -287,11 +232,6 @@ TEST_F(HuxEditTextTest, MayEndInItsOwnNotices) {
     } rows[] = {
         { "pasted", [&] { Paste("1a"); } },
         { "set", [&] { field->SetText("5"); } },
-        { "corrected",
-          [&] {
-              long value = 0;
-              field->GetInt(value, true);
-          } },
         { "checked", [&] { field->CheckControlValue(); } },
         { "focus moved", [&] { otherEdit->setFocus(); } },
         { "disabled", [&] { field->Disable(); } },
@@ -326,6 +266,111 @@ TEST_F(HuxEditTextTest, LetsGoOfTheControlWhenDetached) {
     Paste("b");
     EXPECT_EQ(edit->text(), "a/b");
     EXPECT_TRUE(Control::Find(control));
+}
+
+// The focus comes and goes, with values that may not stay ---------------------------------------------
+
+class HuxEditTextFocusTest : public test::HuxEditTextFixture {
+protected:
+    void SetUp() override {
+        HuxEditTextFixture::SetUp();
+        field->SetType(false, 100, 0, 50, false);
+        other->SetType(true, 10, 0, 1, false);
+        field->SetInt(1);
+        other->SetDouble(1);
+        Focus(edit);
+    }
+};
+
+TEST_F(HuxEditTextFocusTest, ChecksTheValueWhenTheFocusLeaves) {
+    const struct {
+        const char *typed, *shown, *told;
+    } rows[] = { { "123", "100", "beep 1 5 71:4 " },
+                 { "", "50", "beep 1 5 71:4 " },
+                 { "7", "7", "5 71:4 " },
+                 { "007", "7", "1 5 71:4 " } };
+    for (const auto& row : rows) {
+        Enter(row.typed);
+        TakeLog();
+        QTest::keyClick(edit, Qt::Key_Tab);
+        EXPECT_TRUE(otherEdit->hasFocus());
+        EXPECT_EQ(Text(), row.shown) << row.typed;
+        // The tab itself is a key that was passed, and its notice is posted.
+        EXPECT_EQ(TakeLog(), std::string(row.told) + "1 ") << row.typed;
+        edit->setFocus();
+        EXPECT_EQ(TakeLog(), "71:5 4 ");
+    }
+}
+
+TEST_F(HuxEditTextFocusTest, TwoInvalidFieldsDoNotFightForTheFocus) {
+    // The owner answers every correction by going back to the field.
+    int notices = 0;
+    onNotice = [&](std::uint32_t commandID, long value) {
+        if (++notices < 100 && value == kEditTextChanged)
+            test::At(window).SetKeyboardFocus(
+                Control::Find((commandID == 70 ? field : other)->GetControlRef()));
+    };
+    edit->setText("999");
+    otherEdit->setText("999.9");
+    otherEdit->setFocus();
+    Drain();
+    EXPECT_LT(notices, 20) << log;
+    onNotice = nullptr;
+    edit->setFocus();
+    otherEdit->setFocus();
+    Drain();
+    EXPECT_EQ(Text(), "100");
+    EXPECT_EQ(TextOf(*other), "10.0");
+}
+
+TEST_F(HuxEditTextFocusTest, IsLeftAloneWhileItMayNotBeChecked) {
+    const struct {
+        const char* what;
+        std::function<void()> begin;
+        std::function<void()> end;
+    } rows[] = {
+        { "unchecked", [&] { field->SetAutoCheck(false); }, [&] { field->SetAutoCheck(true); } },
+        { "hidden", [&] { field->Hide(true); }, [&] { field->Show(true); } },
+        { "disabled", [&] { field->Disable(); }, [&] { field->Enable(); } },
+    };
+    for (const auto& row : rows) {
+        row.begin();
+        edit->setText("999");
+        EXPECT_TRUE(field->CheckControlValue()) << row.what;
+        EXPECT_EQ(Text(), "999") << row.what;
+        row.end();
+    }
+    Drain();
+    EXPECT_FALSE(field->CheckControlValue());
+    long start = 0, end = 0;
+    EXPECT_TRUE(field->GetSelection(start, end));
+    EXPECT_EQ(std::pair(start, end), std::pair(0L, 3L)) << "what was wrong is selected";
+}
+
+TEST_F(HuxEditTextFocusTest, IsCheckedBeforeItIsDisabled) {
+    Enter("999");
+    TakeLog();
+    field->Disable();
+    EXPECT_EQ(Text(), "100");
+    EXPECT_FALSE(edit->hasFocus());
+    field->Enable();
+    Enter("5");
+    EXPECT_EQ(Text(), "5");
+}
+
+TEST_F(HuxEditTextFocusTest, FollowsTheWindowsFocus) {
+    Enter("999");
+    TakeLog();
+    const auto send = [&](std::uint32_t kind) {
+        HuxCarbonEvent const event(kEventClassWindow, kind);
+        SendEventToEventTarget(event.GetEventRef(), UIObject::TargetOf(window));
+        return TakeLog();
+    };
+    EXPECT_EQ(send(kEventWindowFocusRelinquish), "beep 1 5 ");
+    EXPECT_EQ(send(kEventWindowFocusAcquired), "4 ");
+    test::At(window).SetKeyboardFocus(nullptr);
+    EXPECT_EQ(TakeLog(), "5 ");
+    EXPECT_EQ(send(kEventWindowFocusRelinquish), "");
 }
 
 } // namespace

@@ -45,11 +45,12 @@ TEST_F(HuxLittleArrowsTest, StepsFromWhatTheFieldShowsWithinItsRange) {
 TEST_F(HuxLittleArrowsTest, AddsUpStepsThatAreFinerThanTheFormat) {
     field->SetType(true, 1, 0, 0, false);
     field->SetText("0.5");
-    arrows->SetEditControl(field, 2, 1, 0);
+    arrows->SetEditControl(field, 2, 1, 1);
+    otherEdit->setFocus();
     TakeLog();
     for (int step = 0; step < 4; ++step)
         Up();
-    EXPECT_EQ(TakeLog(), "5:20 5:20 5:20 5:20 ") << "nothing to see yet";
+    EXPECT_EQ(TakeLog(), "71:5 4 5:20 5:20 5:20 5:20 ") << "the focus, as asked for, alone";
     Up();
     Up();
     EXPECT_EQ(Text(), "0.6");
@@ -103,14 +104,6 @@ TEST_F(HuxLittleArrowsTest, MayEndInTheNoticeOfItsStep) {
         onNotice = nullptr;
         arrows = NewArrows<HuxLittleArrows>();
     }
-}
-
-TEST_F(HuxLittleArrowsTest, GivesTheFieldTheFocusWhenAsked) {
-    field->SetType(false, 9, 0, 0, false);
-    otherEdit->setFocus();
-    arrows->SetEditControl(field, 0, 0, 1);
-    Up();
-    EXPECT_TRUE(edit->hasFocus());
 }
 
 } // namespace

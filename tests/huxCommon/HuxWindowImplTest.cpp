@@ -50,10 +50,7 @@ public:
 
 class HuxWindowImplTest : public testing::Test {
 protected:
-    HuxWindowImplTest() {
-        m_bundle.AddForm("Main", { { "QCheckBox", 10 } });
-        m_bundle.AddBrokenForm("Broken");
-    }
+    HuxWindowImplTest() { m_bundle.AddForm("Main", { { "QCheckBox", 10 } }); }
 
     std::string m_log;
     test::ToolkitBundle m_bundle;
@@ -61,16 +58,24 @@ protected:
     test::HostErrors m_errors;
 };
 
-TEST_F(HuxWindowImplTest, CreatingAttachesTheControlsThenInitializes) {
+TEST_F(HuxWindowImplTest, TheObjectStaysWhenTheWindowEndsAndNotTheOtherWay) {
     ASSERT_EQ(m_window->Create(), kNoErr);
     EXPECT_EQ(m_log, "attach init 1 ");
     EXPECT_FALSE(m_window->missing.IsValid());
-    EXPECT_FALSE(m_window->IsVisible());
-    EXPECT_EQ(HuxWindowBase::FromWindow(m_window->GetWindowRef()), m_window.get());
+    WindowRef window = m_window->GetWindowRef();
+    EXPECT_EQ(HuxWindowBase::FromWindow(window), m_window.get());
     EXPECT_EQ(HuxControlImpl::FromControl(m_window->FindControl({ kHuxPropertyCreator, 10 })),
               &m_window->check);
     EXPECT_EQ(m_window->Create(), kParamErr) << "it has a window";
+    test::Dispose(window);
+    EXPECT_EQ(m_window->GetWindowRef(), nullptr);
+    EXPECT_EQ(m_window->check.GetControlRef(), nullptr);
+    EXPECT_FALSE(m_window->IsInstalled());
+    EXPECT_EQ(m_window->Create(), kNoErr);
     EXPECT_TRUE(m_window->check.IsValid());
+    window = m_window->GetWindowRef();
+    m_window.reset();
+    EXPECT_FALSE(test::IsThere(window));
 }
 
 TEST_F(HuxWindowImplTest, ARefusedInitializationTellsAndLeavesNoWindow) {
@@ -81,27 +86,6 @@ TEST_F(HuxWindowImplTest, ARefusedInitializationTellsAndLeavesNoWindow) {
     EXPECT_EQ(m_window->check.GetControlRef(), nullptr);
     m_window->usable = true;
     EXPECT_EQ(m_window->Create(), kNoErr) << "the object may try again";
-}
-
-TEST_F(HuxWindowImplTest, TheWindowsEndDetachesTheControlsAndTheObjectStays) {
-    m_window->Create();
-    const WindowRef window = m_window->GetWindowRef();
-    test::Dispose(window);
-    EXPECT_EQ(m_window->GetWindowRef(), nullptr);
-    EXPECT_EQ(m_window->check.GetControlRef(), nullptr);
-    EXPECT_FALSE(m_window->IsInstalled());
-    EXPECT_EQ(HuxWindowBase::FromWindow(window), nullptr);
-    m_window->Dispose();
-    EXPECT_EQ(m_window->Create(), kNoErr);
-    EXPECT_TRUE(m_window->check.IsValid());
-}
-
-TEST_F(HuxWindowImplTest, TheObjectsEndEndsTheWindow) {
-    m_window->Create();
-    const WindowRef window = m_window->GetWindowRef();
-    m_window.reset();
-    EXPECT_FALSE(test::IsThere(window));
-    EXPECT_EQ(m_log, "attach init 1 ~");
 }
 
 TEST_F(HuxWindowImplTest, ObjectOrWindowMayEndWhileTheyInitialize) {

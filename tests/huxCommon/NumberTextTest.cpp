@@ -60,6 +60,7 @@ TEST(NumberTextTest, WritesByAnyFormatThatHasOneNumber) {
         Row { "%03ld", 7, "007" }, Row { "%.0f%%", 50, "50%" }, Row { "x%.1fy", 1, "x1.0y" },
         Row { "%.1f", -0.01, "0.0" }, Row { "%.1f", std::nan(""), "0.0" },
         Row { "%d", kInfinity, std::to_string(std::numeric_limits<long>::max()) },
+        Row { "%d", std::nan(""), "0" }, Row { "%d", -2.9, "-2" },
         // None of one number: as with "%.1f".
         Row { "", 1.25, "1.2" }, Row { "none", 1.25, "1.2" }, Row { "%s", 1.25, "1.2" },
         Row { "%n", 1.25, "1.2" }, Row { "%", 1.25, "1.2" }, Row { "%.1f %.1f", 1.25, "1.2" },
@@ -69,13 +70,6 @@ TEST(NumberTextTest, WritesByAnyFormatThatHasOneNumber) {
         EXPECT_EQ(FormatDouble(row.format, row.number), row.text) << row.format;
     EXPECT_EQ(FormatDouble("%.99999999999999f", kInfinity).size(), 309U + 1 + 40);
     EXPECT_EQ(FormatDouble("%0999999999999f", 1).size(), 64U);
-}
-
-TEST(NumberTextTest, LeavesOutTheFraction) {
-    EXPECT_EQ(Truncated(-2.9), -2);
-    EXPECT_EQ(Truncated(std::nan("")), 0);
-    EXPECT_EQ(Truncated(9223372036854775808.0), std::numeric_limits<long>::max());
-    EXPECT_EQ(Truncated(-kInfinity), std::numeric_limits<long>::min());
 }
 
 } // namespace

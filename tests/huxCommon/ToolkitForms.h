@@ -13,9 +13,9 @@
 #include <QWidget>
 #include <gmock/gmock.h>
 
+#include "huxCommon/HostErrors.h"
 #include "huxCommon/huxGUI/HuxCarbonEvent.h"
 #include "huxCommon/huxGUI/HuxDialogImpl.h"
-#include "huxCommon/huxGUI/HuxError.h"
 #include "support/TemporaryFolder.h"
 #include "support/WindowRefs.h"
 
@@ -61,9 +61,6 @@ public:
         m_folder.Write("Toolkit.bundle/Contents/Resources/Toolkit.nib/" + name + ".ui",
                        FormText(name, widgets));
     }
-    void AddBrokenForm(const std::string& name) {
-        m_folder.Write("Toolkit.bundle/Contents/Resources/Toolkit.nib/" + name + ".ui", "<ui");
-    }
     platform::CFBundleRef Get() const { return m_bundle; }
     void Release() {
         if (m_bundle)
@@ -97,36 +94,5 @@ inline void Click(platform::WindowRef window, const char* name) {
     // Near its beginning, where a box or a radio button without a text is, too.
     QTest::mouseClick(widget, Qt::LeftButton, {}, { 8, widget->height() / 2 });
 }
-
-// Keeps what the toolkit reports to the host.
-class HostErrors {
-public:
-    HostErrors() {
-        platform::EventTypeSpec const type { kHuxErrorCode, kHuxErrorKind };
-        platform::InstallEventHandler(platform::GetApplicationEventTarget(), Take, 1, &type, this,
-                                      &m_handler);
-    }
-    HostErrors(const HostErrors&) = delete;
-    HostErrors& operator=(const HostErrors&) = delete;
-    ~HostErrors() { platform::RemoveEventHandler(m_handler); }
-
-    std::vector<_HUX_ERROR> TakeAll() {
-        Drain();
-        return std::exchange(m_errors, {});
-    }
-
-private:
-    static platform::OSStatus Take(platform::EventHandlerCallRef, platform::EventRef event,
-                                   void* self) {
-        _HUX_ERROR error {};
-        HuxCarbonEvent(event, true)
-            .GetParameter(kHuxErrorCode, kHuxErrorCode, sizeof error, &error);
-        static_cast<HostErrors*>(self)->m_errors.push_back(error);
-        return platform::kNoErr;
-    }
-
-    platform::EventHandlerRef m_handler = nullptr;
-    std::vector<_HUX_ERROR> m_errors;
-};
 
 } // namespace test

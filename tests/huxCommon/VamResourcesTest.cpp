@@ -8,12 +8,16 @@
 #include <gmock/gmock.h>
 
 #include "huxCommon/huxCoreFoundation/HuxString.h"
+#include "huxCommon/huxGUI/HuxEvents.h"
 #include "huxCommon/huxUtility/HuxResource.h"
 #include "huxCommon/huxUtility/VamBundle.h"
 #include "huxCommon/huxUtility/VamCursor.h"
+#include "huxCommon/huxUtility/VamWindowItem.h"
+#include "platform/ui/Controls.h"
 #include "platform/ui/UIObject.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TemporaryFolder.h"
+#include "support/WindowRefs.h"
 
 namespace {
 
@@ -95,20 +99,7 @@ TEST_F(VamResources, PicturesFollowAHeader) {
     EXPECT_EQ(vamLoadPictFromBundle(nullptr, HuxString("whole").GetCFString(), nullptr), nullptr);
 }
 
-TEST_F(VamResources, FilesAreFoundByNameAndType) {
-    const std::filesystem::path file = Put("a.txt", "");
-    const HuxString name("a"), type("txt"), otherType("pct");
-    FSRef found { "untouched" };
-    EXPECT_FALSE(vamGetResourceFSRefFromBundle(&found, Bundle(), name.GetCFString(),
-                                               otherType.GetCFString(), nullptr));
-    EXPECT_STREQ(found.path, "untouched");
-    EXPECT_TRUE(vamGetResourceFSRefFromBundle(&found, Bundle(), name.GetCFString(),
-                                              type.GetCFString(), nullptr));
-    EXPECT_EQ(found.path, file);
-    EXPECT_EQ(vamCreateBundleCommonResource(HuxString("NoSuchBundle").GetCFString()), nullptr);
-}
-
-TEST(VamCursor, KnowsTheSystemsNames) {
+TEST_F(VamResources, KnowTheSystemsCursors) {
     struct Row {
         const char* name;
         bool system;
@@ -148,49 +139,49 @@ TEST_F(VamResources, CursorsAreLoadedOnce) {
 TEST_F(VamResources, AResourceKeepsItsTypeWhenItOwnsNothing) {
     Put("picture.pct", Pct(6, 6));
     const HuxString name("picture"), missing("missing");
-    HuxResource owner(true);
-    EXPECT_FALSE(owner.IsValid());
-    ASSERT_NE(owner.LoadPICT(name.GetCFString(), Bundle(), nullptr), nullptr);
-    EXPECT_TRUE(owner.IsValid());
-    EXPECT_EQ(owner.LoadPICT(missing.GetCFString(), Bundle(), nullptr), nullptr);
-    EXPECT_EQ(owner.GetType(), kHuxResourceNone);
-
+    HuxResource owner(true), looker(true);
     const platform::PicHandle lent = owner.LoadPICT(name.GetCFString(), Bundle(), nullptr);
-    HuxResource looker(true);
     looker.Attach(lent, false);
     looker.Release();
     EXPECT_EQ(looker.GetType(), kHuxResourcePict);
     EXPECT_FALSE(looker.IsValid());
-    EXPECT_EQ(platform::GetPictureBounds(lent).right, 6); // still there
-
-    owner.Detach();
-    EXPECT_FALSE(owner.IsValid());
-    EXPECT_EQ(platform::GetPictureBounds(lent).right, 6);
-    platform::KillPicture(lent);
+    EXPECT_EQ(platform::GetPictureBounds(lent).right, 6) << "still there";
+    EXPECT_TRUE(owner.IsValid());
+    EXPECT_EQ(owner.LoadPICT(missing.GetCFString(), Bundle(), nullptr), nullptr);
+    EXPECT_EQ(owner.GetType(), kHuxResourceNone);
 }
 
 TEST_F(VamResources, TheLastIconOfANameIsTheCachedOne) {
     Put("lamp.icns", Png(16, 16));
     const HuxString name("lamp"), missing("missing");
     HuxResource first(true), second(true);
-    const platform::IconRef older = first.LoadIcon(name.GetCFString(), Bundle(), nullptr);
+    ASSERT_NE(first.LoadIcon(name.GetCFString(), Bundle(), nullptr), nullptr);
     const platform::IconRef newer = second.LoadIcon(name.GetCFString(), Bundle(), nullptr);
-    ASSERT_NE(older, nullptr);
-    EXPECT_NE(older, newer);
     EXPECT_EQ(second.GetType(), kHuxResourceIcon);
+    EXPECT_EQ(HuxResource::GetIconRefCache(missing.GetCFString()), nullptr);
     const platform::IconRef cached = HuxResource::GetIconRefCache(name.GetCFString());
     EXPECT_EQ(cached, newer);
-    EXPECT_EQ(HuxResource::GetIconRefCache(missing.GetCFString()), nullptr);
-
-    second.Release();
+    EXPECT_EQ(second.LoadIcon(missing.GetCFString(), Bundle(), nullptr), nullptr);
+    EXPECT_FALSE(second.IsValid());
     HuxResource::UnregisterIconRef();
     EXPECT_EQ(HuxResource::GetIconRefCache(name.GetCFString()), nullptr);
     EXPECT_EQ(platform::ReleaseIconRef(cached), platform::kNoErr); // its own count kept it
+}
 
-    platform::IconRef none = nullptr;
-    EXPECT_EQ(HuxResource::RegisterIconRef(missing.GetCFString(), Bundle(), nullptr, &none), -50);
-    EXPECT_EQ(second.LoadIcon(missing.GetCFString(), Bundle(), nullptr), nullptr);
-    EXPECT_FALSE(second.IsValid());
+TEST_F(VamResources, AWindowsItemGivesItsBoundsAndTheAddressOfItsResult) {
+    const platform::WindowRef window = platform::Window::Create({ 0, 0, 100, 200 });
+    ASSERT_TRUE(window);
+    platform::Control::Create(window, "UserPane", { 10, 20, 40, 80 })->id =
+        platform::ControlID { kHuxPropertyCreator, 91 };
+    platform::Rect bounds { 1, 2, 3, 4 };
+    EXPECT_EQ(vamGetWindowItemAsRect(window, 92, &bounds), platform::kErrControlNotFound);
+    EXPECT_EQ(bounds.right, 4);
+    const platform::OSStatus status = vamGetWindowItemAsRect(window, 91, &bounds);
+    EXPECT_EQ(status, static_cast<std::int32_t>(reinterpret_cast<std::uintptr_t>(&bounds)));
+    EXPECT_EQ(bounds.left, 20);
+    EXPECT_EQ(bounds.bottom, 40);
+    test::Dispose(window);
+    EXPECT_NE(vamGetWindowItemAsRect(window, 91, &bounds), platform::kNoErr);
 }
 
 } // namespace

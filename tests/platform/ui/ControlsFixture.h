@@ -12,34 +12,10 @@
 #include <gtest/gtest.h>
 
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/support/ChainHandler.h"
+#include "platform/ui/support/ControlEvents.h"
 #include "platform/ui/windows/Window.h"
 
 namespace test {
-
-inline constexpr platform::EventTypeSpec kHit { platform::kEventClassControl,
-                                                platform::kEventControlHit };
-inline constexpr platform::EventTypeSpec kDraw { platform::kEventClassControl,
-                                                 platform::kEventControlDraw };
-inline constexpr platform::EventTypeSpec kDisposed { platform::kEventClassControl,
-                                                     platform::kEventControlDisposed };
-inline constexpr platform::EventTypeSpec kCommand { platform::kEventClassCommand,
-                                                    platform::kEventCommandProcess };
-
-inline platform::ControlPartCode PartOf(platform::EventRef event) {
-    platform::ControlPartCode part = -1;
-    platform::GetEventParameter(event, platform::kEventParamControlPart,
-                                platform::kTypeControlPartCode, nullptr, sizeof part, nullptr,
-                                &part);
-    return part;
-}
-
-inline platform::HICommandExtended CommandOf(platform::EventRef event) {
-    platform::HICommandExtended command {};
-    platform::GetEventParameter(event, platform::kEventParamDirectObject, platform::kTypeHICommand,
-                                nullptr, sizeof command, nullptr, &command);
-    return command;
-}
 
 class ControlsFixture : public testing::Test {
 protected:

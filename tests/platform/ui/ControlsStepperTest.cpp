@@ -45,11 +45,11 @@ protected:
 
 TEST_F(ControlsStepperTest, StepsByOneWhenNobodyHandlesTheHit) {
     std::string log;
-    const Handler hit(On(stepper).Target(), { kHit }, [&](EventRef event) {
+    const ChainHandler hit(On(stepper).Target(), { kHit }, [&](EventRef event) {
         log += std::to_string(PartOf(event)) + " ";
         return kEventNotHandledErr;
     });
-    const Handler command(Owner().Target(), { kCommand }, [&](EventRef) {
+    const ChainHandler command(Owner().Target(), { kCommand }, [&](EventRef) {
         log += "-> " + std::to_string(On(stepper).Value()) + ", ";
         return kNoErr;
     });
@@ -67,21 +67,24 @@ TEST_F(ControlsStepperTest, StepsByOneWhenNobodyHandlesTheHit) {
     EXPECT_EQ(log, "20 -> 2, 20 -> 3, 21 -> 2, ");
 }
 
-TEST_F(ControlsStepperTest, StopsAtItsBoundsAndSaysSoAnyway) {
+TEST_F(ControlsStepperTest, StopsAtItsFormsBoundsAndSaysSoAnyway) {
     constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
-    constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
-    On(stepper).SetMaximum(kMost);
-    On(stepper).SetMinimum(kLeast);
+    QWidget* const made = MakeCustomWidget(QStringLiteral("Stepper"), widget);
+    made->setProperty("minimum", -kMost - 1);
+    made->setProperty("maximum", kMost);
+    made->setProperty("value", kMost);
+    Control& control = On(Make(made));
+    control.commandID = 9;
     int commands = 0;
-    const Handler command(Owner().Target(), { kCommand }, [&](EventRef) {
+    const ChainHandler command(Owner().Target(), { kCommand }, [&](EventRef) {
         ++commands;
         return kNoErr;
     });
-    for (const auto& [value, key] : { std::pair { kMost, Qt::Key_Up }, { kLeast, Qt::Key_Down } }) {
-        On(stepper).SetValue(value);
-        QTest::keyClick(arrows, key);
-        EXPECT_EQ(On(stepper).Value(), value);
-    }
+    QTest::keyClick(made, Qt::Key_Up);
+    EXPECT_EQ(control.Value(), kMost);
+    control.SetValue(-kMost - 1);
+    QTest::keyClick(made, Qt::Key_Down);
+    EXPECT_EQ(control.Value(), -kMost - 1);
     EXPECT_EQ(commands, 2);
 }
 
@@ -112,7 +115,7 @@ TEST_F(ControlsStepperTest, ARepeatedHitMayDisableHideOrEndIt) {
         widget->show();
         heldArrows->show();
         int hits = 0;
-        const Handler hit(On(held).Target(), { kHit }, [&](EventRef) {
+        const ChainHandler hit(On(held).Target(), { kHit }, [&](EventRef) {
             if (++hits == 2)
                 act(On(held));
             return kNoErr;
@@ -126,7 +129,7 @@ TEST_F(ControlsStepperTest, ARepeatedHitMayDisableHideOrEndIt) {
 
 TEST_F(ControlsStepperTest, AHandlerWithALoopOfItsOwnEndsTheRepeat) {
     int hits = 0;
-    const Handler hit(On(stepper).Target(), { kHit }, [&](EventRef) {
+    const ChainHandler hit(On(stepper).Target(), { kHit }, [&](EventRef) {
         ++hits;
         Tick(arrows); // in the loop of an alert, say; the release of the mouse never comes
         return kNoErr;
@@ -134,17 +137,6 @@ TEST_F(ControlsStepperTest, AHandlerWithALoopOfItsOwnEndsTheRepeat) {
     QTest::mousePress(arrows, Qt::LeftButton, {}, kUpArrow);
     Tick(arrows);
     EXPECT_EQ(hits, 1);
-}
-
-TEST_F(ControlsStepperTest, TakesItsBoundsFromTheForm) {
-    QWidget* const made = MakeCustomWidget(QStringLiteral("Stepper"), widget);
-    made->setProperty("minimum", 3);
-    made->setProperty("maximum", 99);
-    made->setProperty("value", 36);
-    const ControlRef control = Make(made);
-    EXPECT_EQ(On(control).Minimum(), 3);
-    EXPECT_EQ(On(control).Maximum(), 99);
-    EXPECT_EQ(On(control).Value(), 36);
 }
 
 } // namespace

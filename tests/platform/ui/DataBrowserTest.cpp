@@ -84,23 +84,12 @@ protected:
     ListView* view = nullptr;
 };
 
-TEST_F(DataBrowserTest, RowsShowWhatTheCallbackSays) {
+TEST_F(DataBrowserTest, RowsAndTheSelectionAreToldAndGivenInTheirOrder) {
     Add({ 3, 1, 2 });
     EXPECT_EQ(List().AddItems(Items { 4, 1 }), kParamErr) << "1 is there";
     EXPECT_EQ(List().AddItems(Items { kDataBrowserNoItem }), kParamErr);
     EXPECT_THAT(List().AllItems(), ElementsAre(3, 1, 2));
     EXPECT_EQ(Shown(0), "Item 3");
-    names[3] = "新しい";
-    List().UpdateItems();
-    EXPECT_EQ(Shown(0), "新しい");
-    EXPECT_EQ(List().RemoveItems(Items { 3, 5 }), kParamErr) << "5 is not";
-    EXPECT_THAT(List().AllItems(), ElementsAre(1, 2));
-    EXPECT_EQ(List().RevealItem(3), kParamErr);
-    EXPECT_THAT(told, ElementsAre(Pair(3, kDataBrowserItemRemoved)));
-}
-
-TEST_F(DataBrowserTest, SelectionIsToldAndGivenInTheOrderOfTheRows) {
-    Add({ 3, 1, 2 });
     List().SelectItems(Items { 2, 3 });
     EXPECT_THAT(List().SelectedItems(), ElementsAre(3, 2));
     told.clear();
@@ -109,9 +98,11 @@ TEST_F(DataBrowserTest, SelectionIsToldAndGivenInTheOrderOfTheRows) {
                                                     Pair(2, kDataBrowserItemDeselected),
                                                     Pair(1, kDataBrowserItemSelected)));
     told.clear();
+    EXPECT_EQ(List().RemoveItems(Items { 3, 5 }), kParamErr) << "5 is not there";
+    EXPECT_EQ(List().RevealItem(3), kParamErr);
     List().RemoveItems(List().AllItems());
     EXPECT_THAT(told,
-                ElementsAre(Pair(1, kDataBrowserItemDeselected), Pair(3, kDataBrowserItemRemoved),
+                ElementsAre(Pair(3, kDataBrowserItemRemoved), Pair(1, kDataBrowserItemDeselected),
                             Pair(1, kDataBrowserItemRemoved), Pair(2, kDataBrowserItemRemoved)));
     EXPECT_THAT(List().SelectedItems(), IsEmpty());
 }
@@ -119,7 +110,7 @@ TEST_F(DataBrowserTest, SelectionIsToldAndGivenInTheOrderOfTheRows) {
 TEST_F(DataBrowserTest, TheKeysOfAnEditorEndTheEditingAndPressNoButton) {
     const ControlRef button = Make<QPushButton>();
     int presses = 0;
-    const test::Handler counter(On(button).Target(), { test::kHit }, [&](EventRef) {
+    const test::ChainHandler counter(On(button).Target(), { test::kHit }, [&](EventRef) {
         ++presses;
         return kNoErr;
     });

@@ -54,7 +54,7 @@ protected:
     ControlRef control = nullptr;
     PopupButton* button = nullptr;
     Menu* menu = nullptr;
-    std::optional<test::Handler> hits;
+    std::optional<test::ChainHandler> hits;
     std::vector<std::int32_t> picks;
 };
 
@@ -71,8 +71,8 @@ TEST_F(MenusTest, ItemsCountFromOneAndCarryTheirData) {
     EXPECT_EQ(menu->Item(2)->refCon, -7);
     EXPECT_TRUE(menu->Item(2)->checked);
 
-    menu->Delete(3, 1);
     EXPECT_FALSE(menu->SetChecked(0, true) || menu->SetText(3, "") || menu->SetSubmenu(3, nullptr));
+    menu->Delete(3, 1);
     EXPECT_EQ(menu->Count(), 2);
     menu->Delete(1, 100); // as many as there are
     EXPECT_EQ(menu->Item(1), nullptr);
@@ -86,8 +86,6 @@ TEST_F(MenusTest, TheValueOutlivesChangesOfTheMenuWhereItCan) {
     menu->Append("5");
     EXPECT_EQ(On(control).Value(), 2);
     EXPECT_EQ(On(control).Maximum(), 3);
-    menu->SetChecked(1, true);
-    EXPECT_EQ(On(control).Value(), 2);
     On(control).SetMaximum(1);
     On(control).SetValue(3);
     EXPECT_EQ(On(control).Value(), 3) << "the menu says how many values there are";
@@ -206,7 +204,7 @@ TEST_F(MenusTest, APickMayDisposeOfTheWindow) {
     FillWithStrings();
     Show();
     const MenuRef shown = menu->Ref();
-    const test::Handler disposer(On(control).Target(), { test::kHit }, [&](EventRef) {
+    const test::ChainHandler disposer(On(control).Target(), { test::kHit }, [&](EventRef) {
         test::Dispose(window);
         return kNoErr;
     });

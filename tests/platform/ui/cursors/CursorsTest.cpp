@@ -51,36 +51,21 @@ protected:
     QLineEdit m_field { &m_window };
 };
 
-TEST_F(Cursors, OfAThemeLastUntilTheMouseLeaves) {
-    struct Row {
-        ThemeCursor theme;
-        Qt::CursorShape shape;
-    };
-    for (const Row& row :
-         { Row { kThemeIBeamCursor, Qt::IBeamCursor }, Row { kThemeCrossCursor, Qt::CrossCursor },
-           Row { kThemePlusCursor, Qt::CrossCursor },
-           Row { kThemePointingHandCursor, Qt::PointingHandCursor },
-           Row { kThemeArrowCursor, Qt::ArrowCursor } }) {
-        MoveOver(m_pane);
-        EXPECT_EQ(SetThemeCursor(row.theme), kNoErr);
-        EXPECT_EQ(m_pane.cursor().shape(), row.shape) << row.theme;
-        EXPECT_EQ(CurrentThemeCursor(), row.theme);
-        MoveOver(m_field);
-        EXPECT_FALSE(m_pane.testAttribute(Qt::WA_SetCursor)) << row.theme;
+TEST_F(Cursors, OfAThemeLastUntilTheMouseLeavesAndAFieldHasItsOwn) {
+    for (QWidget* const widget : std::initializer_list<QWidget*> { &m_pane, &m_field }) {
+        QWidget& other = widget == &m_pane ? static_cast<QWidget&>(m_field) : m_pane;
+        const Qt::CursorShape own = widget->cursor().shape();
+        MoveOver(*widget);
+        EXPECT_EQ(SetThemeCursor(kThemeCrossCursor), kNoErr);
+        EXPECT_EQ(CurrentThemeCursor(), kThemeCrossCursor);
+        EXPECT_EQ(widget->cursor().shape(), Qt::CrossCursor);
+        SetThemeCursor(kThemeArrowCursor);
+        EXPECT_EQ(widget->cursor().shape(), own);
+        SetThemeCursor(kThemeCrossCursor);
+        MoveOver(other);
+        EXPECT_EQ(widget->cursor().shape(), own);
     }
     EXPECT_EQ(SetThemeCursor(99), kParamErr);
-    EXPECT_EQ(CurrentThemeCursor(), kThemeArrowCursor);
-}
-
-TEST_F(Cursors, GiveAFieldItsOwnOneBack) {
-    MoveOver(m_field);
-    SetThemeCursor(kThemeCrossCursor);
-    EXPECT_EQ(m_field.cursor().shape(), Qt::CrossCursor);
-    SetThemeCursor(kThemeArrowCursor);
-    EXPECT_EQ(m_field.cursor().shape(), Qt::IBeamCursor);
-    SetThemeCursor(kThemeCrossCursor);
-    MoveOver(m_pane);
-    EXPECT_EQ(m_field.cursor().shape(), Qt::IBeamCursor);
 }
 
 TEST_F(Cursors, TheWatchStandsOverAllUntilAnother) {
@@ -96,6 +81,10 @@ TEST_F(Cursors, OfANameAreSetWhereTheMouseIs) {
     const SquareWorld world(32);
     ASSERT_EQ(RegisterNamedPixMapCursor(world.World(), 15, 15, "square"), kNoErr);
     EXPECT_EQ(RegisterNamedPixMapCursor(world.World(), 0, 0, "square"), kParamErr);
+    const test::TestWorld large(kMaxCursorSide + 1, 1);
+    EXPECT_EQ(RegisterNamedPixMapCursor(large.World(), 0, 0, "large"), kParamErr);
+    EXPECT_EQ(RegisterNamedPixMapCursor(world.World(), 0, 0, std::string(128, 'n').c_str()),
+              kParamErr);
     EXPECT_EQ(SetNamedPixMapCursor("no square"), kErrNoSuchCursor);
     EXPECT_STREQ(CurrentNamedCursor(), "");
 
@@ -109,18 +98,6 @@ TEST_F(Cursors, OfANameAreSetWhereTheMouseIs) {
     EXPECT_EQ(shown.pixelColor(16, 16), QColor(Qt::black));
     SetThemeCursor(kThemeCrossCursor);
     EXPECT_STREQ(CurrentNamedCursor(), "");
-}
-
-TEST_F(Cursors, RefuseWhatIsNoCursor) {
-    const SquareWorld world(32);
-    const test::TestWorld large(kMaxCursorSide + 1, 1);
-    EXPECT_EQ(RegisterNamedPixMapCursor(nullptr, 0, 0, "nothing"), kParamErr);
-    EXPECT_EQ(RegisterNamedPixMapCursor(large.World(), 0, 0, "large"), kParamErr);
-    EXPECT_EQ(RegisterNamedPixMapCursor(world.World(), 0, 0, std::string(128, 'n').c_str()),
-              kParamErr);
-    EXPECT_EQ(AddNamedPixMapCursorDensity(world.World(), "nothing"), kErrNoSuchCursor);
-    EXPECT_FALSE(IsNamedPixMapCursorRegistered("nothing"));
-    EXPECT_FALSE(IsNamedPixMapCursorRegistered("large"));
 }
 
 TEST_F(Cursors, TakeTheDrawingThatFitsTheScreen) {

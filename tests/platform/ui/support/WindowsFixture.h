@@ -16,29 +16,16 @@
 #include <gmock/gmock.h>
 
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/support/ChainHandler.h"
+#include "platform/ui/support/ControlEvents.h"
 #include "platform/ui/windows/Window.h"
 #include "support/WindowRefs.h"
 
 namespace test {
 
-inline constexpr platform::EventTypeSpec kCommand { platform::kEventClassCommand,
-                                                    platform::kEventCommandProcess };
 inline constexpr platform::EventTypeSpec kKeyDown { platform::kEventClassKeyboard,
                                                     platform::kEventRawKeyDown };
-inline constexpr platform::EventTypeSpec kFocus { platform::kEventClassControl,
-                                                  platform::kEventControlSetFocusPart };
-inline constexpr platform::EventTypeSpec kControlDisposed { platform::kEventClassControl,
-                                                            platform::kEventControlDisposed };
 constexpr platform::EventTypeSpec WindowEvent(std::uint32_t kind) {
     return { platform::kEventClassWindow, kind };
-}
-
-inline std::uint32_t CommandIn(platform::EventRef event) {
-    platform::HICommandExtended command {};
-    platform::GetEventParameter(event, platform::kEventParamDirectObject, platform::kTypeHICommand,
-                                nullptr, sizeof command, nullptr, &command);
-    return command.commandID;
 }
 
 // Runs the loop until the condition holds, or for so long that it never will.

@@ -16,10 +16,7 @@ protected:
     ChainHandler::Act Writes(const char* name) {
         return [this, name](EventHandlerCallRef call, EventRef event) {
             OSStatus const status = CallNextEventHandler(call, event);
-            ControlPartCode part = -1;
-            GetEventParameter(event, kEventParamControlPart, kTypeControlPartCode, nullptr,
-                              sizeof part, nullptr, &part);
-            m_log += name + std::to_string(part) + " ";
+            m_log += name + std::to_string(test::PartOf(event)) + " ";
             return status;
         };
     }

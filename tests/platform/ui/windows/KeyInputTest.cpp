@@ -1,8 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include <QKeyEvent>
-
 #include "platform/ui/support/WindowsFixture.h"
-#include "platform/ui/windows/Input.h"
 #include "support/WindowRefs.h"
 
 namespace platform {
@@ -58,9 +55,10 @@ TEST_F(KeyInputTest, ReturnAndEscapePressTheirButtonsWithoutAnyHandlerOfKeys) {
     std::vector<std::uint32_t> commands;
     const ChainHandler handler(UIObject::TargetOf(window), { test::kCommand },
                                [&commands](auto, EventRef event) {
-                                   commands.push_back(test::CommandIn(event));
+                                   commands.push_back(test::CommandOf(event).commandID);
                                    return kNoErr;
                                });
+    EXPECT_TRUE(dynamic_cast<QPushButton&>(*WidgetOf(ok)).isDefault()) << "as the user sees";
     Press(Qt::Key_Return);
     Press(Qt::Key_Enter, Qt::KeypadModifier);
     Press(Qt::Key_Escape);
@@ -78,38 +76,6 @@ TEST_F(KeyInputTest, ReturnAndEscapePressTheirButtonsWithoutAnyHandlerOfKeys) {
     Press(Qt::Key_Return);
     Press(Qt::Key_Escape);
     EXPECT_TRUE(commands.empty());
-}
-
-TEST_F(KeyInputTest, ShowsWhichButtonIsTheDefault) {
-    auto& button = dynamic_cast<QPushButton&>(*WidgetOf(ok));
-    EXPECT_TRUE(button.isDefault());
-    test::At(window).SetDefaultButton(Control::Find(other));
-    EXPECT_FALSE(button.isDefault());
-    EXPECT_TRUE(dynamic_cast<QPushButton&>(*WidgetOf(other)).isDefault());
-    Control::Find(other)->Dispose();
-    EXPECT_EQ(test::At(window).DefaultButton(), nullptr);
-}
-
-TEST_F(KeyInputTest, KeysHaveTheCodesOfKeyFilters) {
-    struct Row {
-        int key;
-        const char* text;
-        Qt::KeyboardModifiers modifiers;
-        std::uint32_t keyCode;
-        int charCode;
-    };
-    for (const Row& row : { Row { Qt::Key_1, "1", {}, kVirtualKeyOther, '1' },
-                            Row { Qt::Key_Home, "", {}, kVirtualKeyHome, 1 },
-                            Row { Qt::Key_Left, "", Qt::ShiftModifier, kVirtualKeyLeft, 28 },
-                            Row { Qt::Key_Enter, "\r", Qt::KeypadModifier, kVirtualKeyEnter, 3 },
-                            Row { 0xE9, "é", {}, kVirtualKeyOther, -1 },
-                            Row { Qt::Key_F1, "", {}, kVirtualKeyOther, 0 },
-                            Row { Qt::Key_V, "\x16", Qt::ControlModifier, kVirtualKeyOther, 'v' },
-                            Row { Qt::Key_Backtab, "", Qt::ShiftModifier, kVirtualKeyTab, 9 } }) {
-        const QKeyEvent key(QEvent::KeyPress, row.key, row.modifiers, QString::fromUtf8(row.text));
-        EXPECT_EQ(TranslateKey(key).keyCode, row.keyCode) << std::hex << row.key;
-        EXPECT_EQ(TranslateKey(key).charCode, row.charCode) << std::hex << row.key;
-    }
 }
 
 TEST_F(KeyInputTest, EditCommandsGoToTheFocusedField) {

@@ -1,11 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include <QKeyEvent>
 #include <QLabel>
-#include <QMouseEvent>
 
-#include "platform/ui/support/Allocations.h"
 #include "platform/ui/support/WindowsFixture.h"
-#include "platform/ui/windows/Input.h"
 #include "support/WindowRefs.h"
 
 namespace platform {
@@ -41,8 +37,7 @@ TEST_F(MouseTest, HandlersSeeItBeforeTheWidgetOnce) {
         { { kEventClassMouse, kEventMouseDown }, { kEventClassMouse, kEventMouseUp } },
         [&](auto, EventRef event) {
             m_log += GetEventKind(event) == kEventMouseDown ? "down " : "up ";
-            GetEventParameter(event, kEventParamWindowMouseLocation, kTypeHIPoint, nullptr,
-                              sizeof place, nullptr, &place);
+            place = test::ParameterOf<HIPoint>(event, kEventParamWindowMouseLocation, kTypeHIPoint);
             return kEventNotHandledErr;
         });
     const ChainHandler commands(UIObject::TargetOf(window), { test::kCommand },
@@ -97,10 +92,8 @@ TEST_F(MouseTest, WheelsAreCountedInNotches) {
     const ChainHandler wheel(UIObject::TargetOf(window),
                              { { kEventClassMouse, kEventMouseWheelMoved } },
                              [&notches](auto, EventRef event) {
-                                 std::int32_t value = 0;
-                                 GetEventParameter(event, kEventParamMouseWheelDelta, kTypeSInt32,
-                                                   nullptr, sizeof value, nullptr, &value);
-                                 notches.push_back(value);
+                                 notches.push_back(test::ParameterOf<std::int32_t>(
+                                     event, kEventParamMouseWheelDelta, kTypeSInt32));
                                  return kNoErr;
                              });
     for (const int delta : { 120, -240, 60, 60, 30 }) {
@@ -109,25 +102,6 @@ TEST_F(MouseTest, WheelsAreCountedInNotches) {
         QCoreApplication::sendEvent(&Widget(window), &turn);
     }
     EXPECT_THAT(notches, testing::ElementsAre(1, -2, 1));
-}
-
-TEST_F(MouseTest, NothingIsAllocatedForEventsThatNobodyWants) {
-    const ControlRef field = Add<QLineEdit>(window);
-    QWidget& widget = *WidgetOf(field);
-    const std::unique_ptr<QObject> source(MakeEventSource(*qApp));
-    QMouseEvent move(QEvent::MouseMove, QPointF(3, 3), widget.mapToGlobal(QPointF(3, 3)),
-                     Qt::NoButton, Qt::NoButton, Qt::NoModifier);
-    QKeyEvent key(QEvent::KeyPress, Qt::Key_Shift, Qt::ShiftModifier);
-    QMoveEvent moved({ 1, 1 }, { 2, 2 });
-    QEvent paint(QEvent::UpdateRequest);
-    source->eventFilter(&widget, &move); // what Qt keeps about the widget is there then
-    std::size_t const before = test::AllocationsSoFar();
-    for (QEvent* const event : std::initializer_list<QEvent*> { &move, &key, &paint }) {
-        EXPECT_FALSE(source->eventFilter(&widget, event));
-        EXPECT_FALSE(source->eventFilter(&Widget(window), event));
-    }
-    EXPECT_FALSE(source->eventFilter(&Widget(window), &moved));
-    EXPECT_EQ(test::AllocationsSoFar(), before);
 }
 
 } // namespace

@@ -89,7 +89,7 @@ TEST_F(WindowsTest, TheClosedEventComesWhileAllIsWhole) {
                                           delete host;
                                       return kNoErr;
                                   });
-        const ChainHandler disposed(UIObject::TargetOf(field), { test::kControlDisposed },
+        const ChainHandler disposed(UIObject::TargetOf(field), { test::kDisposed },
                                     Logs("disposed"));
         if (by == By::kCall || by == By::kHandler)
             test::Dispose(window);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// A handler in a target's chain that ends with the test.
+// A handler in a target's chain that ends with the test, and what an event carries.
 #pragma once
 
 #include <functional>
@@ -13,18 +13,23 @@
 
 namespace test {
 
-// Calls act for each event of the types at the target, until this ends.
+// Calls act for each event of the types at the target, until this ends. Act takes the event, after the
+// call of the rest of the chain if it wants that.
 class ChainHandler {
 public:
     using Act =
         std::function<platform::OSStatus(platform::EventHandlerCallRef, platform::EventRef)>;
 
+    template <class Given>
     ChainHandler(platform::EventTargetRef target, const std::vector<platform::EventTypeSpec>& types,
-                 Act act)
-        : m_act(std::make_shared<Act>(std::move(act))) {
+                 Given given) {
+        if constexpr (std::is_invocable_v<Given, platform::EventRef>)
+            m_act = std::make_shared<Act>([given](auto, auto event) { return given(event); });
+        else
+            m_act = std::make_shared<Act>(std::move(given));
         const auto run = [](platform::EventHandlerCallRef call, platform::EventRef event,
                             void* data) {
-            std::shared_ptr<Act> const kept = static_cast<ChainHandler*>(data)->m_act;
+            const std::shared_ptr<Act> kept = static_cast<ChainHandler*>(data)->m_act;
             return (*kept)(call, event); // it may end this handler
         };
         EXPECT_EQ(platform::InstallEventHandler(target, run,
@@ -41,16 +46,12 @@ private:
     platform::EventHandlerRef m_handler = nullptr;
 };
 
-// The same for tests that do not call the rest of the chain.
-class Handler : public ChainHandler {
-public:
-    using Act = std::function<platform::OSStatus(platform::EventRef)>;
-
-    Handler(platform::EventTargetRef target, const std::vector<platform::EventTypeSpec>& types,
-            Act act)
-        : ChainHandler(target, types,
-                       [act = std::move(act)](platform::EventHandlerCallRef,
-                                              platform::EventRef event) { return act(event); }) {}
-};
+// The parameter, or what is given for none.
+template <class Value>
+Value ParameterOf(platform::EventRef event, platform::OSType name, platform::OSType type,
+                  Value value = {}) {
+    platform::GetEventParameter(event, name, type, nullptr, sizeof value, nullptr, &value);
+    return value;
+}
 
 } // namespace test
