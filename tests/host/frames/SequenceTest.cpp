@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+// Which frames a name, a set of numbers and a folder stand for.
 #include "host/frames/Sequence.h"
 
 #include <gmock/gmock.h>
@@ -11,6 +12,122 @@ namespace {
 namespace fs = std::filesystem;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
+
+TEST(FramePattern, MakesNamesAndFindsTheirNumbers) {
+    struct Row {
+        std::string pattern;
+        std::int64_t frame;
+        std::string path;
+    };
+    for (const Row& row : std::vector<Row> { { "shot.%04d.png", 7, "shot.0007.png" },
+                                             { "shot.####.png", 7, "shot.0007.png" },
+                                             { "shot.%4d.png", 7, "shot.0007.png" },
+                                             { "a/b#c/%d", 12, "a/b#c/12" },
+                                             { "/x/cut#.png", 123, "/x/cut123.png" },
+                                             { "##.png", 12345, "12345.png" },
+                                             { "%02d", 0, "00" },
+                                             { "100%%.%03d%%.png", 5, "100%.005%.png" },
+                                             { "50% #.png", 5, "50% 5.png" },
+                                             { "\xE3\x82\xAB\xE3\x83\x83\xE3\x83\x88_###.png", 42,
+                                               "\xE3\x82\xAB\xE3\x83\x83\xE3\x83\x88_042.png" } }) {
+        std::string why;
+        EXPECT_TRUE(FramePattern::LooksLikeOne(row.pattern));
+        const auto pattern = FramePattern::Parse(row.pattern, why);
+        ASSERT_TRUE(pattern) << why;
+        EXPECT_EQ(pattern->PathOf(row.frame), row.path);
+        EXPECT_EQ(pattern->NumberIn(row.path.substr(pattern->Folder().size())), row.frame)
+            << row.pattern;
+    }
+}
+
+TEST(FramePattern, KnowsOnlyNamesThatItWouldMake) {
+    std::string why;
+    const auto pattern = FramePattern::Parse("s.####.png", why);
+    ASSERT_TRUE(pattern);
+    for (const std::string name :
+         { "s.007.png", "s.00007.png", "s..png", "s.00a7.png", "s.-007.png", "s.0007.pngx",
+           "xs.0007.png", "s.0007", "s.9999999999.png", "s.99999999999999999999.png", "s.png", "" })
+        EXPECT_FALSE(pattern->NumberIn(name)) << name;
+    EXPECT_EQ(pattern->NumberIn("s.10007.png"), 10007);
+    // Before and after may not share characters of the name.
+    EXPECT_FALSE(FramePattern::Parse("aa#aa", why)->NumberIn("aaa"));
+}
+
+TEST(FramePattern, SaysWhatIsWrong) {
+    for (const auto& [text, reason] : std::vector<std::pair<std::string, std::string>> {
+             { "a#b/shot.png", "has no place for the frame's number" },
+             { "%%d.png", "has no place for the frame's number" },
+             { "%d-%d.png", "more than one place" },
+             { "#%d.png", "has a %d and a #" },
+             { "%d%.png", "neither %d" },
+             { "%99999999999999999999999d.png", "more than 18 digits" } }) {
+        std::string why;
+        EXPECT_FALSE(FramePattern::Parse(text, why)) << text;
+        EXPECT_THAT(why, HasSubstr(reason)) << text;
+        EXPECT_THAT(why, HasSubstr(text));
+    }
+    EXPECT_FALSE(FramePattern::LooksLikeOne("a#b/50%.png"));
+}
+
+FrameRanges Ranges(std::string_view text) {
+    std::string why;
+    auto ranges = FrameRanges::Parse(text, why);
+    EXPECT_TRUE(ranges) << why;
+    return ranges.value_or(FrameRanges());
+}
+
+TEST(FrameRanges, TakesTheFramesOfEachPart) {
+    const std::vector<std::int64_t> existing { 0, 1, 2, 3, 8, 9, 10, 11, 12 };
+    struct Row {
+        std::string text;
+        std::vector<std::int64_t> frames;
+        std::string printed;
+    };
+    for (const Row& row :
+         std::vector<Row> { { "9", { 9 }, "9" },
+                            { "0-3", { 0, 1, 2, 3 }, "0-3" },
+                            { "1-11:2", { 1, 3, 9, 11 }, "1-11:2" },
+                            { " 2 - 9 : 1 , 012 ", { 2, 3, 8, 9, 12 }, "2-9,12" },
+                            { "10-", { 10, 11, 12 }, "10-" },
+                            { "1-:4", { 1, 9 }, "1-:4" },
+                            { "-2", { 0, 1, 2 }, "0-2" },
+                            { "5-7", {}, "5-7" },
+                            { "12,12,11-12", { 11, 12 }, "12,12,11-12" },
+                            { "0-2147483647:2147483647", { 0 }, "0-:2147483647" } }) {
+        const FrameRanges ranges = Ranges(row.text);
+        EXPECT_EQ(ranges.Among(existing), row.frames) << row.text;
+        EXPECT_EQ(ranges.ToString(), row.printed) << row.text;
+        EXPECT_EQ(Ranges(row.printed).Among(existing), row.frames) << row.text;
+    }
+    EXPECT_EQ(FrameRanges::All().Among(existing), existing);
+}
+
+TEST(FrameRanges, SaysWhatIsWrong) {
+    for (const auto& [text, reason] : std::vector<std::pair<std::string, std::string>> {
+             { "", "no frames are given" },
+             { "1,,2", "nothing stands between two commas" },
+             { "3,10-5 ", "'10-5': ends before it starts" },
+             { "-", "'-': neither end is given" },
+             { "a", "'a': 'a' is not a frame number" },
+             { "1-2-3", "'1-2-3': '2-3' is not a frame number" },
+             { "+1", "'+1' is not a frame number" },
+             { "1-9:0", "'1-9:0': the step is 0" },
+             { "1-9:", "the step '' is not a frame number" },
+             { "2147483648", "above the greatest frame number, 2147483647" },
+             { "99999999999999999999", "above the greatest frame number" } }) {
+        std::string why;
+        EXPECT_FALSE(FrameRanges::Parse(text, why)) << text;
+        EXPECT_THAT(why, HasSubstr(reason)) << text;
+    }
+}
+
+TEST(FrameRanges, ListsWhatIsMissingWithoutWalkingAbsurdRanges) {
+    const std::vector<std::int64_t> existing { 1, 2, 4 };
+    EXPECT_THAT(Ranges("1-6").Missing(existing, 9), ElementsAre(3, 5, 6));
+    EXPECT_THAT(Ranges("1-6,5-7:2").Missing(existing, 9), ElementsAre(3, 5, 6, 7));
+    EXPECT_THAT(Ranges("1-2147483646").Missing(existing, 2), ElementsAre(3, 5));
+    EXPECT_THAT(Ranges("1-,1-4:3").Missing(existing, 9), ElementsAre());
+}
 
 class SequenceFiles : public ::testing::Test {
 protected:
