@@ -10,6 +10,7 @@
 #include <set>
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QImage>
 #include <QKeySequence>
 #include <QLabel>
