@@ -7,7 +7,6 @@
 #include <climits>
 #include <cmath>
 #include <cstring>
-#include <functional>
 #include <limits>
 #include <stdexcept>
 #include <string>
@@ -71,24 +70,24 @@ protected:
         CTextRenderer::GetTextInfoText(&param, out, size, "T", "2", "5", "12");
         return std::string(out, strnlen(out, sizeof out));
     }
-    int CountPixels(const std::function<bool(int, int)>& counts) const {
-        int count = 0;
-        for (int i = 0; i < image.width * image.height; ++i)
-            count += counts(i % image.width, i / image.width);
-        return count;
-    }
     // How many pixels outside of rect have changed, and how many inside have not.
     int Strays(const tagRECT& rect) const {
-        return CountPixels([&](int x, int y) {
+        int count = 0;
+        for (int i = 0; i < image.width * image.height; ++i) {
+            const int x = i % image.width, y = i / image.width;
             const bool inside =
                 x >= rect.left && x < rect.right && y >= rect.top && y < rect.bottom;
-            return image.Channel(x, y, 0) != (inside ? 255u : 0u);
-        });
+            count += image.Channel(x, y, 0) != (inside ? 255u : 0u);
+        }
+        return count;
     }
     int PixelsOf(std::uint32_t red, std::uint32_t blue) const {
-        return CountPixels([&](int x, int y) {
-            return image.Channel(x, y, 1) == red && image.Channel(x, y, 3) == blue;
-        });
+        int count = 0;
+        for (int i = 0; i < image.width * image.height; ++i) {
+            const auto pixel = image.Pixel(i % image.width, i / image.width);
+            count += pixel[1] == red && pixel[3] == blue;
+        }
+        return count;
     }
 
     FakeImage image;
@@ -125,21 +124,18 @@ TEST_F(CTextRendererTest, ChoosesTheTextByItsFlag) {
     std::strcpy(param.szInfoText, "info");
     std::strcpy(param.szCharacter, "Name");
     std::strcpy(param.szDialogue, "said\rmore");
-    struct Row {
-        std::uint32_t flags;
-        const char* text;
-    };
     // No bundle here has texts, so the keys stand for themselves.
-    for (const Row& row : {
-             Row { TEXT_SCORE | TEXT_INFO | TEXT_DIALOGUE, "C-005-0012" },
-             Row { TEXT_INFO | TEXT_CHARACTER | TEXT_OFFCHARACTER, "info" },
-             Row { TEXT_CHARACTER | TEXT_DIALOGUE, "Name" },
-             Row { TEXT_CHARACTER | TEXT_OFFCHARACTER | TEXT_MONOLOGUE, "NameIDS_OFFCHARACTER" },
-             Row { TEXT_CHARACTER | TEXT_MONOLOGUE, "NameIDS_MONOLOGUE" },
-         }) {
-        param.dwFlags = row.flags | TEXT_BOX;
-        EXPECT_EQ(Draw(), BoxOf({ row.text })) << row.text;
-        EXPECT_EQ(Summary(), row.text);
+    const std::pair<std::uint32_t, const char*> rows[] {
+        { TEXT_SCORE | TEXT_INFO | TEXT_DIALOGUE, "C-005-0012" },
+        { TEXT_INFO | TEXT_CHARACTER | TEXT_OFFCHARACTER, "info" },
+        { TEXT_CHARACTER | TEXT_DIALOGUE, "Name" },
+        { TEXT_CHARACTER | TEXT_OFFCHARACTER | TEXT_MONOLOGUE, "NameIDS_OFFCHARACTER" },
+        { TEXT_CHARACTER | TEXT_MONOLOGUE, "NameIDS_MONOLOGUE" },
+    };
+    for (const auto& [flags, text] : rows) {
+        param.dwFlags = flags | TEXT_BOX;
+        EXPECT_EQ(Draw(), BoxOf({ text })) << text;
+        EXPECT_EQ(Summary(), text);
     }
     param.dwFlags = TEXT_DIALOGUE;
     EXPECT_EQ(Summary(), "said\rmore");

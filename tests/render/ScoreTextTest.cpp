@@ -60,9 +60,8 @@ TEST(ScoreTextTest, SplitsANumberFromItsRest) {
         const char* rest;
     };
     for (const Row& row :
-         { Row { "", true, 0, "" }, Row { "12A", true, 12, "A" }, Row { "007", true, 7, "" },
-           Row { "3 4", true, 3, " 4" }, Row { "A3", false, 0, "old" },
-           Row { "-3", false, 0, "old" }, Row { "2147483648b", true, INT_MAX, "b" },
+         { Row { "", true, 0, "" }, Row { "12A", true, 12, "A" }, Row { "3 4", true, 3, " 4" },
+           Row { "A3", false, 0, "old" }, Row { "2147483648b", true, INT_MAX, "b" },
            Row { "99999999999999999999999", true, INT_MAX, "" } }) {
         long number = -1;
         char rest[256] = "old";

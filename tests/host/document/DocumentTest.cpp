@@ -21,12 +21,11 @@ using testing::Not;
 
 class DocumentTest : public testing::Test {
 protected:
-    std::filesystem::path Path(const std::string& name) const { return m_folder.Path() / name; }
-    std::string Frames(const std::string& name) const { return Path(name).string(); }
+    std::string Path(const std::string& name) const { return m_folder.Path() / name; }
 
     Document Sample() const {
         Document document;
-        document.input = Frames("shot.####.png");
+        document.input = Path("shot.####.png");
         document.currentFrame = 1012;
         std::string why;
         document.textOn = *FrameRanges::Parse("1001-1010,1020-", why);
@@ -105,7 +104,7 @@ TEST_F(DocumentTest, FramesAreRelativeWhereTheyMoveAlong) {
         EXPECT_EQ(moved->input, (std::filesystem::path("/moved/here") / stored).string());
     }
     Document document;
-    document.input = Frames("caf\xE9/a.png"); // bytes that are no UTF-8
+    document.input = Path("caf\xE9/a.png"); // bytes that are no UTF-8
     EXPECT_EQ(Reloaded(document).input, document.input);
 }
 
@@ -193,7 +192,7 @@ TEST_F(DocumentTest, BadFilesAreRefusedWithTheKeyAndTheReason) {
              Row { "-7", "\"7\"", "dialogs.viewState: expected a whole number" },
          })
         EXPECT_THAT(Refusal(row.part, row.by),
-                    AllOf(HasSubstr(Frames("bad.telop") + ": "), HasSubstr(row.reason)))
+                    AllOf(HasSubstr(Path("bad.telop") + ": "), HasSubstr(row.reason)))
             << row.part << " -> " << row.by;
 }
 
@@ -221,7 +220,7 @@ TEST_F(DocumentTest, FilesThatAreNoDocumentsAreNamed) {
            std::pair { "archive.telop", "the size of a settings archive" } }) {
         std::string why;
         EXPECT_FALSE(Document::Load(Path(file), why));
-        EXPECT_THAT(why, AllOf(HasSubstr(Frames(file)), HasSubstr(reason)));
+        EXPECT_THAT(why, AllOf(HasSubstr(Path(file)), HasSubstr(reason)));
     }
 }
 
@@ -238,7 +237,7 @@ TEST_F(DocumentTest, AFullDiskLeavesTheFileThatWasThere) {
     setrlimit(RLIMIT_FSIZE, &limit);
     std::signal(SIGXFSZ, ignoreLimit);
     EXPECT_FALSE(saved);
-    EXPECT_THAT(why, HasSubstr(Frames("a.telop") + ": cannot be written"));
+    EXPECT_THAT(why, HasSubstr(Path("a.telop") + ": cannot be written"));
     auto const loaded = Document::Load(Path("a.telop"), why);
     ASSERT_TRUE(loaded) << why;
     EXPECT_TRUE(*loaded == Sample());
