@@ -84,9 +84,11 @@ void DocumentSession::UseEncoding(const platform::TextEncoding& encoding) {
         // It was met on any thread, and perhaps in the middle of a line.
         QMetaObject::invokeMethod(
             bar,
-            [bar, what = QString::fromStdString(platform::Describe(report))] {
-                bar->Show(MessageBar::Kind::kWarning,
-                          T("The text is not drawn to the letter.") + QLatin1Char('\n') + what);
+            [bar, kind = report.kind, what = QString::fromStdString(platform::Describe(report))] {
+                auto const heading = kind == platform::ReportKind::kBundleBroken
+                                         ? T("A file of the text effect cannot be used.")
+                                         : T("The text is not drawn to the letter.");
+                bar->Show(MessageBar::Kind::kWarning, heading + QLatin1Char('\n') + what);
             },
             Qt::QueuedConnection);
     };
