@@ -86,9 +86,16 @@ TEST_F(CMEditPopupDlgTest, ChangesTheOrder) {
         std::vector<std::string> texts;
         int selected;
     } rows[] = {
-        { 1, kUp, { "two", "one", "three" }, 0 },   { 0, kUp, { "one", "two", "three" }, 0 },
-        { 1, kDown, { "one", "three", "two" }, 2 }, { 2, kDown, { "one", "two", "three" }, 2 },
-        { 0, kDelete, { "two", "three" }, 0 },      { 2, kDelete, { "one", "two" }, 1 },
+        { 1, kUp, { "two", "one", "three" }, 0 },
+        { 0, kUp, { "one", "two", "three" }, 0 },
+        { 1, kDown, { "one", "three", "two" }, 2 },
+        { 2, kDown, { "one", "two", "three" }, 2 },
+        { 0, kDelete, { "two", "three" }, 0 },
+        { 2, kDelete, { "one", "two" }, 1 },
+        { -1, kUp, { "one", "two", "three" }, -1 },
+        { -1, kDown, { "one", "two", "three" }, -1 },
+        { -1, kDelete, { "one", "two", "three" }, -1 },
+        { -1, kRename, { "one", "two", "three" }, -1 },
     };
     for (const auto& row : rows) {
         SetTexts({ "one", "two", "three" });
@@ -96,21 +103,11 @@ TEST_F(CMEditPopupDlgTest, ChangesTheOrder) {
             Select(row.row);
             Click(row.button);
             EXPECT_EQ(Selected(), row.selected) << row.button << ' ' << row.row;
-            EXPECT_EQ(View().model()->rowCount(), static_cast<int>(row.texts.size()));
+            EXPECT_EQ(View().findChild<QLineEdit*>(), nullptr);
         });
         EXPECT_EQ(Texts(), row.texts) << row.button << ' ' << row.row;
     }
-    EXPECT_EQ(Get<QComboBox>(207).count(), 2 + 1 + 4) << "the menu shows what is left";
-}
-
-TEST_F(CMEditPopupDlgTest, DoesNothingWithoutASelection) {
-    Edit(kOK, [&] {
-        View().clearSelection();
-        for (const int button : { kDelete, kUp, kDown, kRename })
-            Click(button);
-        EXPECT_EQ(View().findChild<QLineEdit*>(), nullptr);
-    });
-    EXPECT_THAT(Texts(), ElementsAre("one", "two", "three"));
+    EXPECT_EQ(Get<QComboBox>(207).count(), 3 + 1 + 4) << "the menu shows what is left";
 }
 
 TEST_F(CMEditPopupDlgTest, NamesANewTextAtOnce) {
@@ -186,21 +183,7 @@ TEST_F(CMEditPopupDlgTest, RefusesMoreThanTwenty) {
     EXPECT_STREQ(Settings().infoPopup.szPreset[19], "last");
 }
 
-TEST_F(CMEditPopupDlgTest, ForgetsEverythingOnCancel) {
-    Settings().infoPopup.bLock = 1;
-    std::strcpy(Settings().infoPopup.szHistory[0], "old");
-    const _POPUPSTRING before = Settings().infoPopup;
-    Edit(kCancel, [&] {
-        Select(0);
-        Click(kDown);
-        Click(kDelete);
-        Answer(QMessageBox::Ok);
-        Click(kReset);
-    });
-    EXPECT_EQ(std::memcmp(&before, &Settings().infoPopup, sizeof before), 0);
-}
-
-TEST_F(CMEditPopupDlgTest, ResetsToTheDefaultsOfItsOwnList) {
+TEST_F(CMEditPopupDlgTest, ResetsToTheDefaultsOfItsOwnListAndForgetsEverythingOnCancel) {
     std::string why;
     auto fresh = host::Effect::Make(ThePlugin(), why);
     const auto& defaults = *reinterpret_cast<const _TEXT_DIALOG_PARAM*>(fresh->Settings().data());
@@ -211,20 +194,23 @@ TEST_F(CMEditPopupDlgTest, ResetsToTheDefaultsOfItsOwnList) {
     } rows[] = { { TEXT_INFO, 207, &_TEXT_DIALOG_PARAM::infoPopup },
                  { TEXT_CHARACTER, 209, &_TEXT_DIALOG_PARAM::characterPopup } };
     for (const auto& row : rows) {
-        std::memset(&(Settings().*row.edited), 0, sizeof(_POPUPSTRING));
-        std::strcpy((Settings().*row.edited).szHistory[0], "old");
-        (Settings().*row.edited).bLock = 1;
+        _POPUPSTRING& list = Settings().*row.edited;
+        std::strcpy(list.szHistory[0], "old");
+        list.bLock = 1;
+        const _POPUPSTRING before = list;
         Destroy();
         SetMode(row.mode);
-        const auto reset = [&] {
-            Answer(QMessageBox::Ok);
-            Click(kReset);
-        };
-        Edit(kOK, reset, row.list);
-        EXPECT_EQ(
-            std::memcmp(&(Settings().*row.edited), &(defaults.*row.edited), sizeof(_POPUPSTRING)),
-            0)
-            << row.list;
+        for (const int end : { kCancel, kOK }) {
+            const auto change = [&] {
+                Select(0);
+                Click(kDelete);
+                Answer(QMessageBox::Ok);
+                Click(kReset);
+            };
+            Edit(end, change, row.list);
+            const _POPUPSTRING& wanted = end == kOK ? defaults.*row.edited : before;
+            EXPECT_EQ(std::memcmp(&list, &wanted, sizeof list), 0) << row.list << ' ' << end;
+        }
     }
 }
 

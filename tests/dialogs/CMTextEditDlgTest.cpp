@@ -10,8 +10,7 @@
 #include <QMessageBox>
 
 #include "dialogs/DialogFixture.h"
-#include "huxCommon/huxGUI/HuxCarbonEvent.h"
-#include "support/WindowRefs.h"
+#include "dialogs/MessageBox.h"
 
 namespace {
 
@@ -149,20 +148,32 @@ TEST_F(CMTextEditDlgTest, StoresWhatIsPickedAndClicked) {
 }
 
 TEST_F(CMTextEditDlgTest, TakesColorsThatArePicked) {
-    SetMode(TEXT_DIALOGUE | TEXT_BOX);
-    Open(kEdit);
     const struct {
         int button;
         std::uint32_t _TEXTPARAM::*color;
     } rows[] = { { 104, &_TEXTPARAM::crText }, { 106, &_TEXTPARAM::crBack } };
-    for (const auto& row : rows) {
-        WhenModal<QColorDialog>([](QColorDialog& picker) {
-            picker.setCurrentColor(QColor(0x11, 0x22, 0x33));
-            picker.accept();
+    SetMode(TEXT_DIALOGUE | TEXT_BOX);
+    for (const auto& row : rows)
+        (*effect->Params()).*row.color = 0x332211;
+    Open(kEdit);
+    const auto pick = [this](bool accepts) {
+        WhenModal<QColorDialog>([=](QColorDialog& picker) {
+            EXPECT_EQ(picker.currentColor().rgb(), qRgb(0x11, 0x22, 0x33));
+            picker.setCurrentColor(QColor(0xA1, 0xB2, 0xC3));
+            accepts ? picker.accept() : picker.reject();
         });
-        Click(row.button);
-        EXPECT_EQ(Param().*row.color & 0xFFFFFF, 0x332211U) << row.button;
+    };
+    for (const auto& row : rows) {
+        for (const bool accepts : { false, true }) {
+            pick(accepts);
+            Click(row.button);
+            EXPECT_EQ(Param().*row.color & 0xFFFFFF, accepts ? 0xC3B2A1U : 0x332211U) << row.button;
+        }
     }
+    unsigned long color = 0x12332211;
+    pick(true);
+    EXPECT_TRUE(ColorDialog(color));
+    EXPECT_EQ(color, 0xFFC3B2A1UL) << "a picked one is marked in its top byte";
 }
 
 TEST_F(CMTextEditDlgTest, ShowsTheWholeFrameUntilTheUserZooms) {
@@ -229,15 +240,13 @@ TEST_F(CMTextEditDlgTest, StoresWhatIsTypedAtOnce) {
             EXPECT_EQ(Shown(row.field + 1), row.menu) << row.typed;
         }
     }
-}
-
-TEST_F(CMTextEditDlgTest, CutsWhatIsTypedAtWholeCharacters) {
     SetMode(TEXT_CHARACTER);
-    Open(kEdit);
+    Reopen();
     Get<QLineEdit>(208).clear();
     Get<QLineEdit>(208).insert(QString(63, QChar(0x30A2))); // three bytes each
     Drain();
-    EXPECT_EQ(Param().szCharacter, QString(21, QChar(0x30A2)).toStdString());
+    EXPECT_EQ(Param().szCharacter, QString(21, QChar(0x30A2)).toStdString())
+        << "cut at a whole one";
 }
 
 TEST_F(CMTextEditDlgTest, StepsTheOpacity) {
@@ -262,24 +271,21 @@ TEST_F(CMTextEditDlgTest, OffersTheTextsOfItsList) {
     SetMode(TEXT_INFO);
     std::strcpy(Settings().infoPopup.szHistory[0], "A-1 & (B");
     Open(kEdit);
-    auto& popup = Get<QComboBox>(207);
-    EXPECT_EQ(popup.count(), 7 + 1 + 1 + 1 + 4);
+    EXPECT_EQ(Get<QComboBox>(207).count(), 7 + 1 + 1 + 1 + 4);
     Pick(207, 8);
     EXPECT_THAT(Param().szInfoText, StrEq("A-1 & (B")) << "nothing in it means anything to a menu";
     EXPECT_EQ(Get<QLineEdit>(206).text(), "A-1 & (B");
     Pick(207, 0);
     EXPECT_THAT(Param().szInfoText, StrEq(Settings().infoPopup.szPreset[0]));
-}
 
-TEST_F(CMTextEditDlgTest, CountsTheSeparatorOfAnEmptyHalf) {
     SetMode(TEXT_CHARACTER);
     auto& list = Settings().characterPopup;
     std::memset(&list, 0, sizeof list);
     std::strcpy(list.szHistory[0], "Rei");
     std::strcpy(list.szHistory[1], "Ken");
     std::strcpy(effect->Params()->szCharacter, "Rei");
-    Open(kEdit);
-    EXPECT_EQ(Get<QComboBox>(209).currentIndex(), 1) << "the one after its own";
+    Reopen();
+    EXPECT_EQ(Get<QComboBox>(209).currentIndex(), 1) << "after the separator of an empty half";
 }
 
 TEST_F(CMTextEditDlgTest, MarksTheLockOnlyForATextOfNoList) {
@@ -302,13 +308,20 @@ TEST_F(CMTextEditDlgTest, ClearsAHistoryWhenTheUserAgrees) {
     for (auto& text : Settings().infoPopup.szHistory)
         std::strcpy(text, "old");
     Open(kEdit);
-    const auto answerWith = [this](QMessageBox::StandardButton button) {
-        WhenModal<QMessageBox>([=](QMessageBox& box) { box.button(button)->click(); });
-        Pick(207, kClearHistory);
+    const std::function<void(QMessageBox&)> answers[] = {
+        [](auto& box) { box.button(QMessageBox::Cancel)->click(); },
+        [](auto& box) { QTest::keyClick(&box, Qt::Key_Escape); },
+        [](auto& box) { box.close(); },
+        [](auto& box) { QTest::keyClick(&box, Qt::Key_Return); },
     };
-    answerWith(QMessageBox::Cancel);
-    EXPECT_THAT(Settings().infoPopup.szHistory[0], StrEq("old"));
-    answerWith(QMessageBox::Ok);
+    for (const auto& act : answers) {
+        EXPECT_THAT(Settings().infoPopup.szHistory[0], StrEq("old"));
+        WhenModal<QMessageBox>([&](QMessageBox& box) {
+            EXPECT_NE(box.text(), "");
+            act(box);
+        });
+        Pick(207, kClearHistory);
+    }
     for (const auto& text : Settings().infoPopup.szHistory)
         EXPECT_THAT(text, StrEq(""));
     EXPECT_EQ(Get<QComboBox>(207).count(), 7 + 1 + 4);
@@ -379,24 +392,6 @@ TEST_F(CMTextEditDlgTest, EndsStringsThatFillTheirFields) {
     munmap(memory, 2 * page);
 }
 
-TEST_F(CMTextEditDlgTest, LeavesCommandsThatItDoesNotKnow) {
-    Open(kEdit);
-    const auto send = [this](std::uint32_t id) {
-        HuxCarbonEvent event(platform::kEventClassCommand, platform::kEventCommandProcess);
-        const auto* const control =
-            platform::Control::FindByID(record.hDialogWindow, { kHuxPropertyCreator, 105 });
-        event.SetCommandParameter(control->Ref(), id, 0, nullptr);
-        return platform::SendEventToEventTarget(event.GetEventRef(),
-                                                platform::UIObject::TargetOf(record.hDialogWindow));
-    };
-    for (const std::uint32_t id : { 108U, 96U, 91U, 201U, 302U, platform::kHICommandCopy })
-        EXPECT_EQ(send(id), platform::kEventNotHandledErr) << id;
-    EXPECT_EQ(send(98), platform::kNoErr);
-    TakeHeard();
-    EXPECT_EQ(send(platform::kHICommandOK), platform::kNoErr);
-    EXPECT_EQ(TakeHeard(), "changed option1 ") << "OK is the dialog's";
-}
-
 // Hosts that are difficult
 // ---------------------------------------------------------------------------
 
@@ -420,15 +415,11 @@ TEST_F(CMTextEditDlgTest, LetsTheHostDestroyItWhileItTellsOrAsks) {
     });
     Pick(207, kClearHistory);
     EXPECT_EQ(root, nullptr);
-}
-
-TEST_F(CMTextEditDlgTest, EndsTheListEditorThatItRan) {
-    SetMode(TEXT_INFO);
     Open(kEdit);
     When([] { return WindowWith(108, 91) != nullptr; }, [this] { Destroy(); });
     Pick(207, kEditList);
     EXPECT_EQ(root, nullptr);
-    EXPECT_EQ(WindowWith(108, 91), nullptr);
+    EXPECT_EQ(WindowWith(108, 91), nullptr) << "the list's editor ends with it";
 }
 
 TEST_F(CMTextEditDlgTest, PassesWhatTheHostThrows) {

@@ -111,17 +111,6 @@ TEST_F(CMTextSettingsTest, RunsTheEditorUntilItIsEnded) {
     }
 }
 
-TEST_F(CMTextSettingsTest, StartsALineInTheDialogueWithReturn) {
-    OpenPanel();
-    Edit([&](QWidget& frame) {
-        Type(211, "a");
-        Key(Qt::Key_Return);
-        Key(Qt::Key_B);
-        EXPECT_STREQ(Param().szDialogue, "a\rb");
-        Press(frame, 2);
-    });
-}
-
 TEST_F(CMTextSettingsTest, NeitherTakesNorKeepsANumberThatCannotBe) {
     const struct {
         int field;
@@ -164,9 +153,15 @@ TEST_F(CMTextSettingsTest, NeitherTakesNorKeepsANumberThatCannotBe) {
     }
 }
 
-TEST_F(CMTextSettingsTest, GoesFromControlToControlWithTab) {
+TEST_F(CMTextSettingsTest, FollowsItsFrameTheFocusAndTheHostsFrames) {
     OpenPanel();
+    EXPECT_EQ(Notify(epiNotifyCompositeImage), 77);
     Edit([&](QWidget& frame) {
+        Type(211, "a");
+        Key(Qt::Key_Return); // begins a line here
+        Key(Qt::Key_B);
+        EXPECT_STREQ(Param().szDialogue, "a\rb");
+
         Click(102);
         QWidget* const first = QApplication::focusWidget();
         int count = 0;
@@ -179,13 +174,18 @@ TEST_F(CMTextSettingsTest, GoesFromControlToControlWithTab) {
         } while (QApplication::focusWidget() != first && ++count < 100);
         EXPECT_GT(count, 10);
         EXPECT_LT(count, 100);
-        Press(frame, 2);
-    });
-}
 
-TEST_F(CMTextSettingsTest, KeepsTheEditorOverItsFrame) {
-    OpenPanel();
-    Edit([&](QWidget& frame) {
+        const auto scale = [this] { return Get<QWidget>(96).property("text").toInt(); };
+        const auto larger = host::Image::Make(640, 360, host::kArgb32);
+        record.hComposite = larger->Ref();
+        record.nFrameWidth = 640;
+        record.nFrameHeight = 360;
+        const int before = scale();
+        Notify(epiNotifyCompositeImage);
+        EXPECT_LT(scale(), before);
+        record.hComposite = nullptr;
+        Notify(epiNotifyCompositeImage);
+
         frame.move(frame.pos() + QPoint(31, 17));
         Drain();
         EXPECT_EQ(root->mapToGlobal(QPoint()), frame.mapToGlobal(QPoint()));
@@ -222,23 +222,6 @@ TEST_F(CMTextSettingsTest, ConfirmsTheOptionWhereTheHostHasOne) {
         });
         EXPECT_EQ(TakeHeard(), row.heard);
     }
-}
-
-TEST_F(CMTextSettingsTest, ShowsFramesThatArriveMeanwhile) {
-    OpenPanel();
-    EXPECT_EQ(Notify(epiNotifyCompositeImage), 77);
-    Edit([&](QWidget& frame) {
-        auto larger = host::Image::Make(640, 360, host::kArgb32);
-        record.hComposite = larger->Ref();
-        record.nFrameWidth = 640;
-        record.nFrameHeight = 360;
-        const int before = Get<QWidget>(96).property("text").toInt();
-        Notify(epiNotifyCompositeImage);
-        EXPECT_LT(Get<QWidget>(96).property("text").toInt(), before);
-        record.hComposite = nullptr;
-        Notify(epiNotifyCompositeImage);
-        Press(frame, 2);
-    });
 }
 
 TEST_F(CMTextSettingsTest, LeavesCommandsThatNoControlSent) {

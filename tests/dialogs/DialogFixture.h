@@ -3,6 +3,7 @@
 // real widgets, and a user who waits for windows to come up.
 #pragma once
 
+#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <string>
@@ -22,6 +23,7 @@
 #include "host/Ledger.h"
 #include "huxCommon/ToolkitForms.h"
 #include "platform/ui/UIObject.h"
+#include "support/TemporaryFolder.h"
 #include "support/WindowRefs.h"
 
 namespace test {
@@ -33,7 +35,9 @@ protected:
     enum : std::uint32_t { kPanel = 0, kEdit = EPI_DIALOG_TEXT_EDIT };
 
     void SetUp() override {
-        PrepareEnvironment();
+        static const TemporaryFolder home; // neither the language nor the settings of the user
+        setenv("XDG_CONFIG_HOME", home.Path().c_str(), 1);
+        setenv("LANGUAGE", "en", 1);
         ASSERT_TRUE(platform::EnsureUserInterface());
         host::SetFrontEnd(this);
         std::string why;
@@ -46,8 +50,13 @@ protected:
         record.hComposite = image->Ref();
         SetMode(TEXT_DIALOGUE);
     }
-    static void PrepareEnvironment();
-    static std::shared_ptr<host::Plugin> ThePlugin();
+    // Loaded once: nobody unloads and loads a user interface again and again.
+    static std::shared_ptr<host::Plugin> ThePlugin() {
+        static std::string why;
+        static const std::shared_ptr<host::Plugin> plugin = host::Plugin::Load(TELOP_BUNDLE, why);
+        EXPECT_TRUE(plugin) << why;
+        return plugin;
+    }
     void TearDown() override {
         Destroy();
         m_users.clear();

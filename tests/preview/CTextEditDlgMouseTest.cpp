@@ -4,13 +4,7 @@
 
 namespace {
 
-class CTextEditDlgMouseTest : public test::ViewFixture {
-protected:
-    // Of the control, as its window draws it.
-    QWidget& PaneWidget() const {
-        return *Widget().childAt(test::kPaneLeft + 3, test::kPaneTop + 3);
-    }
-};
+using CTextEditDlgMouseTest = test::ViewFixture;
 
 TEST_F(CTextEditDlgMouseTest, AHandPansWithinTheFrame) {
     ASSERT_EQ(Start(300, 300, 100, 100), 1);
@@ -163,22 +157,6 @@ TEST_F(CTextEditDlgMouseTest, AWheelOverThePreviewZooms) {
         Wheel(x, 50, delta);
         EXPECT_EQ(view->Scale(), scale);
     }
-}
-
-TEST_F(CTextEditDlgMouseTest, TheControlShowsTheBuffer) {
-    ASSERT_EQ(Start(120, 80, 120, 80), 1);
-    const auto frame = test::MakePicture(120, 80, host::kArgb32);
-    const auto background = test::Borrow(record, *frame);
-    view->SetBkImage(background.get(), 0);
-    PutText(20, 10);
-    platform::Control::Find(pane)->Draw();
-    const QImage shown = PaneWidget().grab().toImage();
-    const auto pixels = test::PixelsOf(view->Buffer(), 120, 80);
-    std::vector<std::uint32_t> drawn;
-    for (int i = 0; i < 120 * 80; ++i)
-        drawn.push_back(shown.pixel(i % 120, i / 120) & 0xFFFFFF);
-    EXPECT_EQ(drawn, pixels);
-    view->SetBkImage(nullptr, 0);
 }
 
 } // namespace

@@ -75,6 +75,8 @@ protected:
         QCoreApplication::processEvents();
     }
     QWidget& Widget() const { return test::At(window).Widget(); }
+    // Of the control, as its window draws it.
+    QWidget& PaneWidget() const { return *Widget().childAt(kPaneLeft + 3, kPaneTop + 3); }
 
     // x and y are of the pane. Synthetic input goes through the window, as a real mouse's does.
     void Move(int x, int y) const {

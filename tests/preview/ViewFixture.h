@@ -34,7 +34,6 @@ public:
     }
     long Scale() const { return m_nViewScale; }
     PIRect TextFrame() const { return m_rcText; }
-    PIOffscreen* WorkImage() const { return m_pWorkImage.get(); }
     void SetGrid(std::int32_t mode, bool snaps) {
         m_nPreviewMode = mode;
         m_nPreviewOption = snaps ? 1 : 0;

@@ -87,11 +87,10 @@ void StudioTest::Edit(const std::function<void(_TEXTPARAM&)>& edit) {
     host::ParamTable().ParametersChanged(nullptr);
 }
 
-std::string StudioTest::WriteShot(const std::string& folder, int frames,
-                                  QImage::Format format) const {
+std::string StudioTest::WriteShot(const std::string& folder, int frames) const {
     std::filesystem::create_directories(Path(folder));
     for (int i = 1; i <= frames; ++i) {
-        QImage picture(320, 180, format);
+        QImage picture(320, 180, QImage::Format_RGB32);
         picture.fill(QColor::fromRgba64(static_cast<ushort>(5003 * i), 23019, 41001));
         auto const name = "shot.000" + std::to_string(i) + ".png";
         EXPECT_TRUE(picture.save(QString::fromStdString((Path(folder) / name).string())));

@@ -6,7 +6,6 @@
 #include <functional>
 #include <string>
 
-#include <QImage>
 #include <gtest/gtest.h>
 
 #include "apps/studio/MainWindow.h"
@@ -43,8 +42,7 @@ protected:
     void Edit(const std::function<void(_TEXTPARAM&)>& edit);
 
     // Writes a shot of small frames, no two alike; returns its pattern.
-    std::string WriteShot(const std::string& folder, int frames,
-                          QImage::Format format = QImage::Format_RGB32) const;
+    std::string WriteShot(const std::string& folder, int frames) const;
     std::filesystem::path Path(const std::string& name) const { return m_home.Path() / name; }
     std::filesystem::path AutosaveFolder() const { return Path("state/telop/autosave"); }
 

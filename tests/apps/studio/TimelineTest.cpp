@@ -15,13 +15,6 @@ namespace {
 
 using Numbers = std::vector<std::int64_t>;
 
-std::vector<bool> FlagsOf(const OnSpans& spans, std::size_t count) {
-    std::vector<bool> flags(count);
-    for (std::size_t i = 0; i < count; ++i)
-        flags[i] = IsOn(spans, i);
-    return flags;
-}
-
 TEST(OnSpans, ComeFromRangesOverTheFramesThatThereAre) {
     struct Row {
         const char* ranges;
@@ -30,7 +23,6 @@ TEST(OnSpans, ComeFromRangesOverTheFramesThatThereAre) {
         std::string back;
     };
     for (auto const& row : {
-             Row { "1002-1003", { 1001, 1002, 1003, 1004 }, { { 1, 2 } }, "1002-1003" },
              Row { "1-", { 1001, 1002 }, { { 0, 1 } }, host::FrameRanges::All().ToString() },
              Row { "1-9:2", { 1, 2, 3, 4 }, { { 0, 0 }, { 2, 2 } }, "1,3" },
              Row { "10-50", { 10, 20, 40, 60 }, { { 0, 2 } }, "10-40" },
@@ -39,9 +31,7 @@ TEST(OnSpans, ComeFromRangesOverTheFramesThatThereAre) {
         std::string why;
         auto const spans = SpansOf(*host::FrameRanges::Parse(row.ranges, why), row.numbers);
         EXPECT_EQ(spans, row.spans) << row.ranges;
-        auto const back = RangesOf(spans, row.numbers);
-        EXPECT_EQ(SpansOf(back, row.numbers), row.spans) << row.ranges;
-        EXPECT_EQ(back.ToString(), row.back) << row.ranges;
+        EXPECT_EQ(RangesOf(spans, row.numbers).ToString(), row.back) << row.ranges;
     }
 }
 
@@ -60,7 +50,8 @@ TEST(OnSpans, TurnOnAndOffLikeOneFlagForEachFrame) {
         std::fill(flags.begin() + static_cast<std::ptrdiff_t>(change.first),
                   flags.begin() + static_cast<std::ptrdiff_t>(change.last) + 1, on);
         spans = on ? TurnOn(spans, change) : TurnOff(spans, change);
-        ASSERT_EQ(FlagsOf(spans, kCount), flags) << "step " << i;
+        for (std::size_t frame = 0; frame < kCount; ++frame)
+            ASSERT_EQ(IsOn(spans, frame), flags[frame]) << "step " << i;
         // Neighbours that touch would be one range that shows as two.
         ASSERT_EQ(SpansOf(RangesOf(spans, numbers), numbers), spans) << "step " << i;
     }
@@ -70,7 +61,7 @@ class TimelineTest : public testing::Test {
 protected:
     TimelineTest() {
         TheApplication();
-        std::vector<std::int64_t> numbers(20);
+        Numbers numbers(20);
         std::iota(numbers.begin(), numbers.end(), 1);
         m_line.reset(new Timeline);
         m_line->resize(800, m_line->sizeHint().height());
@@ -122,25 +113,20 @@ TEST_F(TimelineTest, DraggingEdgesMiddlesAndEmptyPlacesChangesTheRanges) {
     }
 }
 
-TEST_F(TimelineTest, AClickAloneChangesNothingAndDeleteTurnsTheClickedRangeOff) {
-    for (std::size_t const frame : { 15, 6 }) {
-        EXPECT_TRUE(m_changes.empty());
-        QTest::mouseClick(m_line.get(), Qt::LeftButton, {}, Bar(frame));
-        EXPECT_TRUE(m_changes.empty());
-        QTest::keyClick(m_line.get(), Qt::Key_Delete);
-    }
-    QTest::keyClick(m_line.get(), Qt::Key_Delete);
-    EXPECT_THAT(m_changes, testing::ElementsAre(OnSpans {}));
-}
-
-TEST_F(TimelineTest, EscapeTakesADragBack) {
+TEST_F(TimelineTest, AClickOrAnEscapedDragChangesNothingAndDeleteTurnsTheClickedRangeOff) {
     QTest::mousePress(m_line.get(), Qt::LeftButton, {}, Bar(6));
     QTest::mouseMove(m_line.get(), Bar(10));
     EXPECT_NE(m_line->Spans(), (OnSpans { { 4, 9 } }));
     QTest::keyClick(m_line.get(), Qt::Key_Escape);
     QTest::mouseRelease(m_line.get(), Qt::LeftButton, {}, Bar(10));
     EXPECT_EQ(m_line->Spans(), (OnSpans { { 4, 9 } }));
-    EXPECT_TRUE(m_changes.empty());
+    for (std::size_t const frame : { 15, 6 }) {
+        QTest::mouseClick(m_line.get(), Qt::LeftButton, {}, Bar(frame));
+        EXPECT_TRUE(m_changes.empty());
+        QTest::keyClick(m_line.get(), Qt::Key_Delete);
+    }
+    QTest::keyClick(m_line.get(), Qt::Key_Delete);
+    EXPECT_THAT(m_changes, testing::ElementsAre(OnSpans {}));
 }
 
 TEST_F(TimelineTest, TheRulerScrubsAndStopsAtItsEnds) {

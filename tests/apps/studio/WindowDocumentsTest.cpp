@@ -64,32 +64,21 @@ TEST_F(WindowDocumentsTest, ComesBackWholeInANewWindow) {
     EXPECT_EQ(window.windowTitle(), "work[*] — Telop Studio");
 }
 
-TEST_F(WindowDocumentsTest, RefusesWhatItCannotReadAndKeepsTheWork) {
+TEST_F(WindowDocumentsTest, RefusesWhatItCannotReadOrWriteAndKeepsTheWork) {
     Work();
     auto const before = Project().ToDocument();
-    struct Row {
-        const char* file;
-        const char* contents;
-    };
-    for (auto const& row :
-         { Row { "broken.telop", "{ \"format\": " }, Row { "empty.telop", "" },
-           Row { "newer.telop", "{ \"format\": \"telop-document\", \"version\": 99 }" } }) {
-        auto const file = m_home.Write(row.file, row.contents).string();
-        EXPECT_FALSE(Document().Open(file));
-        EXPECT_THAT(Message(), testing::HasSubstr(row.file));
-        EXPECT_EQ(Project().ToDocument(), before) << row.file;
-        EXPECT_EQ(Document().File(), "");
+    m_home.Write("empty.telop", "");
+    m_home.Write("newer.telop", "{ \"format\": \"telop-document\", \"version\": 99 }");
+    for (auto const* const name : { "empty.telop", "newer.telop", "missing.telop" }) {
+        EXPECT_FALSE(Document().Open(Path(name).string()));
+        EXPECT_THAT(Message(), testing::HasSubstr(name));
     }
-    EXPECT_FALSE(Document().Open(Path("missing.telop").string()));
     EXPECT_FALSE(Document().OpenFrames(Path("no/such.####.png").string()));
     EXPECT_THAT(Message(), testing::HasSubstr("such.####.png"));
-    EXPECT_EQ(Project().ToDocument(), before);
-}
-
-TEST_F(WindowDocumentsTest, AFolderThatTakesNoFileLeavesTheWorkUnsaved) {
-    Work();
     EXPECT_FALSE(Document().SaveTo(Path("no/such/folder.telop").string()));
     EXPECT_THAT(Message(), testing::HasSubstr("folder.telop"));
+    EXPECT_EQ(Project().ToDocument(), before);
+    EXPECT_EQ(Document().File(), "");
     EXPECT_TRUE(Window().isWindowModified());
 }
 
@@ -182,16 +171,12 @@ TEST_F(WindowDocumentsTest, ADroppedPictureBringsItsSequence) {
 }
 
 TEST_F(WindowDocumentsTest, RemembersWhatWasOpenedLast) {
-    auto const pattern = WriteShot("shot", 2);
-    ASSERT_TRUE(Document().OpenFrames(pattern));
-    ASSERT_TRUE(Document().SaveTo(Path("a.telop").string()));
-    ASSERT_TRUE(Document().SaveTo(Path("b.telop").string()));
-    ASSERT_TRUE(Document().SaveTo(Path("a.telop").string()));
-    auto const name = [this](const char* file) {
-        return QString::fromStdString(Path(file).string());
-    };
-    EXPECT_EQ(Recent("recent/documents").List(), QStringList({ name("a.telop"), name("b.telop") }));
-    EXPECT_EQ(Recent("recent/frames").List(), QStringList(QString::fromStdString(pattern)));
+    QStringList files;
+    for (auto const* const name : { "a.telop", "b.telop", "a.telop" }) {
+        files.prepend(QString::fromStdString(Path(name).string()));
+        ASSERT_TRUE(Document().SaveTo(files.front().toStdString()));
+    }
+    EXPECT_EQ(Recent("recent/documents").List(), files.first(2));
 }
 
 } // namespace

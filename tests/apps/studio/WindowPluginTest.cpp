@@ -39,10 +39,10 @@ TEST_F(WindowPluginTest, EachReportedChangeIsOneStepWithANameOfItsOwn) {
     struct Row {
         const char* name;
         std::function<void(_TEXTPARAM&)> edit;
+        int steps = 1;
     };
     for (auto const& row : {
              Row { "Move Text", [](auto& params) { params.ptPos.x += 10; } },
-             Row { "Change Look of Text", [](auto& params) { params.crText = 0x10; } },
              Row { "Change Look of Text", [](auto& params) { params.dwFlags ^= TEXT_BOX; } },
              Row { "Change Text", [](auto& params) { params.dwFlags ^= TEXT_SCORE | TEXT_INFO; } },
              Row { "Change Text", [](auto& params) { params.szInfoText[0] = 'x'; } },
@@ -51,15 +51,13 @@ TEST_F(WindowPluginTest, EachReportedChangeIsOneStepWithANameOfItsOwn) {
                        params.nFontSize += 3;
                        params.szInfoText[0] = 'y';
                    } },
+             Row { "Change Text Settings", [](auto&) {}, 0 },
          }) {
         auto const steps = Project().Undo().count();
         Edit(row.edit);
-        EXPECT_EQ(Project().Undo().count(), steps + 1) << row.name;
+        EXPECT_EQ(Project().Undo().count(), steps + row.steps) << row.name;
         EXPECT_EQ(UndoText().toStdString(), row.name);
     }
-    auto const steps = Project().Undo().count();
-    Edit([](auto&) {});
-    EXPECT_EQ(Project().Undo().count(), steps);
     while (Project().Undo().canUndo())
         QTest::keySequence(&Window(), QKeySequence::Undo);
     auto const live = Project().LiveParams();
@@ -70,15 +68,16 @@ TEST_F(WindowPluginTest, ThePanelTellsTheTextOfTheFrameThatIsShown) {
     auto& plugin = Window().Plugin();
     auto* const summary = plugin.findChild<QPlainTextEdit*>();
     ASSERT_TRUE(summary) << plugin.Message().toStdString();
+    auto const shows = [&](const char* text) {
+        EXPECT_TRUE(Settle());
+        EXPECT_EQ(summary->toPlainText(), text);
+    };
     Press(Qt::Key_End);
-    ASSERT_TRUE(Settle());
-    EXPECT_EQ(summary->toPlainText(), "C-000-0100");
+    shows("C-000-0100");
     ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 3)));
-    ASSERT_TRUE(Settle());
-    EXPECT_EQ(summary->toPlainText(), "C-000-0001");
+    shows("C-000-0001");
     Press(Qt::Key_Right);
-    ASSERT_TRUE(Settle());
-    EXPECT_EQ(summary->toPlainText(), "C-000-0002");
+    shows("C-000-0002");
     EXPECT_EQ(plugin.findChildren<QPlainTextEdit*>(), QList { summary });
 }
 
@@ -129,26 +128,24 @@ TEST_F(WindowPluginTest, AModalWindowThatIsGoneCountsAsEnded) {
 
 TEST_F(WindowPluginTest, ErrorEventsSayWhatWasBeingHandled) {
     struct Row {
-        std::uint32_t eventClass, kind;
-        std::int32_t code;
+        PluginError error;
         const char* text;
         // A parameter of another size is not read past its end.
         std::uint32_t size = sizeof(PluginError);
     };
     for (auto const& row : {
-             Row { 0x636D6473, 1, -50, "handled a command ('cmds', kind 1; code -50)" },
-             Row { 0x6D6F7573, 10, -1, "handled the mouse wheel ('mous', kind 10; code -1)" },
-             Row { 0x6D6F7573, 1, -1, "handled the mouse ('mous'" },
-             Row { 0x41424344, 7, 3, "handled an event ('ABCD', kind 7; code 3)" },
-             Row { 0x00424344, 7, 3, "handled an event (0x00424344, kind 7" },
-             Row { 0, 0, -108, "ran into an error (code -108)" },
-             Row { 0, 0, -108, "", sizeof(PluginError) - 4 },
+             Row { { {}, -50, 0x636D6473, 1 }, "handled a command ('cmds', kind 1; code -50)" },
+             Row { { {}, -1, 0x6D6F7573, 10 }, "handled the mouse wheel ('mous', kind 10" },
+             Row { { {}, -1, 0x6D6F7573, 1 }, "handled the mouse ('mous'" },
+             Row { { {}, 3, 0x00424344, 7 }, "handled an event (0x00424344, kind 7" },
+             Row { { {}, -108, 0, 0 }, "ran into an error (code -108)" },
+             Row { { {}, -108, 0, 0 }, "", sizeof(PluginError) - 4 },
          }) {
         Window().Messages().Clear();
-        PluginError const error { {}, row.code, row.eventClass, row.kind };
         platform::EventRef event = nullptr;
         ASSERT_EQ(platform::CreateEvent(kPluginErrorClass, kPluginErrorKind, &event), 0);
-        platform::SetEventParameter(event, kPluginErrorClass, kPluginErrorClass, row.size, &error);
+        platform::SetEventParameter(event, kPluginErrorClass, kPluginErrorClass, row.size,
+                                    &row.error);
         platform::SendEventToEventTarget(event, platform::GetApplicationEventTarget());
         platform::ReleaseEvent(event);
         EXPECT_THAT(Message(), testing::HasSubstr(row.text));
@@ -208,7 +205,7 @@ TEST_F(WindowPluginTest, BelowAStringStandsWhatTheFrameMakesOfItOrWhatIsWrong) {
     }
 }
 
-TEST_F(WindowPluginTest, RangesAreTurnedByKeysAndComeBackByUndo) {
+TEST_F(WindowPluginTest, KeysTurnRangesStepAndPlayAndUndoBringsBack) {
     auto const shown = [this] { return Window().TheTimeline().Spans(); };
     Window().Action("nowhere")->trigger();
     Window().ShowFrame(4);
@@ -216,37 +213,28 @@ TEST_F(WindowPluginTest, RangesAreTurnedByKeysAndComeBackByUndo) {
     EXPECT_EQ(shown(), (OnSpans { { 4, 4 } }));
     Press(Qt::Key_T);
     EXPECT_EQ(shown(), OnSpans {});
-    Window().ShowFrame(10);
+    Window().ShowFrame(97);
     Press(Qt::Key_T);
-    Window().ShowFrame(14);
+    Press(Qt::Key_End);
     Press(Qt::Key_BracketRight);
-    EXPECT_EQ(shown(), (OnSpans { { 10, 14 } }));
-    Window().ShowFrame(12);
+    EXPECT_EQ(shown(), (OnSpans { { 97, 99 } }));
+    Press(Qt::Key_Left);
     Press(Qt::Key_BracketLeft);
-    EXPECT_EQ(shown(), (OnSpans { { 12, 14 } }));
+    EXPECT_EQ(shown(), (OnSpans { { 98, 99 } }));
     EXPECT_EQ(UndoText(), "Change Ranges");
     QTest::keySequence(&Window(), QKeySequence::Undo);
-    EXPECT_EQ(shown(), (OnSpans { { 10, 14 } }));
+    EXPECT_EQ(shown(), (OnSpans { { 97, 99 } }));
     QTest::keySequence(&Window(), QKeySequence("Ctrl+Shift+Z"));
-    EXPECT_EQ(shown(), (OnSpans { { 12, 14 } }));
+    EXPECT_EQ(shown(), (OnSpans { { 98, 99 } }));
     // Off frames show the frame itself.
     ASSERT_TRUE(Settle());
     auto const on = Picture();
     Press(Qt::Key_T);
     ASSERT_TRUE(Settle());
     EXPECT_NE(Picture(), on);
-}
-
-TEST_F(WindowPluginTest, KeysOfTheFrameStepAndPlay) {
-    struct Row {
-        Qt::Key key;
-        std::size_t frame;
-    };
-    for (auto const& row : { Row { Qt::Key_End, 99 }, Row { Qt::Key_Left, 98 },
-                             Row { Qt::Key_Home, 0 }, Row { Qt::Key_Right, 1 } }) {
-        Press(row.key);
-        EXPECT_EQ(Project().Current(), row.frame);
-    }
+    Press(Qt::Key_Home);
+    Press(Qt::Key_Right);
+    EXPECT_EQ(Project().Current(), 1U);
     Press(Qt::Key_Space);
     EXPECT_TRUE(WaitUntil([&] { return Project().Current() > 3; }));
     Press(Qt::Key_Space);
@@ -256,7 +244,7 @@ TEST_F(WindowPluginTest, KeysOfTheFrameStepAndPlay) {
 }
 
 // A text that is lost is named, and no frame is written as if it had it.
-TEST_F(WindowPluginTest, ATextThatCannotBeDrawnIsSaidUntilItCan) {
+TEST_F(WindowPluginTest, WhatIsNotDrawnAsItShouldBeIsSaid) {
     auto const size = Project().LiveParams().nFontSize;
     Edit([](auto& params) { params.nFontSize = 32000; });
     ASSERT_TRUE(Settle());
@@ -264,6 +252,15 @@ TEST_F(WindowPluginTest, ATextThatCannotBeDrawnIsSaidUntilItCan) {
     Edit([size](auto& params) { params.nFontSize = size; });
     ASSERT_TRUE(Settle());
     EXPECT_EQ(Message(), "");
+    for (auto const& [kind, message] :
+         { std::pair(platform::ReportKind::kFontBroken, "The text is not drawn to the letter.\n"),
+           { platform::ReportKind::kBundleBroken,
+             "A file of the text effect cannot be used.\n" } }) {
+        Window().Messages().Clear();
+        platform::TextContext::Current().Tell({ kind, "it", "", "it is empty" });
+        EXPECT_TRUE(WaitUntil([&] { return !Message().empty(); }));
+        EXPECT_THAT(Message(), testing::StartsWith(message));
+    }
 }
 
 } // namespace
