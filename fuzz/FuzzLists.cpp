@@ -56,7 +56,7 @@ using List = std::array<char[64], 20>;
 
 std::vector<std::string> EntriesOf(const List& list) {
     std::vector<std::string> entries;
-    for (auto const& entry : list) {
+    for (const auto& entry : list) {
         Require(entry[63] == '\0');
         if (entry[0] == '\0')
             break;
