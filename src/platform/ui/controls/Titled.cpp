@@ -18,8 +18,10 @@ class ButtonControl : public WidgetControl {
 public:
     ButtonControl(QAbstractButton& button, Window& owner, ControlPartCode part)
         : WidgetControl(button, owner), m_button(&button), m_part(part) {
-        // A click leaves the focus, and what is being typed there, where it is.
-        button.setFocusPolicy(Qt::TabFocus);
+        // A click leaves the focus, and what is being typed there, where it is. From a radio button
+        // the arrow keys go on, so it takes the focus when it is picked.
+        const bool leadsOn = qobject_cast<QRadioButton*>(&button) != nullptr;
+        button.setFocusPolicy(leadsOn ? Qt::StrongFocus : Qt::TabFocus);
         connect(&button, &QAbstractButton::clicked, this, [this] { SendHit(m_part); });
     }
     std::string Title() const override {
