@@ -11,6 +11,7 @@
 
 #include "dialogs/DialogFixture.h"
 #include "dialogs/MessageBox.h"
+#include "huxCommon/huxGUI/HuxCarbonEvent.h"
 
 namespace {
 
@@ -35,8 +36,7 @@ protected:
     }
 };
 
-// Beginnings
-// -----------------------------------------------------------------------------------------
+// Beginnings -------------------------------------------------------------------------------------
 
 TEST_F(CMTextEditDlgTest, SelectsOneModeAndEnablesWhatBelongsToIt) {
     const int controls[] = { 205, 206, 207, 208, 209, 210, 211 };
@@ -71,7 +71,7 @@ TEST_F(CMTextEditDlgTest, SelectsOneModeAndEnablesWhatBelongsToIt) {
 TEST_F(CMTextEditDlgTest, ShowsTheParameters) {
     const auto text = [this](int id) { return Get<QLineEdit>(id).text().toStdString(); };
     {
-        auto const param = effect->Params();
+        const auto param = effect->Params();
         param->dwFlags = TEXT_CHARACTER | TEXT_BOX | TEXT_MONOLOGUE;
         param->nFontSize = 19;
         param->nOpacity = 70;
@@ -105,8 +105,7 @@ TEST_F(CMTextEditDlgTest, ShowsTheParameters) {
     EXPECT_EQ(TakeHeard(), "call1 call0 ") << "asked again after 0";
 }
 
-// Commands
-// -------------------------------------------------------------------------------------------
+// Commands ---------------------------------------------------------------------------------------
 
 TEST_F(CMTextEditDlgTest, StoresWhatIsPickedAndClicked) {
     record.bInfoPresent = 1;
@@ -200,8 +199,7 @@ TEST_F(CMTextEditDlgTest, ShowsTheWholeFrameUntilTheUserZooms) {
     EXPECT_EQ(scale(), 20);
 }
 
-// Fields
-// ---------------------------------------------------------------------------------------------
+// Fields -----------------------------------------------------------------------------------------
 
 TEST_F(CMTextEditDlgTest, StoresWhatIsTypedAtOnce) {
     const auto size = [](const _TEXTPARAM& p) { return std::to_string(p.nFontSize); };
@@ -236,9 +234,8 @@ TEST_F(CMTextEditDlgTest, StoresWhatIsTypedAtOnce) {
         }
         Type(row.field, row.typed);
         EXPECT_EQ(row.stored(Param()), row.result) << row.field << ' ' << row.typed;
-        if (dynamic_cast<QComboBox*>(Find(*root, row.field + 1))) {
+        if (dynamic_cast<QComboBox*>(Find(*root, row.field + 1)))
             EXPECT_EQ(Shown(row.field + 1), row.menu) << row.typed;
-        }
     }
     SetMode(TEXT_CHARACTER);
     Reopen();
@@ -264,8 +261,7 @@ TEST_F(CMTextEditDlgTest, StepsTheOpacity) {
     EXPECT_EQ(Get<QLineEdit>(107).text(), "99");
 }
 
-// Lists
-// ----------------------------------------------------------------------------------------------
+// Lists ------------------------------------------------------------------------------------------
 
 TEST_F(CMTextEditDlgTest, OffersTheTextsOfItsList) {
     SetMode(TEXT_INFO);
@@ -327,8 +323,7 @@ TEST_F(CMTextEditDlgTest, ClearsAHistoryWhenTheUserAgrees) {
     EXPECT_EQ(Get<QComboBox>(207).count(), 7 + 1 + 4);
 }
 
-// OK
-// -------------------------------------------------------------------------------------------------
+// OK ---------------------------------------------------------------------------------------------
 
 TEST_F(CMTextEditDlgTest, StoresOnOKAndTellsTheHost) {
     SetMode(TEXT_INFO);
@@ -392,8 +387,25 @@ TEST_F(CMTextEditDlgTest, EndsStringsThatFillTheirFields) {
     munmap(memory, 2 * page);
 }
 
-// Hosts that are difficult
-// ---------------------------------------------------------------------------
+TEST_F(CMTextEditDlgTest, LeavesCommandsThatItDoesNotKnow) {
+    Open(kEdit);
+    const auto send = [this](std::uint32_t id) {
+        HuxCarbonEvent event(platform::kEventClassCommand, platform::kEventCommandProcess);
+        const auto* const control =
+            platform::Control::FindByID(record.hDialogWindow, { kHuxPropertyCreator, 105 });
+        event.SetCommandParameter(control->Ref(), id, 0, nullptr);
+        return platform::SendEventToEventTarget(event.GetEventRef(),
+                                                platform::UIObject::TargetOf(record.hDialogWindow));
+    };
+    for (const std::uint32_t id : { 108U, 96U, 91U, 201U, 302U, platform::kHICommandCopy })
+        EXPECT_EQ(send(id), platform::kEventNotHandledErr) << id;
+    EXPECT_EQ(send(98), platform::kNoErr);
+    TakeHeard();
+    EXPECT_EQ(send(platform::kHICommandOK), platform::kNoErr);
+    EXPECT_EQ(TakeHeard(), "changed option1 ") << "OK is the dialog's";
+}
+
+// Hosts that are difficult -----------------------------------------------------------------------
 
 TEST_F(CMTextEditDlgTest, LetsTheHostDestroyItWhileItTellsOrAsks) {
     for (const char* moment : { "changed", "option1", "call1" }) {
