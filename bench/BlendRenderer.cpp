@@ -38,7 +38,7 @@ std::unique_ptr<Renderer> MakeBlend(const TextCase& text, host::Image& frame, Co
 }
 
 PictureSize TextRectangle(const TextCase& text) {
-    ReadyPicture const picture(text);
+    const ReadyPicture picture(text);
     return { picture.Info().width, picture.Info().height };
 }
 

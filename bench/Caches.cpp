@@ -41,12 +41,12 @@ void DrawFrame(const Frame& frame) {
     if (NewGWorld(&world, 32, { 0, 0, kHeight, kWidth }) != kNoErr)
         throw std::bad_alloc();
     SetGWorld(world, nullptr);
-    std::string const counted = static_cast<char>(frame.family.size()) + frame.family;
+    const std::string counted = static_cast<char>(frame.family.size()) + frame.family;
     FontNumber font = 0;
     GetFNum(reinterpret_cast<const std::uint8_t*>(counted.data()), &font);
     TextFont(font);
     TextSize(36);
-    auto const measured = static_cast<std::int32_t>(frame.measured.size());
+    const auto measured = static_cast<std::int32_t>(frame.measured.size());
     benchmark::DoNotOptimize(TextWidth(frame.measured.data(), 0, measured));
     RGBBackColor({ static_cast<std::uint16_t>((frame.ground & 0xFF) << 8),
                    static_cast<std::uint16_t>(frame.ground & 0xFF00), 0 });
@@ -122,18 +122,17 @@ void Recent(benchmark::State& state, bool with) {
     RecentValues<Value, 512> recent(cache, 1 << 10);
     constexpr std::uint64_t kKeys = 48;
     for (std::uint64_t key = 0; key < kKeys; ++key) {
-        auto const value = std::make_shared<const Value>(Value { key, {} });
+        const auto value = std::make_shared<const Value>(Value { key, {} });
         recent.Find(MixHash(0, key), key);
         recent.Keep(MixHash(0, key), value);
         cache.Insert(MixHash(0, key), value);
     }
     for ([[maybe_unused]] auto _ : state) {
-        for (std::uint64_t key = 0; key < kKeys; ++key) {
+        for (std::uint64_t key = 0; key < kKeys; ++key)
             if (with)
                 benchmark::DoNotOptimize(recent.Find(MixHash(0, key), key));
             else
                 benchmark::DoNotOptimize(cache.Find(MixHash(0, key), key));
-        }
     }
 }
 
@@ -143,7 +142,7 @@ void Admission(benchmark::State& state, bool with) {
     static OnceTable once;
     static std::uint64_t key = 0;
     for ([[maybe_unused]] auto _ : state) {
-        auto const hash = MixHash(0, ++key);
+        const auto hash = MixHash(0, ++key);
         auto value = std::make_shared<Value>(Value { key, std::vector<std::uint8_t>(50'000) });
         if (!with || once.SeenBefore(hash))
             cache.Insert(hash, std::move(value));
@@ -154,7 +153,7 @@ void Admission(benchmark::State& state, bool with) {
 void Vectors(benchmark::State& state, bool with) {
     constexpr std::int64_t kWidth = 260, kHeight = 48;
     std::vector<std::uint8_t> pixels(kWidth * kHeight * 4), coverage(kWidth * kHeight, 99);
-    ColorFunction const color = ColorWayAt(with ? kColorWays - 1 : 0).function;
+    const ColorFunction color = ColorWayAt(with ? kColorWays - 1 : 0).function;
     for ([[maybe_unused]] auto _ : state) {
         (color ? color : ColorWayAt(0).function)(
             { pixels.data(), kWidth * 4, coverage.data(), kWidth, kWidth, kHeight },
@@ -171,12 +170,12 @@ void RegisterCaches() {
         void (*measure)(benchmark::State&, bool);
         int threads = 1;
     };
-    for (Row const& row :
+    for (const Row& row :
          { Row { "pictures", Pictures }, Row { "older-pictures", OlderPictures },
            Row { "lines", Lines }, Row { "names", Names }, Row { "recent", Recent, 2 },
            Row { "admission", Admission }, Row { "vectors", Vectors } }) {
-        for (bool const with : { true, false }) {
-            auto const name = std::string("cache/") + row.name + "/" + (with ? "with" : "without");
+        for (const bool with : { true, false }) {
+            const auto name = std::string("cache/") + row.name + "/" + (with ? "with" : "without");
             benchmark::RegisterBenchmark(name.c_str(), row.measure, with)->Threads(row.threads);
         }
     }

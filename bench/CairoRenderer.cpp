@@ -46,7 +46,7 @@ public:
 
     void Draw(std::uint32_t counter) override {
         m_text.Set(counter);
-        Layout const fresh = m_kept ? nullptr : LayOut();
+        const Layout fresh = m_kept ? nullptr : LayOut();
         Show(m_kept ? m_kept.get() : fresh.get());
     }
 
@@ -60,7 +60,7 @@ private:
     }
 
     void Show(PangoLayout* layout) {
-        double const opacity = m_case.opacity / 100.0;
+        const double opacity = m_case.opacity / 100.0;
         if (m_case.box) {
             int width = 0;
             int height = 0;

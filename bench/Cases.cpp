@@ -41,10 +41,9 @@ std::span<const TextCase> Cases() {
 }
 
 CountedText::CountedText(std::string_view text) : m_bytes(text), m_counter(~kStillCounter) {
-    for (std::size_t at = m_bytes.size(); at-- > 0;) {
+    for (std::size_t at = m_bytes.size(); at-- > 0;)
         if (m_bytes[at] == '#')
             m_digits.push_back(at);
-    }
     Set(kStillCounter);
 }
 

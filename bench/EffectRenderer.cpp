@@ -17,7 +17,7 @@ namespace bench {
 namespace {
 
 const host::Plugin& LoadedPlugin() {
-    static auto const plugin = [] {
+    static const auto plugin = [] {
         std::string why;
         auto loaded = host::Plugin::LoadByName("TextOverlay", why);
         if (!loaded)
@@ -30,7 +30,7 @@ const host::Plugin& LoadedPlugin() {
 // The host library's handles move each time they are unlocked, to find mistakes. That is not what
 // DoFilter costs, so these stay where they are: a reference is the address itself.
 const EPIHandleProcs& StillHandleTable() {
-    static EPIHandleProcs const table = [] {
+    static const EPIHandleProcs table = [] {
         EPIHandleProcs procs {};
         procs.nSize = sizeof procs;
         procs.Lock = [](EPIHandleRef handle) -> void* { return handle; };
@@ -105,7 +105,7 @@ private:
     const host::Plugin& m_plugin;
     CountedText m_text;
     _TEXTPARAM m_params {};
-    double const m_apply = 1;
+    const double m_apply = 1;
     _EPIRECORD m_record;
 };
 

@@ -44,8 +44,8 @@ void SetOption(AVFilterContext* filter, const char* name, const std::string& val
 std::string WithCountingExpression(std::string text) {
     static constexpr const char* kDigits[] = { "%{eif:mod(n+12,10000):d:4}",
                                                "%{eif:mod(n+50012,10000000):d:7}" };
-    auto const replace = [&text](std::string_view mark, const char* by) {
-        if (auto const at = text.find(mark); at != std::string::npos)
+    const auto replace = [&text](std::string_view mark, const char* by) {
+        if (const auto at = text.find(mark); at != std::string::npos)
             text.replace(at, mark.size(), by);
     };
     replace("#######", kDigits[1]);
@@ -102,7 +102,7 @@ private:
         m_frame->height = image.Height();
         m_frame->data[0] = image.Bytes().data();
         m_frame->linesize[0] = image.RowBytes();
-        auto const keep = [](void*, std::uint8_t*) {};
+        const auto keep = [](void*, std::uint8_t*) {};
         m_frame->buf[0] =
             av_buffer_create(image.Bytes().data(), image.Bytes().size(), keep, nullptr, 0);
     }
@@ -115,14 +115,14 @@ private:
 };
 
 void SetText(AVFilterContext* filter, const TextCase& text, Content content) {
-    bool const changing = content == Content::kChanging;
+    const bool changing = content == Content::kChanging;
     SetOption(filter, "expansion", changing ? "normal" : "none");
     SetOption(filter, "text",
               changing ? WithCountingExpression(text.text) : CountedText(text.text).Bytes());
 }
 
 void SetLooks(AVFilterContext* filter, const TextCase& text) {
-    std::string const opacity = "@" + std::to_string(text.opacity / 100.0);
+    const std::string opacity = "@" + std::to_string(text.opacity / 100.0);
     SetOption(filter, "font", text.family);
     SetOption(filter, "fontsize", std::to_string(text.sizePx));
     SetOption(filter, "fontcolor", "white" + opacity);

@@ -15,7 +15,7 @@ namespace {
 // A channel of 0 to 255 as the format stores it.
 void Store(std::span<std::uint8_t> row, int channel, int depth, int value) {
     if (depth == 64) {
-        auto const wide = static_cast<std::uint16_t>(value * 257);
+        const auto wide = static_cast<std::uint16_t>(value * 257);
         std::memcpy(&row[static_cast<std::size_t>(channel) * 2], &wide, sizeof wide);
     } else {
         row[static_cast<std::size_t>(channel)] = static_cast<std::uint8_t>(value);
@@ -25,11 +25,11 @@ void Store(std::span<std::uint8_t> row, int channel, int depth, int value) {
 } // namespace
 
 void PaintBackground(host::Image& image) {
-    host::PixelFormat const& format = image.Format();
+    const host::PixelFormat& format = image.Format();
     for (int y = 0; y < image.Height(); ++y) {
-        auto const row = image.Row(y);
+        const auto row = image.Row(y);
         for (int x = 0; x < image.Width(); ++x) {
-            int const pixel = x * format.Channels();
+            const int pixel = x * format.Channels();
             Store(row, pixel + format.red, format.depth, 40 + 120 * x / image.Width());
             Store(row, pixel + format.green, format.depth, 70 + 80 * y / image.Height());
             Store(row, pixel + format.blue, format.depth, 150 - 90 * x / image.Width());

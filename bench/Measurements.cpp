@@ -60,15 +60,14 @@ void BlackenTextRows(host::Image& frame) {
 
 // Only the colour tells: the alpha is set under a box without glyphs as well.
 bool HasLightPixel(const host::Image& frame) {
-    host::PixelFormat const& format = frame.Format();
-    auto const step = static_cast<std::size_t>(format.BytesPerPixel());
-    auto const high = static_cast<std::size_t>((format.red + 1) * format.BytesPerChannel() - 1);
+    const host::PixelFormat& format = frame.Format();
+    const auto step = static_cast<std::size_t>(format.BytesPerPixel());
+    const auto high = static_cast<std::size_t>((format.red + 1) * format.BytesPerChannel() - 1);
     for (int y = kTop; y < kTop + kTextRows; ++y) {
-        auto const row = frame.Row(y);
-        for (std::size_t at = high; at < row.size(); at += step) {
+        const auto row = frame.Row(y);
+        for (std::size_t at = high; at < row.size(); at += step)
             if (row[at] > 100)
                 return true;
-        }
     }
     return false;
 }
@@ -98,7 +97,7 @@ void Measure(benchmark::State& state, const Setting& setting) {
     PinToCore(0);
     try {
         host::Image& frame = ThreadFrame(setting.size, setting.depth);
-        auto const renderer = setting.make(setting.text, frame, setting.content);
+        const auto renderer = setting.make(setting.text, frame, setting.content);
         ExpectText(*renderer, frame, setting.drawsText);
         DrawFrames(state, *renderer, setting.content);
     } catch (const std::runtime_error& error) {
@@ -111,8 +110,7 @@ void Register(const std::string& name, const Setting& setting) {
                                  [setting](benchmark::State& state) { Measure(state, setting); });
 }
 
-// Two threads on two cores beside one of them alone
-// ---------------------------------------------------------------------------------------------
+// Two threads on two cores beside one of them alone ----------------------------------------------
 
 // What else runs on the machine may slow a core for a while. So turns are short: the first thread
 // alone, the second one alone, both at once, and only the three of one round are compared.
@@ -129,11 +127,11 @@ struct Turns {
 double FramesASecond(Renderer& renderer, Content content) {
     constexpr int kStep = 8;
     using Clock = std::chrono::steady_clock;
-    auto const start = Clock::now();
+    const auto start = Clock::now();
     std::chrono::duration<double> taken {};
     double frames = 0;
     while (taken < kTurn) {
-        std::uint32_t const counter = TakeCounters(kStep);
+        const std::uint32_t counter = TakeCounters(kStep);
         for (std::uint32_t i = 0; i < kStep; ++i)
             renderer.Draw(content == Content::kChanging ? counter + i : kStillCounter);
         frames += kStep;
@@ -179,17 +177,16 @@ void MeasureThreads(benchmark::State& state, const Setting& setting) {
         threads[i] = std::jthread([&turns, i, &setting] { TakeTurns(turns, i, setting); });
     std::vector<double> gains;
     for ([[maybe_unused]] auto _ : state) {
-        double const alone = (RateOf(turns, 1) + RateOf(turns, 2)) / 2;
+        const double alone = (RateOf(turns, 1) + RateOf(turns, 2)) / 2;
         gains.push_back(RateOf(turns, 3) / alone);
     }
     turns.active = 0;
     turns.begin.arrive_and_wait();
     std::ranges::sort(gains);
     state.counters["gain"] = gains[gains.size() / 2];
-    for (std::string const& error : turns.errors) {
+    for (const std::string& error : turns.errors)
         if (!error.empty())
             state.SkipWithError(error.c_str());
-    }
 }
 
 void RegisterRenderer(const RendererEntry& renderer, const TextCase& text, int depth) {
@@ -203,7 +200,7 @@ void RegisterRenderer(const RendererEntry& renderer, const TextCase& text, int d
 }
 
 void RegisterThreads(const Setting& setting) {
-    std::string const name =
+    const std::string name =
         std::string("threads/") + setting.text.name + "/" + NameOf(setting.content);
     benchmark::RegisterBenchmark(name.c_str(), [setting](benchmark::State& state) {
         MeasureThreads(state, setting);
@@ -217,8 +214,8 @@ std::span<const RendererEntry> Renderers() {
 }
 
 void RegisterRenderers() {
-    for (TextCase const& text : Cases()) {
-        for (RendererEntry const& renderer : kRenderers) {
+    for (const TextCase& text : Cases()) {
+        for (const RendererEntry& renderer : kRenderers) {
             RegisterRenderer(renderer, text, 32);
             if (renderer.sixteen)
                 RegisterRenderer(renderer, text, 64);
@@ -227,7 +224,7 @@ void RegisterRenderers() {
 }
 
 void RegisterFrameSizes() {
-    for (TextCase const& text : Cases()) {
+    for (const TextCase& text : Cases()) {
         for (FrameSize size : { FrameSize { 1280, 720 }, { 1920, 1080 }, { 3840, 2160 } })
             Register(std::string("frame/") + text.name + "/" + std::to_string(size.width) + "x" +
                          std::to_string(size.height),
@@ -240,12 +237,12 @@ void RegisterAreas() {
     for (TextCase text : Cases().first(3)) {
         for (int sizePx : { 18, 36, 72, 144 }) {
             text.sizePx = sizePx;
-            Setting const setting { .text = text, .size = { 3840, 2160 } };
+            const Setting setting { .text = text, .size = { 3840, 2160 } };
             benchmark::RegisterBenchmark(
                 (std::string("area/") + text.name + "/" + std::to_string(sizePx)).c_str(),
                 [setting](benchmark::State& state) {
                     Measure(state, setting);
-                    PictureSize const size = TextRectangle(setting.text);
+                    const PictureSize size = TextRectangle(setting.text);
                     state.counters["pixels"] = static_cast<double>(size.width) * size.height;
                 });
         }
@@ -253,14 +250,13 @@ void RegisterAreas() {
 }
 
 void RegisterThreads() {
-    for (TextCase const& text : Cases()) {
+    for (const TextCase& text : Cases())
         for (Content content : { Content::kUnchanged, Content::kChanging })
             RegisterThreads({ .text = text, .content = content });
-    }
 }
 
 void PinToCore(int index) {
-    static cpu_set_t const allowed = [] {
+    static const cpu_set_t allowed = [] {
         cpu_set_t set;
         CPU_ZERO(&set);
         sched_getaffinity(0, sizeof set, &set);

@@ -159,10 +159,9 @@ public:
 
     QWidget& Get(std::int32_t id) const {
         for (QWidget* const widget :
-             platform::Window::Find(m_record.hDialogWindow)->Widget().findChildren<QWidget*>()) {
+             platform::Window::Find(m_record.hDialogWindow)->Widget().findChildren<QWidget*>())
             if (widget->property("controlID").toInt() == id)
                 return *widget;
-        }
         throw std::runtime_error("there is no control " + std::to_string(id));
     }
     void Press(std::int32_t id, Qt::Key key, const QString& text = {}) const {

@@ -28,7 +28,7 @@ public:
     void Draw(std::uint32_t counter) override {
         if (m_text.Set(counter))
             m_string = QString::fromStdString(m_text.Bytes());
-        int const alpha = m_case.opacity * 255 / 100;
+        const int alpha = m_case.opacity * 255 / 100;
         QPainter painter(&m_image);
         painter.setFont(m_font);
         if (m_case.box)

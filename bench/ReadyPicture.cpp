@@ -54,12 +54,12 @@ void ReadyPicture::SelectFont() const {
 }
 
 void ReadyPicture::Measure() {
-    platform::GWorldPtr const world = MakeWorld(256, 256);
+    const platform::GWorldPtr world = MakeWorld(256, 256);
     platform::SetGWorld(world, nullptr);
     SelectFont();
     platform::GetFontInfo(&m_metrics);
-    for (std::string const& line : m_lines) {
-        auto const width =
+    for (const std::string& line : m_lines) {
+        const auto width =
             platform::TextWidth(line.data(), 0, static_cast<std::int32_t>(line.size()));
         m_width = std::max(m_width, static_cast<std::int16_t>(width));
     }
@@ -68,8 +68,8 @@ void ReadyPicture::Measure() {
 }
 
 void ReadyPicture::Draw(const TextCase& text) {
-    int const lineHeight = m_metrics.ascent + m_metrics.descent;
-    auto const height = static_cast<std::int16_t>(lineHeight * static_cast<int>(m_lines.size()));
+    const int lineHeight = m_metrics.ascent + m_metrics.descent;
+    const auto height = static_cast<std::int16_t>(lineHeight * static_cast<int>(m_lines.size()));
     m_world = MakeWorld(m_width, height);
     platform::SetGWorld(m_world, nullptr);
     SelectFont();
@@ -79,13 +79,13 @@ void ReadyPicture::Draw(const TextCase& text) {
                                     : platform::RGBColor { 0xFEFE, 0xFEFE, 0xFEFE });
     platform::EraseRect({ 0, 0, height, m_width });
     int baseline = m_metrics.ascent;
-    for (std::string const& line : m_lines) {
+    for (const std::string& line : m_lines) {
         platform::MoveTo(0, static_cast<std::int16_t>(baseline));
         platform::DrawText(line.data(), 0, static_cast<std::int32_t>(line.size()));
         baseline += lineHeight;
     }
     platform::SetGWorld(nullptr, nullptr);
-    platform::PixMapHandle const pixels = platform::GetGWorldPixMap(m_world);
+    const platform::PixMapHandle pixels = platform::GetGWorldPixMap(m_world);
     if (!platform::LockPixels(pixels))
         throw std::runtime_error("no memory for a picture");
     m_info = { m_width, height, platform::GetPixRowBytes(pixels), platform::GetPixBaseAddr(pixels),

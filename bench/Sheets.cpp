@@ -19,10 +19,10 @@ constexpr int kStripHeight = 270;
 
 // Draws the text as it looks after some frames.
 QImage Strip(const RendererEntry& renderer, const TextCase& text, Content content, int depth) {
-    auto const frame = host::Image::Make(1280, 720, depth == 64 ? kFrame16 : kFrame8);
+    const auto frame = host::Image::Make(1280, 720, depth == 64 ? kFrame16 : kFrame8);
     PaintBackground(*frame);
     renderer.make(text, *frame, content)->Draw(kStillCounter);
-    auto const format = depth == 64 ? QImage::Format_RGBX64 : QImage::Format_RGB32;
+    const auto format = depth == 64 ? QImage::Format_RGBX64 : QImage::Format_RGB32;
     return QImage(frame->Bytes().data(), frame->Width(), kStripHeight, frame->RowBytes(), format)
         .convertToFormat(QImage::Format_RGB32)
         .copy(); // pixels of its own: the frame ends here
@@ -31,7 +31,7 @@ QImage Strip(const RendererEntry& renderer, const TextCase& text, Content conten
 QImage Sheet(const TextCase& text) {
     std::vector<QImage> strips;
     QStringList labels;
-    for (RendererEntry const& renderer : Renderers()) {
+    for (const RendererEntry& renderer : Renderers()) {
         for (int depth : { 32, 64 }) {
             if (!renderer.drawsText || (depth == 64 && !renderer.sixteen))
                 continue;
@@ -52,10 +52,10 @@ QImage Sheet(const TextCase& text) {
 
 bool WriteSheets(const std::string& folder) {
     try {
-        QDir const dir(QString::fromStdString(folder));
+        const QDir dir(QString::fromStdString(folder));
         dir.mkpath(".");
-        for (TextCase const& text : Cases()) {
-            QString const file = dir.filePath(QString(text.name) + ".png");
+        for (const TextCase& text : Cases()) {
+            const QString file = dir.filePath(QString(text.name) + ".png");
             if (!Sheet(text).save(file))
                 throw std::runtime_error("cannot write " + file.toStdString());
         }

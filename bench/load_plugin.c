@@ -27,7 +27,7 @@ int main(int argc, char** argv) {
     _EPIRECORD record = { 0 };
     record.pPluginInfo = &info;
 
-    double const start = Microseconds();
+    const double start = Microseconds();
     void* const module = dlopen(argv[1], RTLD_NOW | RTLD_LOCAL);
     if (!module) {
         fprintf(stderr, "telop-bench-load: %s\n", dlerror());

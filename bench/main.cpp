@@ -12,7 +12,7 @@
 
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication const application(argc, argv);
+    const QGuiApplication application(argc, argv);
 
     constexpr std::string_view kSheets = "--sheets=";
     if (argc == 2 && std::string_view(argv[1]).starts_with(kSheets))

@@ -78,12 +78,11 @@ std::optional<host::Frame> ToFrame(const shot::Canvas& canvas, std::int32_t bits
                                     bits == 16 ? host::kRgba64 : host::kRgb24);
     if (!frame.image)
         return std::nullopt;
-    for (int y = 0; y < canvas.Height(); ++y) {
+    for (int y = 0; y < canvas.Height(); ++y)
         if (bits == 16)
             FillRow<std::uint16_t>(canvas, y, frame.image->Row(y), 4);
         else
             FillRow<std::uint8_t>(canvas, y, frame.image->Row(y), 3);
-    }
     frame.header.color = host::ColorKind::kRgb;
     frame.header.bitDepth = bits;
     frame.header.metadata.push_back(

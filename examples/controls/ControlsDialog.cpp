@@ -79,7 +79,7 @@ HuxString Quoted(const HuxString& text) {
 
 } // namespace
 
-// Setting up ---------------------------------------------------------------------------------------
+// Setting up -------------------------------------------------------------------------------------
 
 void ControlsDialog::_AttachControls() {
     AttachControl(m_push, kPush);
@@ -161,7 +161,7 @@ OSStatus ControlsDialog::InstallSelf(EventTargetRef target) {
                   : InstallCarbonEventHandler(target, kListTypes.size(), kListTypes.data());
 }
 
-// What arrives -------------------------------------------------------------------------------------
+// What arrives -----------------------------------------------------------------------------------
 
 void ControlsDialog::Log(std::string_view what, const HuxString& detail) {
     std::string line(what);
@@ -192,10 +192,9 @@ OSStatus ControlsDialog::HandleCommand(EventRef event) {
     held.GetCommandParameter(&id, &value, &command, nullptr);
     if (!(command.attributes & kHICommandFromControl))
         return kEventNotHandledErr;
-    for (std::size_t i = 0; i < kFields.size(); ++i) {
+    for (std::size_t i = 0; i < kFields.size(); ++i)
         if (id == static_cast<std::uint32_t>(kFields[i].number))
             return HandleField(i, value);
-    }
     switch (id) {
     case kPush:
         Log("push");
@@ -258,18 +257,16 @@ void ControlsDialog::ShowPoints() {
 void ControlsDialog::HandleCheck() {
     const bool checked = m_check.IsChecked();
     for (HuxControlImpl* control : std::initializer_list<HuxControlImpl*> {
-             &m_sizes, &m_color, &m_menu, &m_font, &m_pointsStep, &m_rows, &m_pane }) {
+             &m_sizes, &m_color, &m_menu, &m_font, &m_pointsStep, &m_rows, &m_pane })
         if (checked)
             control->Enable();
         else
             control->Disable();
-    }
-    for (HuxEditText& field : m_fields) {
+    for (HuxEditText& field : m_fields)
         if (checked)
             field.Enable();
         else
             field.Disable();
-    }
     Log("check", HuxString(checked ? "on" : "off"));
 }
 
@@ -295,7 +292,7 @@ void ControlsDialog::HandlePane() {
         HuxString::FromUTF8(std::to_string(place.h) + ", " + std::to_string(place.v)));
 }
 
-// The list -----------------------------------------------------------------------------------------
+// The list ---------------------------------------------------------------------------------------
 
 void ControlsDialog::AddRow() {
     auto row =
@@ -333,7 +330,7 @@ void ControlsDialog::HandleNotification(const HuxDataBrowser::ItemNotification& 
         Log("row clicked twice", row->GetText());
 }
 
-// The end ------------------------------------------------------------------------------------------
+// The end ----------------------------------------------------------------------------------------
 
 bool ControlsDialog::OnOK() {
     Log("OK");

@@ -42,9 +42,9 @@ OSStatus CMEditText::HandleEventCurrentSelf(EventHandlerCallRef call, EventRef e
 
 // The window is asked last, so that its word counts.
 OSStatus CMEditText::HandleCommandUpdateStatus(EventHandlerCallRef call, EventRef event) {
-    WindowRef const owner = GetOwner();
+    const WindowRef owner = GetOwner();
     const OSStatus status = CallNextEventHandler(call, event);
-    EventTargetRef const target = UIObject::TargetOf(owner);
+    const EventTargetRef target = UIObject::TargetOf(owner);
     return target ? SendEventToEventTarget(event, target) : status;
 }
 

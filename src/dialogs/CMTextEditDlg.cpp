@@ -118,7 +118,7 @@ void CMTextEditDlg::ShowComposite() {
     SetBkImage(image.release(), 1);
 }
 
-// Beginnings ---------------------------------------------------------------------------------------
+// Beginnings -------------------------------------------------------------------------------------
 
 void CMTextEditDlg::_AttachControls() {
     for (std::int32_t i = 0; i < 4; ++i)
@@ -260,7 +260,7 @@ void CMTextEditDlg::InitOptions() {
         m_optionCheck.SetChecked(DialogParam().bDialogOption != 0);
 }
 
-// Events -------------------------------------------------------------------------------------------
+// Events -----------------------------------------------------------------------------------------
 
 bool CMTextEditDlg::CheckControlValue() {
     const platform::WhileSet quiet(*this, m_nInitialized, 0); // as OnOK is about numbers

@@ -22,10 +22,9 @@ using Texts = char[kPopupEntries][64];
 
 // Its place from 1; 0 when it is not among them.
 std::int32_t PlaceOf(const Texts& texts, std::string_view text) {
-    for (std::int32_t i = 0; i < CTextPopup::CountEntries(texts); ++i) {
+    for (std::int32_t i = 0; i < CTextPopup::CountEntries(texts); ++i)
         if (FieldText(texts[i]) == text)
             return i + 1;
-    }
     return 0;
 }
 

@@ -85,7 +85,7 @@ bool Archive::Open(const std::filesystem::path& file, std::int32_t mode, std::st
             m_mode = Mode::kRead;
         }
     } else if (mode == epiArchiveWrite) {
-        if (int const error = PlaceError(file))
+        if (const int error = PlaceError(file))
             m_error = Printable(file.native()) + ": cannot be written: " + ErrorText(error);
         else
             m_mode = Mode::kWrite; // An empty file is a whole one, so this much may be flushed.

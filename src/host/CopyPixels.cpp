@@ -17,7 +17,7 @@ namespace {
 // Moves one axis of a copy inside both images: from..from+length lies in 0..fromEnd, and to so.
 void ClipAxis(std::int64_t& from, std::int64_t fromEnd, std::int64_t& to, std::int64_t toEnd,
               std::int64_t& length) {
-    auto const skipped = std::max({ std::int64_t { 0 }, -from, -to });
+    const auto skipped = std::max({ std::int64_t { 0 }, -from, -to });
     from += skipped;
     to += skipped;
     length = std::min({ length - skipped, fromEnd - from, toEnd - to });
@@ -40,15 +40,14 @@ ChannelMap MapChannels(const PixelFormat& dst, const PixelFormat& src) {
 
 void CopyReordered(std::uint8_t* dst, const std::uint8_t* src, std::int64_t pixels,
                    const PixelFormat& format, const ChannelMap& map) {
-    auto const bytes = static_cast<std::size_t>(format.BytesPerChannel());
-    auto const channels = static_cast<std::size_t>(format.Channels());
+    const auto bytes = static_cast<std::size_t>(format.BytesPerChannel());
+    const auto channels = static_cast<std::size_t>(format.Channels());
     for (; pixels > 0; --pixels) {
-        for (std::size_t i = 0; i < channels; ++i) {
+        for (std::size_t i = 0; i < channels; ++i)
             if (map[i] >= 0)
                 std::memcpy(dst + i * bytes, src + static_cast<std::size_t>(map[i]) * bytes, bytes);
             else if (map[i] == -1)
                 std::memset(dst + i * bytes, 0xFF, bytes);
-        }
         dst += channels * bytes;
         src += channels * bytes;
     }
@@ -57,7 +56,7 @@ void CopyReordered(std::uint8_t* dst, const std::uint8_t* src, std::int64_t pixe
 } // namespace
 
 void CopyPixels(Image& dst, std::int32_t x, std::int32_t y, const Image& src, Area from) {
-    auto const& format = dst.Format();
+    const auto& format = dst.Format();
     if (format.depth != src.Format().depth) {
         Ledger::Get().RecordMisuse("copy from ", src.Format().depth, " to ", format.depth, " bits");
         return;
@@ -69,15 +68,15 @@ void CopyPixels(Image& dst, std::int32_t x, std::int32_t y, const Image& src, Ar
     if (width <= 0 || height <= 0)
         return;
 
-    auto const isSameFormat = format == src.Format();
-    auto const map = MapChannels(format, src.Format());
-    auto const pixelBytes = format.BytesPerPixel();
+    const auto isSameFormat = format == src.Format();
+    const auto map = MapChannels(format, src.Format());
+    const auto pixelBytes = format.BytesPerPixel();
     // Rows that move down in one image are copied from the last one up, before they are overwritten.
-    auto const upwards = &dst == &src && toY > fromY;
+    const auto upwards = &dst == &src && toY > fromY;
     for (std::int64_t i = 0; i < height; ++i) {
-        auto const row = upwards ? height - 1 - i : i;
+        const auto row = upwards ? height - 1 - i : i;
         auto* const to = dst.Row(static_cast<std::int32_t>(toY + row)).data() + toX * pixelBytes;
-        auto const* const source =
+        const auto* const source =
             src.Row(static_cast<std::int32_t>(fromY + row)).data() + fromX * pixelBytes;
         if (isSameFormat)
             std::memmove(to, source, static_cast<std::size_t>(width * pixelBytes));
@@ -101,24 +100,24 @@ struct Taps {
 //
 Taps TapsAt(std::int64_t i, std::int64_t dstLength, std::int64_t srcStart, std::int64_t srcLength,
             std::int32_t srcEnd) {
-    auto const scale = static_cast<double>(srcLength) / static_cast<double>(dstLength);
-    auto const width = std::max(scale, 1.0);
-    auto const centre = static_cast<double>(srcStart) + (static_cast<double>(i) + 0.5) * scale;
-    auto const limit = [srcEnd](double at) {
+    const auto scale = static_cast<double>(srcLength) / static_cast<double>(dstLength);
+    const auto width = std::max(scale, 1.0);
+    const auto centre = static_cast<double>(srcStart) + (static_cast<double>(i) + 0.5) * scale;
+    const auto limit = [srcEnd](double at) {
         return static_cast<std::int32_t>(std::clamp(at, 0.0, static_cast<double>(srcEnd - 1)));
     };
-    auto const begin = centre - width / 2;
-    auto const end = centre + width / 2;
+    const auto begin = centre - width / 2;
+    const auto end = centre + width / 2;
     Taps taps { limit(std::floor(begin)), {} };
     taps.weights.resize(static_cast<std::size_t>(limit(std::ceil(end) - 1)) -
                         static_cast<std::size_t>(taps.first) + 1);
-    auto const last = taps.weights.size() - 1;
+    const auto last = taps.weights.size() - 1;
     for (std::size_t k = 0; k <= last; ++k) {
         // What the window has outside the image goes to the pixels at its edge.
-        auto const left =
+        const auto left =
             k == 0 ? begin
                    : std::max(begin, static_cast<double>(taps.first) + static_cast<double>(k));
-        auto const right =
+        const auto right =
             k == last ? end
                       : std::min(end, static_cast<double>(taps.first) + static_cast<double>(k) + 1);
         taps.weights[k] = (right - left) / width;
@@ -136,7 +135,7 @@ Axis AxisOf(std::int32_t to, std::int32_t toLength, std::int32_t dstEnd, std::in
             std::int32_t fromLength, std::int32_t srcEnd) {
     Axis axis;
     axis.start = std::max(to, 0);
-    auto const end = std::min(std::int64_t { to } + toLength, std::int64_t { dstEnd });
+    const auto end = std::min(std::int64_t { to } + toLength, std::int64_t { dstEnd });
     for (std::int64_t i = axis.start; i < end; ++i)
         axis.taps.push_back(TapsAt(i - to, toLength, from, fromLength, srcEnd));
     return axis;
@@ -154,19 +153,19 @@ Channel ReadChannel(const std::uint8_t* pixel, std::int32_t index) {
 template <class Channel>
 void WriteChannel(std::uint8_t* pixel, std::int32_t index, double value) {
     constexpr double kFull = static_cast<Channel>(-1);
-    auto const rounded = static_cast<Channel>(std::clamp(value + 0.5, 0.0, kFull));
+    const auto rounded = static_cast<Channel>(std::clamp(value + 0.5, 0.0, kFull));
     std::memcpy(pixel + static_cast<std::size_t>(index) * sizeof rounded, &rounded, sizeof rounded);
 }
 
 template <class Channel>
 Colour Mean(const Image& src, const Taps& rows, const Taps& columns) {
-    auto const& format = src.Format();
+    const auto& format = src.Format();
     Colour sum {};
     for (std::size_t j = 0; j < rows.weights.size(); ++j) {
-        auto const row = src.Row(rows.first + static_cast<std::int32_t>(j));
-        auto const* pixel =
+        const auto row = src.Row(rows.first + static_cast<std::int32_t>(j));
+        const auto* pixel =
             row.data() + static_cast<std::ptrdiff_t>(columns.first) * format.BytesPerPixel();
-        for (auto const columnWeight : columns.weights) {
+        for (const auto columnWeight : columns.weights) {
             auto weight = rows.weights[j] * columnWeight;
             if (format.alpha >= 0)
                 weight *= ReadChannel<Channel>(pixel, format.alpha);
@@ -184,12 +183,12 @@ Colour Mean(const Image& src, const Taps& rows, const Taps& columns) {
 
 template <class Channel>
 void Stretch(Image& dst, const Image& src, const Axis& rows, const Axis& columns) {
-    auto const& format = dst.Format();
+    const auto& format = dst.Format();
     for (std::size_t j = 0; j < rows.taps.size(); ++j) {
         auto* pixel = dst.Row(rows.start + static_cast<std::int32_t>(j)).data() +
                       static_cast<std::ptrdiff_t>(columns.start) * format.BytesPerPixel();
-        for (auto const& column : columns.taps) {
-            auto const colour = Mean<Channel>(src, rows.taps[j], column);
+        for (const auto& column : columns.taps) {
+            const auto colour = Mean<Channel>(src, rows.taps[j], column);
             WriteChannel<Channel>(pixel, format.red, colour[0]);
             WriteChannel<Channel>(pixel, format.green, colour[1]);
             WriteChannel<Channel>(pixel, format.blue, colour[2]);
@@ -210,19 +209,19 @@ void StretchPixels(Image& dst, Area to, const Image& src, Area from) {
                                    " bits");
         return;
     }
-    auto const isEmpty = [](const Area& area) { return area.width < 1 || area.height < 1; };
+    const auto isEmpty = [](const Area& area) { return area.width < 1 || area.height < 1; };
     if (isEmpty(to) || isEmpty(from) || src.Width() == 0 || dst.Width() == 0)
         return;
     if (&dst == &src) {
-        auto const copy = Image::Make(src.Width(), src.Height(), src.Format());
+        const auto copy = Image::Make(src.Width(), src.Height(), src.Format());
         if (!copy)
             return;
         CopyPixels(*copy, 0, 0, src, { 0, 0, src.Width(), src.Height() });
         StretchPixels(dst, to, *copy, from);
         return;
     }
-    auto const rows = AxisOf(to.y, to.height, dst.Height(), from.y, from.height, src.Height());
-    auto const columns = AxisOf(to.x, to.width, dst.Width(), from.x, from.width, src.Width());
+    const auto rows = AxisOf(to.y, to.height, dst.Height(), from.y, from.height, src.Height());
+    const auto columns = AxisOf(to.x, to.width, dst.Width(), from.x, from.width, src.Width());
     if (dst.Format().depth == 64)
         Stretch<std::uint16_t>(dst, src, rows, columns);
     else

@@ -55,7 +55,7 @@ Effect::Effect(std::shared_ptr<Plugin> plugin, LateEntries late)
 
 std::unique_ptr<Effect> Effect::Make(std::shared_ptr<Plugin> plugin, std::string& why,
                                      LateEntries late) {
-    auto const size = plugin->Description().fixedParamSize;
+    const auto size = plugin->Description().fixedParamSize;
     if (size != sizeof(_TEXTPARAM)) {
         why = plugin->Module().string() + ": its parameters have " + std::to_string(size) +
               " bytes, not the " + std::to_string(sizeof(_TEXTPARAM)) + " of a text overlay";
@@ -92,7 +92,7 @@ bool Effect::Render(Image& image, const FrameInfo& frame, std::string& why) cons
 
 bool Effect::RenderWith(const _TEXTPARAM& params, Image& image, const FrameInfo& frame,
                         std::string& why) const {
-    Handle const ownParams(BytesOf(params));
+    const Handle ownParams(BytesOf(params));
     return RenderRecord(ownParams.Ref(), image, frame, why);
 }
 
@@ -113,10 +113,10 @@ bool Effect::RenderRecord(EPIHandleRef params, Image& image, const FrameInfo& fr
         if (report.kind != platform::ReportKind::kTextNotDrawn)
             outer.Tell(report);
     });
-    platform::TextScope const scope(met);
+    const platform::TextScope scope(met);
     if (!SetInfoStrings(record, frame.strings, why) || !m_plugin->Run(epiDoFilter, record, why))
         return false;
-    auto const failure = met.Failure();
+    const auto failure = met.Failure();
     if (!failure.empty())
         why = failure;
     return failure.empty();
@@ -129,7 +129,7 @@ std::optional<std::vector<std::uint8_t>> Effect::Save(std::string& why) const {
     record.hArchive = archive.Ref();
     if (!m_plugin->Run(epiSerialize, record, why))
         return std::nullopt;
-    auto const bytes = archive.Bytes();
+    const auto bytes = archive.Bytes();
     if (bytes.size() == kArchiveSize)
         return std::vector<std::uint8_t>(bytes.begin(), bytes.end());
     why = m_plugin->Module().string() + ": saved " + std::to_string(bytes.size()) +
@@ -157,16 +157,16 @@ bool Effect::Load(std::span<const std::uint8_t> bytes, std::string& why) {
 }
 
 bool Effect::SaveFile(const std::filesystem::path& file, std::string& why) const {
-    auto const archive = Save(why);
+    const auto archive = Save(why);
     return archive &&
            WriteWhole(file, *archive, Existing::kOverwrite, why) == OutputResult::kWritten;
 }
 
 bool Effect::LoadFile(const std::filesystem::path& file, std::string& why) {
-    auto const archive = ReadWholeFile(file, kMaxArchiveFile, why);
+    const auto archive = ReadWholeFile(file, kMaxArchiveFile, why);
     if (!archive)
         return false;
-    auto const isLoaded = Load(*archive, why);
+    const auto isLoaded = Load(*archive, why);
     if (!isLoaded)
         why = file.string() + ": " + why;
     return isLoaded;

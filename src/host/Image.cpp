@@ -13,12 +13,12 @@ namespace host {
 bool PixelFormat::IsValid() const {
     if (depth != 24 && depth != 32 && depth != 64)
         return false;
-    auto const channels = Channels();
-    auto const isPlace = [channels](std::int32_t index) { return index >= 0 && index < channels; };
-    auto const hasAlpha = alpha != -1;
+    const auto channels = Channels();
+    const auto isPlace = [channels](std::int32_t index) { return index >= 0 && index < channels; };
+    const auto hasAlpha = alpha != -1;
     if (!isPlace(red) || !isPlace(green) || !isPlace(blue) || (hasAlpha && !isPlace(alpha)))
         return false;
-    auto const places = 1U << red | 1U << green | 1U << blue | (hasAlpha ? 1U << alpha : 0U);
+    const auto places = 1U << red | 1U << green | 1U << blue | (hasAlpha ? 1U << alpha : 0U);
     return std::popcount(places) == (hasAlpha ? 4 : 3);
 }
 
@@ -50,7 +50,7 @@ bool Image::Allocate(std::int32_t width, std::int32_t height, PixelFormat format
                      std::int32_t rowPadding) {
     if (m_locks > 0 || width < 1 || height < 1 || rowPadding < 0 || !format.IsValid())
         return false;
-    auto const rowBytes = std::int64_t { width } * format.BytesPerPixel() + rowPadding;
+    const auto rowBytes = std::int64_t { width } * format.BytesPerPixel() + rowPadding;
     if (rowBytes > std::numeric_limits<std::int32_t>::max() ||
         height > std::numeric_limits<std::ptrdiff_t>::max() / rowBytes)
         return false;
@@ -153,17 +153,17 @@ void Image::SetChannel8(std::uint8_t* pixel, std::int32_t index, std::uint8_t va
         pixel[index] = value;
         return;
     }
-    auto const wide = static_cast<std::uint16_t>(value * 257);
+    const auto wide = static_cast<std::uint16_t>(value * 257);
     std::memcpy(pixel + std::ptrdiff_t { 2 } * index, &wide, sizeof wide);
 }
 
 std::uint32_t Image::GetPixel() const {
-    auto const* pixel = CursorPixel("get pixel");
+    const auto* pixel = CursorPixel("get pixel");
     if (!pixel)
         return 0;
     std::uint32_t packed = 0;
     int shift = 0;
-    for (auto const index : { m_format.red, m_format.green, m_format.blue, m_format.alpha }) {
+    for (const auto index : { m_format.red, m_format.green, m_format.blue, m_format.alpha }) {
         if (index >= 0)
             packed |= std::uint32_t { Channel8(pixel, index) } << shift;
         shift += 8;
@@ -175,7 +175,7 @@ void Image::SetPixel(std::uint32_t packed) {
     auto* pixel = CursorPixel("set pixel");
     if (!pixel || !MayWrite("set pixel"))
         return;
-    for (auto const index : { m_format.red, m_format.green, m_format.blue, m_format.alpha }) {
+    for (const auto index : { m_format.red, m_format.green, m_format.blue, m_format.alpha }) {
         if (index >= 0)
             SetChannel8(pixel, index, static_cast<std::uint8_t>(packed));
         packed >>= 8;
@@ -183,7 +183,7 @@ void Image::SetPixel(std::uint32_t packed) {
 }
 
 std::uint32_t Image::GetRawPixel() const {
-    auto const* pixel = CursorPixel("get raw pixel");
+    const auto* pixel = CursorPixel("get raw pixel");
     std::uint32_t raw = 0;
     for (std::int32_t i = 0; pixel && i < m_format.Channels(); ++i)
         raw |= std::uint32_t { Channel8(pixel, i) } << (8 * i);

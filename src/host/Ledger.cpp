@@ -52,14 +52,14 @@ void Ledger::ForgetMisuse() {
 std::string Ledger::Describe() const {
     std::string text;
     for (std::size_t kind = 0; kind < kBorrowedKinds; ++kind) {
-        auto const count = Outstanding(static_cast<Lent>(kind));
+        const auto count = Outstanding(static_cast<Lent>(kind));
         if (count != 0)
             text += std::to_string(count) + " " + kKindNames[kind] + " outstanding\n";
     }
-    auto const messages = MisuseMessages();
-    for (auto const& message : messages)
+    const auto messages = MisuseMessages();
+    for (const auto& message : messages)
         text += message + "\n";
-    auto const unnamed = MisuseCount() - static_cast<std::int64_t>(messages.size());
+    const auto unnamed = MisuseCount() - static_cast<std::int64_t>(messages.size());
     if (unnamed > 0)
         text += "and " + std::to_string(unnamed) + " more calls against the rules\n";
     return text;

@@ -33,13 +33,13 @@ struct ImageProcs {
     static void Copy(EPIImageRef dst, std::int32_t dx, std::int32_t dy, std::int32_t w,
                      std::int32_t h, EPIImageRef src, std::int32_t sx, std::int32_t sy) {
         auto* to = Image::FromRef(dst, "copy");
-        auto const* from = Image::FromRef(src, "copy");
+        const auto* from = Image::FromRef(src, "copy");
         if (to && from && IsWritable(*to, "copy"))
             CopyPixels(*to, dx, dy, *from, { sx, sy, w, h });
     }
 
     static std::int32_t RowBytes(EPIImageRef ref) {
-        auto const* image = Locked(ref, "row bytes");
+        const auto* image = Locked(ref, "row bytes");
         return image ? image->RowBytes() : 0;
     }
 
@@ -50,10 +50,10 @@ struct ImageProcs {
 
     static void ChannelIndices(EPIImageRef ref, std::int32_t* alpha, std::int32_t* red,
                                std::int32_t* green, std::int32_t* blue) {
-        auto const* image = Image::FromRef(ref, "channel indices");
+        const auto* image = Image::FromRef(ref, "channel indices");
         if (!image)
             return;
-        auto const& format = image->Format();
+        const auto& format = image->Format();
         if (format.alpha >= 0)
             *alpha = format.alpha;
         *red = format.red;
@@ -65,7 +65,7 @@ struct ImageProcs {
                         std::int32_t dh, EPIImageRef src, std::int32_t sx, std::int32_t sy,
                         std::int32_t sw, std::int32_t sh) {
         auto* to = Image::FromRef(dst, "stretch");
-        auto const* from = Image::FromRef(src, "stretch");
+        const auto* from = Image::FromRef(src, "stretch");
         if (to && from && IsWritable(*to, "stretch"))
             StretchPixels(*to, { dx, dy, dw, dh }, *from, { sx, sy, sw, sh });
     }

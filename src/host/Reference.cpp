@@ -70,8 +70,8 @@ void EndReference(ReferenceCell* cell) noexcept {
 }
 
 void* ResolveReference(const void* reference, RefKind kind, const char* call) {
-    auto const* cell = static_cast<const ReferenceCell*>(reference);
-    auto const found = cell ? cell->kind.load(std::memory_order_acquire) : RefKind::kNone;
+    const auto* cell = static_cast<const ReferenceCell*>(reference);
+    const auto found = cell ? cell->kind.load(std::memory_order_acquire) : RefKind::kNone;
     if (cell && found == kind)
         return cell->object.load(std::memory_order_relaxed);
 

@@ -14,9 +14,9 @@ namespace {
 int ReadAll(int descriptor, std::size_t maxSize, std::vector<std::uint8_t>& bytes) {
     constexpr std::size_t kChunk = 65536;
     while (bytes.size() <= maxSize) {
-        auto const used = bytes.size();
+        const auto used = bytes.size();
         bytes.resize(used + kChunk);
-        auto const got = ::read(descriptor, bytes.data() + used, kChunk);
+        const auto got = ::read(descriptor, bytes.data() + used, kChunk);
         bytes.resize(used + static_cast<std::size_t>(got > 0 ? got : 0));
         if (got == 0)
             return 0;

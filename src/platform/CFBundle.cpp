@@ -221,10 +221,9 @@ void CFBundleUnregister(const void* code) {
 CFBundleRef CFBundleGetBundleWithIdentifier(std::string_view identifier) {
     Registry& registry = TheRegistry();
     const std::lock_guard lock(registry.mutex);
-    for (const Registration& registration : registry.registrations) {
+    for (const Registration& registration : registry.registrations)
         if (registration.bundle->info.identifier == identifier)
             return registration.bundle.get();
-    }
     return nullptr;
 }
 

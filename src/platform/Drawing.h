@@ -33,8 +33,7 @@ using CGrafPtr = GWorld*; // every port of this layer is a world
 using PixMapHandle = PixMap*;
 using GDHandle = GDevice*;
 
-// Worlds
-// -------------------------------------------------------------------------------------------
+// Worlds -----------------------------------------------------------------------------------------
 
 inline constexpr std::int32_t kMaxWorldSide = 32767;
 inline constexpr std::int64_t kMaxWorldBytes = std::int64_t { 1 } << 28;
@@ -67,8 +66,8 @@ std::uint8_t* GetWritablePixBaseAddr(PixMapHandle pixels);
 // The stride in bytes.
 std::int32_t GetPixRowBytes(PixMapHandle pixels);
 
-// The port's state. Without a current port setters do nothing and getters give 0.
-// ------------------
+// The port's state -------------------------------------------------------------------------------
+// Without a current port setters do nothing and getters give 0.
 
 void RGBForeColor(const RGBColor& color);
 void RGBBackColor(const RGBColor& color);
@@ -89,8 +88,7 @@ inline constexpr std::int16_t kSrcOr = 1;
 
 void MoveTo(std::int16_t x, std::int16_t y); // puts the pen there
 
-// Drawing into the current port, clipped to it
-// ------------------------------------------------------
+// Drawing into the current port, clipped to it ---------------------------------------------------
 
 void EraseRect(const Rect& rect); // fills with the background colour
 void PaintRect(const Rect& rect); // fills with the foreground colour
@@ -116,8 +114,7 @@ void DrawText(const char* text, std::int32_t offset, std::int32_t length);
 std::int32_t StringWidth(const std::uint8_t* text);
 std::int32_t TextWidth(const char* text, std::int32_t offset, std::int32_t length);
 
-// Caches of the text service
-// ------------------------------------------------------------------------
+// Caches of the text service ---------------------------------------------------------------------
 
 struct TextCacheStats {
     std::int64_t bytes;    // in all caches now

@@ -40,7 +40,7 @@ struct EventTypeSpec {
     bool operator==(const EventTypeSpec&) const = default;
 };
 
-// Events ----------------------------------------------------------------------------------------
+// Events -----------------------------------------------------------------------------------------
 
 // Events are counted: CreateEvent gives the first count, ReleaseEvent ends one.
 OSStatus CreateEvent(OSType eventClass, std::uint32_t kind, EventRef* event);
@@ -68,7 +68,7 @@ OSStatus GetEventParameter(EventRef event, OSType name, OSType desiredType, OSTy
 std::uint32_t GetCurrentEventKeyModifiers();
 void SetCurrentEventKeyModifiers(std::uint32_t modifiers);
 
-// Targets and handlers --------------------------------------------------------------------------
+// Targets and handlers ---------------------------------------------------------------------------
 
 // A command that a target leaves unhandled goes on to its parent (null: to nobody). Ended by
 // DisposeEventTarget, which removes the target's handlers; a handler of it that is running goes on.
@@ -104,7 +104,7 @@ OSStatus SendEventToEventTarget(EventRef event, EventTargetRef target);
 // gives afterwards, the rest is not run again.
 OSStatus CallNextEventHandler(EventHandlerCallRef call, EventRef event);
 
-// The main queue --------------------------------------------------------------------------------
+// The main queue ---------------------------------------------------------------------------------
 
 enum class EventPriority : std::int16_t { kLow = 0, kStandard = 1, kHigh = 2 };
 

@@ -43,11 +43,10 @@ void SetUp(FileDialog& dialog, std::uint32_t preference, platform::WindowRef par
 } // namespace
 
 void CMEditPopupDlg::_AttachControls() {
-    for (std::int32_t id = kAdd; id <= kSave; ++id) {
+    for (std::int32_t id = kAdd; id <= kSave; ++id)
         if (auto* const button =
                 platform::Control::FindByID(GetWindowRef(), { kHuxPropertyCreator, id }))
             button->commandID = static_cast<std::uint32_t>(id);
-    }
     AttachControl(m_listView, kList);
 }
 

@@ -101,10 +101,9 @@ bool Contains(PopupList list, std::string_view text) {
 
 // The first empty entry; in a full list the last one, after the oldest has left.
 PopupEntry& MakeRoom(PopupList list) {
-    for (PopupEntry& entry : list) {
+    for (PopupEntry& entry : list)
         if (entry[0] == '\0')
             return entry;
-    }
     std::memmove(list.data(), list.data() + 1, (kPopupEntries - 1) * sizeof(PopupEntry));
     return list.back();
 }

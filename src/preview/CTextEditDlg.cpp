@@ -58,10 +58,9 @@ void FillWhite(PIOffscreen& image) {
     if (!pixels)
         return;
     std::vector<std::uint8_t> row(static_cast<std::size_t>(pixels.UsedBytes()), 0xFF);
-    if (pixels.order.alpha >= 0) {
+    if (pixels.order.alpha >= 0)
         for (auto at = static_cast<std::size_t>(pixels.order.alpha); at < row.size(); at += 4)
             row[at] = 0;
-    }
     for (std::int32_t y = 0; y < pixels.height; ++y)
         std::memcpy(pixels.Row(y), row.data(), row.size());
 }
@@ -125,11 +124,10 @@ void CTextEditDlg::FitArea(long width, long height) {
         return;
     const PIPoint center = ViewToImage(PIPoint { Width(m_rcArea) / 2, Height(m_rcArea) / 2 });
     MakeBuffer(width, height);
-    if (m_isWholeView) {
+    if (m_isWholeView)
         WholeSizeView(0);
-    } else {
+    else
         ScrollTo(center);
-    }
     DrawOffscreen();
 }
 

@@ -86,10 +86,9 @@ void BlendRows(const BlendJob& job) {
 // Whether each channel lies inside the pixel, at a place of its own.
 bool IsOrdinary(const ChannelOrder& order, int channels) {
     unsigned taken = 0;
-    for (const std::int32_t place : { order.red, order.green, order.blue, order.alpha }) {
+    for (const std::int32_t place : { order.red, order.green, order.blue, order.alpha })
         if (place >= 0 && place < channels)
             taken |= 1u << place;
-    }
     return std::popcount(taken) == (order.alpha < 0 ? 3 : 4);
 }
 

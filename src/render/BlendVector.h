@@ -49,10 +49,9 @@ public:
     }
     // Whether every byte of a pixel that draws is written.
     bool AreComplete() const {
-        for (const int source : m_source) {
+        for (const int source : m_source)
             if (source == kAbsent)
                 return false;
-        }
         return true;
     }
     std::uint8_t TextByte(const BlendJob& job, int place) const {

@@ -45,10 +45,9 @@ public:
     explicit PixelSum(PIOffscreen& image) : m_image(image) {}
 
     void Add(const Span& span) {
-        for (std::int32_t y = span.y; y < span.y + span.height; ++y) {
+        for (std::int32_t y = span.y; y < span.y + span.height; ++y)
             for (std::int32_t x = span.x; x < span.x + span.width; ++x)
                 AddPixel(x, y);
-        }
     }
     std::uint32_t Average() const {
         std::uint32_t packed = 0;
@@ -128,15 +127,13 @@ void FlattenPixel(const PixelRow<Channel>& row, std::ptrdiff_t pixel, const Chan
         return;
     const std::array<std::int32_t, 3> places { order.red, order.green, order.blue };
     Colors<Channel> colors {};
-    for (std::size_t i = 0; i < places.size(); ++i) {
+    for (std::size_t i = 0; i < places.size(); ++i)
         if (row.Has(pixel, places[i]))
             colors[i] = row.Get(pixel, places[i]);
-    }
     colors = FlattenColors(colors, row.Get(pixel, order.alpha));
-    for (std::size_t i = 0; i < places.size(); ++i) {
+    for (std::size_t i = 0; i < places.size(); ++i)
         if (row.Has(pixel, places[i]))
             row.Set(pixel, places[i], colors[i]);
-    }
     row.Set(pixel, order.alpha, std::numeric_limits<Channel>::max());
 }
 

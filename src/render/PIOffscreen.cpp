@@ -26,10 +26,9 @@ void PIOffscreen::GetChannelIndex(long* a, long* r, long* g, long* b) const {
     else
         index = IndicesByDepth(Depth());
     long* const out[] = { a, r, g, b };
-    for (std::size_t i = 0; i < index.size(); ++i) {
+    for (std::size_t i = 0; i < index.size(); ++i)
         if (index[i] != kUntold)
             *out[i] = index[i];
-    }
 }
 
 bool PIOffscreen::Stretch(const PIOffscreen& src) {

@@ -88,18 +88,16 @@ void AppendPadded(BoundedText& out, std::string_view text, std::size_t width) {
 } // namespace
 
 std::uint32_t FlaggedText(const _TEXTPARAM& param) {
-    for (const std::uint32_t choice : kByPriority) {
+    for (const std::uint32_t choice : kByPriority)
         if (param.dwFlags & choice)
             return choice;
-    }
     return 0;
 }
 
 std::uint32_t FilledText(const _TEXTPARAM& param) {
-    for (const std::uint32_t choice : kByPriority) {
+    for (const std::uint32_t choice : kByPriority)
         if ((param.dwFlags & choice) && IsFilled(choice, param))
             return choice;
-    }
     return 0;
 }
 

@@ -30,10 +30,9 @@ protected:
     }
     std::vector<std::string> Texts() {
         std::vector<std::string> texts;
-        for (const auto& text : Settings().infoPopup.szPreset) {
+        for (const auto& text : Settings().infoPopup.szPreset)
             if (text[0] != '\0')
                 texts.emplace_back(text);
-        }
         return texts;
     }
     // Opens the editor; the user acts in it and ends it with button end.

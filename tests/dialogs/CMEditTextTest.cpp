@@ -14,7 +14,7 @@ protected:
     void SetUp() override {
         HuxEditTextFixture::SetUp();
         mine = NewField<CMEditText>(&mineEdit, 72);
-        EventTypeSpec const status { kEventClassCommand, kEventCommandUpdateStatus };
+        const EventTypeSpec status { kEventClassCommand, kEventCommandUpdateStatus };
         InstallEventHandler(UIObject::TargetOf(window), Answer, 1, &status, &statusAsked, nullptr);
     }
     void Send(std::uint32_t kind, std::uint32_t commandID) {

@@ -36,10 +36,9 @@ protected:
     // A button of the frame's own.
     static void Press(const QWidget& frame, int id) {
         const auto* editor = frame.findChild<QWidget*>("Edit");
-        for (auto* const button : frame.findChildren<QAbstractButton*>()) {
+        for (auto* const button : frame.findChildren<QAbstractButton*>())
             if (button->property("controlID").toInt() == id && !editor->isAncestorOf(button))
                 return DialogFixture::Press(*button);
-        }
     }
     using DialogFixture::Press;
     void KeyIn(int id, Qt::Key key) {
@@ -234,8 +233,7 @@ TEST_F(CMTextSettingsTest, LeavesCommandsThatNoControlSent) {
     EXPECT_EQ(heard, "");
 }
 
-// Hosts that are difficult
-// ---------------------------------------------------------------------------
+// Hosts that are difficult -----------------------------------------------------------------------
 
 TEST_F(CMTextSettingsTest, LetsTheHostDestroyItWhileTheEditorRuns) {
     // A host sees the editor's window before the plug-in has finished with it.

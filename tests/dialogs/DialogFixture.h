@@ -66,8 +66,7 @@ protected:
         EXPECT_EQ(host::Ledger::Get().Describe(), "");
     }
 
-    // The host
-    // ----------------------------------------------------------------------------------
+    // The host -----------------------------------------------------------------------------------
     std::int32_t ParametersChanged(EPIHandleRef) override { return Hear("changed"); }
     std::int32_t Option(double value) override {
         return Hear("option" + std::to_string(static_cast<int>(value)));
@@ -122,14 +121,12 @@ protected:
         return record.nNotifyResult;
     }
 
-    // The user
-    // ----------------------------------------------------------------------------------
+    // The user -----------------------------------------------------------------------------------
     static QWidget* Find(const QWidget& window, int id) {
-        for (QWidget* const widget : window.findChildren<QWidget*>()) {
+        for (QWidget* const widget : window.findChildren<QWidget*>())
             if (widget->property("controlID").isValid() &&
                 widget->property("controlID").toInt() == id)
                 return widget;
-        }
         return nullptr;
     }
     template <class Widget>
@@ -184,10 +181,9 @@ protected:
     }
     // The visible window that has the first control and not the second one.
     static QWidget* WindowWith(int id, int without) {
-        for (QWidget* const window : QApplication::topLevelWidgets()) {
+        for (QWidget* const window : QApplication::topLevelWidgets())
             if (window->isVisible() && Find(*window, id) && !Find(*window, without))
                 return window;
-        }
         return nullptr;
     }
     // Acts once, when what it waits for is there, in whatever loop runs then.

@@ -37,7 +37,7 @@ protected:
     }
     std::string Contents(const std::filesystem::path& path) {
         std::string why;
-        auto const bytes = ReadWholeFile(path, 1000, why);
+        const auto bytes = ReadWholeFile(path, 1000, why);
         return bytes ? std::string(bytes->begin(), bytes->end()) : why;
     }
     void CloseAndRelease() {
@@ -51,7 +51,7 @@ protected:
 };
 
 TEST_F(ArchiveTest, AFileIsReplacedByFlushAndReadToItsEndAndNoFurther) {
-    auto const path = folder.Write("list.txt", "old");
+    const auto path = folder.Write("list.txt", "old");
     ASSERT_NE(Open(path, epiArchiveWrite), 0);
     EXPECT_EQ(procs.IsLoading(archive), 0);
     EXPECT_EQ(Write("abc"), 3);
@@ -75,7 +75,7 @@ TEST_F(ArchiveTest, AFileIsReplacedByFlushAndReadToItsEndAndNoFurther) {
 }
 
 TEST_F(ArchiveTest, AFileStaysWhenItsWriterStopsHalfway) {
-    auto const path = folder.Write("list.txt", "old");
+    const auto path = folder.Write("list.txt", "old");
     ASSERT_NE(Open(path, epiArchiveWrite), 0);
     Write("half");
     procs.Close(archive);
@@ -90,13 +90,13 @@ TEST_F(ArchiveTest, AFileStaysWhenItsWriterStopsHalfway) {
 TEST_F(ArchiveTest, TellsTheFrontEndWhatCannotBeOpenedOrWritten) {
     Listener listener;
     SetFrontEnd(&listener);
-    auto const path = folder.Write("list.txt", "abc");
+    const auto path = folder.Write("list.txt", "abc");
     struct Row {
         std::filesystem::path path;
         std::int32_t mode;
         const char* reason;
     };
-    for (auto const& row : { Row { folder.Path() / "none", epiArchiveRead, "No such file" },
+    for (const auto& row : { Row { folder.Path() / "none", epiArchiveRead, "No such file" },
                              Row { folder.Path(), epiArchiveRead, "Is a directory" },
                              Row { folder.Path(), epiArchiveWrite, "Is a directory" },
                              Row { folder.Path() / "none/a.txt", epiArchiveWrite, "No such file" },
@@ -148,8 +148,8 @@ TEST_F(ArchiveTest, LeavesAnArchiveOfTheHostOpen) {
 }
 
 TEST(WholeFile, IsReadUpToItsLimitAndNoFurther) {
-    TemporaryFolder const folder;
-    auto const file = folder.Write("three", "abc");
+    const TemporaryFolder folder;
+    const auto file = folder.Write("three", "abc");
     std::string why;
     EXPECT_EQ(ReadWholeFile(file, 3, why), (std::vector<std::uint8_t> { 'a', 'b', 'c' }));
     EXPECT_EQ(ReadWholeFile(file, 2, why), std::nullopt);

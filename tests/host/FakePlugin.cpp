@@ -48,9 +48,9 @@ long InitFixedParam(_EPIRECORD* record) {
 long DoFilter(_EPIRECORD* record) {
     if (Is("throws"))
         throw std::runtime_error("no paint");
-    auto const& images = *record->pOffscreenProcs;
+    const auto& images = *record->pOffscreenProcs;
     auto* const image = record->hDestination;
-    auto const* param =
+    const auto* param =
         static_cast<const _TEXTPARAM*>(record->pHandleProcs->Lock(record->hFixedParam));
     images.Lock(image, 1);
     auto* row = static_cast<std::uint8_t*>(images.BaseAddress(image));
@@ -83,7 +83,7 @@ long CreateSettingDialog(_EPIRECORD* record) {
 
 } // namespace
 
-EXPORTED const char* CallLog() {
+EXPORTED auto CallLog() -> const char* {
     return s_log.c_str();
 }
 

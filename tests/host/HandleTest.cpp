@@ -39,8 +39,8 @@ TEST_F(HandleTest, NotesUnlocksAndEndsThatAreOutOfTurn) {
 }
 
 TEST_F(HandleTest, TheTableEndsOnlyWhatItGave) {
-    auto const& table = HandleTable();
-    auto const given = Handle::Give(std::make_unique<Handle>(8));
+    const auto& table = HandleTable();
+    const auto given = Handle::Give(std::make_unique<Handle>(8));
     EXPECT_FALSE(Ledger::Get().IsBalanced());
     table.Dispose(given);
     EXPECT_TRUE(Ledger::Get().IsBalanced());
@@ -57,10 +57,10 @@ TEST_F(HandleTest, TheTableEndsOnlyWhatItGave) {
 TEST_F(HandleTest, ConcurrentLocksSeeOneAddressAndWholeBytes) {
     Handle handle(std::vector<std::uint8_t>(64, 7));
     std::atomic<int> broken { 0 };
-    auto const work = [&] {
+    const auto work = [&] {
         for (int i = 0; i < 2000; ++i) {
-            auto const* outer = static_cast<std::uint8_t*>(handle.Lock());
-            auto const* inner = static_cast<std::uint8_t*>(handle.Lock());
+            const auto* outer = static_cast<std::uint8_t*>(handle.Lock());
+            const auto* inner = static_cast<std::uint8_t*>(handle.Lock());
             broken += outer != inner || outer[0] != 7 || outer[63] != 7;
             handle.Unlock();
             broken += outer[31] != 7;

@@ -26,8 +26,8 @@ std::vector<PixelFormat> AllFormats() {
     for (std::int32_t depth : { 24, 32, 64 }) {
         std::array<std::int32_t, 4> places { 0, 1, 2, 3 };
         do {
-            for (auto const alpha : { places[3], -1 }) {
-                PixelFormat const format { depth, alpha, places[0], places[1], places[2] };
+            for (const auto alpha : { places[3], -1 }) {
+                const PixelFormat format { depth, alpha, places[0], places[1], places[2] };
                 if (format.IsValid())
                     formats.push_back(format);
             }
@@ -55,7 +55,7 @@ std::unique_ptr<Image> RandomImage(std::int32_t width, std::int32_t height, Pixe
 
 void ExpectPaddingUntouched(const Image& image, const std::string& what) {
     for (std::int32_t y = 0; y < image.Height(); ++y) {
-        auto const* end = image.Row(y).data() + image.Row(y).size();
+        const auto* end = image.Row(y).data() + image.Row(y).size();
         EXPECT_THAT(std::vector(end, end + 5), Each(kPad)) << what << ", row " << y;
     }
 }
@@ -88,7 +88,7 @@ TEST_F(ImageTest, IsNotMadeOfWhatCannotBe) {
 }
 
 TEST_F(ImageTest, TheCursorWritesEveryChannelWhereTheFormatHasIt) {
-    for (auto const& format : AllFormats()) {
+    for (const auto& format : AllFormats()) {
         auto image = RandomImage(2, 2, format, 1);
         image->Lock(true);
         image->MoveTo(1, 0);
@@ -96,14 +96,14 @@ TEST_F(ImageTest, TheCursorWritesEveryChannelWhereTheFormatHasIt) {
         image->SetPixel(0x44332211);
         EXPECT_EQ(image->GetPixel(), format.alpha >= 0 ? 0x44332211U : 0x00332211U)
             << Print(format);
-        auto const row = image->Row(1);
-        auto const size = static_cast<std::size_t>(format.BytesPerChannel());
-        for (auto const& [index, value] :
+        const auto row = image->Row(1);
+        const auto size = static_cast<std::size_t>(format.BytesPerChannel());
+        for (const auto& [index, value] :
              { std::pair { format.red, 0x11 }, { format.green, 0x22 }, { format.blue, 0x33 } })
             for (std::size_t i = 0; i < size; ++i)
                 EXPECT_EQ(row[static_cast<std::size_t>(index) * size + i], value) << Print(format);
 
-        auto const raw = image->GetRawPixel();
+        const auto raw = image->GetRawPixel();
         image->Next();
         image->SetRawPixel(raw);
         EXPECT_EQ(image->GetRawPixel(), raw) << Print(format);
@@ -121,11 +121,11 @@ TEST_F(ImageTest, TheCursorWritesEveryChannelWhereTheFormatHasIt) {
 
 TEST_F(ImageTest, PixelsOutsideOrNotLockedForWritingStay) {
     auto image = RandomImage(2, 2, kRgba32, 2);
-    auto const before = AllPixels(*image);
+    const auto before = AllPixels(*image);
     image->MoveTo(0, 0);
     image->SetPixel(1);
     image->Lock(true);
-    for (auto const& [x, y] : { std::pair { -1, 0 }, { 2, 0 }, { 0, 2 }, { 0, -1 } }) {
+    for (const auto& [x, y] : { std::pair { -1, 0 }, { 2, 0 }, { 0, 2 }, { 0, -1 } }) {
         image->MoveTo(x, y);
         image->SetPixel(1);
         image->SetRawPixel(1);
@@ -141,7 +141,7 @@ TEST_F(ImageTest, PixelsOutsideOrNotLockedForWritingStay) {
 
 TEST_F(ImageTest, LocksCountAndAddressesNeedThem) {
     auto image = Image::Make(2, 1, kRgba64);
-    auto const& procs = OffscreenTable(LateEntries::kPresent);
+    const auto& procs = OffscreenTable(LateEntries::kPresent);
     EXPECT_EQ(procs.BaseAddress(image->Ref()), nullptr);
     EXPECT_EQ(procs.RowBytes(image->Ref()), 0);
     EXPECT_NE(procs.Lock(image->Ref(), 0), 0);
@@ -153,7 +153,7 @@ TEST_F(ImageTest, LocksCountAndAddressesNeedThem) {
     procs.Unlock(image->Ref());
     EXPECT_NE(procs.Lock(image->Ref(), 0), 0);
     procs.Copy(image->Ref(), 0, 0, 1, 1, image->Ref(), 1, 0);
-    auto const ref = image->Ref();
+    const auto ref = image->Ref();
     image.reset();
     EXPECT_EQ(procs.Width(ref), 0);
     EXPECT_THAT(TakeMisuse(), ElementsAre(HasSubstr("base address"), HasSubstr("row bytes"),
@@ -162,9 +162,9 @@ TEST_F(ImageTest, LocksCountAndAddressesNeedThem) {
 }
 
 TEST_F(ImageTest, AnImageThatAPluginMakesHasNoPixels) {
-    auto const ref = static_cast<EPIImageRef>(ObjectTable().Create(epiObjectImage));
-    auto const& procs = OffscreenTable(LateEntries::kPresent);
-    auto const other = Image::Make(2, 2, kArgb32);
+    const auto ref = static_cast<EPIImageRef>(ObjectTable().Create(epiObjectImage));
+    const auto& procs = OffscreenTable(LateEntries::kPresent);
+    const auto other = Image::Make(2, 2, kArgb32);
     EXPECT_EQ(procs.Lock(ref, 1), 0);
     procs.Copy(ref, 0, 0, 2, 2, other->Ref(), 0, 0);
     procs.Stretch(other->Ref(), 0, 0, 2, 2, ref, 0, 0, 1, 1);
@@ -179,9 +179,9 @@ void ExpectCopied(Image& dst, std::int32_t x, std::int32_t y, Image& src, Area f
     std::vector<std::uint32_t> expected;
     for (std::int32_t row = 0; row < dst.Height(); ++row)
         for (std::int32_t column = 0; column < dst.Width(); ++column) {
-            auto const dx = std::int64_t { column } - x, dy = std::int64_t { row } - y;
-            auto const sx = dx + from.x, sy = dy + from.y;
-            auto const isCopied = dx >= 0 && dx < from.width && dy >= 0 && dy < from.height &&
+            const auto dx = std::int64_t { column } - x, dy = std::int64_t { row } - y;
+            const auto sx = dx + from.x, sy = dy + from.y;
+            const auto isCopied = dx >= 0 && dx < from.width && dy >= 0 && dy < from.height &&
                                   sx >= 0 && sx < src.Width() && sy >= 0 && sy < src.Height();
             expected.push_back(isCopied ? PixelAt(src, static_cast<std::int32_t>(sx),
                                                   static_cast<std::int32_t>(sy))
@@ -199,7 +199,7 @@ TEST_F(CopyTest, MatchesAPixelByPixelCopyWhereverItIsClippedOrOverlaps) {
         std::int32_t x, y;
         Area from;
     };
-    for (auto const& row :
+    for (const auto& row :
          { Row { 0, 0, { 0, 0, 6, 5 } }, Row { 2, 1, { 0, 0, 6, 5 } },
            Row { -2, -1, { 0, 0, 6, 5 } }, Row { 0, 0, { -3, -2, 6, 5 } },
            Row { 4, 4, { 5, 4, 9, 9 } }, Row { 7, 0, { 0, 0, 6, 5 } },
@@ -209,21 +209,21 @@ TEST_F(CopyTest, MatchesAPixelByPixelCopyWhereverItIsClippedOrOverlaps) {
                      row.from);
     for (std::int32_t y = 0; y <= 4; ++y)
         for (std::int32_t x = 0; x <= 4; ++x) {
-            auto const image = RandomImage(8, 8, kRgb24, 5);
+            const auto image = RandomImage(8, 8, kRgb24, 5);
             ExpectCopied(*image, x, y, *image, { 2, 2, 4, 4 });
         }
 }
 
 TEST_F(CopyTest, ColoursSurviveEveryChangeOfOrder) {
-    for (auto const& from : AllFormats())
-        for (auto const& to : AllFormats()) {
+    for (const auto& from : AllFormats())
+        for (const auto& to : AllFormats()) {
             if (from.depth != to.depth)
                 continue;
-            auto const src = RandomImage(3, 1, from, 6);
+            const auto src = RandomImage(3, 1, from, 6);
             auto dst = RandomImage(3, 1, to, 7);
             CopyPixels(*dst, 0, 0, *src, { 0, 0, 3, 1 });
-            auto const hasAlpha = from.alpha >= 0;
-            auto const expected =
+            const auto hasAlpha = from.alpha >= 0;
+            const auto expected =
                 to.alpha < 0 ? PixelAt(*src, 2, 0) & 0xFFFFFF
                              : (hasAlpha ? PixelAt(*src, 2, 0) : PixelAt(*src, 2, 0) | 0xFF000000);
             ASSERT_EQ(PixelAt(*dst, 2, 0), expected) << Print(from) << " to " << Print(to);
@@ -231,9 +231,9 @@ TEST_F(CopyTest, ColoursSurviveEveryChangeOfOrder) {
 }
 
 TEST_F(CopyTest, DepthsDoNotMix) {
-    auto const src = RandomImage(2, 2, kRgb24, 8);
-    auto const dst = RandomImage(2, 2, kRgba32, 9);
-    auto const before = AllPixels(*dst);
+    const auto src = RandomImage(2, 2, kRgb24, 8);
+    const auto dst = RandomImage(2, 2, kRgba32, 9);
+    const auto before = AllPixels(*dst);
     CopyPixels(*dst, 0, 0, *src, { 0, 0, 2, 2 });
     StretchPixels(*dst, { 0, 0, 2, 2 }, *src, { 0, 0, 2, 2 });
     EXPECT_EQ(AllPixels(*dst), before);
@@ -243,12 +243,12 @@ TEST_F(CopyTest, DepthsDoNotMix) {
 class StretchTest : public ImageTest {};
 
 TEST_F(StretchTest, OneToOneIsACopyInEveryFormat) {
-    for (auto const& format : AllFormats()) {
-        auto const src = RandomImage(5, 4, format, 10);
+    for (const auto& format : AllFormats()) {
+        const auto src = RandomImage(5, 4, format, 10);
         for (std::int32_t y = 0; y < 4; ++y)
             for (auto& byte : src->Row(y))
                 byte |= 1; // a colour that nobody sees need not survive
-        auto const dst = RandomImage(5, 4, format, 11);
+        const auto dst = RandomImage(5, 4, format, 11);
         StretchPixels(*dst, { 0, 0, 5, 4 }, *src, { 0, 0, 5, 4 });
         ASSERT_EQ(AllPixels(*dst), AllPixels(*src)) << Print(format);
         ExpectPaddingUntouched(*dst, Print(format));
@@ -275,12 +275,12 @@ TEST_F(StretchTest, EnlargingBlendsBetweenCentres) {
 }
 
 TEST_F(StretchTest, ClippingDrawsTheSamePixelsAsTheWhole) {
-    auto const src = RandomImage(6, 6, kRgb24, 12);
+    const auto src = RandomImage(6, 6, kRgb24, 12);
     auto whole = Image::Make(9, 9, kRgb24);
     StretchPixels(*whole, { 0, 0, 9, 9 }, *src, { 0, 0, 6, 6 });
-    for (auto const& [x, y] : { std::pair { -4, -3 }, { 2, 1 }, { 5, -8 }, { 9, 9 }, { -9, 0 } }) {
+    for (const auto& [x, y] : { std::pair { -4, -3 }, { 2, 1 }, { 5, -8 }, { 9, 9 }, { -9, 0 } }) {
         auto part = RandomImage(5, 5, kRgb24, 13);
-        auto const old = RandomImage(5, 5, kRgb24, 13);
+        const auto old = RandomImage(5, 5, kRgb24, 13);
         StretchPixels(*part, { x, y, 9, 9 }, *src, { 0, 0, 6, 6 });
         CopyPixels(*old, x, y, *whole, { 0, 0, 9, 9 });
         EXPECT_EQ(AllPixels(*part), AllPixels(*old)) << x << ", " << y;
@@ -290,10 +290,10 @@ TEST_F(StretchTest, ClippingDrawsTheSamePixelsAsTheWhole) {
 
 TEST_F(StretchTest, WildAreasStayInsideBothImages) {
     auto image = RandomImage(4, 4, kRgba64, 14);
-    for (auto const& area :
+    for (const auto& area :
          { Area { kMin, kMin, kMax, kMax }, Area { -1, -1, kMax, kMax }, Area { kMax, kMax, 1, 1 },
            Area { 0, 0, 0, -5 }, Area { -2, 3, kMax, 1 } })
-        for (auto const& other : { Area { 0, 0, 4, 4 }, area }) {
+        for (const auto& other : { Area { 0, 0, 4, 4 }, area }) {
             StretchPixels(*image, area, *image, other);
             StretchPixels(*image, other, *image, area);
         }

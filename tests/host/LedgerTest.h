@@ -30,7 +30,7 @@ protected:
 
 private:
     static std::int64_t Alive() {
-        auto const& ledger = Ledger::Get();
+        const auto& ledger = Ledger::Get();
         return ledger.Outstanding(Lent::kHandle) + ledger.Outstanding(Lent::kArchive) +
                ledger.Outstanding(Lent::kImage);
     }

@@ -51,13 +51,13 @@ TEST_F(MemoryTest, AHandleThatCannotBeMadeIsNoObject) {
 // Whichever allocation fails, from the entry point down to the fonts.
 TEST_F(MemoryTest, AFrameIsWholeOrAsItWas) {
     std::string why;
-    auto const plugin = Plugin::Load(TELOP_BUNDLE, why);
+    const auto plugin = Plugin::Load(TELOP_BUNDLE, why);
     ASSERT_TRUE(plugin) << why;
-    auto const effect = Effect::Make(plugin, why);
+    const auto effect = Effect::Make(plugin, why);
     std::strcpy(effect->Params()->szDialogue, "AV \u65E5\rCUT 12");
     effect->Params()->dwFlags = TEXT_DIALOGUE;
     effect->Params()->ptPos = { 5, 6 };
-    auto const draw = [&](Image& image) {
+    const auto draw = [&](Image& image) {
         std::ranges::fill(image.Bytes(), 0x60);
         try {
             return effect->Render(image, {}, why);
@@ -65,12 +65,12 @@ TEST_F(MemoryTest, AFrameIsWholeOrAsItWas) {
             return false;
         }
     };
-    auto const blank = Image::Make(200, 120, kArgb32), right = Image::Make(200, 120, kArgb32),
+    const auto blank = Image::Make(200, 120, kArgb32), right = Image::Make(200, 120, kArgb32),
                image = Image::Make(200, 120, kArgb32);
     std::ranges::fill(blank->Bytes(), 0x60);
     ASSERT_TRUE(draw(*right)) << why;
     ASSERT_FALSE(std::ranges::equal(right->Bytes(), blank->Bytes()));
-    for (auto const refuse : { Refuse::kOne, Refuse::kAllFrom }) {
+    for (const auto refuse : { Refuse::kOne, Refuse::kAllFrom }) {
         auto refused = true;
         for (int which = 0; refused; ++which) {
             platform::PurgeTextCaches();

@@ -34,9 +34,9 @@ protected:
 
 TEST_F(PluginTest, DescribesItself) {
     std::string why;
-    auto const plugin = Plugin::Load(TELOP_FAKE_BUNDLE "/", why);
+    const auto plugin = Plugin::Load(TELOP_FAKE_BUNDLE "/", why);
     ASSERT_TRUE(plugin) << why;
-    auto const& description = plugin->Description();
+    const auto& description = plugin->Description();
     EXPECT_EQ(description.category, std::string(64, 'c')) << "which has no end";
     ASSERT_EQ(description.parameters.size(), 2U);
     EXPECT_EQ(description.parameters[1].minimum, -1);
@@ -45,7 +45,7 @@ TEST_F(PluginTest, DescribesItself) {
 TEST_F(PluginTest, IsUnloadedByTheLastOneWhoHoldsIt) {
     std::string why;
     auto plugin = Plugin::Load(TELOP_FAKE_BUNDLE, why);
-    auto const module = plugin->Module();
+    const auto module = plugin->Module();
     auto other = plugin;
     plugin.reset();
     auto* library = dlopen(module.c_str(), RTLD_NOW | RTLD_NOLOAD);
@@ -56,7 +56,7 @@ TEST_F(PluginTest, IsUnloadedByTheLastOneWhoHoldsIt) {
 }
 
 TEST_F(PluginTest, WhatIsNoPluginIsRefusedWithTheReason) {
-    auto const contents = [](const char* bundle) { return fs::path(bundle) / "Contents"; };
+    const auto contents = [](const char* bundle) { return fs::path(bundle) / "Contents"; };
     EXPECT_THAT(WhyNot(folder.Path() / "none.bundle"),
                 AllOf(HasSubstr("none.bundle: "), HasSubstr("is no bundle")));
 
@@ -76,24 +76,24 @@ TEST_F(PluginTest, WhatIsNoPluginIsRefusedWithTheReason) {
                        folder.Path() / contents("Mute.bundle") / ModuleFolder() / "Mute.so");
     EXPECT_THAT(WhyNot(folder.Path() / "Mute.bundle"), HasSubstr("exports no EntryPoint"));
 
-    ScopedEnvironment const trouble("TELOP_FAKE_TROUBLE", "wild sizes");
+    const ScopedEnvironment trouble("TELOP_FAKE_TROUBLE", "wild sizes");
     EXPECT_THAT(WhyNot(TELOP_FAKE_BUNDLE), HasSubstr("asks for -5 bytes"));
 }
 
 TEST_F(PluginTest, IsLookedForInOrder) {
-    auto const first = folder.Path() / "first", second = folder.Path() / "second";
+    const auto first = folder.Path() / "first", second = folder.Path() / "second";
     fs::create_directories(second / "Some.bundle");
     fs::create_directories(folder.Path() / "data/telop/Some.bundle");
-    ScopedEnvironment const data("XDG_DATA_HOME", (folder.Path() / "data").c_str());
-    for (auto const& [searched, found] : std::vector<std::pair<std::string, fs::path>> {
+    const ScopedEnvironment data("XDG_DATA_HOME", (folder.Path() / "data").c_str());
+    for (const auto& [searched, found] : std::vector<std::pair<std::string, fs::path>> {
              { first.string() + ":" + second.string(), second / "Some.bundle" },
              { (second / "Some.bundle/").string(), second / "Some.bundle" },
              { "::" + first.string() + ":", folder.Path() / "data/telop/Some.bundle" } }) {
-        ScopedEnvironment const path("TELOP_PLUGIN_PATH", searched.c_str());
+        const ScopedEnvironment path("TELOP_PLUGIN_PATH", searched.c_str());
         EXPECT_EQ(FindBundle("Some").found, found) << searched;
     }
 
-    ScopedEnvironment const path("TELOP_PLUGIN_PATH", first.c_str());
+    const ScopedEnvironment path("TELOP_PLUGIN_PATH", first.c_str());
     std::string why;
     EXPECT_FALSE(Plugin::LoadByName("Other", why));
     EXPECT_THAT(why, AllOf(HasSubstr((first / "Other.bundle").string() + " (TELOP_PLUGIN_PATH)"),
@@ -104,7 +104,7 @@ TEST_F(PluginTest, IsLookedForInOrder) {
 class EffectTest : public LedgerTest {
 protected:
     std::unique_ptr<Effect> Make(const char* trouble = nullptr) {
-        ScopedEnvironment const environment("TELOP_FAKE_TROUBLE", trouble);
+        const ScopedEnvironment environment("TELOP_FAKE_TROUBLE", trouble);
         auto plugin = Plugin::Load(TELOP_FAKE_BUNDLE, why);
         return plugin ? Effect::Make(std::move(plugin), why) : nullptr;
     }
@@ -123,13 +123,13 @@ TEST_F(EffectTest, CallsTheSelectorsInOrder) {
     auto effect = Make();
     ASSERT_TRUE(effect) << why;
     std::string error;
-    auto const plugin = Plugin::Load(TELOP_FAKE_BUNDLE, error); // keeps the module loaded
+    const auto plugin = Plugin::Load(TELOP_FAKE_BUNDLE, error); // keeps the module loaded
     EXPECT_EQ(effect->Params()->nFontSize, 7);
     EXPECT_EQ(effect->Settings().size(), 100U);
     EXPECT_TRUE(effect->Render(*image, {}, why)) << why;
     EXPECT_TRUE(effect->Save(why)) << why;
     {
-        auto const dialog = Dialog::Open(*effect, DialogKind::kTextEdit, {}, why);
+        const auto dialog = Dialog::Open(*effect, DialogKind::kTextEdit, {}, why);
         ASSERT_TRUE(dialog) << why;
         EXPECT_TRUE(dialog->Notify(epiNotifyOK, why));
         EXPECT_EQ(dialog->NotifyResult(), 10);
@@ -150,7 +150,7 @@ TEST_F(EffectTest, EveryFailureSaysWhatFailed) {
     EXPECT_FALSE(Make("short save")->Save(why));
     EXPECT_THAT(why, HasSubstr("saved 10 bytes"));
     FrameInfo frame;
-    std::string const text(64, 'x');
+    const std::string text(64, 'x');
     frame.strings[1] = text;
     EXPECT_FALSE(Make()->Render(*image, frame, why));
     EXPECT_THAT(why, HasSubstr("information string 2 has 64 bytes"));
@@ -164,9 +164,9 @@ TEST_F(EffectTest, ALockThatIsLeftBehindIsCounted) {
 }
 
 TEST_F(EffectTest, ADialogWithoutAWindowIsDestroyedOnlyIfItWasMade) {
-    for (auto const& row : { std::pair { "no window", "5 7 " }, std::pair { "no dialog", "5 " } }) {
-        auto const effect = Make(row.first);
-        auto const before = CallLog(effect->ThePlugin()).size();
+    for (const auto& row : { std::pair { "no window", "5 7 " }, std::pair { "no dialog", "5 " } }) {
+        const auto effect = Make(row.first);
+        const auto before = CallLog(effect->ThePlugin()).size();
         EXPECT_FALSE(Dialog::Open(*effect, DialogKind::kSettingsPanel, {}, why));
         EXPECT_EQ(CallLog(effect->ThePlugin()).substr(before), row.second);
         EXPECT_THAT(why, HasSubstr("made no window"));
@@ -174,7 +174,7 @@ TEST_F(EffectTest, ADialogWithoutAWindowIsDestroyedOnlyIfItWasMade) {
 }
 
 TEST_F(EffectTest, ParametersSurviveWhatCannotBeLoaded) {
-    auto const effect = Make("serialize status");
+    const auto effect = Make("serialize status");
     EXPECT_FALSE(effect->Load(std::vector<std::uint8_t>(480, 1), why));
     EXPECT_EQ(effect->Params()->nFontSize, 7);
     for (std::size_t size : { 0, 479, 481 }) {
@@ -182,8 +182,8 @@ TEST_F(EffectTest, ParametersSurviveWhatCannotBeLoaded) {
         EXPECT_THAT(why, HasSubstr("has " + std::to_string(size) + " bytes"));
         EXPECT_EQ(effect->Params()->nFontSize, 7);
     }
-    TemporaryFolder const folder;
-    auto const file = folder.Write("wrong.txt", "some text");
+    const TemporaryFolder folder;
+    const auto file = folder.Write("wrong.txt", "some text");
     EXPECT_FALSE(effect->LoadFile(file, why));
     EXPECT_THAT(why, AllOf(HasSubstr(file.string()), HasSubstr("has 9 bytes")));
     EXPECT_FALSE(effect->LoadFile(folder.Path() / "none", why));
@@ -191,11 +191,11 @@ TEST_F(EffectTest, ParametersSurviveWhatCannotBeLoaded) {
 }
 
 TEST_F(EffectTest, ConcurrentFramesGetTheirOwnParametersOrShareThem) {
-    auto const effect = Make();
+    const auto effect = Make();
     std::atomic<int> wrong { 0 };
-    auto const work = [&](std::uint8_t own) {
+    const auto work = [&](std::uint8_t own) {
         std::string reason;
-        auto const frame = Image::Make(2, 2, kRgb24);
+        const auto frame = Image::Make(2, 2, kRgb24);
         auto params = effect->CopyParams();
         params.nFontSize = own;
         for (int i = 0; i < 500; ++i) {

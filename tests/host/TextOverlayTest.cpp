@@ -67,7 +67,7 @@ TEST_F(TextOverlayTest, DrawsTheSameTextInEveryChannelOrder) {
         std::array<std::int32_t, 4> places { 0, 1, 2, 3 };
         std::unique_ptr<Image> first;
         do {
-            PixelFormat const format { depth, depth == 24 ? -1 : places[3], places[0], places[1],
+            const PixelFormat format { depth, depth == 24 ? -1 : places[3], places[0], places[1],
                                        places[2] };
             if (!format.IsValid())
                 continue;
@@ -82,9 +82,9 @@ TEST_F(TextOverlayTest, DrawsTheSameTextInEveryChannelOrder) {
 }
 
 TEST_F(TextOverlayTest, AHostWithoutTheLateEntriesGetsTheSameText) {
-    auto const early = Make(LateEntries::kAbsent);
+    const auto early = Make(LateEntries::kAbsent);
     early->SetParams(effect->CopyParams());
-    for (auto const& format : { kRgb24, kArgb32 })
+    for (const auto& format : { kRgb24, kArgb32 })
         EXPECT_TRUE(Same(*Draw(*early, format), *Draw(*effect, format))) << format.depth;
 }
 
@@ -103,9 +103,9 @@ TEST_F(TextOverlayTest, ConcurrentContextsKeepTheirEncodingsAndReportsApart) {
                    { "UTF-8", "テト", "None A", { "None A" } },
                    { "CP932", "\x83\x65\x83\x67", "None B", { "None B" } },
                    { "UTF-8", "\U0010FFFD", "", { "U+10FFFD" } } };
-    auto const draw = [&](Row& row) {
+    const auto draw = [&](Row& row) {
         platform::TextContext met(*platform::TextEncoding::Find(row.encoding));
-        platform::TextScope const scope(met);
+        const platform::TextScope scope(met);
         auto params = effect->CopyParams();
         std::snprintf(params.szInfoText, sizeof params.szInfoText, "%s", row.text);
         std::snprintf(params.szFontName, sizeof params.szFontName, "%s", row.font);
@@ -119,7 +119,7 @@ TEST_F(TextOverlayTest, ConcurrentContextsKeepTheirEncodingsAndReportsApart) {
                 EXPECT_TRUE(Same(*image, *row.first)) << row.encoding << " " << row.text;
         }
         std::vector<std::string> reported;
-        for (auto const& report : met.Reports())
+        for (const auto& report : met.Reports())
             reported.push_back(report.asked);
         EXPECT_EQ(reported, row.reported) << row.encoding << " " << row.text;
     };
@@ -137,10 +137,10 @@ TEST_F(TextOverlayTest, ConcurrentContextsKeepTheirEncodingsAndReportsApart) {
 TEST_F(TextOverlayTest, ATextThatCannotBeDrawnFailsTheFrameAndLeavesItAlone) {
     auto params = effect->CopyParams();
     params.nFontSize = 32767;
-    auto const image = Image::Make(150, 80, kArgb32);
+    const auto image = Image::Make(150, 80, kArgb32);
     std::ranges::fill(image->Bytes(), kGrey);
     platform::TextContext met;
-    platform::TextScope const scope(met);
+    const platform::TextScope scope(met);
     for (int round = 0; round < 2; ++round) {
         EXPECT_FALSE(effect->RenderWith(params, *image, {}, why));
         EXPECT_THAT(why, testing::HasSubstr("the text is not drawn: at 32767 points it takes"));
@@ -154,13 +154,13 @@ TEST_F(TextOverlayTest, ATextThatCannotBeDrawnFailsTheFrameAndLeavesItAlone) {
 
 TEST_F(TextOverlayTest, AMachineWithoutFontsFailsTheFrame) {
     GTEST_FLAG_SET(death_test_style, "threadsafe"); // a process that has read no fonts yet
-    TemporaryFolder const folder;
+    const TemporaryFolder folder;
     folder.Write("fonts.conf", "<fontconfig></fontconfig>");
     EXPECT_EXIT(
         {
             ::setenv("FONTCONFIG_FILE", (folder.Path() / "fonts.conf").c_str(), 1);
-            auto const image = Image::Make(150, 80, kArgb32);
-            bool const drawn = effect->Render(*image, {}, why);
+            const auto image = Image::Make(150, 80, kArgb32);
+            const bool drawn = effect->Render(*image, {}, why);
             std::fputs(why.c_str(), stderr);
             std::_Exit(drawn ? 1 : 0);
         },

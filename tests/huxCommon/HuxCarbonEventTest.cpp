@@ -89,7 +89,7 @@ TEST(HuxCarbonEvent, OwnsOneReference) {
 }
 
 TEST(HuxCarbonEvent, CommandsReachTheirTargetOrNobody) {
-    EventTargetRef const target = CreateEventTarget(nullptr);
+    const EventTargetRef target = CreateEventTarget(nullptr);
     std::string log;
     const auto receives = [&log](const char* name) {
         return [&log, name](EventRef event) {

@@ -53,7 +53,7 @@ private:
     OSStatus Run(const char* phase, EventRef event, const Act& act) {
         const bool probe = GetEventClass(event) == kProbe.eventClass;
         m_log += probe ? phase[0] : static_cast<char>(phase[0] - 'a' + 'A');
-        Act const copy = act; // which may end this object
+        const Act copy = act; // which may end this object
         if (probe && copy)
             copy();
         return kEventNotHandledErr;
@@ -79,7 +79,7 @@ protected:
     }
 
     static OSStatus Send(ControlRef control) {
-        HuxCarbonEvent const event(kProbe.eventClass, kProbe.eventKind);
+        const HuxCarbonEvent event(kProbe.eventClass, kProbe.eventKind);
         return SendEventToEventTarget(event.GetEventRef(), Control::Find(control)->Target());
     }
 
@@ -120,11 +120,11 @@ TEST_F(HuxControlImplTest, MayEndItsControlInEachOfItsPhases) {
         Wrapper::Act Wrapper::*phase;
         const char* log;
     };
-    for (bool const throws : { false, true }) {
-        for (Row const& row : { Row { "begin", &Wrapper::begin, "bBCE~" },
+    for (const bool throws : { false, true }) {
+        for (const Row& row : { Row { "begin", &Wrapper::begin, "bBCE~" },
                                 Row { "current", &Wrapper::current, "bcBCE~" },
                                 Row { "end", &Wrapper::end, "bceBCE~" } }) {
-            ControlRef const control = NewButton();
+            const ControlRef control = NewButton();
             auto* const wrapper = new Wrapper(m_log);
             wrapper->Attach(control);
             wrapper->*row.phase = [control, throws] {

@@ -28,7 +28,7 @@ public:
     Row(int index, int& alive) : index(index), m_alive(++alive) {}
     ~Row() override { --m_alive; }
 
-    int const index;
+    const int index;
 
 private:
     int& m_alive;

@@ -216,7 +216,7 @@ TEST_F(HuxDialogTest, MayEndWhileItRuns) {
     EXPECT_EQ(dialog, nullptr);
 }
 
-// Half-modal ---------------------------------------------------------------------------------------
+// Half-modal -------------------------------------------------------------------------------------
 
 class HuxHalfModalTest : public HuxDialogTest {
 protected:

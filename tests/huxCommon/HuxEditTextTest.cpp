@@ -242,7 +242,7 @@ TEST_F(HuxEditTextTest, MayEndInItsOwnNotices) {
         Focus(edit);
         edit->setText("1");
         Drain();
-        ControlRef const control = field->GetControlRef();
+        const ControlRef control = field->GetControlRef();
         onNotice = [&](std::uint32_t commandID, long) {
             if (commandID == 70)
                 Control::Find(control)->Dispose();
@@ -258,7 +258,7 @@ TEST_F(HuxEditTextTest, MayEndInItsOwnNotices) {
 }
 
 TEST_F(HuxEditTextTest, LetsGoOfTheControlWhenDetached) {
-    ControlRef const control = field->GetControlRef();
+    const ControlRef control = field->GetControlRef();
     field->Detach();
     delete field;
     edit->setFocus();
@@ -268,7 +268,7 @@ TEST_F(HuxEditTextTest, LetsGoOfTheControlWhenDetached) {
     EXPECT_TRUE(Control::Find(control));
 }
 
-// The focus comes and goes, with values that may not stay ---------------------------------------------
+// The focus comes and goes, with values that may not stay ----------------------------------------
 
 class HuxEditTextFocusTest : public test::HuxEditTextFixture {
 protected:
@@ -362,7 +362,7 @@ TEST_F(HuxEditTextFocusTest, FollowsTheWindowsFocus) {
     Enter("999");
     TakeLog();
     const auto send = [&](std::uint32_t kind) {
-        HuxCarbonEvent const event(kEventClassWindow, kind);
+        const HuxCarbonEvent event(kEventClassWindow, kind);
         SendEventToEventTarget(event.GetEventRef(), UIObject::TargetOf(window));
         return TakeLog();
     };

@@ -94,7 +94,7 @@ TEST_F(HuxLittleArrowsTest, MayEndInTheNoticeOfItsStep) {
     for (const std::uint32_t ending : { 70U, 5U }) {
         field->SetType(false, 9, 0, 0, false);
         arrows->SetEditControl(field, 0, 1, 1);
-        ControlRef const control = arrows->GetControlRef();
+        const ControlRef control = arrows->GetControlRef();
         onNotice = [&](std::uint32_t commandID, long) {
             if (commandID == ending)
                 Control::Find(control)->Dispose();

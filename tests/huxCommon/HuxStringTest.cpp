@@ -42,7 +42,7 @@ TEST(HuxString, SpeaksTheApplicationsEncodingAtBothEnds) {
         EXPECT_FALSE(SetApplicationTextEncoding("no such encoding"));
         return;
     }
-    std::string const before = ApplicationTextEncoding();
+    const std::string before = ApplicationTextEncoding();
     ASSERT_TRUE(SetApplicationTextEncoding("CP932"));
     const unsigned char pascal[] = { 4, 0x8A, 0xBF, 0x83, 0x5C, 'x' };
     const HuxString text(pascal);

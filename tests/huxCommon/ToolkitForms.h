@@ -32,7 +32,7 @@ inline std::string FormText(const std::string& name, const std::vector<FormWidge
                        R"(</class><widget class="QWidget" name=")" + name +
                        R"("><layout class="QVBoxLayout" name="column">)";
     for (const FormWidget& widget : widgets) {
-        std::string const id = std::to_string(widget.controlID);
+        const std::string id = std::to_string(widget.controlID);
         text += "<item><widget class=\"" + std::string(widget.className) + "\" name=\"w" + id +
                 R"("><property name="controlID" stdset="0"><number>)" + id + "</number></property>";
         if (*widget.commandID)

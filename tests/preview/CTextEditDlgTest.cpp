@@ -172,10 +172,9 @@ TEST_F(CTextEditDlgTest, TheGridNeverCrowds) {
         view->DrawOffscreen();
         const auto pixels = PixelsOf(view->Buffer(), 400, 400);
         std::vector<int> lines;
-        for (int x = 0; x < 400; ++x) {
+        for (int x = 0; x < 400; ++x)
             if (pixels[400U + static_cast<std::size_t>(x)] == 0x606060) // below the border
                 lines.push_back(x);
-        }
         EXPECT_EQ(lines, row.lines) << row.mode << " at " << row.scale;
     }
 }

@@ -32,10 +32,9 @@ std::uint8_t MeanOf(const render::LockedPixels& image, const Row& row, int x, in
     const int right = std::max(left + 1, at(x + 1, to.left, to.right, from.left, from.right));
     const int bottom = std::max(top + 1, at(y + 1, to.top, to.bottom, from.top, from.bottom));
     int sum = 0;
-    for (int v = top; v < bottom; ++v) {
+    for (int v = top; v < bottom; ++v)
         for (int u = left; u < right; ++u)
             sum += image.Row(v)[u * 4 + place];
-    }
     const int count = (right - left) * (bottom - top);
     return static_cast<std::uint8_t>((2 * sum + count) / (2 * count));
 }

@@ -158,13 +158,11 @@ TEST(BlendVersionsTest, GiveTheSameBytes) {
     std::mt19937 random(2);
     const auto expectSame = [](const RandomJob& job) {
         const std::vector<std::uint8_t> plain = job.Blend(BlendVersion::kPlain);
-        for (const BlendVersion version : { BlendVersion::kSse41, BlendVersion::kAvx2 }) {
-            if (HasBlendVersion(version)) {
+        for (const BlendVersion version : { BlendVersion::kSse41, BlendVersion::kAvx2 })
+            if (HasBlendVersion(version))
                 ASSERT_EQ(job.Blend(version), plain)
                     << "version " << static_cast<int>(version) << " depth " << job.job.depth
                     << " width " << job.job.width << " opacity " << +job.job.opacity;
-            }
-        }
     };
     for (const int depth : { 24, 32, 64 }) {
         for (int i = 0; i < 70 * 40; ++i)

@@ -22,10 +22,9 @@ public:
         info = { 3, 2, 3 * m_stride + 3, nullptr, format };
         m_bytes.assign(static_cast<std::size_t>(2 * info.rowBytes - 3), 0xFE);
         info.pixels = m_bytes.data();
-        for (int row = 0; row < 2; ++row) {
+        for (int row = 0; row < 2; ++row)
             for (int column = 0; column < 3; ++column)
                 Fill(column, row);
-        }
     }
 
     _RTEXTIMAGE_INFO info;

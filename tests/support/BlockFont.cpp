@@ -105,11 +105,10 @@ LinePtr LayOutLine(FontNumber /*font*/, std::int32_t size, std::string_view byte
     static std::mutex mutex;
     static std::vector<std::shared_ptr<const BlockLine>> lines;
     const std::lock_guard lock(mutex);
-    for (const auto& line : lines) {
+    for (const auto& line : lines)
         if (line->Height() == block_font::Ascent(size) && line->WidthPx() == pen &&
             line->Blocks() == blocks)
             return line;
-    }
     if (lines.size() > 64)
         lines.clear();
     return lines.emplace_back(
@@ -118,10 +117,9 @@ LinePtr LayOutLine(FontNumber /*font*/, std::int32_t size, std::string_view byte
 
 void PaintLine(const Line& line, std::int64_t x, std::int64_t y, CoverageTarget& target) {
     const auto& blocks = static_cast<const BlockLine&>(line);
-    for (const Block& block : blocks.Blocks()) {
+    for (const Block& block : blocks.Blocks())
         for (std::int64_t row = y - blocks.Height(); row < y; ++row)
             target.PaintSpan(x + block.x, row, block.width, 255);
-    }
 }
 
 PixelBox InkOf(const Line& line) {

@@ -8,9 +8,8 @@
 
 inline bool Converts(const char* encoding) {
     const iconv_t handle = iconv_open("UTF-8", encoding);
-    if (reinterpret_cast<std::intptr_t>(handle) == -1) {
+    if (reinterpret_cast<std::intptr_t>(handle) == -1)
         return false;
-    }
     iconv_close(handle);
     return true;
 }

@@ -136,9 +136,8 @@ bool CountingHost::InTrouble() {
 
 bool CountingHost::PaddingIsUntouched() const {
     const auto rowBytes = static_cast<std::size_t>(RowBytes());
-    for (std::size_t i = 0; i < pixels.size(); ++i) {
+    for (std::size_t i = 0; i < pixels.size(); ++i)
         if (i % rowBytes >= rowBytes - kRowPadding && pixels[i] != kFill)
             return false;
-    }
     return true;
 }

@@ -15,11 +15,11 @@ constexpr std::size_t kReadAhead = 8; // frames
 // premultiplied ARGB32 of others. Of 16 bits the nearest value.
 QImage ToPicture(const host::Image& image) {
     // Frames are read into one of these three layouts.
-    bool const opaque = image.Format() == host::kRgb24;
-    auto const format = opaque                            ? QImage::Format_RGB888
+    const bool opaque = image.Format() == host::kRgb24;
+    const auto format = opaque                            ? QImage::Format_RGB888
                         : image.Format() == host::kRgba32 ? QImage::Format_RGBA8888
                                                           : QImage::Format_RGBA64;
-    QImage const lent(image.Bytes().data(), image.Width(), image.Height(), image.RowBytes(),
+    const QImage lent(image.Bytes().data(), image.Width(), image.Height(), image.RowBytes(),
                       format);
     return lent.convertToFormat(opaque ? QImage::Format_RGB32
                                        : QImage::Format_ARGB32_Premultiplied);
@@ -27,7 +27,7 @@ QImage ToPicture(const host::Image& image) {
 
 // False: there is no memory.
 bool CopyFrame(const host::Frame& from, host::Frame& to) {
-    auto const& image = *from.image;
+    const auto& image = *from.image;
     if (!host::PrepareImage(to, image.Width(), image.Height(), image.Format()))
         return false;
     for (int y = 0; y < image.Height(); ++y)
@@ -42,7 +42,7 @@ Compositor::Compositor(const host::Effect* effect, Deliver deliver)
 
 Compositor::~Compositor() {
     {
-        std::lock_guard const lock(m_mutex);
+        const std::lock_guard lock(m_mutex);
         m_ends = true;
     }
     m_changed.notify_all();
@@ -51,14 +51,14 @@ Compositor::~Compositor() {
 
 void Compositor::Request(ComposeRequest request) {
     {
-        std::lock_guard const lock(m_mutex);
+        const std::lock_guard lock(m_mutex);
         m_request = std::move(request);
     }
     m_changed.notify_all();
 }
 
 void Compositor::Run() {
-    while (auto const request = Next())
+    while (const auto request = Next())
         QMetaObject::invokeMethod(
             &m_receiver, [this, composed = Compose(*request)] { m_deliver(composed); },
             Qt::QueuedConnection);
@@ -97,9 +97,9 @@ Composed Compositor::Compose(const ComposeRequest& request) {
 
 std::shared_ptr<host::Frame> Compositor::Background(const Shot& shot, std::size_t index,
                                                     std::string& why) try {
-    std::pair const key(shot.Id(), index);
-    auto const hash = platform::MixHash(platform::MixHash(0, shot.Id()), index);
-    if (auto const cached = m_cache.Find(hash, key))
+    const std::pair key(shot.Id(), index);
+    const auto hash = platform::MixHash(platform::MixHash(0, shot.Id()), index);
+    if (const auto cached = m_cache.Find(hash, key))
         return cached->frame;
     auto frame = std::make_shared<host::Frame>();
     if (!shot.Read(index, m_reader, *frame, why))
@@ -119,10 +119,10 @@ QImage Compositor::Draw(const ComposeRequest& request, const host::Frame& backgr
         why = "there is no memory to draw the text in";
         return ToPicture(*background.image);
     }
-    platform::TextScope const scope(*request.context);
+    const platform::TextScope scope(*request.context);
     host::FrameInfo info;
     std::ranges::copy(request.strings, info.strings.begin());
-    bool const drawn = m_effect->RenderWith(request.params, *m_canvas.image, info, why);
+    const bool drawn = m_effect->RenderWith(request.params, *m_canvas.image, info, why);
     return ToPicture(drawn ? *m_canvas.image : *background.image);
 }
 

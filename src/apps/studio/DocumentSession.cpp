@@ -29,7 +29,7 @@ bool IsDocument(const std::string& file) {
 
 std::string Absolute(const std::string& path) {
     std::error_code error;
-    auto const absolute = std::filesystem::absolute(path, error);
+    const auto absolute = std::filesystem::absolute(path, error);
     return error ? path : absolute.lexically_normal().string();
 }
 
@@ -43,8 +43,8 @@ Answer Ask(QWidget& parent, const QString& title, const QString& text, const QSt
            const QString& yes, const QString& discard, const QString& cancel) {
     QMessageBox box(QMessageBox::Question, title, text, QMessageBox::NoButton, &parent);
     box.setInformativeText(detail);
-    auto const* const yesButton = box.addButton(yes, QMessageBox::AcceptRole);
-    auto const* const discardButton = box.addButton(discard, QMessageBox::DestructiveRole);
+    const auto* const yesButton = box.addButton(yes, QMessageBox::AcceptRole);
+    const auto* const discardButton = box.addButton(discard, QMessageBox::DestructiveRole);
     box.addButton(cancel, QMessageBox::RejectRole);
     box.exec();
     return box.clickedButton() == yesButton       ? Answer::kYes
@@ -53,11 +53,11 @@ Answer Ask(QWidget& parent, const QString& title, const QString& text, const QSt
 }
 
 Answer AskAboutCopy(QWidget& parent, const host::LeftCopy& copy) {
-    auto const original = copy.Original();
-    auto const name = original.empty() ? T("an untitled document")
+    const auto original = copy.Original();
+    const auto name = original.empty() ? T("an untitled document")
                                        : QString::fromStdString(original.filename().string());
-    auto const when = std::chrono::file_clock::to_sys(copy.SavedAt());
-    auto const time = QDateTime::fromSecsSinceEpoch(
+    const auto when = std::chrono::file_clock::to_sys(copy.SavedAt());
+    const auto time = QDateTime::fromSecsSinceEpoch(
         std::chrono::duration_cast<std::chrono::seconds>(when.time_since_epoch()).count());
     return Ask(parent, T("Restore Unsaved Work"),
                T("Telop Studio ended before its work was saved. Restore %1?").arg(name),
@@ -77,7 +77,7 @@ DocumentSession::DocumentSession(host::Effect* effect, MessageBar& messages, QWi
 
 // What is being drawn keeps the context that it was asked for in.
 void DocumentSession::UseEncoding(const platform::TextEncoding& encoding) {
-    auto const tell = [bar = &m_messages](const platform::Report& report) {
+    const auto tell = [bar = &m_messages](const platform::Report& report) {
         // A text that is lost is the frame's failure, which is shown with the frame.
         if (report.kind == platform::ReportKind::kTextNotDrawn)
             return;
@@ -85,7 +85,7 @@ void DocumentSession::UseEncoding(const platform::TextEncoding& encoding) {
         QMetaObject::invokeMethod(
             bar,
             [bar, kind = report.kind, what = QString::fromStdString(platform::Describe(report))] {
-                auto const heading = kind == platform::ReportKind::kBundleBroken
+                const auto heading = kind == platform::ReportKind::kBundleBroken
                                          ? T("A file of the text effect cannot be used.")
                                          : T("The text is not drawn to the letter.");
                 bar->Show(MessageBar::Kind::kWarning, heading + QLatin1Char('\n') + what);
@@ -104,7 +104,7 @@ bool DocumentSession::Complain(const QString& text, const std::string& why) {
 }
 
 QString DocumentSession::Name() const {
-    auto const shown = m_file.empty()
+    const auto shown = m_file.empty()
                            ? std::filesystem::path(m_project.TheShot()->Input()).filename()
                            : std::filesystem::path(m_file).stem();
     return shown.empty() ? T("Untitled") : QString::fromStdString(shown.string());
@@ -115,7 +115,7 @@ QString DocumentSession::Name() const {
 bool DocumentSession::MayDiscard() {
     if (!m_project.IsModified())
         return true;
-    auto const answer =
+    const auto answer =
         Ask(m_parent, T("Unsaved Changes"), T("Save the changes of this document?"),
             T("They are lost otherwise."), T("&Save"), T("&Don't Save"), T("Cancel"));
     return answer == Answer::kYes ? Save() : answer == Answer::kDiscard;
@@ -130,9 +130,9 @@ void DocumentSession::New() {
 }
 
 bool DocumentSession::Open(const std::string& given) {
-    auto const file = Absolute(given);
+    const auto file = Absolute(given);
     std::string why;
-    auto const document = host::Document::Load(file, why);
+    const auto document = host::Document::Load(file, why);
     if (!document)
         return Complain(T("The document could not be opened."), why);
     if (!Take(*document, file))
@@ -145,10 +145,10 @@ bool DocumentSession::Open(const std::string& given) {
 bool DocumentSession::Take(const host::Document& document, const std::string& file) {
     std::string whyNoFrames;
     auto shot = document.input.empty() ? Shot::TestCard() : Shot::Open(document.input, whyNoFrames);
-    bool const framesAreLost = !shot;
+    const bool framesAreLost = !shot;
     if (framesAreLost)
         shot = Shot::TestCard();
-    auto const before = m_text->Encoding();
+    const auto before = m_text->Encoding();
     UseEncoding(document.encoding);
     std::string why;
     if (!m_project.Take(document, std::move(shot), why)) {
@@ -168,7 +168,7 @@ bool DocumentSession::Take(const host::Document& document, const std::string& fi
 }
 
 bool DocumentSession::SaveTo(const std::string& given) {
-    auto const file = Absolute(given);
+    const auto file = Absolute(given);
     std::string why;
     if (!m_project.ToDocument().Save(file, why))
         return Complain(T("The document could not be saved."), why);
@@ -187,7 +187,7 @@ bool DocumentSession::SaveAs() {
     QFileDialog dialog(&m_parent, T("Save Document"), {}, DocumentFilter());
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setDefaultSuffix(QString::fromUtf8(host::Document::kExtension.data() + 1));
-    auto const folder =
+    const auto folder =
         m_file.empty() ? FolderOfFrames() : std::filesystem::path(m_file).parent_path().string();
     if (!folder.empty())
         dialog.setDirectory(QString::fromStdString(folder));
@@ -199,7 +199,7 @@ bool DocumentSession::SaveAs() {
 void DocumentSession::AskForDocument() {
     if (!MayDiscard())
         return;
-    auto const file = QFileDialog::getOpenFileName(
+    const auto file = QFileDialog::getOpenFileName(
         &m_parent, T("Open Document"), QString::fromStdString(m_file), DocumentFilter());
     if (!file.isEmpty())
         Open(file.toStdString());
@@ -215,7 +215,7 @@ void DocumentSession::KeepCopy() {
 
 void DocumentSession::OfferRestore(const std::filesystem::path& folder) {
     for (auto& copy : host::LeftCopy::Find(folder)) {
-        auto const answer = AskAboutCopy(m_parent, copy);
+        const auto answer = AskAboutCopy(m_parent, copy);
         if (answer == Answer::kDiscard)
             copy.Remove();
         // One document at a time: the others are offered by the next run.
@@ -226,7 +226,7 @@ void DocumentSession::OfferRestore(const std::filesystem::path& folder) {
 
 bool DocumentSession::Restore(host::LeftCopy& copy) {
     std::string why;
-    auto const document = copy.Load(why);
+    const auto document = copy.Load(why);
     if (!document)
         return Complain(T("The copy could not be restored."), why);
     if (!Take(*document, copy.Original().string()))
@@ -248,12 +248,12 @@ bool DocumentSession::OpenFiles(const std::vector<std::string>& files) {
     if (files.size() == 1 && IsDocument(files.front()))
         return Open(files.front());
     std::string why;
-    auto const input = InputOf(files, why);
+    const auto input = InputOf(files, why);
     return input ? OpenFrames(*input) : Complain(T("These files cannot be opened together."), why);
 }
 
 bool DocumentSession::OpenFrames(const std::string& given) {
-    auto const input = Absolute(given);
+    const auto input = Absolute(given);
     std::string why;
     auto shot = Shot::Open(input, why);
     if (!shot)
@@ -271,9 +271,9 @@ void DocumentSession::TakeShot(std::shared_ptr<const Shot> shot) {
 
 // One picture of a numbered sequence stands for all of it; the bar offers the other way.
 void DocumentSession::OpenPicked(const std::string& file) {
-    auto const pattern = PatternOf(file);
+    const auto pattern = PatternOf(file);
     std::string why;
-    auto const shot = pattern ? Shot::Open(*pattern, why) : nullptr;
+    const auto shot = pattern ? Shot::Open(*pattern, why) : nullptr;
     if (!shot || shot->Count() < 2) {
         OpenFrames(file);
         return;
@@ -287,7 +287,7 @@ void DocumentSession::OpenPicked(const std::string& file) {
 
 void DocumentSession::OpenDropped(const std::vector<std::string>& files) {
     std::error_code ignored;
-    bool const isOne = files.size() == 1;
+    const bool isOne = files.size() == 1;
     if (isOne && IsDocument(files.front()) && !MayDiscard())
         return;
     if (isOne && !IsDocument(files.front()) &&
@@ -298,18 +298,18 @@ void DocumentSession::OpenDropped(const std::vector<std::string>& files) {
 }
 
 void DocumentSession::AskForFrames() {
-    auto const names = QFileDialog::getOpenFileNames(&m_parent, T("Open Frames"),
+    const auto names = QFileDialog::getOpenFileNames(&m_parent, T("Open Frames"),
                                                      QString::fromStdString(FolderOfFrames()),
                                                      T("Pictures (*.png)"));
     std::vector<std::string> files;
-    for (auto const& name : names)
+    for (const auto& name : names)
         files.push_back(name.toStdString());
     if (!files.empty())
         OpenDropped(files);
 }
 
 void DocumentSession::AskForFolder() {
-    auto const folder = QFileDialog::getExistingDirectory(&m_parent, T("Open Folder of Frames"),
+    const auto folder = QFileDialog::getExistingDirectory(&m_parent, T("Open Folder of Frames"),
                                                           QString::fromStdString(FolderOfFrames()));
     if (!folder.isEmpty())
         OpenFrames(folder.toStdString());
@@ -317,7 +317,7 @@ void DocumentSession::AskForFolder() {
 
 void DocumentSession::AskForPattern() {
     bool taken = false;
-    auto const pattern = QInputDialog::getText(
+    const auto pattern = QInputDialog::getText(
         &m_parent, T("Open Frames by Pattern"),
         T("A file name with # or %04d in the place of the number, such as shot.####.png:"),
         QLineEdit::Normal, QString::fromStdString(m_project.TheShot()->Input()), &taken);
@@ -327,21 +327,21 @@ void DocumentSession::AskForPattern() {
 
 void DocumentSession::FillRecentMenu(QMenu& menu) {
     menu.clear();
-    auto const add = [&menu](const QString& title, const Recent& recent, auto open) {
-        auto const list = recent.List();
+    const auto add = [&menu](const QString& title, const Recent& recent, auto open) {
+        const auto list = recent.List();
         if (!list.isEmpty())
             menu.addSection(title);
-        for (auto const& path : list)
+        for (const auto& path : list)
             menu.addAction(
                 QDir::toNativeSeparators(path).replace(QLatin1Char('&'), QStringLiteral("&&")),
                 [open, path] { open(path.toStdString()); });
         return !list.isEmpty();
     };
-    bool const documents = add(T("Documents"), m_recentDocuments, [this](const std::string& file) {
+    const bool documents = add(T("Documents"), m_recentDocuments, [this](const std::string& file) {
         if (MayDiscard())
             Open(file);
     });
-    bool const frames =
+    const bool frames =
         add(T("Frames"), m_recentFrames, [this](const std::string& input) { OpenFrames(input); });
     menu.addSeparator();
     auto* const clear = menu.addAction(T("&Clear List"), [this] {

@@ -35,7 +35,7 @@ constexpr KnownEvent kKnown[] {
 QString ClassName(std::uint32_t eventClass) {
     QString name;
     for (int shift = 24; shift >= 0; shift -= 8) {
-        auto const byte = static_cast<char16_t>(eventClass >> shift & 0xFF);
+        const auto byte = static_cast<char16_t>(eventClass >> shift & 0xFF);
         if (byte < 0x20 || byte > 0x7E)
             return QStringLiteral("0x%1").arg(eventClass, 8, 16, QLatin1Char('0'));
         name += QChar(byte);
@@ -44,11 +44,10 @@ QString ClassName(std::uint32_t eventClass) {
 }
 
 QString WordsOf(const PluginError& error) {
-    for (auto const& known : kKnown) {
+    for (const auto& known : kKnown)
         if (ClassName(error.eventClass) == QLatin1String(known.eventClass) &&
             (known.kind == 0 || known.kind == error.eventKind))
             return T(known.words);
-    }
     return T("an event");
 }
 
@@ -64,7 +63,7 @@ QString Describe(const PluginError& error) {
 }
 
 ErrorEvents::ErrorEvents(std::function<void(const PluginError&)> hear) : m_hear(std::move(hear)) {
-    platform::EventTypeSpec const type { kPluginErrorClass, kPluginErrorKind };
+    const platform::EventTypeSpec type { kPluginErrorClass, kPluginErrorKind };
     platform::InstallEventHandler(platform::GetApplicationEventTarget(), Handle, 1, &type, this,
                                   &m_handler);
 }
@@ -77,7 +76,7 @@ platform::OSStatus ErrorEvents::Handle(platform::EventHandlerCallRef, platform::
                                        void* self) {
     PluginError error {};
     std::uint32_t size = 0;
-    auto const status = platform::GetEventParameter(
+    const auto status = platform::GetEventParameter(
         event, kPluginErrorClass, platform::kTypeWildCard, nullptr, sizeof error, &size, &error);
     if (status || size != sizeof error)
         return platform::kEventNotHandledErr;

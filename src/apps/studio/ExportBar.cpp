@@ -22,7 +22,7 @@ constexpr std::chrono::milliseconds kInterval { 100 };
 constexpr qint64 kRateAfter = 500; // milliseconds
 
 QString TimeText(double seconds) {
-    auto const whole = static_cast<int>(std::ceil(seconds));
+    const auto whole = static_cast<int>(std::ceil(seconds));
     return whole < 60 ? T("%1 s").arg(whole) : T("%1 min %2 s").arg(whole / 60).arg(whole % 60);
 }
 
@@ -42,9 +42,9 @@ QStringList Failures(const host::RunResult& result, const std::vector<std::int64
     QStringList lines;
     if (!result.writeError.empty())
         lines += QString::fromStdString(result.writeError);
-    for (auto const& failure : result.failures)
+    for (const auto& failure : result.failures)
         lines += QString::fromStdString(failure.what);
-    for (auto const frame : missing)
+    for (const auto frame : missing)
         lines += T("Frame %1: the shot does not have it").arg(frame);
     return lines;
 }
@@ -109,13 +109,13 @@ void ExportBar::FrameFailed(const host::FrameFailure&) {
 }
 
 void ExportBar::ShowDone() {
-    auto const total = m_export->FrameCount();
-    std::int64_t const done = m_done;
+    const auto total = m_export->FrameCount();
+    const std::int64_t done = m_done;
     m_progress->setValue(static_cast<int>(done));
     auto text = T("Exporting: %1 of %2").arg(done).arg(FramesText(total));
-    auto const elapsed = m_clock.elapsed();
+    const auto elapsed = m_clock.elapsed();
     if (elapsed >= kRateAfter && done > 0) {
-        auto const rate = static_cast<double>(done) * 1000 / static_cast<double>(elapsed);
+        const auto rate = static_cast<double>(done) * 1000 / static_cast<double>(elapsed);
         text += T(", %1 per second, %2 left")
                     .arg(rate, 0, 'f', rate < 10 ? 1 : 0)
                     .arg(TimeText(static_cast<double>(total - done) / rate));
@@ -130,8 +130,8 @@ void ExportBar::End() {
     m_timer.stop();
     hide();
     auto lines = Failures(m_result, m_export->Missing());
-    bool const failed = !lines.isEmpty();
-    for (auto const& report : m_export->Reports())
+    const bool failed = !lines.isEmpty();
+    for (const auto& report : m_export->Reports())
         lines += QString::fromStdString(platform::Describe(report));
     onEnd(Summary(m_result), lines.join(QLatin1Char('\n')), failed);
 }

@@ -82,13 +82,13 @@ host::ExportOptions ExportDialog::Options() const {
 }
 
 std::optional<host::FrameRanges> ExportDialog::Ranges() const {
-    auto const text = m_frames->text().trimmed().toStdString();
+    const auto text = m_frames->text().trimmed().toStdString();
     std::string why;
     return text.empty() ? host::FrameRanges::All() : host::FrameRanges::Parse(text, why);
 }
 
 void ExportDialog::Browse() {
-    auto const folder =
+    const auto folder =
         QFileDialog::getExistingDirectory(this, T("Folder for the Frames"), m_output->text());
     if (!folder.isEmpty())
         m_output->setText(folder + QLatin1Char('/'));
@@ -96,8 +96,8 @@ void ExportDialog::Browse() {
 
 // Says what will happen, or why nothing can.
 void ExportDialog::Check() {
-    auto const ranges = Ranges();
-    auto const count = ranges ? ranges->Among(m_shot.Numbers()).size() : 0;
+    const auto ranges = Ranges();
+    const auto count = ranges ? ranges->Among(m_shot.Numbers()).size() : 0;
     QString trouble;
     if (!ranges)
         trouble = T("These are no frame numbers. Write them as in 1-24, 30, 40-50:2.");

@@ -46,7 +46,7 @@ FrameView::FrameView(QWidget* parent) : QWidget(parent) {
 }
 
 void FrameView::SetPicture(const QImage& picture, const QString& insteadOfIt) {
-    bool const otherSize = picture.size() != m_picture.size();
+    const bool otherSize = picture.size() != m_picture.size();
     m_picture = picture;
     m_insteadOfIt = insteadOfIt;
     m_shrunk = {};
@@ -70,8 +70,8 @@ void FrameView::Fit() {
 double FrameView::FittingScale() const {
     if (m_picture.isNull())
         return 1;
-    auto const room = (QSizeF(size()) - QSizeF(2 * kMargin, 2 * kMargin)) * devicePixelRatioF();
-    auto const scale =
+    const auto room = (QSizeF(size()) - QSizeF(2 * kMargin, 2 * kMargin)) * devicePixelRatioF();
+    const auto scale =
         std::min(room.width() / m_picture.width(), room.height() / m_picture.height());
     return std::max(scale, 0.01);
 }
@@ -81,9 +81,9 @@ double FrameView::Scale() const {
 }
 
 QRectF FrameView::Place() const {
-    auto const view = QSizeF(size()) * devicePixelRatioF();
+    const auto view = QSizeF(size()) * devicePixelRatioF();
     // Whole device pixels, or a frame at 100 % would be smeared over its neighbours.
-    QSizeF const shown(std::round(m_picture.width() * Scale()),
+    const QSizeF shown(std::round(m_picture.width() * Scale()),
                        std::round(m_picture.height() * Scale()));
     return { std::round(view.width() / 2 - m_center.x() * shown.width()),
              std::round(view.height() / 2 - m_center.y() * shown.height()), shown.width(),
@@ -93,13 +93,13 @@ QRectF FrameView::Place() const {
 void FrameView::SetScale(double scale, QPointF around) {
     if (m_picture.isNull())
         return;
-    auto const point = around * devicePixelRatioF();
-    auto const before = Place();
-    QPointF const held((point.x() - before.left()) / before.width(),
+    const auto point = around * devicePixelRatioF();
+    const auto before = Place();
+    const QPointF held((point.x() - before.left()) / before.width(),
                        (point.y() - before.top()) / before.height());
     m_scale = std::clamp(scale, kScales.front(), kScales.back());
     m_fits = false;
-    auto const view = QRectF(rect()).center() * devicePixelRatioF();
+    const auto view = QRectF(rect()).center() * devicePixelRatioF();
     m_center = held + QPointF((view.x() - point.x()) / (m_picture.width() * m_scale),
                               (view.y() - point.y()) / (m_picture.height() * m_scale));
     KeepInSight();
@@ -107,8 +107,8 @@ void FrameView::SetScale(double scale, QPointF around) {
 }
 
 void FrameView::ZoomBy(int step, QPointF around) {
-    auto const* const larger = std::ranges::upper_bound(kScales, Scale() * 1.01);
-    auto const* const same = std::ranges::lower_bound(kScales, Scale() * 0.99);
+    const auto* const larger = std::ranges::upper_bound(kScales, Scale() * 1.01);
+    const auto* const same = std::ranges::lower_bound(kScales, Scale() * 0.99);
     if (step > 0)
         SetScale(larger == kScales.end() ? kScales.back() : *larger, around);
     else
@@ -118,7 +118,7 @@ void FrameView::ZoomBy(int step, QPointF around) {
 void FrameView::Pan(QPointF by) {
     if (m_fits || m_picture.isNull())
         return;
-    auto const moved = by * devicePixelRatioF();
+    const auto moved = by * devicePixelRatioF();
     m_center -= QPointF(moved.x() / (m_picture.width() * m_scale),
                         moved.y() / (m_picture.height() * m_scale));
     KeepInSight();
@@ -138,15 +138,15 @@ void FrameView::paintEvent(QPaintEvent*) {
                          m_insteadOfIt);
         return;
     }
-    auto const ratio = devicePixelRatioF();
+    const auto ratio = devicePixelRatioF();
     painter.scale(1 / ratio, 1 / ratio);
-    auto const place = Place();
+    const auto place = Place();
     if (m_picture.hasAlphaChannel()) {
         painter.setBrushOrigin(place.topLeft());
         painter.fillRect(place, Checkerboard());
     }
-    bool const shrinks = Scale() < 1;
-    auto const shown = place.size().toSize();
+    const bool shrinks = Scale() < 1;
+    const auto shown = place.size().toSize();
     if (shrinks && m_shrunk.size() != shown)
         m_shrunk = m_picture.scaled(shown, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     // Frame pixels of unequal sizes would look like a fault of the frame.
@@ -195,10 +195,10 @@ void FrameView::mouseDoubleClickEvent(QMouseEvent* event) {
 // Shift with an arrow pans; arrows alone go to the window, which steps through the frames with them.
 void FrameView::keyPressEvent(QKeyEvent* event) {
     constexpr double kStep = 48;
-    auto const way = [key = event->key()](Qt::Key back, Qt::Key on) {
+    const auto way = [key = event->key()](Qt::Key back, Qt::Key on) {
         return key == back ? kStep : key == on ? -kStep : 0;
     };
-    QPointF const by(way(Qt::Key_Left, Qt::Key_Right), way(Qt::Key_Up, Qt::Key_Down));
+    const QPointF by(way(Qt::Key_Left, Qt::Key_Right), way(Qt::Key_Up, Qt::Key_Down));
     if (m_fits || by.isNull() || !(event->modifiers() & Qt::ShiftModifier))
         return QWidget::keyPressEvent(event);
     Pan(by);

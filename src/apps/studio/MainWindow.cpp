@@ -117,10 +117,9 @@ void MainWindow::dragEnterEvent(QDragEnterEvent* event) {
 
 void MainWindow::dropEvent(QDropEvent* event) {
     std::vector<std::string> files;
-    for (auto const& url : event->mimeData()->urls()) {
+    for (const auto& url : event->mimeData()->urls())
         if (url.isLocalFile())
             files.push_back(url.toLocalFile().toStdString());
-    }
     if (files.empty())
         return;
     event->acceptProposedAction();
@@ -131,8 +130,8 @@ void MainWindow::dropEvent(QDropEvent* event) {
 
 void MainWindow::ShowFrame(std::size_t index) {
     m_project.SetCurrent(index);
-    auto const& shot = *m_project.TheShot();
-    auto const current = m_project.Current();
+    const auto& shot = *m_project.TheShot();
+    const auto current = m_project.Current();
     m_timeline->SetCurrent(current);
     m_transport->SetCurrent(shot.Numbers()[current]);
     m_strings->SetFrame(shot.Values(current));
@@ -141,7 +140,7 @@ void MainWindow::ShowFrame(std::size_t index) {
 }
 
 void MainWindow::Refresh() {
-    auto const current = m_project.Current();
+    const auto current = m_project.Current();
     m_compositor->Request({ ++m_serial, m_project.TheShot(), current, m_project.IsOnAt(current),
                             m_project.LiveParams(), m_project.StringsHere(), m_document.Text() });
 }
@@ -162,7 +161,7 @@ void MainWindow::ShowStatus(const Composed& composed) {
     if (composed.shot->IsTestCard())
         text = T("Test card");
     if (composed.background) {
-        auto const& image = *composed.background->image;
+        const auto& image = *composed.background->image;
         text += QStringLiteral("   %1 × %2").arg(image.Width()).arg(image.Height());
         text += QStringLiteral("   ") + T("%1 bits").arg(image.Format().BytesPerChannel() * 8);
     }
@@ -192,7 +191,7 @@ void MainWindow::ShowContent() {
 
 void MainWindow::ShowShot() {
     m_player.Stop();
-    auto const numbers = m_project.TheShot()->Numbers();
+    const auto numbers = m_project.TheShot()->Numbers();
     m_timeline->SetFrames({ numbers.begin(), numbers.end() });
     m_timeline->SetSpans(m_project.Spans());
     m_transport->SetFrames(numbers);
@@ -207,7 +206,7 @@ void MainWindow::ShowTitle() {
 }
 
 void MainWindow::UpdateActions() {
-    bool const free = !m_plugin->IsModal();
+    const bool free = !m_plugin->IsModal();
     auto& stack = m_project.Undo();
     for (auto* const action : findChildren<QAction*>(QString(), Qt::FindDirectChildrenOnly))
         action->setEnabled(free);
@@ -231,8 +230,8 @@ void MainWindow::GoTo(std::size_t index) {
 }
 
 void MainWindow::Step(std::ptrdiff_t by) {
-    auto const last = static_cast<std::ptrdiff_t>(m_project.TheShot()->Count()) - 1;
-    auto const to = static_cast<std::ptrdiff_t>(m_project.Current()) + by;
+    const auto last = static_cast<std::ptrdiff_t>(m_project.TheShot()->Count()) - 1;
+    const auto to = static_cast<std::ptrdiff_t>(m_project.Current()) + by;
     GoTo(static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(to, 0, last)));
 }
 
@@ -244,16 +243,16 @@ void MainWindow::TogglePlay() {
 }
 
 void MainWindow::TurnHere(bool on, std::size_t index) {
-    auto const spans = m_project.Spans();
+    const auto spans = m_project.Spans();
     m_project.ChangeSpans(on ? TurnOn(spans, { index, index }) : TurnOff(spans, { index, index }));
 }
 
 // The stretch around the frame, else the next one on that side, begins or ends here.
 void MainWindow::SetEdgeHere(bool end) {
-    auto const spans = m_project.Spans();
-    auto const here = m_project.Current();
+    const auto spans = m_project.Spans();
+    const auto here = m_project.Current();
     OnSpan span { here, here };
-    for (auto const& known : spans) {
+    for (const auto& known : spans) {
         if (!end && known.last >= here) {
             span.last = known.last;
             break;
@@ -262,7 +261,7 @@ void MainWindow::SetEdgeHere(bool end) {
             span.first = known.first;
     }
     if (IsOn(spans, here)) {
-        auto const around = spans[SpanAt(spans, here)];
+        const auto around = spans[SpanAt(spans, here)];
         m_project.ChangeSpans(TurnOn(TurnOff(spans, around), span));
     } else {
         m_project.ChangeSpans(TurnOn(spans, span));
@@ -271,7 +270,7 @@ void MainWindow::SetEdgeHere(bool end) {
 
 void MainWindow::TimelineMenu(std::size_t index, QPoint global) {
     QMenu menu(this);
-    bool const on = m_project.IsOnAt(index);
+    const bool on = m_project.IsOnAt(index);
     auto* const turnOn =
         menu.addAction(T("Text On Here"), this, [this, index] { TurnHere(true, index); });
     auto* const turnOff =
@@ -280,7 +279,7 @@ void MainWindow::TimelineMenu(std::size_t index, QPoint global) {
     turnOff->setEnabled(on);
     if (on)
         menu.addAction(T("Text Off in This Whole Range"), this, [this, index] {
-            auto const spans = m_project.Spans();
+            const auto spans = m_project.Spans();
             m_project.ChangeSpans(TurnOff(spans, spans[SpanAt(spans, index)]));
         });
     menu.addSeparator();
@@ -292,7 +291,7 @@ void MainWindow::TimelineMenu(std::size_t index, QPoint global) {
 // Exporting
 
 void MainWindow::AskForExport() {
-    auto const& shot = *m_project.TheShot();
+    const auto& shot = *m_project.TheShot();
     if (shot.IsTestCard())
         return m_messages->Show(
             MessageBar::Kind::kInformation,

@@ -95,7 +95,7 @@ void MainWindow::BuildViewActions() {
     constexpr std::pair<const char*, Theme> kThemes[] { { N("&System Colors"), Theme::kSystem },
                                                         { N("&Light"), Theme::kLight },
                                                         { N("&Dark"), Theme::kDark } };
-    for (auto const& [text, theme] : kThemes) {
+    for (const auto& [text, theme] : kThemes) {
         auto* const action = Make(QStringLiteral("theme%1").arg(static_cast<int>(theme)), T(text),
                                   {}, [this, theme = theme] { ChooseTheme(theme); });
         action->setCheckable(true);
@@ -121,7 +121,7 @@ void MainWindow::BuildFrameActions() {
     Action("textOn")->setCheckable(true);
     // Keys without Control belong to whatever has the keyboard: these are only for the frame and the
     // timeline.
-    for (auto const* const name : kFrameKeys)
+    for (const auto* const name : kFrameKeys)
         Action(name)->setShortcutContext(Qt::WidgetShortcut);
 }
 
@@ -143,7 +143,7 @@ void MainWindow::BuildBody() {
     column->addSpacing(4);
     column->addWidget(m_exportBar);
     setCentralWidget(body);
-    for (auto const* const name : kFrameKeys) {
+    for (const auto* const name : kFrameKeys) {
         m_view->addAction(Action(name));
         m_timeline->addAction(Action(name));
     }
@@ -171,8 +171,8 @@ QDockWidget* MainWindow::AddDock(const QString& title, const QString& name, QWid
 }
 
 void MainWindow::BuildMenus() {
-    auto const add = [this](QMenu* menu, std::initializer_list<const char*> names) {
-        for (auto const* const name : names)
+    const auto add = [this](QMenu* menu, std::initializer_list<const char*> names) {
+        for (const auto* const name : names)
             name ? menu->addAction(Action(name)) : static_cast<void>(menu->addSeparator());
     };
     auto* const file = menuBar()->addMenu(T("&File"));
@@ -200,7 +200,7 @@ void MainWindow::BuildToolBar() {
     bar->setMovable(false);
     bar->setIconSize({ 20, 20 });
     bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
-    for (auto const* const name : { "frames", "save", "", "undo", "redo", "", "export" })
+    for (const auto* const name : { "frames", "save", "", "undo", "redo", "", "export" })
         *name ? bar->addAction(Action(name)) : static_cast<void>(bar->addSeparator());
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
 }
@@ -216,10 +216,10 @@ void MainWindow::BuildStatusBar() {
 
 void MainWindow::RestoreLayout() {
     resize(1320, 820);
-    auto const preferences = Preferences();
+    const auto preferences = Preferences();
     restoreGeometry(preferences.value("window/geometry").toByteArray());
     restoreState(preferences.value("window/state").toByteArray());
-    auto const theme = std::clamp(preferences.value("window/theme", 0).toInt(), 0, 2);
+    const auto theme = std::clamp(preferences.value("window/theme", 0).toInt(), 0, 2);
     Action(QStringLiteral("theme%1").arg(theme))->setChecked(true);
     SetTheme(static_cast<Theme>(theme));
 }

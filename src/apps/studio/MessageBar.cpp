@@ -29,7 +29,7 @@ const std::array kLooks { Look { "information", QColor(47, 128, 214) },
                           Look { "error", QColor(208, 62, 62) } };
 
 QColor Mix(const QColor& a, const QColor& b, double share) {
-    auto const part = [share](int x, int y) { return static_cast<int>(x + (y - x) * share); };
+    const auto part = [share](int x, int y) { return static_cast<int>(x + (y - x) * share); };
     return { part(a.red(), b.red()), part(a.green(), b.green()), part(a.blue(), b.blue()) };
 }
 
@@ -58,7 +58,7 @@ MessageBar::MessageBar(QWidget* parent)
     row->addWidget(close, 0, Qt::AlignTop);
     connect(close, &QToolButton::clicked, this, &QWidget::hide);
     connect(m_button, &QPushButton::clicked, this, [this] {
-        auto const action = m_action;
+        const auto action = m_action;
         hide();
         action();
     });
@@ -84,11 +84,11 @@ QString MessageBar::Text() const {
 }
 
 void MessageBar::FollowPalette() {
-    auto const& look = kLooks[static_cast<std::size_t>(m_kind)];
+    const auto& look = kLooks[static_cast<std::size_t>(m_kind)];
     auto colors = parentWidget() ? parentWidget()->palette() : palette();
     colors.setColor(QPalette::Window, Mix(colors.color(QPalette::Window), look.accent, 0.22));
     setPalette(colors);
-    int const side = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    const int side = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
     m_icon->setPixmap(MakeIcon(look.icon).pixmap(QSize(side, side), devicePixelRatioF()));
 }
 

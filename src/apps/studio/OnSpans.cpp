@@ -23,7 +23,7 @@ host::FrameRanges RangesOf(const OnSpans& spans, std::span<const std::int64_t> n
     if (spans.size() == 1 && spans[0] == OnSpan { 0, numbers.size() - 1 })
         return host::FrameRanges::All();
     std::string text;
-    for (auto const& span : spans) {
+    for (const auto& span : spans) {
         text += (text.empty() ? "" : ",") + std::to_string(numbers[span.first]);
         if (span.last > span.first)
             text += "-" + std::to_string(numbers[span.last]);
@@ -34,7 +34,7 @@ host::FrameRanges RangesOf(const OnSpans& spans, std::span<const std::int64_t> n
 
 OnSpans TurnOff(const OnSpans& spans, OnSpan off) {
     OnSpans left;
-    for (auto const& span : spans) {
+    for (const auto& span : spans) {
         if (span.first < off.first)
             left.push_back({ span.first, std::min(span.last, off.first - 1) });
         if (span.last > off.last)
@@ -45,7 +45,7 @@ OnSpans TurnOff(const OnSpans& spans, OnSpan off) {
 
 OnSpans TurnOn(const OnSpans& spans, OnSpan on) {
     OnSpans joined;
-    for (auto const& span : spans) {
+    for (const auto& span : spans) {
         if (span.last + 1 < on.first || span.first > on.last + 1) {
             joined.push_back(span);
         } else {
@@ -59,7 +59,7 @@ OnSpans TurnOn(const OnSpans& spans, OnSpan on) {
 }
 
 std::size_t SpanAt(const OnSpans& spans, std::size_t index) {
-    auto const found = std::ranges::find_if(
+    const auto found = std::ranges::find_if(
         spans, [index](auto& span) { return span.first <= index && index <= span.last; });
     return static_cast<std::size_t>(found - spans.begin());
 }

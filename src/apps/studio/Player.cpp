@@ -10,7 +10,7 @@ Player::Player() {
     // Finer than a frame, so that each is shown within a short time of when it is due.
     m_timer.setInterval(std::chrono::milliseconds(1000 / kFramesPerSecond / 4));
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
-        auto const due = FrameAt(m_start, m_count, m_clock.elapsed());
+        const auto due = FrameAt(m_start, m_count, m_clock.elapsed());
         if (due == m_shown)
             return;
         m_shown = due;

@@ -94,11 +94,11 @@ host::Dialog::Frame PluginSession::DialogFrame() {
 }
 
 void PluginSession::ShowFrame(const std::shared_ptr<host::Frame>& background) {
-    bool const otherStrings = m_project->StringsHere() != m_strings;
+    const bool otherStrings = m_project->StringsHere() != m_strings;
     if (!background || (background == m_background && !otherStrings))
         return;
     // The panel lets go of the old picture before it ends.
-    auto const before = std::exchange(m_background, background);
+    const auto before = std::exchange(m_background, background);
     Notify(epiNotifyCompositeImage);
     if (otherStrings)
         Update(); // of a picture alone the panel does not tell the text anew
@@ -155,7 +155,7 @@ void PluginSession::FollowModal() {
         ModalEnds(m_modal);
         return;
     }
-    auto const live = m_project->LiveParams();
+    const auto live = m_project->LiveParams();
     if (std::memcmp(&live, &m_modalShown, sizeof live) == 0)
         return;
     m_modalShown = live;

@@ -30,7 +30,7 @@ bool SameContent(const Content& a, const Content& b) {
 QString NameOfChange(const _TEXTPARAM& before, const _TEXTPARAM& after) {
     auto rest = after;
     rest.ptPos = before.ptPos;
-    bool const moves = !SameBytes(rest, after);
+    const bool moves = !SameBytes(rest, after);
     if (SameBytes(rest, before))
         return T("Move Text");
     constexpr std::uint32_t kWords = ~std::uint32_t { TEXT_BOX };
@@ -65,7 +65,7 @@ public:
     void redo() override { m_project.Apply(m_after); }
     int id() const override { return m_typing; }
     bool mergeWith(const QUndoCommand* other) override {
-        auto const& next = *static_cast<const Step*>(other);
+        const auto& next = *static_cast<const Step*>(other);
         if (next.m_when - m_when > kTypingPause)
             return false;
         m_after = next.m_after;
@@ -116,7 +116,7 @@ std::array<std::string, 4> Project::StringsHere() const {
 void Project::CommitParams() {
     auto content = m_content;
     content.params = LiveParams();
-    auto const name = NameOfChange(m_content.params, content.params);
+    const auto name = NameOfChange(m_content.params, content.params);
     Push(name, std::move(content), -1);
 }
 
@@ -160,7 +160,7 @@ void Project::Apply(const Content& content) {
 std::vector<std::uint8_t> Project::Block() const {
     if (!m_effect)
         return {};
-    auto const block = m_effect->Settings();
+    const auto block = m_effect->Settings();
     return { block.begin(), block.end() };
 }
 

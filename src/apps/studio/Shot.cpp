@@ -15,12 +15,12 @@ namespace {
 std::atomic<std::uint64_t> s_nextId { 1 };
 
 bool ToFrame(const QImage& picture, host::Frame& frame) {
-    auto const rgb = picture.convertToFormat(QImage::Format_RGB888);
+    const auto rgb = picture.convertToFormat(QImage::Format_RGB888);
     if (rgb.isNull() || !host::PrepareImage(frame, rgb.width(), rgb.height(), host::kRgb24))
         return false;
     frame.header = {};
     for (int y = 0; y < rgb.height(); ++y) {
-        auto const row = frame.image->Row(y);
+        const auto row = frame.image->Row(y);
         std::copy_n(rgb.constScanLine(y), row.size(), row.data());
     }
     return true;
@@ -50,12 +50,12 @@ std::shared_ptr<const Shot> Shot::TestCard() {
 
 std::filesystem::path Shot::Folder() const {
     std::error_code ignored;
-    std::filesystem::path const path(m_input);
+    const std::filesystem::path path(m_input);
     return std::filesystem::is_directory(path, ignored) ? path : path.parent_path();
 }
 
 std::size_t Shot::IndexOf(std::int64_t number) const {
-    auto const after = std::ranges::upper_bound(m_numbers, number);
+    const auto after = std::ranges::upper_bound(m_numbers, number);
     return after == m_numbers.begin() ? 0 : static_cast<std::size_t>(after - m_numbers.begin()) - 1;
 }
 
@@ -79,13 +79,13 @@ bool Shot::Read(std::size_t index, host::PngReader& reader, host::Frame& frame,
 }
 
 std::optional<std::string> PatternOf(const std::string& file) {
-    std::filesystem::path const path(file);
+    const std::filesystem::path path(file);
     auto name = path.filename().string();
-    auto const last = name.find_last_of("0123456789");
+    const auto last = name.find_last_of("0123456789");
     if (last == std::string::npos || name.find_first_of("#%") != std::string::npos)
         return std::nullopt;
-    auto const before = name.find_last_not_of("0123456789", last);
-    auto const first = before == std::string::npos ? 0 : before + 1;
+    const auto before = name.find_last_not_of("0123456789", last);
+    const auto first = before == std::string::npos ? 0 : before + 1;
     name.replace(first, last + 1 - first, last + 1 - first, '#');
     return (path.parent_path() / name).string();
 }
@@ -97,8 +97,8 @@ std::optional<std::string> InputOf(const std::vector<std::string>& files, std::s
     if (pattern && std::ranges::all_of(
                        files, [&](const std::string& file) { return PatternOf(file) == pattern; }))
         return pattern;
-    auto const folder = std::filesystem::path(files.front()).parent_path();
-    for (auto const& file : files) {
+    const auto folder = std::filesystem::path(files.front()).parent_path();
+    for (const auto& file : files) {
         if (std::filesystem::path(file).parent_path() == folder)
             continue;
         why = "the files lie in several folders: " + files.front() + " and " + file;

@@ -29,7 +29,7 @@ QString TroubleWith(const platform::EncodedText& encoded) {
 
 StringHere Resolve(const std::string& text, const host::TokenValues& values) {
     std::string why;
-    auto const parsed = host::TokenText::Parse(text, why);
+    const auto parsed = host::TokenText::Parse(text, why);
     if (!parsed)
         return { .trouble = T("Unknown token. Use {frame}, {frame+1}, {frame:04} or {file}; {{ "
                               "stands for a brace.") };

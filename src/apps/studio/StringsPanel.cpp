@@ -56,7 +56,7 @@ void StringsPanel::SetStrings(const ShotStrings& strings) {
     m_present->setChecked(strings.present);
     m_body->setEnabled(strings.present);
     for (std::size_t i = 0; i < m_fields.size(); ++i) {
-        auto const text = QString::fromStdString(strings.texts[i]);
+        const auto text = QString::fromStdString(strings.texts[i]);
         if (m_fields[i]->text() != text)
             m_fields[i]->setText(text);
     }
@@ -83,9 +83,9 @@ void StringsPanel::Change(int which) {
 }
 
 void StringsPanel::ShowNotes() {
-    auto const typed = Typed();
+    const auto typed = Typed();
     for (std::size_t i = 0; i < m_fields.size(); ++i) {
-        auto const here = Resolve(typed.texts[i], m_values);
+        const auto here = Resolve(typed.texts[i], m_values);
         auto note = here.trouble;
         if (note.isEmpty() && here.hasTokens)
             note = T("This frame: %1").arg(QString::fromStdString(here.text));

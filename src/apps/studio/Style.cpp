@@ -29,7 +29,7 @@ constexpr Colors kDark { QColor(45, 46, 49),  QColor(32, 33, 36),    QColor(38, 
 
 QPalette MakePalette(const Colors& colors) {
     QPalette palette(colors.button, colors.window);
-    for (auto const role : { QPalette::WindowText, QPalette::Text, QPalette::ButtonText })
+    for (const auto role : { QPalette::WindowText, QPalette::Text, QPalette::ButtonText })
         palette.setColor(role, colors.text);
     palette.setColor(QPalette::Base, colors.base);
     palette.setColor(QPalette::AlternateBase, colors.alternate);
@@ -39,7 +39,7 @@ QPalette MakePalette(const Colors& colors) {
     palette.setColor(QPalette::Highlight, colors.highlight);
     palette.setColor(QPalette::HighlightedText, Qt::white);
     palette.setColor(QPalette::Link, colors.highlight);
-    for (auto const role :
+    for (const auto role :
          { QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::HighlightedText })
         palette.setColor(QPalette::Disabled, role, colors.faint);
     palette.setColor(QPalette::Disabled, QPalette::Highlight, colors.button);
@@ -48,7 +48,7 @@ QPalette MakePalette(const Colors& colors) {
 
 // Roles, not colours: they follow the palette when it changes.
 QPalette WithAlarm(QPalette palette) {
-    bool const dark = palette.color(QPalette::Window).lightness() < 128;
+    const bool dark = palette.color(QPalette::Window).lightness() < 128;
     palette.setColor(QPalette::BrightText, dark ? QColor(255, 128, 118) : QColor(184, 32, 32));
     return palette;
 }
@@ -59,7 +59,7 @@ public:
     explicit Mask(QImage mask) : m_mask(std::move(mask)) {}
 
     QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State) override {
-        auto const group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+        const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
         auto picture = m_mask.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
                            .convertToFormat(QImage::Format_ARGB32_Premultiplied);
         QPainter painter(&picture);
@@ -72,7 +72,7 @@ public:
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode,
                QIcon::State state) override {
-        auto const size = QSizeF(rect.size()) * painter->device()->devicePixelRatioF();
+        const auto size = QSizeF(rect.size()) * painter->device()->devicePixelRatioF();
         painter->drawPixmap(rect, pixmap(size.toSize(), mode, state));
     }
 

@@ -24,9 +24,9 @@ void DrawBars(QPainter& painter) {
     // White, yellow, cyan, green, magenta, red, blue: falling brightness, one bit for each channel.
     constexpr std::array<int, 7> kBits { 7, 6, 3, 2, 5, 4, 1 };
     for (int i = 0; i < 7; ++i) {
-        int const left = kTestCardWidth * i / 7;
-        int const bits = kBits[static_cast<std::size_t>(i)];
-        auto const level = [bits](int bit) { return bits & bit ? kAmplitude : 0; };
+        const int left = kTestCardWidth * i / 7;
+        const int bits = kBits[static_cast<std::size_t>(i)];
+        const auto level = [bits](int bit) { return bits & bit ? kAmplitude : 0; };
         painter.fillRect(left, kBars.top(), kTestCardWidth * (i + 1) / 7 - left, kBars.height(),
                          QColor(level(4), level(2), level(1)));
     }
@@ -47,18 +47,18 @@ QRectF Inset(double share) {
 }
 
 void DrawGuides(QPainter& painter) {
-    auto const center = QRectF(kFrame).center();
+    const auto center = QRectF(kFrame).center();
     QPainterPath lines;
     QPainterPath dashes;
     lines.addRect(Inset(0.93));
     dashes.addRect(Inset(0.85));
-    for (auto const& arm : { QPointF(90, 0), QPointF(0, 90) }) {
+    for (const auto& arm : { QPointF(90, 0), QPointF(0, 90) }) {
         lines.moveTo(center - arm);
         lines.lineTo(center + arm);
     }
     lines.addEllipse(center, 330, 330);
     // Light on dark, so that it shows on every bar.
-    for (auto const& path : { lines, dashes })
+    for (const auto& path : { lines, dashes })
         painter.strokePath(path, QPen(QColor(0, 0, 0, 130), 6));
     painter.strokePath(lines, QPen(Qt::white, 2));
     painter.strokePath(dashes, QPen(Qt::white, 2, Qt::DashLine));

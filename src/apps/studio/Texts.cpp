@@ -23,12 +23,12 @@ QString TableOf(std::string_view language) {
 } // namespace
 
 bool HasLanguage(std::string_view name) {
-    auto const language = name.substr(0, name.find_first_of("_."));
+    const auto language = name.substr(0, name.find_first_of("_."));
     return language == "en" || QFile::exists(TableOf(language));
 }
 
 void ChooseLanguage() {
-    auto const names = platform::UserLanguages(); // English is among them
+    const auto names = platform::UserLanguages(); // English is among them
     s_language = *std::ranges::find_if(names, [](const std::string& name) {
         return name == "en" || QFile::exists(TableOf(name));
     });
@@ -43,7 +43,7 @@ const std::string& TheLanguage() {
 }
 
 QString T(const char* english) {
-    auto const found = s_texts.find(std::string_view(english));
+    const auto found = s_texts.find(std::string_view(english));
     return found == s_texts.end() ? QString::fromUtf8(english)
                                   : QString::fromStdString(found->second);
 }

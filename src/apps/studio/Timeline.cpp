@@ -95,14 +95,14 @@ double Timeline::EdgeAt(std::size_t index) const {
 }
 
 std::size_t Timeline::IndexAt(double x) const {
-    auto const share = (x - kSide) / std::max(width() - 2.0 * kSide, 1.0);
-    auto const count = static_cast<double>(m_numbers.size());
+    const auto share = (x - kSide) / std::max(width() - 2.0 * kSide, 1.0);
+    const auto count = static_cast<double>(m_numbers.size());
     return static_cast<std::size_t>(std::clamp(std::floor(share * count), 0.0, count - 1));
 }
 
 QRectF Timeline::SpanArea(const OnSpan& span) const {
-    auto const area = BarArea();
-    auto const left = EdgeAt(span.first);
+    const auto area = BarArea();
+    const auto left = EdgeAt(span.first);
     return { left, static_cast<double>(area.top()), std::max(EdgeAt(span.last + 1) - left, 2.0),
              static_cast<double>(area.height()) };
 }
@@ -117,9 +117,9 @@ Timeline::Hit Timeline::HitTest(QPointF point) const {
     if (point.y() < BarArea().top())
         return { Drag::kScrub, 0 };
     for (std::size_t i = 0; i < m_spans.size(); ++i) {
-        auto const area = SpanArea(m_spans[i]);
+        const auto area = SpanArea(m_spans[i]);
         // Short stretches keep a middle by which they are moved.
-        auto const inside = std::min<double>(kGrip, area.width() / 4);
+        const auto inside = std::min<double>(kGrip, area.width() / 4);
         if (point.x() < area.left() - kGrip / 2.0 || point.x() > area.right() + kGrip / 2.0)
             continue;
         return { point.x() <= area.left() + inside    ? Drag::kStart
@@ -133,7 +133,7 @@ Timeline::Hit Timeline::HitTest(QPointF point) const {
 void Timeline::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
-    auto const hit = HitTest(event->position());
+    const auto hit = HitTest(event->position());
     m_drag = hit.drag;
     m_dragStart = IndexAt(event->position().x());
     m_spansBefore = m_rest = m_spans;
@@ -183,8 +183,8 @@ void Timeline::DragTo(std::size_t index) {
     } else if (m_drag == Drag::kEnd) {
         span.last = std::max(index, span.first);
     } else {
-        auto const length = span.last - span.first;
-        auto const held = m_dragStart - std::min(m_dragStart, span.first);
+        const auto length = span.last - span.first;
+        const auto held = m_dragStart - std::min(m_dragStart, span.first);
         span.first = std::min(index - std::min(index, held), m_numbers.size() - 1 - length);
         span.last = span.first + length;
     }
@@ -200,7 +200,7 @@ void Timeline::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void Timeline::EndDrag(bool keep) {
-    auto const drag = std::exchange(m_drag, Drag::kNone);
+    const auto drag = std::exchange(m_drag, Drag::kNone);
     if (drag == Drag::kNone || drag == Drag::kScrub)
         return;
     if (!keep)
@@ -211,7 +211,7 @@ void Timeline::EndDrag(bool keep) {
 }
 
 void Timeline::keyPressEvent(QKeyEvent* event) {
-    bool const deletes = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
+    const bool deletes = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
     if (event->key() == Qt::Key_Escape && m_drag != Drag::kNone)
         EndDrag(false);
     else if (deletes && m_selected && m_drag == Drag::kNone)
@@ -221,8 +221,8 @@ void Timeline::keyPressEvent(QKeyEvent* event) {
 }
 
 void Timeline::contextMenuEvent(QContextMenuEvent* event) {
-    bool const byMouse = event->reason() == QContextMenuEvent::Mouse;
-    auto const index = byMouse ? IndexAt(event->pos().x()) : m_current;
+    const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
+    const auto index = byMouse ? IndexAt(event->pos().x()) : m_current;
     if (onMenu)
         onMenu(index, byMouse ? event->globalPos() : mapToGlobal(BarPoint(index)));
 }
@@ -249,21 +249,21 @@ void Timeline::paintEvent(QPaintEvent*) {
 }
 
 void Timeline::PaintRuler(QPainter& painter) const {
-    auto const text = palette().color(QPalette::WindowText);
+    const auto text = palette().color(QPalette::WindowText);
     auto faint = text;
     faint.setAlphaF(0.35F);
-    auto const area = RulerArea();
-    auto const cell = EdgeAt(1) - EdgeAt(0);
-    auto const room = fontMetrics().horizontalAdvance(QString::number(m_numbers.back())) + 18.0;
+    const auto area = RulerArea();
+    const auto cell = EdgeAt(1) - EdgeAt(0);
+    const auto room = fontMetrics().horizontalAdvance(QString::number(m_numbers.back())) + 18.0;
     std::int64_t step = 1;
     for (int i = 0; static_cast<double>(step) * cell < room; ++i)
         step = step * (i % 3 == 1 ? 5 : 2) / (i % 3 == 1 ? 2 : 1);
     double free = 0; // where the last label ends
     for (std::size_t i = 0; i < m_numbers.size(); ++i) {
-        bool const labelled = m_numbers[i] % step == 0 || i == 0;
+        const bool labelled = m_numbers[i] % step == 0 || i == 0;
         if (!labelled && cell < 4)
             continue;
-        auto const x = MiddleOf(i);
+        const auto x = MiddleOf(i);
         painter.setPen(faint);
         painter.drawLine(QPointF(x, area.bottom() - (labelled ? 6 : 3)), QPointF(x, area.bottom()));
         if (!labelled || x - room / 2 < free)
@@ -282,15 +282,15 @@ void Timeline::PaintSpans(QPainter& painter) const {
     painter.setBrush(back);
     painter.drawRoundedRect(QRectF(BarArea()).adjusted(kSide, 0, -kSide, 0), 4, 4);
     for (std::size_t i = 0; i < m_spans.size(); ++i) {
-        auto const area = SpanArea(m_spans[i]);
+        const auto area = SpanArea(m_spans[i]);
         auto color = palette().color(QPalette::Highlight);
-        bool const selected = m_selected == i;
+        const bool selected = m_selected == i;
         color.setAlphaF(selected ? 1.0F : 0.7F);
         painter.setPen(selected ? QPen(palette().color(QPalette::WindowText), 1.5)
                                 : QPen(Qt::NoPen));
         painter.setBrush(color);
         painter.drawRoundedRect(area.adjusted(0.5, 1, -0.5, -1), 4, 4);
-        auto const label = T("Text on");
+        const auto label = T("Text on");
         if (area.width() < fontMetrics().horizontalAdvance(label) + 24)
             continue;
         painter.setPen(palette().color(QPalette::HighlightedText));
@@ -299,10 +299,10 @@ void Timeline::PaintSpans(QPainter& painter) const {
 }
 
 void Timeline::PaintCurrent(QPainter& painter) const {
-    QColor const color(226, 74, 60);
-    auto const label = QString::number(m_numbers[m_current]);
-    auto const x = MiddleOf(m_current);
-    double const wide = fontMetrics().horizontalAdvance(label) + 14;
+    const QColor color(226, 74, 60);
+    const auto label = QString::number(m_numbers[m_current]);
+    const auto x = MiddleOf(m_current);
+    const double wide = fontMetrics().horizontalAdvance(label) + 14;
     QRectF flag(x - wide / 2, 1, wide, fontMetrics().height() + 4);
     flag.moveLeft(std::clamp(flag.left(), 0.0, std::max(width() - wide, 0.0)));
     painter.setPen(QPen(color, 2));

@@ -63,7 +63,7 @@ Transport::Transport(const QList<QAction*>& actions, const QList<QAction*>& more
 }
 
 void Transport::SetFrames(std::span<const std::int64_t> numbers) {
-    QSignalBlocker const quiet(m_number);
+    const QSignalBlocker quiet(m_number);
     m_number->setRange(Bounded(numbers.front()), Bounded(numbers.back()));
     m_count->setText(T("of %1, %2 to %3")
                          .arg(FramesText(static_cast<qint64>(numbers.size())))
@@ -72,7 +72,7 @@ void Transport::SetFrames(std::span<const std::int64_t> numbers) {
 }
 
 void Transport::SetCurrent(std::int64_t number) {
-    QSignalBlocker const quiet(m_number);
+    const QSignalBlocker quiet(m_number);
     m_number->setValue(Bounded(number));
 }
 

@@ -43,7 +43,7 @@ void TakeScreenshot(MainWindow& window, const std::string& file) {
     QObject::connect(timer, &QTimer::timeout, &window, [&window, file] {
         if (!window.IsSettled())
             return;
-        bool const saved = window.grab().save(QString::fromStdString(file), "PNG");
+        const bool saved = window.grab().save(QString::fromStdString(file), "PNG");
         if (!saved)
             std::cerr << "telop-studio: " << file << ": the picture cannot be written\n";
         QCoreApplication::exit(saved ? 0 : 1);

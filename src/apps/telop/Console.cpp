@@ -38,7 +38,7 @@ Console& Console::Get() {
 }
 
 void Console::Line(std::string_view start, std::string_view text) {
-    std::lock_guard const lock(m_mutex);
+    const std::lock_guard lock(m_mutex);
     std::string line(m_status.empty() ? "" : kEraseLine);
     line += start;
     line += host::PrintableLines(text);
@@ -61,7 +61,7 @@ void Console::Note(std::string_view text) {
 }
 
 void Console::Status(std::string_view text) {
-    std::lock_guard const lock(m_mutex);
+    const std::lock_guard lock(m_mutex);
     if (m_status == text)
         return;
     m_status = text;

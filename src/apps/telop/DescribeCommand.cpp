@@ -46,7 +46,7 @@ void PrintBundle(const host::Plugin& plugin) {
     struct Release {
         void operator()(platform::CFBundleRef bundle) const { platform::CFRelease(bundle); }
     };
-    std::unique_ptr<platform::CFBundle, Release> const bundle(
+    const std::unique_ptr<platform::CFBundle, Release> bundle(
         platform::CFBundleCreate(plugin.Bundle()));
     if (!bundle)
         return;

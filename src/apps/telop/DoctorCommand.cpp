@@ -62,7 +62,7 @@ private:
     // What it takes on a terminal: characters from the first East Asian ones on are wide there.
     static std::size_t Columns(std::string_view utf8) {
         std::size_t columns = 0;
-        for (unsigned char const byte : utf8)
+        for (const unsigned char byte : utf8)
             columns += (byte & 0xC0) == 0x80 ? 0 : byte >= 0xE2 ? 2 : 1;
         return columns;
     }
@@ -77,7 +77,7 @@ std::string Environment(const char* name) {
     return value ? value : "";
 }
 
-// ------------------------------------------------------------------------------------- plug-in
+// Plug-in ----------------------------------------------------------------------------------------
 
 void CheckSearchPath(Sheet& sheet) {
     const auto list = Environment("TELOP_PLUGIN_PATH");
@@ -134,7 +134,7 @@ void CheckDrawing(Sheet& sheet, const host::Effect& effect, const std::string& l
     std::string why;
     const auto image = host::Image::Make(640, 120, host::kRgb24);
     platform::TextContext met;
-    platform::TextScope const scope(met);
+    const platform::TextScope scope(met);
     if (!host::SetField(params.szInfoText, label, text, why)) {
         sheet.Say(label, "not in " + platform::ApplicationTextEncoding());
     } else if (!image || !effect.RenderWith(params, *image, {}, why)) {
@@ -143,7 +143,7 @@ void CheckDrawing(Sheet& sheet, const host::Effect& effect, const std::string& l
         sheet.Wrong(label, "'" + text + "' leaves no pixel");
     } else {
         const auto reports = met.Reports();
-        for (auto const& report : reports)
+        for (const auto& report : reports)
             sheet.Wrong(label, platform::Describe(report));
         if (reports.empty())
             sheet.Say(label, "'" + text + "' is drawn");
@@ -167,19 +167,18 @@ void CheckEffect(Sheet& sheet, const std::shared_ptr<host::Plugin>& plugin) {
         sheet.Wrong("memory", ledger.Describe());
 }
 
-// --------------------------------------------------------------------------------------- fonts
+// Fonts ------------------------------------------------------------------------------------------
 
 // By the family that stands in, since most of the names asked for share one.
 void ShowAliases(Sheet& sheet) {
     std::map<std::string, std::vector<std::string>> namesByFamily;
     for (const auto& alias : platform::FontAliases())
         namesByFamily[alias.family].push_back(alias.asked);
-    for (const auto& [family, names] : namesByFamily) {
+    for (const auto& [family, names] : namesByFamily)
         if (family.empty())
             sheet.SayNames("nothing like", "", names);
         else
             sheet.SayNames("stands in", family + " for", names);
-    }
 }
 
 void CheckFonts(Sheet& sheet) {
@@ -195,7 +194,7 @@ void CheckFonts(Sheet& sheet) {
     ShowAliases(sheet);
 }
 
-// ------------------------------------------------------------------------- encoding, language
+// Encoding, language -----------------------------------------------------------------------------
 
 void CheckEncoding(Sheet& sheet) {
     sheet.Heading("Encoding and language");
@@ -203,7 +202,7 @@ void CheckEncoding(Sheet& sheet) {
     sheet.Say("encoding", platform::ApplicationTextEncoding());
     if (!asked.empty() && !platform::TextEncoding::Find(asked))
         sheet.Wrong("TELOP_TEXT_ENCODING", "'" + asked + "' is no known encoding");
-    for (auto const* name : { "LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG" }) {
+    for (const auto* name : { "LANGUAGE", "LC_ALL", "LC_MESSAGES", "LANG" }) {
         const auto value = Environment(name);
         sheet.Say(name, value.empty() ? "(not set)" : value);
     }

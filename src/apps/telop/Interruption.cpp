@@ -33,12 +33,12 @@ Interruption::Interruption(host::CancelToken& cancel) {
     // The default action comes back with the first signal, so that the second one is final.
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     sigemptyset(&action.sa_mask);
-    for (int const signal : kSignals)
+    for (const int signal : kSignals)
         sigaction(signal, &action, nullptr);
 }
 
 Interruption::~Interruption() {
-    for (int const signal : kSignals)
+    for (const int signal : kSignals)
         std::signal(signal, SIG_DFL);
     s_cancel = nullptr;
 }

@@ -56,7 +56,7 @@ constexpr const char* kExamples =
     "  telop lists load --list character names.txt -o lists.json         for a host's settings\n"
     "  printf 'PAN\\nFOLLOW\\n' | telop lists save directions.txt\n";
 
-// ---------------------------------------------------------------------------- files and streams
+// Files and streams ------------------------------------------------------------------------------
 
 std::string NameOf(const std::string& file) {
     return file == "-" ? "standard input" : file;
@@ -86,7 +86,7 @@ auto About(const std::string& file, Work work) {
     }
 }
 
-// ------------------------------------------------------------------------------- show and load
+// Show and load ----------------------------------------------------------------------------------
 
 // What the list editor has after loading the file; what it loses on the way is told.
 std::vector<std::string> LoadEntries(const std::string& file) {
@@ -141,7 +141,7 @@ void Load(const ListsOptions& options) {
     WriteText(options.output.value_or("-"), host::ListsToJson(lists), options.overwrite);
 }
 
-// ---------------------------------------------------------------------------------------- save
+// Save -------------------------------------------------------------------------------------------
 
 void CheckCount(const std::string& name, std::size_t count, bool cut) {
     if (count <= kListEntries)
@@ -240,7 +240,7 @@ void Save(const ListsOptions& options) {
     WriteText(options.file, file, options.overwrite);
 }
 
-// ------------------------------------------------------------------------------------- options
+// Options ----------------------------------------------------------------------------------------
 
 CLI::App& AddAction(CLI::App& command, ListsOptions& options, ListsOptions::Action action,
                     const char* name, const char* description, const char* fileIs) {

@@ -80,7 +80,7 @@ void Progress::Finished(const host::RunResult&) {
 }
 
 void Progress::Done(std::string_view what) {
-    std::lock_guard const lock(m_mutex);
+    const std::lock_guard lock(m_mutex);
     ++m_done;
     if (m_style == ProgressStyle::kLines) {
         const auto of = m_total > 0 ? "/" + std::to_string(m_total) : std::string();
@@ -91,7 +91,7 @@ void Progress::Done(std::string_view what) {
     if (m_style == ProgressStyle::kNone || now - m_shown < kRedrawInterval)
         return;
     m_shown = now;
-    std::chrono::duration<double> const passed = now - m_start;
+    const std::chrono::duration<double> passed = now - m_start;
     Console::Get().Status(ProgressBar(m_done, m_total, passed.count(), Console::TerminalColumns()));
 }
 

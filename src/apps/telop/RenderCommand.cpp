@@ -216,7 +216,7 @@ ExitCode RenderFrames(const host::FramePlan& plan, const host::FrameRenderer& re
                       const RenderOptions& options) {
     PrepareFolder(plan);
     host::CancelToken cancel;
-    Interruption const interruption(cancel);
+    const Interruption interruption(cancel);
     const auto missing = ReportMissing(plan);
     Progress progress(StyleOf(options));
     host::FramePump pump(
@@ -294,9 +294,9 @@ ExitCode RunRender(const RenderOptions& typed) {
     auto& process = platform::TextContext::Current();
     platform::TextContext run(document ? document->encoding : process.Encoding(),
                               [fonts](const platform::Report& report) { Warn(report, fonts); });
-    for (auto const& report : process.Reports())
+    for (const auto& report : process.Reports())
         run.Tell(report);
-    platform::TextScope const scope(run);
+    const platform::TextScope scope(run);
     const auto effect = EffectFor(options, document);
     const auto text =
         MakeFrameText(options.text, effect->CopyParams(), document ? &*document : nullptr);
@@ -307,7 +307,7 @@ ExitCode RunRender(const RenderOptions& typed) {
     CheckTokens(*plan, text);
     if (options.strictFonts)
         CheckFamily(text);
-    host::FrameRenderer const renderer(*effect, text, run, apply, placement, fonts);
+    const host::FrameRenderer renderer(*effect, text, run, apply, placement, fonts);
     return RenderFrames(*plan, renderer, options);
 }
 

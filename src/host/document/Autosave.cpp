@@ -33,7 +33,7 @@ fs::path LockOf(fs::path copy) {
 // The system gives the lock back when the process ends, so it never outlives its program, as a
 // number of a process that is written down would.
 int OpenLocked(const fs::path& lock, int flags) {
-    int const descriptor = ::open(lock.c_str(), O_RDWR | O_CLOEXEC | flags, S_IRUSR | S_IWUSR);
+    const int descriptor = ::open(lock.c_str(), O_RDWR | O_CLOEXEC | flags, S_IRUSR | S_IWUSR);
     if (descriptor < 0)
         return -1;
     struct stat status {};
@@ -57,7 +57,7 @@ bool MakePrivateFolder(const fs::path& folder, std::string& why) {
 }
 
 fs::path EnvironmentPath(const char* name) {
-    auto const* value = std::getenv(name);
+    const auto* value = std::getenv(name);
     fs::path const path(value ? value : "");
     return path.is_absolute() ? path : fs::path();
 }
@@ -79,12 +79,12 @@ std::set<fs::path> CopiesIn(const fs::path& folder) {
 
 fs::path AutosaveFolder() {
     auto state = EnvironmentPath("XDG_STATE_HOME");
-    if (auto const home = EnvironmentPath("HOME"); state.empty() && !home.empty())
+    if (const auto home = EnvironmentPath("HOME"); state.empty() && !home.empty())
         state = home / ".local/state";
     return state.empty() ? state : state / "telop/autosave";
 }
 
-// ----------------------------------------------------------------------------------- AutosavePlace
+// AutosavePlace ----------------------------------------------------------------------------------
 
 AutosavePlace::AutosavePlace(fs::path copy, int lock) : m_copy(std::move(copy)), m_lock(lock) {}
 
@@ -101,9 +101,9 @@ std::unique_ptr<AutosavePlace> AutosavePlace::Make(const fs::path& folder, std::
     if (!MakePrivateFolder(folder, why))
         return nullptr;
     for (int i = 1;; ++i) {
-        auto const copy = folder / (std::to_string(::getpid()) + "-" + std::to_string(i) +
+        const auto copy = folder / (std::to_string(::getpid()) + "-" + std::to_string(i) +
                                     std::string(Document::kExtension));
-        if (int const lock = OpenLocked(LockOf(copy), O_CREAT | O_EXCL); lock >= 0)
+        if (const int lock = OpenLocked(LockOf(copy), O_CREAT | O_EXCL); lock >= 0)
             return std::unique_ptr<AutosavePlace>(new AutosavePlace(copy, lock));
         // Somebody looks at it, or a program of the same number left it.
         if (errno == EEXIST || errno == EWOULDBLOCK)
@@ -114,7 +114,7 @@ std::unique_ptr<AutosavePlace> AutosavePlace::Make(const fs::path& folder, std::
 }
 
 std::unique_ptr<AutosavePlace> AutosavePlace::TakeOver(const fs::path& copy) {
-    int const lock = OpenLocked(LockOf(copy), O_CREAT);
+    const int lock = OpenLocked(LockOf(copy), O_CREAT);
     if (lock < 0)
         return nullptr;
     // The lock first, then the look: its program may have removed both in between.
@@ -127,12 +127,12 @@ std::unique_ptr<AutosavePlace> AutosavePlace::TakeOver(const fs::path& copy) {
 
 fs::path AutosavePlace::Original() const {
     std::string why;
-    auto const bytes = ReadWholeFile(LockOf(m_copy), kMaxPath, why);
+    const auto bytes = ReadWholeFile(LockOf(m_copy), kMaxPath, why);
     return bytes ? fs::path(std::string(bytes->begin(), bytes->end())) : fs::path();
 }
 
 bool AutosavePlace::SetOriginal(const fs::path& original, std::string& why) {
-    auto const& path = original.native();
+    const auto& path = original.native();
     int error = ::ftruncate(m_lock, 0) == 0 && ::lseek(m_lock, 0, SEEK_SET) == 0 ? 0 : errno;
     if (error == 0)
         error =
@@ -149,7 +149,7 @@ void AutosavePlace::Remove() {
     fs::remove(LockOf(m_copy), ignored);
 }
 
-// ----------------------------------------------------------------------------------------- Autosave
+// Autosave ---------------------------------------------------------------------------------------
 
 Autosave::Autosave(fs::path folder) : m_folder(std::move(folder)) {}
 
@@ -162,7 +162,7 @@ bool Autosave::Keep(const Document& document, const fs::path& original, std::str
         m_place = AutosavePlace::Make(m_folder, why);
     if (!m_place)
         return false;
-    auto const path = original.empty() ? original : fs::absolute(original);
+    const auto path = original.empty() ? original : fs::absolute(original);
     return (m_place->Original() == path || m_place->SetOriginal(path, why)) &&
            document.Save(m_place->Copy(), why);
 }
@@ -173,11 +173,11 @@ void Autosave::Forget() {
     m_place = nullptr;
 }
 
-// ----------------------------------------------------------------------------------------- LeftCopy
+// LeftCopy ---------------------------------------------------------------------------------------
 
 std::vector<LeftCopy> LeftCopy::Find(const fs::path& folder) {
     std::vector<LeftCopy> found;
-    for (auto const& copy : CopiesIn(folder)) {
+    for (const auto& copy : CopiesIn(folder)) {
         // A lock without a copy is tidied up by that.
         auto place = AutosavePlace::TakeOver(copy);
         std::error_code ignored;

@@ -23,11 +23,11 @@ constexpr std::size_t kMaxFile = std::size_t { 16 } << 20;
 constexpr const char* kAllFrames = "all";
 constexpr const char* kNoFrames = "none";
 
-// ------------------------------------------------------------------------------------ the frames
+// The frames -------------------------------------------------------------------------------------
 
 bool IsUtf8(std::string_view text) {
     while (!text.empty()) {
-        auto const length = platform::Utf8SequenceLength(text);
+        const auto length = platform::Utf8SequenceLength(text);
         if (length == 0)
             return false;
         text.remove_prefix(length);
@@ -37,8 +37,8 @@ bool IsUtf8(std::string_view text) {
 
 // As it is stored, and found again when the folder has moved with all that lies in it.
 std::string Relative(const std::string& input, const fs::path& folder) {
-    auto const path = fs::absolute(input).lexically_normal();
-    auto const relative = path.lexically_relative(folder.lexically_normal());
+    const auto path = fs::absolute(input).lexically_normal();
+    const auto relative = path.lexically_relative(folder.lexically_normal());
     return relative.empty() || *relative.begin() == ".." ? path.string() : relative.string();
 }
 
@@ -46,7 +46,7 @@ std::string Relative(const std::string& input, const fs::path& folder) {
 Json InputToJson(const std::string& input, const fs::path& folder) {
     if (input.empty())
         return nullptr;
-    auto const stored = Relative(input, folder);
+    const auto stored = Relative(input, folder);
     if (IsUtf8(stored))
         return stored;
     return { { "base64", ToBase64(stored) } };
@@ -55,33 +55,33 @@ Json InputToJson(const std::string& input, const fs::path& folder) {
 std::string InputOf(const Json& json, const fs::path& folder) {
     if (json.is_null())
         return {};
-    auto const stored =
+    const auto stored =
         json.is_object() ? ObjectReader(json, { "base64" }).Get("base64", BytesOf) : TextOf(json);
     if (stored.empty() || stored.find('\0') != std::string::npos)
         throw Refused { "is no path; null stands for no frames" };
     return (folder / stored).lexically_normal().string();
 }
 
-// -------------------------------------------------------------------------------- the other parts
+// The other parts --------------------------------------------------------------------------------
 
 std::string RangesToText(const FrameRanges& ranges) {
-    auto const text = ranges.ToString();
+    const auto text = ranges.ToString();
     return text.empty() ? kNoFrames : text == FrameRanges::All().ToString() ? kAllFrames : text;
 }
 
 FrameRanges RangesOf(const Json& json) {
-    auto const& text = TextOf(json);
+    const auto& text = TextOf(json);
     if (text == kNoFrames)
         return {};
     std::string why;
-    auto const ranges = text == kAllFrames ? FrameRanges::All() : FrameRanges::Parse(text, why);
+    const auto ranges = text == kAllFrames ? FrameRanges::All() : FrameRanges::Parse(text, why);
     if (!ranges)
         throw Refused { why + "; or write all, or none" };
     return *ranges;
 }
 
 void ReadStrings(const Json& json, Document& document) {
-    ObjectReader const reader(json, { "present", "texts" });
+    const ObjectReader reader(json, { "present", "texts" });
     document.stringsPresent = reader.Get("present", BooleanOf);
     reader.Get("texts", [&](const Json& texts) {
         for (std::size_t i = 0; i < document.strings.size(); ++i)
@@ -90,7 +90,7 @@ void ReadStrings(const Json& json, Document& document) {
 }
 
 platform::TextEncoding EncodingOf(const Json& json) {
-    auto const encoding = platform::TextEncoding::Find(TextOf(json));
+    const auto encoding = platform::TextEncoding::Find(TextOf(json));
     if (!encoding)
         throw Refused { "'" + TextOf(json) + "' is no known encoding" };
     return *encoding;
@@ -98,13 +98,13 @@ platform::TextEncoding EncodingOf(const Json& json) {
 
 // Told before anything else is looked at, for there may be keys that only a newer program knows.
 void CheckFormat(const Json& json) {
-    auto const format = json.is_object() ? json.find("format") : json.end();
+    const auto format = json.is_object() ? json.find("format") : json.end();
     if (!json.is_object() || format == json.end() || *format != kFormat)
         throw Refused { "is no Telop document" };
-    auto const found = json.find("version");
+    const auto found = json.find("version");
     if (found == json.end())
         throw Refused { "is missing", "version" };
-    auto const version = Within("version", [&] { return IntegerOf(*found, 1, kFrameMax); });
+    const auto version = Within("version", [&] { return IntegerOf(*found, 1, kFrameMax); });
     if (version > Document::kVersion)
         throw Refused { "was written by a newer Telop: the document has version " +
                         std::to_string(version) + ", and this program reads up to " +
@@ -112,9 +112,9 @@ void CheckFormat(const Json& json) {
 }
 
 Document Read(std::string_view text, const fs::path& folder) {
-    auto const json = ParseStrict(text);
+    const auto json = ParseStrict(text);
     CheckFormat(json);
-    ObjectReader const reader(json, { "format", "version", "frames", "currentFrame", "textOn",
+    const ObjectReader reader(json, { "format", "version", "frames", "currentFrame", "textOn",
                                       "strings", "encoding", "settings", "dialogs" });
     Document document;
     document.input =
@@ -125,7 +125,7 @@ Document Read(std::string_view text, const fs::path& folder) {
     reader.Get("strings", [&](const Json& strings) { ReadStrings(strings, document); });
     document.encoding = reader.Get("encoding", EncodingOf);
     platform::TextContext context(document.encoding);
-    platform::TextScope const scope(context);
+    const platform::TextScope scope(context);
     document.settings = reader.Get("settings", SettingsRecordFromJson);
     document.dialogs = reader.Get("dialogs", DialogsRecordFromJson);
     return document;
@@ -144,10 +144,10 @@ std::optional<Document> Document::FromJson(std::string_view json, const fs::path
 }
 
 std::optional<Document> Document::Load(const fs::path& file, std::string& why) {
-    auto const bytes = ReadWholeFile(file, kMaxFile, why);
+    const auto bytes = ReadWholeFile(file, kMaxFile, why);
     if (!bytes)
         return std::nullopt;
-    std::string_view const text(reinterpret_cast<const char*>(bytes->data()), bytes->size());
+    const std::string_view text(reinterpret_cast<const char*>(bytes->data()), bytes->size());
     auto document = FromJson(text, fs::absolute(file).parent_path(), why);
     if (!document && bytes->size() == Effect::kArchiveSize && !text.starts_with('{'))
         why = "is no Telop document; it has the size of a settings archive";
@@ -167,7 +167,7 @@ std::string Document::ToJson(const fs::path& folder) const {
     json["strings"]["texts"] = strings;
     json["encoding"] = encoding.Name();
     platform::TextContext context(encoding);
-    platform::TextScope const scope(context);
+    const platform::TextScope scope(context);
     json["settings"] = SettingsRecordToJson(settings);
     json["dialogs"] = DialogsRecordToJson(dialogs);
     // Strings that are no text come from no file and no field; their bytes become U+FFFD.
@@ -175,8 +175,8 @@ std::string Document::ToJson(const fs::path& folder) const {
 }
 
 bool Document::Save(const fs::path& file, std::string& why) const {
-    auto const json = ToJson(fs::absolute(file).parent_path());
-    auto const bytes = std::span(reinterpret_cast<const std::uint8_t*>(json.data()), json.size());
+    const auto json = ToJson(fs::absolute(file).parent_path());
+    const auto bytes = std::span(reinterpret_cast<const std::uint8_t*>(json.data()), json.size());
     if (bytes.size() > kMaxFile) {
         why = file.string() + ": cannot be written: more than " + std::to_string(kMaxFile) +
               " bytes, which no program would read";
@@ -187,14 +187,14 @@ bool Document::Save(const fs::path& file, std::string& why) const {
 
 void Document::TakeFrom(Effect& effect) {
     settings = effect.CopyParams();
-    auto const block = effect.Settings();
+    const auto block = effect.Settings();
     if (block.size() == sizeof dialogs)
         std::memcpy(&dialogs, block.data(), sizeof dialogs);
     encoding = platform::TextContext::Current().Encoding();
 }
 
 bool Document::GiveTo(Effect& effect, std::string& why) const {
-    auto const block = effect.Settings();
+    const auto block = effect.Settings();
     if (block.size() != sizeof dialogs) {
         why = "the plug-in keeps " + std::to_string(block.size()) +
               " bytes of dialog settings, and a document has " + std::to_string(sizeof dialogs);

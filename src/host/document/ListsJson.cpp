@@ -20,7 +20,7 @@ std::string Printed(const Json& json) {
 
 Json ArrayOf(const std::vector<std::string>& entries) {
     Json array = Json::array();
-    for (auto const& entry : entries)
+    for (const auto& entry : entries)
         array.push_back(EscapeBytes(entry));
     return array;
 }
@@ -40,7 +40,7 @@ std::vector<std::string> EntriesOf(const Json& array) {
         throw Refused { "expected a list of texts, [\"PAN\", \"FOLLOW\"]" };
     std::vector<std::string> entries;
     try {
-        for (auto const& value : array)
+        for (const auto& value : array)
             entries.push_back(EntryOf(value));
     } catch (const Refused& refused) {
         throw Refused { "entry " + std::to_string(entries.size() + 1) + ": " + refused.reason };
@@ -54,7 +54,7 @@ const char* NameOf(ListOf which) {
 
 Json ListToJson(std::span<const char[64], 20> list) {
     std::vector<std::string> entries;
-    for (auto const& entry : list) {
+    for (const auto& entry : list) {
         if (entry[0] == '\0')
             break;
         entries.emplace_back(FieldBytes(entry));
@@ -71,16 +71,15 @@ Json PairToJson(const _POPUPSTRING& pair) {
 }
 
 void ReadList(const Json& array, Entries list) {
-    auto const entries = EntriesOf(array);
+    const auto entries = EntriesOf(array);
     if (entries.size() > list.size())
         throw Refused { std::to_string(entries.size()) + " entries, and the limit is " +
                         std::to_string(list.size()) };
     std::memset(list.data(), 0, list.size_bytes());
     std::string why;
-    for (std::size_t i = 0; i < entries.size(); ++i) {
+    for (std::size_t i = 0; i < entries.size(); ++i)
         if (!SetFieldBytes(list[i], "entry " + std::to_string(i + 1), entries[i], why))
             throw Refused { why };
-    }
 }
 
 } // namespace
@@ -92,11 +91,11 @@ std::string EntriesToJson(const std::vector<std::string>& entries) {
 std::optional<std::vector<std::string>> EntriesFromJson(std::string_view json, ListOf which,
                                                         std::string& why) {
     try {
-        auto const parsed = ParseStrict(json);
+        const auto parsed = ParseStrict(json);
         if (!parsed.is_object())
             return EntriesOf(parsed);
-        auto const pair = parsed.find(NameOf(which));
-        auto const name = std::string(NameOf(which)) + ".registered";
+        const auto pair = parsed.find(NameOf(which));
+        const auto name = std::string(NameOf(which)) + ".registered";
         if (pair == parsed.end() || !pair->is_object() || !pair->contains("registered"))
             throw Refused { "has no list " + name };
         return Within(name, [&] { return EntriesOf(pair->at("registered")); });
@@ -118,7 +117,7 @@ void ReadListPair(const Json& json, _POPUPSTRING& pair) {
         throw Refused {
             "expected { \"registered\": [...], \"history\": [...], \"locked\": false }"
         };
-    for (auto const& [key, value] : json.items()) {
+    for (const auto& [key, value] : json.items()) {
         Within(key, [&, &key = key, &value = value] {
             if (key == "registered")
                 ReadList(value, pair.szPreset);
@@ -139,11 +138,11 @@ std::string ListsToJson(const _TEXT_DIALOG_PARAM& lists) {
 bool ListsFromJson(std::string_view json, _TEXT_DIALOG_PARAM& lists, std::string& why) {
     auto changed = lists;
     try {
-        auto const parsed = ParseStrict(json);
+        const auto parsed = ParseStrict(json);
         if (!parsed.is_object())
             throw Refused { "expected { \"info\": {...}, \"character\": {...} }, as 'telop lists "
                             "load' makes it" };
-        for (auto const& [key, value] : parsed.items()) {
+        for (const auto& [key, value] : parsed.items()) {
             Within(key, [&, &key = key, &value = value] {
                 if (key != "info" && key != "character")
                     throw Refused { "no such pair of lists; the pairs are info and character" };

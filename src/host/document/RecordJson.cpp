@@ -11,7 +11,7 @@ namespace host {
 
 namespace {
 
-// ------------------------------------------------------------------------------------- the bytes
+// The bytes --------------------------------------------------------------------------------------
 
 template <class... Integers>
 void SwapEach(Integers&... values) {
@@ -35,13 +35,13 @@ _TEXT_DIALOG_PARAM Swapped(_TEXT_DIALOG_PARAM record) {
 
 template <class Record>
 std::string Archived(const Record& record) {
-    auto const swapped = Swapped(record);
+    const auto swapped = Swapped(record);
     return ToBase64({ reinterpret_cast<const char*>(&swapped), sizeof swapped });
 }
 
 template <class Record>
 Record RecordOf(const Json& json) {
-    auto const bytes = BytesOf(json);
+    const auto bytes = BytesOf(json);
     Record record {};
     if (bytes.size() != sizeof record)
         throw Refused { "expected " + std::to_string(sizeof record) + " bytes in base64" };
@@ -49,7 +49,7 @@ Record RecordOf(const Json& json) {
     return Swapped(record);
 }
 
-// -------------------------------------------------------------------------- the readable keys
+// The readable keys ------------------------------------------------------------------------------
 
 Json ToReadable(const _TEXTPARAM& settings) {
     return SettingsToValue(settings);
@@ -67,7 +67,7 @@ void ReadReadable(const Json& json, _TEXTPARAM& settings) {
 }
 
 void ReadReadable(const Json& json, _TEXT_DIALOG_PARAM& dialogs) {
-    for (auto const& [key, value] : json.items()) {
+    for (const auto& [key, value] : json.items()) {
         Within(key, [&, &key = key, &value = value] {
             if (key == "option") {
                 dialogs.bDialogOption = Int32Of(value);
@@ -81,14 +81,14 @@ void ReadReadable(const Json& json, _TEXT_DIALOG_PARAM& dialogs) {
     }
 }
 
-// --------------------------------------------------------------------------------------- both
+// Both -------------------------------------------------------------------------------------------
 
 // The keys of changed whose values differ from those of known, and are not called but; of objects, only
 // what differs in them.
 Json Differences(const Json& changed, const Json& known, std::string_view but = {}) {
     Json differences = Json::object();
-    for (auto const& [key, value] : changed.items()) {
-        auto const found = known.find(key);
+    for (const auto& [key, value] : changed.items()) {
+        const auto found = known.find(key);
         if (key == but)
             continue;
         if (found == known.end() || (value != *found && !value.is_object()))
@@ -118,7 +118,7 @@ Json ToJson(const Record& record, const char* bytes) {
 template <class Record>
 Record FromJson(const Json& json, const char* bytes) {
     Record record {};
-    if (auto const found = json.find(bytes); found != json.end())
+    if (const auto found = json.find(bytes); found != json.end())
         record = Within(bytes, [&] { return RecordOf<Record>(*found); });
     ReadReadable(Differences(json, ToReadable(record), bytes), record);
     return record;
@@ -146,11 +146,11 @@ std::string ToBase64(std::string_view bytes) {
 }
 
 std::string BytesOf(const Json& base64) {
-    auto const& text = TextOf(base64);
+    const auto& text = TextOf(base64);
     std::string bytes;
     std::uint32_t group = 0;
     int bits = 0;
-    for (char const letter : std::string_view(text).substr(0, text.find('='))) {
+    for (const char letter : std::string_view(text).substr(0, text.find('='))) {
         group = group << 6 | static_cast<std::uint32_t>(kLetters.find(letter) & 63);
         bits += 6;
         if (bits >= 8)
@@ -167,7 +167,7 @@ Json SettingsRecordToJson(const _TEXTPARAM& settings) {
 }
 
 _TEXTPARAM SettingsRecordFromJson(const Json& json) {
-    ObjectReader const reader(json,
+    const ObjectReader reader(json,
                               { "kind", "position", "font", "size", "color", "box", "boxColor",
                                 "opacity", "scoreFormat", "info", "character", "dialogue", "off",
                                 "monologue" },
@@ -180,10 +180,10 @@ Json DialogsRecordToJson(const _TEXT_DIALOG_PARAM& dialogs) {
 }
 
 _TEXT_DIALOG_PARAM DialogsRecordFromJson(const Json& json) {
-    ObjectReader const reader(json, { "info", "character", "option", "viewState" }, { kBlock });
-    for (auto const* pair : { "info", "character" })
+    const ObjectReader reader(json, { "info", "character", "option", "viewState" }, { kBlock });
+    for (const auto* pair : { "info", "character" })
         reader.Get(pair, [](const Json& lists) {
-            ObjectReader const every(lists, { "registered", "history", "locked" });
+            const ObjectReader every(lists, { "registered", "history", "locked" });
         });
     return FromJson<_TEXT_DIALOG_PARAM>(json, kBlock);
 }

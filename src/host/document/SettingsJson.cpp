@@ -30,14 +30,13 @@ constexpr std::array<std::pair<std::string_view, std::uint32_t>, 3> kSwitches { 
 constexpr std::uint32_t kNamedFlags = kTextKinds | TEXT_BOX | TEXT_OFFCHARACTER | TEXT_MONOLOGUE;
 constexpr std::int64_t kUint32Max = std::numeric_limits<std::uint32_t>::max();
 
-// ------------------------------------------------------------------------------------- to JSON
+// To JSON ----------------------------------------------------------------------------------------
 
 Json KindToJson(std::uint32_t flags) {
     Json names = Json::array();
-    for (auto const& [name, flag] : kKinds) {
+    for (const auto& [name, flag] : kKinds)
         if (flags & flag)
             names.push_back(name);
-    }
     return names.size() == 1 ? names.front() : names;
 }
 
@@ -49,7 +48,7 @@ std::string TextToJson(std::span<const char> field) {
     std::string text;
     auto bytes = FieldBytes(field);
     while (!bytes.empty()) {
-        auto const line = bytes.substr(0, bytes.find('\r'));
+        const auto line = bytes.substr(0, bytes.find('\r'));
         text += EscapeBytes(line);
         bytes.remove_prefix(line.size());
         if (!bytes.empty()) {
@@ -60,14 +59,13 @@ std::string TextToJson(std::span<const char> field) {
     return text;
 }
 
-// ----------------------------------------------------------------------------------- from JSON
+// From JSON --------------------------------------------------------------------------------------
 
 std::uint32_t KindFlag(const Json& value) {
-    auto const& name = TextOf(value);
-    for (auto const& [known, flag] : kKinds) {
+    const auto& name = TextOf(value);
+    for (const auto& [known, flag] : kKinds)
         if (name == known)
             return flag;
-    }
     throw Refused { "'" + name + "' is no kind; the kinds are score, info, character, dialogue" };
 }
 
@@ -75,7 +73,7 @@ std::uint32_t KindFlags(const Json& value) {
     if (!value.is_array())
         return KindFlag(value);
     std::uint32_t flags = 0;
-    for (auto const& name : value)
+    for (const auto& name : value)
         flags |= KindFlag(name);
     return flags;
 }
@@ -90,7 +88,7 @@ COLORREF Color(const Json& value) {
     if (value.is_number())
         return static_cast<COLORREF>(IntegerOf(value, 0, kUint32Max));
     std::string why;
-    auto const color = ParseColor(TextOf(value), why);
+    const auto color = ParseColor(TextOf(value), why);
     if (!color)
         throw Refused { why };
     return *color;
@@ -102,7 +100,7 @@ void SetFlags(_TEXTPARAM& param, std::uint32_t mask, std::uint32_t flags) {
 
 void SetText(std::span<char> field, std::string_view key, const Json& value) {
     std::string why;
-    auto const bytes = UnescapeBytes(WithCarriageReturns(TextOf(value)), why);
+    const auto bytes = UnescapeBytes(WithCarriageReturns(TextOf(value)), why);
     if (!bytes)
         throw Refused { why };
     if (!SetFieldBytes(field, key, *bytes, why))
@@ -110,7 +108,7 @@ void SetText(std::span<char> field, std::string_view key, const Json& value) {
 }
 
 bool SetSwitch(_TEXTPARAM& param, std::string_view key, const Json& value) {
-    for (auto const& [name, flag] : kSwitches) {
+    for (const auto& [name, flag] : kSwitches) {
         if (key == name) {
             SetFlags(param, flag, BooleanOf(value) ? flag : 0);
             return true;
@@ -120,14 +118,14 @@ bool SetSwitch(_TEXTPARAM& param, std::string_view key, const Json& value) {
 }
 
 bool SetStringField(_TEXTPARAM& param, std::string_view key, const Json& value) {
-    std::array<std::pair<std::string_view, std::span<char>>, 4> const fields { {
+    const std::array<std::pair<std::string_view, std::span<char>>, 4> fields { {
         { "font", param.szFontName },
         { "info", param.szInfoText },
         { "character", param.szCharacter },
         { "dialogue", param.szDialogue },
     } };
-    auto const found = std::find_if(fields.begin(), fields.end(),
-                                    [&](auto const& field) { return field.first == key; });
+    const auto found = std::find_if(fields.begin(), fields.end(),
+                                    [&](const auto& field) { return field.first == key; });
     if (found == fields.end())
         return false;
     SetText(found->second, key, value);
@@ -178,7 +176,7 @@ Json SettingsToValue(const _TEXTPARAM& param) {
     json["dialogue"] = TextToJson(param.szDialogue);
     json["off"] = (param.dwFlags & TEXT_OFFCHARACTER) != 0;
     json["monologue"] = (param.dwFlags & TEXT_MONOLOGUE) != 0;
-    if (auto const other = param.dwFlags & ~kNamedFlags)
+    if (const auto other = param.dwFlags & ~kNamedFlags)
         json["otherFlags"] = other;
     return json;
 }
@@ -186,7 +184,7 @@ Json SettingsToValue(const _TEXTPARAM& param) {
 void ReadSettings(const Json& json, _TEXTPARAM& param) {
     if (!json.is_object())
         throw Refused { "the settings are not one { ... } of keys and values" };
-    for (auto const& [key, value] : json.items())
+    for (const auto& [key, value] : json.items())
         Within(key, [&, &key = key, &value = value] { SetValue(param, key, value); });
 }
 

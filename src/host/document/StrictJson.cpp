@@ -20,8 +20,8 @@ constexpr std::size_t kMaxValues = 1'000'000;
 
 // What the parser says, without its own name and number in front.
 std::string ReasonOf(const Json::exception& error) {
-    std::string_view const what = error.what();
-    auto const start = what.find("] ");
+    const std::string_view what = error.what();
+    const auto start = what.find("] ");
     return "not readable as JSON: " +
            std::string(start == std::string_view::npos ? what : what.substr(start + 2));
 }
@@ -81,10 +81,9 @@ private:
 
     [[noreturn]] void Refuse(std::string reason, std::size_t depth) const {
         Refused refused { std::move(reason) };
-        for (auto const& open : std::span(m_open).first(depth)) {
+        for (const auto& open : std::span(m_open).first(depth))
             if (!open.current.empty())
                 refused.path += (refused.path.empty() ? "" : ".") + open.current;
-        }
         throw refused;
     }
 
@@ -105,22 +104,20 @@ ObjectReader::ObjectReader(const Json& json, std::initializer_list<std::string_v
     : m_json(json) {
     if (!json.is_object())
         throw Refused { "expected { ... }" };
-    auto const isKey = [&](const std::string& key) {
+    const auto isKey = [&](const std::string& key) {
         return std::find(keys.begin(), keys.end(), key) != keys.end() ||
                std::find(optional.begin(), optional.end(), key) != optional.end();
     };
-    for (auto const& [key, value] : json.items()) {
+    for (const auto& [key, value] : json.items())
         if (!isKey(key))
             throw Refused { "is unknown", key };
-    }
-    for (auto const key : keys) {
+    for (const auto key : keys)
         if (!Find(key))
             throw Refused { "is missing", std::string(key) };
-    }
 }
 
 const Json* ObjectReader::Find(std::string_view key) const {
-    auto const found = m_json.find(std::string(key));
+    const auto found = m_json.find(std::string(key));
     return found == m_json.end() ? nullptr : &*found;
 }
 
@@ -134,7 +131,7 @@ std::int64_t IntegerOf(const Json& value, std::int64_t least, std::int64_t most)
     if (!value.is_number_integer())
         throw Refused { "expected a whole number" };
     // Above what a signed number holds only an unsigned one is exact.
-    bool const tooLarge =
+    const bool tooLarge =
         value.is_number_unsigned() && value.get<std::uint64_t>() > static_cast<std::uint64_t>(most);
     if (tooLarge || value.get<std::int64_t>() < least || value.get<std::int64_t>() > most)
         throw Refused { value.dump() + " is outside " + std::to_string(least) + " to " +

@@ -24,7 +24,7 @@ std::unique_ptr<DocumentExport> DocumentExport::Make(const Document& document, c
         return nullptr;
     }
     made->m_met.emplace(document.encoding);
-    platform::TextScope const scope(*made->m_met);
+    const platform::TextScope scope(*made->m_met);
     std::string why;
     made->m_text = FrameText::Of(document, why);
     if (!made->m_text) {

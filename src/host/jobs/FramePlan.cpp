@@ -59,10 +59,9 @@ bool FramePlan::OpenInput(const PlanOptions& options, PlanProblem& problem) {
         problem = { Kind::kInput, why };
         return false;
     }
-    for (const auto& file : m_input->Frames()) {
+    for (const auto& file : m_input->Frames())
         if (m_wanted.Contains(file.number))
             m_files.push_back(file);
-    }
     if (m_files.empty()) {
         problem = { Kind::kNoFrames, Printable(options.input) + " has none of them, it has " +
                                          Span(m_input->Frames()) };
@@ -125,10 +124,9 @@ bool FramePlan::OpenNumberedFiles(const PlanOptions& options, PlanProblem& probl
         options.existing == Existing::kRefuse ? Sequence::Open(options.output, why) : std::nullopt;
     // How long the stream is shows only at its end: any frame that it could write counts.
     std::vector<std::filesystem::path> found;
-    for (const auto& file : there ? there->Frames() : std::vector<FrameFile>()) {
+    for (const auto& file : there ? there->Frames() : std::vector<FrameFile>())
         if (file.number >= options.start && m_wanted.Contains(file.number))
             found.push_back(file.path);
-    }
     m_sink = std::make_unique<FileSink>(
         [pattern = *pattern](const Ticket& ticket) {
             return std::filesystem::path(pattern.PathOf(ticket.values.frame));

@@ -25,8 +25,8 @@ RenderResult FrameRenderer::Render(Frame& frame, const TokenValues& values, Pixe
     touched = {};
     platform::TextContext met(m_run.Encoding(),
                               [this](const platform::Report& report) { m_run.Tell(report); });
-    platform::TextScope const scope(met);
-    bool const on = m_apply.Contains(values.frame);
+    const platform::TextScope scope(met);
+    const bool on = m_apply.Contains(values.frame);
     ResolvedText text;
     // A text that is not drawn may have any length.
     if (on && !m_text.Resolve(values, text, why))
@@ -39,9 +39,9 @@ RenderResult FrameRenderer::Render(Frame& frame, const TokenValues& values, Pixe
     for (std::size_t i = 0; i < info.strings.size(); ++i)
         info.strings[i] = FieldBytes(text.strings[i]);
 
-    bool const drawn = m_effect.RenderWith(text.params, *frame.image, info, why);
-    auto const reports = met.Reports();
-    auto const violation = std::find_if(reports.begin(), reports.end(), IsFontViolation);
+    const bool drawn = m_effect.RenderWith(text.params, *frame.image, info, why);
+    const auto reports = met.Reports();
+    const auto violation = std::find_if(reports.begin(), reports.end(), IsFontViolation);
     if (m_fonts == FontPolicy::kStrict && violation != reports.end()) {
         why = platform::Describe(*violation);
         return RenderResult::kFontViolated;

@@ -58,10 +58,9 @@ std::span<char> FrameText::FieldOf(ResolvedText& text, Field field) {
 }
 
 std::string FrameText::NameWithTokens() const {
-    for (const auto& part : m_parts) {
+    for (const auto& part : m_parts)
         if (part.field < Field::kString1)
             return part.name;
-    }
     return {};
 }
 

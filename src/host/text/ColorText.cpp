@@ -31,7 +31,7 @@ constexpr std::array<std::pair<std::string_view, COLORREF>, 20> kNames { {
 } };
 
 std::string_view Trimmed(std::string_view text) {
-    auto const first = text.find_first_not_of(" \t");
+    const auto first = text.find_first_not_of(" \t");
     if (first == std::string_view::npos)
         return {};
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
@@ -39,8 +39,8 @@ std::string_view Trimmed(std::string_view text) {
 
 std::optional<std::uint32_t> ParseNumber(std::string_view digits, int base) {
     std::uint32_t value = 0;
-    auto const end = digits.data() + digits.size();
-    auto const [stop, error] = std::from_chars(digits.data(), end, value, base);
+    const auto end = digits.data() + digits.size();
+    const auto [stop, error] = std::from_chars(digits.data(), end, value, base);
     if (error != std::errc() || stop != end)
         return std::nullopt;
     return value;
@@ -49,7 +49,7 @@ std::optional<std::uint32_t> ParseNumber(std::string_view digits, int base) {
 std::optional<COLORREF> ParseHex(std::string_view digits) {
     if (digits.size() != 3 && digits.size() != 6)
         return std::nullopt;
-    auto const value = ParseNumber(digits, 16);
+    const auto value = ParseNumber(digits, 16);
     if (!value)
         return std::nullopt;
     if (digits.size() == 6)
@@ -61,10 +61,10 @@ std::optional<COLORREF> ParseHex(std::string_view digits) {
 std::optional<COLORREF> ParseTriple(std::string_view text) {
     std::array<std::uint32_t, 3> channels {};
     for (std::size_t i = 0; i < channels.size(); ++i) {
-        auto const comma = text.find(',');
+        const auto comma = text.find(',');
         if ((comma == std::string_view::npos) != (i == 2))
             return std::nullopt;
-        auto const value = ParseNumber(Trimmed(text.substr(0, comma)), 10);
+        const auto value = ParseNumber(Trimmed(text.substr(0, comma)), 10);
         if (!value || *value > 255)
             return std::nullopt;
         channels[i] = *value;
@@ -77,8 +77,8 @@ std::optional<COLORREF> FindName(std::string_view text) {
     std::string name(text);
     std::transform(name.begin(), name.end(), name.begin(),
                    [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    auto const found = std::find_if(kNames.begin(), kNames.end(),
-                                    [&](auto const& entry) { return entry.first == name; });
+    const auto found = std::find_if(kNames.begin(), kNames.end(),
+                                    [&](const auto& entry) { return entry.first == name; });
     return found == kNames.end() ? std::nullopt : std::optional(found->second);
 }
 
@@ -86,7 +86,7 @@ std::string ColorHelp(std::string_view text) {
     std::string help = "'" + std::string(text) +
                        "' is no color; write #RRGGBB, #RGB, r,g,b with 0 "
                        "to 255 each, or one of";
-    for (auto const& [name, color] : kNames)
+    for (const auto& [name, color] : kNames)
         help += (name == kNames.front().first ? " " : ", ") + std::string(name);
     return help;
 }
@@ -94,8 +94,8 @@ std::string ColorHelp(std::string_view text) {
 } // namespace
 
 std::optional<COLORREF> ParseColor(std::string_view text, std::string& why) {
-    auto const trimmed = Trimmed(text);
-    auto const color = trimmed.starts_with('#')                      ? ParseHex(trimmed.substr(1))
+    const auto trimmed = Trimmed(text);
+    const auto color = trimmed.starts_with('#')                      ? ParseHex(trimmed.substr(1))
                        : trimmed.find(',') != std::string_view::npos ? ParseTriple(trimmed)
                                                                      : FindName(trimmed);
     if (!color)

@@ -17,7 +17,7 @@ bool IsControl(char c) {
 }
 
 void AppendEscaped(std::string& text, std::string_view bytes) {
-    for (char const byte : bytes) {
+    for (const char byte : bytes) {
         std::array<char, 5> escape {};
         std::snprintf(escape.data(), escape.size(), "\\x%02X", static_cast<unsigned char>(byte));
         text += escape.data();
@@ -27,7 +27,7 @@ void AppendEscaped(std::string& text, std::string_view bytes) {
 // One character of the application's encoding as UTF-8; empty when it would not come back.
 std::string Decoded(std::string_view character) {
     auto text = platform::DecodeText(character);
-    auto const back = platform::EncodeText(text);
+    const auto back = platform::EncodeText(text);
     return back.complete && back.bytes == character ? text : std::string();
 }
 
@@ -45,7 +45,7 @@ std::optional<char> EscapedByte(std::string_view text) {
     unsigned value = 0;
     if (text.size() < 4 || text[1] != 'x')
         return std::nullopt;
-    auto const [stop, error] = std::from_chars(text.data() + 2, text.data() + 4, value, 16);
+    const auto [stop, error] = std::from_chars(text.data() + 2, text.data() + 4, value, 16);
     if (error != std::errc() || stop != text.data() + 4)
         return std::nullopt;
     return static_cast<char>(value);
@@ -54,7 +54,7 @@ std::optional<char> EscapedByte(std::string_view text) {
 } // namespace
 
 std::string_view FieldBytes(std::span<const char> field) {
-    auto const end = std::find(field.begin(), field.end(), '\0');
+    const auto end = std::find(field.begin(), field.end(), '\0');
     return { field.data(), static_cast<std::size_t>(end - field.begin()) };
 }
 
@@ -70,7 +70,7 @@ bool SetFieldBytes(std::span<char> field, std::string_view name, std::string_vie
               std::to_string(field.size() - 1);
         return false;
     }
-    auto const rest = std::copy(bytes.begin(), bytes.end(), field.begin());
+    const auto rest = std::copy(bytes.begin(), bytes.end(), field.begin());
     std::fill(rest, field.end(), '\0');
     return true;
 }
@@ -80,7 +80,7 @@ bool SetField(std::span<char> field, std::string_view name, std::string_view utf
     // ASCII is the same in every encoding that can be set, and needs no converter.
     if (IsPrintableAscii(utf8))
         return SetFieldBytes(field, name, utf8, why);
-    auto const encoded = platform::EncodeText(utf8);
+    const auto encoded = platform::EncodeText(utf8);
     if (!encoded.complete) {
         why = std::string(name) + ": " + LackReason(utf8);
         return false;
@@ -91,9 +91,9 @@ bool SetField(std::span<char> field, std::string_view name, std::string_view utf
 std::string EscapeBytes(std::string_view bytes) {
     std::string text;
     while (!bytes.empty()) {
-        auto const character = bytes.substr(0, platform::CharacterLength(bytes));
+        const auto character = bytes.substr(0, platform::CharacterLength(bytes));
         bytes.remove_prefix(character.size());
-        if (auto const decoded = Decoded(character); decoded == "\\")
+        if (const auto decoded = Decoded(character); decoded == "\\")
             text += "\\\\";
         else if (decoded.empty() || IsControl(decoded.front()))
             AppendEscaped(text, character);
@@ -106,8 +106,8 @@ std::string EscapeBytes(std::string_view bytes) {
 std::optional<std::string> UnescapeBytes(std::string_view utf8, std::string& why) {
     std::string bytes;
     while (!utf8.empty()) {
-        auto const plain = utf8.substr(0, utf8.find('\\'));
-        auto const encoded = platform::EncodeText(plain);
+        const auto plain = utf8.substr(0, utf8.find('\\'));
+        const auto encoded = platform::EncodeText(plain);
         if (!encoded.complete) {
             why = LackReason(plain);
             return std::nullopt;
@@ -116,7 +116,7 @@ std::optional<std::string> UnescapeBytes(std::string_view utf8, std::string& why
         utf8.remove_prefix(plain.size());
         if (utf8.empty())
             break;
-        auto const byte = utf8.starts_with("\\\\") ? std::optional('\\') : EscapedByte(utf8);
+        const auto byte = utf8.starts_with("\\\\") ? std::optional('\\') : EscapedByte(utf8);
         if (!byte) {
             why = "'" + std::string(utf8.substr(0, 2)) +
                   "' is no escape; a backslash is written \\\\ and a byte \\xHH";

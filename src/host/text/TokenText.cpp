@@ -17,8 +17,8 @@ constexpr std::string_view kKnownTokens =
 
 template <typename Number>
 bool ReadAll(std::string_view digits, Number& value) {
-    auto const end = digits.data() + digits.size();
-    auto const [stop, error] = std::from_chars(digits.data(), end, value);
+    const auto end = digits.data() + digits.size();
+    const auto [stop, error] = std::from_chars(digits.data(), end, value);
     return error == std::errc() && stop == end;
 }
 
@@ -36,7 +36,7 @@ std::int64_t SaturatingAdd(std::int64_t a, std::int64_t b) {
 
 std::string Padded(std::int64_t number, int width, char fill) {
     std::string digits = std::to_string(number);
-    std::size_t const missing = std::max<std::size_t>(digits.size(), width) - digits.size();
+    const std::size_t missing = std::max<std::size_t>(digits.size(), width) - digits.size();
     // Zeros go behind the sign, spaces before it.
     digits.insert(fill == '0' && number < 0 ? 1 : 0, missing, fill);
     return digits;
@@ -55,17 +55,17 @@ std::optional<TokenText::Piece> TokenText::ParseToken(std::string_view token) {
     piece.kind = Kind::kFrame;
     token.remove_prefix(5);
 
-    auto const colon = token.find(':');
+    const auto colon = token.find(':');
     auto offset = token.substr(0, colon);
     if (!offset.empty()) {
-        bool const signedNumber =
+        const bool signedNumber =
             offset.size() > 1 && (offset[0] == '+' || offset[0] == '-') && IsDigit(offset[1]);
         offset.remove_prefix(signedNumber && offset[0] == '+' ? 1 : 0);
         if (!signedNumber || !ReadAll(offset, piece.offset))
             return std::nullopt;
     }
     if (colon != std::string_view::npos) {
-        auto const width = token.substr(colon + 1);
+        const auto width = token.substr(colon + 1);
         if (width.empty() || !IsDigit(width[0]) || !ReadAll(width, piece.width) ||
             piece.width < 1 || piece.width > kMaxWidth)
             return std::nullopt;
@@ -77,20 +77,20 @@ std::optional<TokenText::Piece> TokenText::ParseToken(std::string_view token) {
 std::optional<TokenText> TokenText::Parse(std::string_view utf8, std::string& why) {
     TokenText result;
     std::string literal;
-    auto const flush = [&] {
+    const auto flush = [&] {
         if (!literal.empty())
             result.m_pieces.push_back({ .text = std::exchange(literal, {}) });
     };
     for (std::size_t i = 0; i < utf8.size(); ++i) {
-        char const c = utf8[i];
-        bool const doubled = i + 1 < utf8.size() && utf8[i + 1] == c;
+        const char c = utf8[i];
+        const bool doubled = i + 1 < utf8.size() && utf8[i + 1] == c;
         if ((c != '{' && c != '}') || doubled) {
             i += c == '{' || c == '}' ? 1 : 0;
             literal += c;
             continue;
         }
-        auto const close = c == '{' ? utf8.find('}', i) : std::string_view::npos;
-        auto const token = utf8.substr(i, close == std::string_view::npos ? 1 : close - i + 1);
+        const auto close = c == '{' ? utf8.find('}', i) : std::string_view::npos;
+        const auto token = utf8.substr(i, close == std::string_view::npos ? 1 : close - i + 1);
         auto piece =
             token.size() > 1 ? ParseToken(token.substr(1, token.size() - 2)) : std::nullopt;
         if (!piece) {
@@ -109,18 +109,17 @@ std::optional<TokenText> TokenText::Parse(std::string_view utf8, std::string& wh
 
 std::string TokenText::Resolve(const TokenValues& values) const {
     std::string text;
-    for (auto const& piece : m_pieces) {
+    for (const auto& piece : m_pieces)
         if (piece.kind == Kind::kFrame)
             text += Padded(SaturatingAdd(values.frame, piece.offset), piece.width, piece.fill);
         else
             text += piece.kind == Kind::kFile ? values.file : piece.text;
-    }
     return text;
 }
 
 std::string TokenText::Shortest() const {
     std::string text;
-    for (auto const& piece : m_pieces)
+    for (const auto& piece : m_pieces)
         text += piece.kind == Kind::kFrame ? Padded(0, piece.width, piece.fill) : piece.text;
     return text;
 }

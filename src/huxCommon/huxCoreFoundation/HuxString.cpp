@@ -34,7 +34,7 @@ std::string EncodeUTF8(std::u32string_view characters) {
 
 // Takes the first character off the text; a byte that belongs to none is one that cannot be shown.
 char32_t TakeCharacter(std::string_view& utf8) {
-    std::size_t const length = Utf8SequenceLength(utf8);
+    const std::size_t length = Utf8SequenceLength(utf8);
     const char32_t character = length ? Utf8Value(utf8.substr(0, length)) : kReplacementCharacter;
     utf8.remove_prefix(length ? length : 1);
     return character;
@@ -75,7 +75,7 @@ HuxString HuxString::Adopt(CFStringRef counted) {
 }
 
 HuxString HuxString::Localized(CFBundleRef bundle, std::string_view key) {
-    std::string const value(key);
+    const std::string value(key);
     return Adopt(CFBundleCopyLocalizedString(bundle ? bundle : CFBundleGetMainBundle(), key,
                                              value.c_str(), nullptr));
 }
@@ -101,7 +101,7 @@ std::string HuxString::GetBytes() const {
 
 bool HuxString::GetPascalString(unsigned char* buffer) const {
     const EncodedText encoded = EncodeText(GetUTF8());
-    std::string_view const fits = CutToWholeCharacters(encoded.bytes, 255);
+    const std::string_view fits = CutToWholeCharacters(encoded.bytes, 255);
     buffer[0] = static_cast<unsigned char>(fits.size());
     std::ranges::copy(fits, buffer + 1);
     return encoded.complete && fits.size() == encoded.bytes.size();

@@ -36,7 +36,7 @@ bool HuxAttachedControls::CheckControlValues() const {
     for (const HuxControlImpl* const control : m_controls)
         controls.push_back(control->GetControlRef());
     // From here on only references are followed, which are found out when what they meant is gone.
-    for (ControlRef const control : controls) {
+    for (const ControlRef control : controls) {
         HuxControlImpl* const wrapper = HuxControlImpl::FromControl(control);
         if (wrapper && !wrapper->CheckControlValue())
             return false;

@@ -63,7 +63,7 @@ OSStatus HuxCarbonEvent::SetCommandParameter(const HuxCommandSource& from, std::
     command.commandID = commandID;
     OSStatus status =
         SetParameter(kEventParamDirectObject, kTypeHICommand, sizeof command, &command);
-    std::uint32_t const modifiers = GetCurrentEventKeyModifiers();
+    const std::uint32_t modifiers = GetCurrentEventKeyModifiers();
     if (status == kNoErr)
         status = SetParameter(kEventParamKeyModifiers, kTypeUInt32, sizeof modifiers, &modifiers);
     const auto value32 = static_cast<std::int32_t>(value);

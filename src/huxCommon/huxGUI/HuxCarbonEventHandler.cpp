@@ -16,7 +16,7 @@ HuxCarbonEventHandler::~HuxCarbonEventHandler() {
     HuxCarbonEventHandler::Remove();
 }
 
-// Installing ---------------------------------------------------------------------------------------
+// Installing -------------------------------------------------------------------------------------
 
 OSStatus HuxCarbonEventHandler::Install(EventTargetRef target) {
     return InstallSelf(target);
@@ -57,7 +57,7 @@ OSStatus HuxCarbonEventHandler::RemoveEventTypes(unsigned long count, const Even
     return RemoveEventTypesFromHandler(m_refHandler, static_cast<std::uint32_t>(count), types);
 }
 
-// Dispatch -----------------------------------------------------------------------------------------
+// Dispatch ---------------------------------------------------------------------------------------
 
 OSStatus HuxCarbonEventHandler::s_HuxCarbonEventHandler(EventHandlerCallRef call, EventRef event,
                                                         void* userData) {
@@ -130,7 +130,7 @@ OSStatus HuxCarbonEventHandler::CallNext() {
     return CallNextEventHandler(m_refHandlerCallCurrent, m_refEventCurrent);
 }
 
-// The objects in progress --------------------------------------------------------------------------
+// The objects in progress ------------------------------------------------------------------------
 
 HuxCarbonEventHandler* HuxCarbonEventHandler::GetCurrentObject() {
     return s_ObjectStack.empty() ? nullptr : s_ObjectStack.back();
@@ -148,7 +148,7 @@ void HuxCarbonEventHandler::InvalidObject(const HuxCarbonEventHandler* object) {
     std::ranges::replace(s_ObjectStack, object, nullptr);
 }
 
-// Errors -------------------------------------------------------------------------------------------
+// Errors -----------------------------------------------------------------------------------------
 
 void HuxCarbonEventHandler::HandleErrorHuxException(HuxException& error) {
     PostError(error.GetErrorCode());

@@ -27,7 +27,7 @@ HuxControlImpl::~HuxControlImpl() {
     HuxControlImpl::Detach();
 }
 
-// The control --------------------------------------------------------------------------------------
+// The control ------------------------------------------------------------------------------------
 
 OSStatus HuxControlImpl::Attach(ControlRef control) {
     if (m_hctrl)
@@ -46,7 +46,7 @@ OSStatus HuxControlImpl::Attach(ControlRef control) {
 
 void HuxControlImpl::Detach() {
     Remove();
-    ControlRef const control = std::exchange(m_hctrl, nullptr);
+    const ControlRef control = std::exchange(m_hctrl, nullptr);
     if (FromControl(control) == this)
         Control::Find(control)->SetProperty(kHuxPropertyCreator, kHuxPropertyObject, nullptr);
 }
@@ -58,7 +58,7 @@ HuxControlImpl* HuxControlImpl::FromControl(ControlRef control) {
                  : nullptr;
 }
 
-// State --------------------------------------------------------------------------------------------
+// State ------------------------------------------------------------------------------------------
 
 OSStatus HuxControlImpl::Activate() {
     return Do(&Control::SetActive, true);
@@ -124,7 +124,7 @@ OSStatus HuxControlImpl::SetSize(long width, long height) {
     return Do(&Control::Resize, Coordinate(width), Coordinate(height));
 }
 
-// Embedding ----------------------------------------------------------------------------------------
+// Embedding --------------------------------------------------------------------------------------
 
 OSStatus HuxControlImpl::Embed(ControlRef container) {
     Control* const into = Control::Find(container);
@@ -167,7 +167,7 @@ ControlRef HuxControlImpl::GetIndexedSub(long index) {
     return sub;
 }
 
-// Events -------------------------------------------------------------------------------------------
+// Events -----------------------------------------------------------------------------------------
 
 bool HuxControlImpl::CheckControlValue() {
     return true;

@@ -7,14 +7,14 @@
 
 using namespace platform;
 
-// The view's questions as events -------------------------------------------------------------------
+// The view's questions as events -----------------------------------------------------------------
 
 namespace {
 
 constexpr OSType kParamArguments = 0x48586172; // "HXar", the address of the arguments
 
 HuxDataBrowserItemData* RowOf(ControlRef browser, DataBrowserItemID item) {
-    auto const* wrapper = dynamic_cast<HuxDataBrowser*>(HuxControlImpl::FromControl(browser));
+    const auto* wrapper = dynamic_cast<HuxDataBrowser*>(HuxControlImpl::FromControl(browser));
     return wrapper ? wrapper->GetItem(item) : nullptr;
 }
 
@@ -54,7 +54,7 @@ void TellNotification(ControlRef browser, DataBrowserItemID item,
 template <class Arguments>
 bool Read(EventRef event, std::uint32_t kind, Arguments* arguments) {
     *arguments = {};
-    HuxCarbonEvent const held(event, true);
+    const HuxCarbonEvent held(event, true);
     const Arguments* sent = nullptr;
     if (!held.Is(kHuxEventClassDataBrowser, kind) ||
         held.GetParameter(kParamArguments, kTypeUInt32, sizeof sent, &sent) != kNoErr)
@@ -77,10 +77,10 @@ OSStatus HuxDataBrowser::InstallCallbacks(DataBrowserPropertyID property) {
     return Do(&DataBrowser::SetSource, property, { AskItemData, TellNotification });
 }
 
-// Rows ---------------------------------------------------------------------------------------------
+// Rows -------------------------------------------------------------------------------------------
 
 HuxDataBrowserItemData* HuxDataBrowser::AddItem(std::unique_ptr<HuxDataBrowserItemData> item) {
-    DataBrowserItemID const id = ++m_lastItem;
+    const DataBrowserItemID id = ++m_lastItem;
     item->m_item = id;
     // The view asks for the row's text at once.
     m_items.emplace(id, std::move(item));
@@ -92,7 +92,7 @@ HuxDataBrowserItemData* HuxDataBrowser::AddItem(std::unique_ptr<HuxDataBrowserIt
 void HuxDataBrowser::RemoveItem(HuxDataBrowserItemData* item) {
     if (!item || GetItem(item->GetItemID()) != item)
         return;
-    DataBrowserItemID const id = item->GetItemID();
+    const DataBrowserItemID id = item->GetItemID();
     Do(&DataBrowser::RemoveItems, { &id, 1 });
     m_items.erase(id);
 }
@@ -113,26 +113,26 @@ bool HuxDataBrowser::CheckControlValue() {
 }
 
 HuxDataBrowserItemData* HuxDataBrowser::GetItem(DataBrowserItemID item) const {
-    auto const found = m_items.find(item);
+    const auto found = m_items.find(item);
     return found == m_items.end() ? nullptr : found->second.get();
 }
 
 HuxDataBrowserItemData*
 HuxDataBrowser::FindItem(const std::function<bool(const HuxDataBrowserItemData&)>& test) const {
-    auto const found =
-        std::ranges::find_if(m_items, [&test](auto const& item) { return test(*item.second); });
+    const auto found =
+        std::ranges::find_if(m_items, [&test](const auto& item) { return test(*item.second); });
     return found == m_items.end() ? nullptr : found->second.get();
 }
 
-// Selection ----------------------------------------------------------------------------------------
+// Selection --------------------------------------------------------------------------------------
 
 HuxDataBrowserItemData* HuxDataBrowser::GetSelectItem() const {
-    auto const selection = Ask(&DataBrowser::SelectedItems);
+    const auto selection = Ask(&DataBrowser::SelectedItems);
     return selection.size() == 1 ? GetItem(selection.front()) : nullptr;
 }
 
 void HuxDataBrowser::SelectItem(const HuxDataBrowserItemData& item) {
-    DataBrowserItemID const id = item.GetItemID();
+    const DataBrowserItemID id = item.GetItemID();
     Do(&DataBrowser::SelectItems, { &id, 1 });
     Do(&DataBrowser::RevealItem, id);
 }

@@ -52,7 +52,7 @@ bool HuxDialog::OnInitDialog() {
     return true;
 }
 
-// Running modally ----------------------------------------------------------------------------------
+// Running modally --------------------------------------------------------------------------------
 
 long HuxDialog::DoModal(WindowRef parent) {
     if (m_run != Run::kNone || IsValid())
@@ -94,7 +94,7 @@ void HuxDialog::EndDialog(long code) {
         window->QuitModal();
 }
 
-// Running half-modally -----------------------------------------------------------------------------
+// Running half-modally ---------------------------------------------------------------------------
 
 OSStatus HuxDialog::BeginHalfModal(WindowRef parent) {
     if (m_run != Run::kNone || IsValid())
@@ -157,7 +157,7 @@ void HuxDialog::ReleaseParent() {
     m_refParentWindow = nullptr;
 }
 
-// Events -------------------------------------------------------------------------------------------
+// Events -----------------------------------------------------------------------------------------
 
 OSStatus HuxDialog::Install(EventTargetRef target) {
     const OSStatus status = HuxWindowImplT::Install(target);

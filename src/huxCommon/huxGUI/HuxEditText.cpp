@@ -30,7 +30,7 @@ HuxEditText::~HuxEditText() {
     HuxEditText::Detach();
 }
 
-// The control --------------------------------------------------------------------------------------
+// The control ------------------------------------------------------------------------------------
 
 OSStatus HuxEditText::Attach(ControlRef control) {
     if (const OSStatus status = HuxControlImpl::Attach(control); status != kNoErr || !control)
@@ -61,7 +61,7 @@ OSStatus HuxEditText::SetHooks(ControlKeyFilterProc filter,
     return kNoErr;
 }
 
-// What the field is for ----------------------------------------------------------------------------
+// What the field is for --------------------------------------------------------------------------
 
 void HuxEditText::SetType(bool isReal, double max, double min, double def, bool onReturnNotify,
                           const char* format) {
@@ -114,7 +114,7 @@ void HuxEditText::SetSuffix(CFBundleRef bundle, CFStringRef key) {
     m_refSuffix = HuxString::Localized(bundle, HuxString(key).GetUTF8());
 }
 
-// Text ---------------------------------------------------------------------------------------------
+// Text -------------------------------------------------------------------------------------------
 
 bool HuxEditText::GetText(HuxString& text, bool whole) const {
     if (!GetControlText(text))
@@ -197,7 +197,7 @@ void HuxEditText::SetSelection(long start, long end) {
     Do(&EditField::Select, { Position(start), Position(end) });
 }
 
-// Numbers ------------------------------------------------------------------------------------------
+// Numbers ----------------------------------------------------------------------------------------
 
 bool HuxEditText::GetNumberText(HuxString& text) const {
     return GetText(text) && !text.IsEmpty();
@@ -279,7 +279,7 @@ HuxString HuxEditText::RealText(double value, const HuxString& format) const {
         FormatDouble(chosen.IsEmpty() ? kDefaultFormat : chosen.GetUTF8(), value));
 }
 
-// Checks -------------------------------------------------------------------------------------------
+// Checks -----------------------------------------------------------------------------------------
 
 bool HuxEditText::CheckRange(long& value, bool report) {
     const long low = Truncated(m_dMin), high = Truncated(m_dMax);

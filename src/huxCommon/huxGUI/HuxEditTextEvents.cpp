@@ -78,7 +78,7 @@ void HuxEditText::RunGuarded(ControlRef control, Work work) {
     }
 }
 
-// Keys ---------------------------------------------------------------------------------------------
+// Keys -------------------------------------------------------------------------------------------
 
 ControlKeyFilterResult HuxEditText::s_KeyFilter(ControlRef control, std::int16_t* keyCode,
                                                 std::int16_t* charCode, std::uint16_t* modifiers) {
@@ -180,7 +180,7 @@ bool HuxEditText::CheckInputDouble() const {
            text.GetUTF8().find('.') == std::string_view::npos;
 }
 
-// Other changes ------------------------------------------------------------------------------------
+// Other changes ----------------------------------------------------------------------------------
 
 void HuxEditText::s_Validation(ControlRef control) {
     RunGuarded(control, [control](HuxEditText& field) { field.Validation(control); });
@@ -225,7 +225,7 @@ void HuxEditText::Validation(ControlRef) {
         SendCommand(kEditTextChanged, nullptr);
 }
 
-// The focus ----------------------------------------------------------------------------------------
+// The focus --------------------------------------------------------------------------------------
 
 bool HuxEditText::HasFocus() const {
     const Control* const control = Control::Find(m_hctrl);

@@ -25,7 +25,7 @@ std::int32_t Nearest(double value) {
 
 } // namespace
 
-// The control --------------------------------------------------------------------------------------
+// The control ------------------------------------------------------------------------------------
 
 OSStatus HuxLittleArrows::Attach(ControlRef control) {
     const OSStatus status = HuxControlImpl::Attach(control);
@@ -55,7 +55,7 @@ HuxEditText* HuxLittleArrows::GetEditControl() const {
     return m_pEdit && FromControl(m_refEdit) == m_pEdit ? m_pEdit : nullptr;
 }
 
-// Numbers ------------------------------------------------------------------------------------------
+// Numbers ----------------------------------------------------------------------------------------
 
 // The control's value has 31 bits and a sign. Where a field has unsigned numbers beyond that, the value
 // counts from the middle of theirs, so that the whole of 32 bits is within reach.
@@ -86,7 +86,7 @@ void HuxLittleArrows::SetNumber(double number) {
     SetValue(Nearest(number * m_dScale - m_dOrigin));
 }
 
-// Steps --------------------------------------------------------------------------------------------
+// Steps ------------------------------------------------------------------------------------------
 
 OSStatus HuxLittleArrows::InstallSelf(EventTargetRef target) {
     constexpr EventTypeSpec kHit { kEventClassControl, kEventControlHit };
@@ -115,7 +115,7 @@ bool HuxLittleArrows::IncrementValueAndCommand() {
     Step();
     HuxEditText* const edit = GetEditControl();
     const bool changed = edit && ShowInEditControl();
-    WindowRef const owner = edit ? edit->GetOwner() : nullptr;
+    const WindowRef owner = edit ? edit->GetOwner() : nullptr;
     if (changed && m_fSendChangedEditNotify && owner)
         HuxCarbonEvent::SendEventCommand(UIObject::TargetOf(owner), m_refEdit, edit->GetCommandID(),
                                          kEditTextChanged, nullptr);

@@ -7,7 +7,7 @@ Menu* HuxPopupButton::GetMenu() const {
     return Ask(&Control::PopupMenu);
 }
 
-// Items --------------------------------------------------------------------------------------------
+// Items ------------------------------------------------------------------------------------------
 
 MenuItemIndex HuxPopupButton::CountItems() const {
     const Menu* const menu = GetMenu();
@@ -40,7 +40,7 @@ HuxString HuxPopupButton::GetItemText(MenuItemIndex item) const {
     return found ? HuxString::FromUTF8(found->text) : HuxString();
 }
 
-// Reference values ---------------------------------------------------------------------------------
+// Reference values -------------------------------------------------------------------------------
 
 std::int32_t HuxPopupButton::GetItemRefCon(MenuItemIndex item) const {
     const MenuItem* const found = GetItem(item);
@@ -48,19 +48,17 @@ std::int32_t HuxPopupButton::GetItemRefCon(MenuItemIndex item) const {
 }
 
 MenuItemIndex HuxPopupButton::FindItem(std::int32_t refCon) const {
-    MenuItemIndex const count = CountItems();
-    for (MenuItemIndex item = 1; item <= count; ++item) {
+    const MenuItemIndex count = CountItems();
+    for (MenuItemIndex item = 1; item <= count; ++item)
         if (GetItemRefCon(item) == refCon)
             return item;
-    }
     return 0;
 }
 
 MenuItemIndex HuxPopupButton::FindLastItem(std::int32_t refCon) const {
-    for (MenuItemIndex item = CountItems(); item > 0; --item) {
+    for (MenuItemIndex item = CountItems(); item > 0; --item)
         if (GetItemRefCon(item) == refCon)
             return item;
-    }
     return 0;
 }
 
@@ -69,7 +67,7 @@ std::optional<std::int32_t> HuxPopupButton::GetSelectRefCon() const {
     return picked ? std::optional(picked->refCon) : std::nullopt;
 }
 
-// Check marks --------------------------------------------------------------------------------------
+// Check marks ------------------------------------------------------------------------------------
 
 void HuxPopupButton::CheckItem(MenuItemIndex item, bool checked) {
     if (Menu* const menu = GetMenu())
@@ -86,7 +84,7 @@ void HuxPopupButton::ClearCheckMarks() {
         menu->ClearChecks();
 }
 
-// Font families ------------------------------------------------------------------------------------
+// Font families ----------------------------------------------------------------------------------
 
 OSStatus HuxPopupButton::AppendFontMenu() {
     Menu* const menu = GetMenu();
@@ -101,7 +99,7 @@ bool HuxPopupButton::SetFontFamilyName(const unsigned char* name) {
     MenuItemIndex item = 0;
     const Menu* const menu = GetMenu();
     // An unknown name has the default family's number, which must not be picked for it.
-    HuxString const text(name);
+    const HuxString text(name);
     if (menu && ResolveFontFamily(text.GetUTF8()).match != FontMatch::kUnknown) {
         FontNumber family = 0;
         GetFNum(name, &family);

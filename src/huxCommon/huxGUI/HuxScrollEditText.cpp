@@ -13,10 +13,9 @@ OSStatus HuxScrollEditText::SetWrap(bool wrap) {
 
 OSStatus HuxScrollEditText::SetText(const HuxString& text) {
     std::string lines;
-    for (char const byte : text.GetUTF8()) {
+    for (const char byte : text.GetUTF8())
         if (byte != '\n' || !lines.ends_with('\r'))
             lines += byte;
-    }
     return SetControlText(HuxString::FromUTF8(lines));
 }
 

@@ -11,7 +11,7 @@ HuxWindowImplT<Base>::~HuxWindowImplT() {
     HuxCarbonEventHandler::Remove();
 }
 
-// Where the window comes from ----------------------------------------------------------------------
+// Where the window comes from --------------------------------------------------------------------
 
 template <class Base>
 const char* HuxWindowImplT<Base>::GetWindowName() {
@@ -41,7 +41,7 @@ void HuxWindowImplT<Base>::SetBundle(CFBundleRef bundle) {
     m_bundle = HuxCFObject<CFBundleRef>(bundle);
 }
 
-// The beginning ------------------------------------------------------------------------------------
+// The beginning ----------------------------------------------------------------------------------
 
 template <class Base>
 OSStatus HuxWindowImplT<Base>::CreateNibWindow(const char* windowName, const char* nibName,
@@ -97,7 +97,7 @@ OSStatus HuxWindowImplT<Base>::SendToSelf(std::uint32_t kind) {
     return SendEventToEventTarget(event.GetEventRef(), target);
 }
 
-// Events -------------------------------------------------------------------------------------------
+// Events -----------------------------------------------------------------------------------------
 
 template <class Base>
 OSStatus HuxWindowImplT<Base>::HandleEventCurrent(EventHandlerCallRef call, EventRef event) {
@@ -140,7 +140,7 @@ OSStatus HuxWindowImplT<Base>::HandleEventEnd(EventHandlerCallRef call, EventRef
     return status;
 }
 
-// Controls -----------------------------------------------------------------------------------------
+// Controls ---------------------------------------------------------------------------------------
 
 template <class Base>
 void HuxWindowImplT<Base>::_AttachControls() {}

@@ -103,11 +103,10 @@ void HuxResource::UnregisterIconRef() {
 platform::IconRef HuxResource::GetIconRefCache(platform::CFStringRef name) {
     platform::IconRef found = nullptr;
     // To the end: of several icons of one name the last one counts, which may have replaced a file.
-    for (const _IconCache& entry : s_vectorIconCache) {
+    for (const _IconCache& entry : s_vectorIconCache)
         if (name && platform::CFStringGetUTF8(entry.refResourceName.Get()) ==
                         platform::CFStringGetUTF8(name))
             found = entry.refIcon.get();
-    }
     if (found)
         platform::AcquireIconRef(found);
     return found;

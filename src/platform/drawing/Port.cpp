@@ -68,8 +68,7 @@ void FillInPort(const Rect& rect, Pixel color) {
 
 } // namespace
 
-// State
-// ---------------------------------------------------------------------------------------------
+// State ------------------------------------------------------------------------------------------
 
 void RGBForeColor(const RGBColor& color) {
     if (PortState* const state = CurrentState())
@@ -134,8 +133,7 @@ void MoveTo(std::int16_t x, std::int16_t y) {
     }
 }
 
-// Rectangles
-// ----------------------------------------------------------------------------------------
+// Rectangles -------------------------------------------------------------------------------------
 
 void EraseRect(const Rect& rect) {
     RGBColor back;
@@ -161,8 +159,7 @@ void FrameRect(const Rect& rect) {
     PaintRect({ rect.top, before(rect.right), rect.bottom, rect.right });
 }
 
-// Text
-// ----------------------------------------------------------------------------------------------
+// Text -------------------------------------------------------------------------------------------
 
 void GetFontInfo(FontInfo* info) {
     const PortState* const state = CurrentState();

@@ -30,8 +30,7 @@ void SetRect(Rect* rect, std::int16_t left, std::int16_t top, std::int16_t right
     *rect = { top, left, bottom, right };
 }
 
-// Pixel maps
-// ----------------------------------------------------------------------------------------
+// Pixel maps -------------------------------------------------------------------------------------
 
 void PixMap::Fill(const Rect& rect, Pixel color) {
     const text::PixelBox box { std::max<std::int32_t>(rect.left, 0),
@@ -77,8 +76,7 @@ std::uint8_t* PixMap::WritablePixels() {
     return own.get();
 }
 
-// Worlds
-// --------------------------------------------------------------------------------------------
+// Worlds -----------------------------------------------------------------------------------------
 
 OSStatus NewGWorld(GWorldPtr* world, std::int16_t depth, const Rect& bounds) {
     *world = nullptr;

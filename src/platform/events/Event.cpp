@@ -74,7 +74,7 @@ OSStatus GetEventParameter(EventRef event, OSType name, OSType desiredType, OSTy
         *actualType = parameter->type;
     if (actualSize)
         *actualSize = static_cast<std::uint32_t>(parameter->bytes.size());
-    std::size_t const copied = std::min<std::size_t>(bufferSize, parameter->bytes.size());
+    const std::size_t copied = std::min<std::size_t>(bufferSize, parameter->bytes.size());
     if (buffer && copied > 0)
         std::memcpy(buffer, parameter->bytes.data(), copied);
     return kNoErr;

@@ -20,7 +20,7 @@ struct EventQueue {
 public:
     // Whether the queue was empty before; nothing for an event that waits already.
     std::optional<bool> Push(EventRef event, EventPriority priority) {
-        std::lock_guard const lock(m_mutex);
+        const std::lock_guard lock(m_mutex);
         if (Has(event))
             return std::nullopt;
         const bool first = std::ranges::all_of(m_lanes, &Lane::empty);
@@ -29,7 +29,7 @@ public:
     }
 
     std::optional<HeldEvent> Pop() {
-        std::lock_guard const lock(m_mutex);
+        const std::lock_guard lock(m_mutex);
         for (auto lane = m_lanes.rbegin(); lane != m_lanes.rend(); ++lane) {
             if (!lane->empty()) {
                 std::optional<HeldEvent> event(std::move(lane->front()));
@@ -41,14 +41,14 @@ public:
     }
 
     void SetWakeUp(std::function<void()> wakeUp) {
-        std::lock_guard const lock(m_mutex);
+        const std::lock_guard lock(m_mutex);
         m_wakeUp = std::move(wakeUp);
     }
 
     void WakeUp() {
         std::function<void()> wakeUp;
         {
-            std::lock_guard const lock(m_mutex);
+            const std::lock_guard lock(m_mutex);
             wakeUp = m_wakeUp;
         }
         if (wakeUp)

@@ -62,10 +62,9 @@ Registry& TheRegistry() {
 }
 
 void AddTypes(Handler& handler, std::span<const EventTypeSpec> types) {
-    for (const EventTypeSpec& type : types) {
+    for (const EventTypeSpec& type : types)
         if (std::ranges::find(handler.types, type) == handler.types.end())
             handler.types.push_back(type);
-    }
 }
 
 } // namespace

@@ -131,10 +131,9 @@ hb_font_t* Face::KnownShaper(const Run& run) const {
 
 void Face::Shape(const Run& run, hb_buffer_t* buffer) const {
     if (hb_font_t* const font = KnownShaper(run)) {
-        for (int attempt = 0; attempt < 2; ++attempt) {
+        for (int attempt = 0; attempt < 2; ++attempt)
             if (ShapeWhole(font, run, buffer))
                 return;
-        }
         throw std::bad_alloc();
     }
     const std::lock_guard lock(m_mutex);

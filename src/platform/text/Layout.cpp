@@ -89,8 +89,7 @@ void ReadCharacters(std::u32string& text, std::string_view utf8) {
     }
 }
 
-// Faces
-// ---------------------------------------------------------------------------------------------
+// Faces ------------------------------------------------------------------------------------------
 
 class FaceChooser {
 public:
@@ -175,8 +174,7 @@ void ChooseFaces(Workspace& work, FaceChooser& chooser) {
     }
 }
 
-// Runs
-// ----------------------------------------------------------------------------------------------
+// Runs -------------------------------------------------------------------------------------------
 
 bool IsReal(hb_script_t script) {
     return script != HB_SCRIPT_COMMON && script != HB_SCRIPT_INHERITED;
@@ -258,8 +256,7 @@ void OrderRuns(std::vector<FaceRun>& runs) {
     }
 }
 
-// Shaping
-// -------------------------------------------------------------------------------------------
+// Shaping ----------------------------------------------------------------------------------------
 
 std::int32_t ToQuarter(std::int64_t pixels26_6) {
     // Far outside every world, and two of them still add up.

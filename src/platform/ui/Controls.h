@@ -198,7 +198,7 @@ OSStatus GetThemeTextColor(std::int16_t themeTextColor, RGBColor* color);
 inline constexpr std::int16_t kThemeTextColorDialogActive = 1;
 inline constexpr std::int16_t kThemeTextColorDialogInactive = 2;
 
-// Edit fields -----------------------------------------------------------------------------------
+// Edit fields ------------------------------------------------------------------------------------
 
 // Asked for each key that would type into or move within an edit field, before it does; keys with
 // Control, Alt or Meta (clipboard, undo) are not asked about. charCode is the character's code up to
@@ -240,7 +240,7 @@ protected:
     ~EditField() = default;
 };
 
-// Events: class 'cntl', with the control as direct object ("----", 'ctrl') ------------------------
+// Events: class 'cntl', with the control as direct object ("----", 'ctrl') -----------------------
 
 inline constexpr OSType kEventClassControl = 0x636E746C; // "cntl"
 inline constexpr OSType kTypeControlRef = 0x6374726C;    // "ctrl"

@@ -14,10 +14,9 @@ void Activate(QWidget& widget) {
         layout->invalidate();
         layout->activate();
     }
-    for (QObject* const child : widget.children()) {
+    for (QObject* const child : widget.children())
         if (child->isWidgetType())
             Activate(*static_cast<QWidget*>(child));
-    }
 }
 
 } // namespace

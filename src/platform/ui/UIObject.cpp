@@ -63,10 +63,9 @@ EventTargetRef UIObject::TargetOf(const void* reference) {
 
 std::vector<UIObject*> UIObject::All(ObjectKind kind) {
     std::vector<UIObject*> all;
-    for (const auto& [number, object] : TheRegistry().objects) {
+    for (const auto& [number, object] : TheRegistry().objects)
         if (object->m_kind == kind)
             all.push_back(object);
-    }
     std::ranges::sort(all, {}, &UIObject::m_number);
     return all;
 }

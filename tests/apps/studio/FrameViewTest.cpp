@@ -18,10 +18,9 @@ namespace {
 // A colour of its own in every pixel.
 QImage Pattern(int width, int height) {
     QImage picture(width, height, QImage::Format_RGB32);
-    for (int y = 0; y < height; ++y) {
+    for (int y = 0; y < height; ++y)
         for (int x = 0; x < width; ++x)
             picture.setPixelColor(x, y, QColor(x % 256, y % 256, (x * 7 + y * 13) % 256));
-    }
     return picture;
 }
 
@@ -40,21 +39,21 @@ protected:
 
 TEST_F(FrameViewTest, ShowsPixelsAsTheyAreAtFullSize) {
     // Sides that leave half a pixel over, and a frame that is larger than the view.
-    for (auto const& size : { QSize(121, 77), QSize(120, 80), QSize(701, 502) }) {
-        auto const picture = Pattern(size.width(), size.height());
+    for (const auto& size : { QSize(121, 77), QSize(120, 80), QSize(701, 502) }) {
+        const auto picture = Pattern(size.width(), size.height());
         m_view->SetPicture(picture, {});
         m_view->SetScale(1);
-        QPoint const at(qRound(200 - size.width() / 2.0), qRound(150 - size.height() / 2.0));
-        auto const place = QRect(at, size).intersected(m_view->rect());
+        const QPoint at(qRound(200 - size.width() / 2.0), qRound(150 - size.height() / 2.0));
+        const auto place = QRect(at, size).intersected(m_view->rect());
         EXPECT_EQ(Shown().copy(place), picture.copy(place.translated(-at))) << size.width();
     }
 }
 
 TEST_F(FrameViewTest, FitsTheWholeFrameWhateverItsShape) {
-    for (auto const& size : { QSize(2000, 100), QSize(100, 2000), QSize(16, 9) }) {
+    for (const auto& size : { QSize(2000, 100), QSize(100, 2000), QSize(16, 9) }) {
         m_view->SetPicture(Pattern(size.width(), size.height()), {});
         m_view->Fit();
-        auto const used = std::max(size.width() / 400.0, size.height() / 300.0) * m_view->Scale();
+        const auto used = std::max(size.width() / 400.0, size.height() / 300.0) * m_view->Scale();
         EXPECT_GT(used, 0.85) << size.width();
         EXPECT_LE(used, 1) << size.width();
     }
@@ -67,9 +66,9 @@ TEST_F(FrameViewTest, ZoomingKeepsWhatIsUnderThePointer) {
     m_view->SetPicture(picture, {});
     m_view->SetScale(1);
     // The white square's middle is 100 to the right of the frame's, and so of the view's.
-    QPoint const pointer(300, 150);
+    const QPoint pointer(300, 150);
     ASSERT_EQ(Shown().pixelColor(pointer), QColor(Qt::white));
-    for (int const turn : { 120, 120, 120, -120, -120, -120, -120 }) {
+    for (const int turn : { 120, 120, 120, -120, -120, -120, -120 }) {
         QWheelEvent event(pointer, m_view->mapToGlobal(pointer), {}, { 0, turn }, {}, {}, {},
                           false);
         QApplication::sendEvent(m_view.get(), &event);
@@ -83,7 +82,7 @@ TEST_F(FrameViewTest, TransparencyShowsTheCheckerboard) {
     picture.fill(Qt::transparent);
     m_view->SetPicture(picture, {});
     m_view->SetScale(1);
-    auto const shown = Shown();
+    const auto shown = Shown();
     EXPECT_NE(shown.pixelColor(104, 54), shown.pixelColor(112, 54));
     EXPECT_EQ(shown.pixelColor(104, 54), shown.pixelColor(112, 62));
 }

@@ -13,7 +13,7 @@ namespace studio {
 namespace {
 
 TEST(Shot, MakesAPatternOfANumberedName) {
-    std::map<std::string, std::optional<std::string>> const patterns {
+    const std::map<std::string, std::optional<std::string>> patterns {
         { "a/shot.0012.png", "a/shot.####.png" },
         { "shot9.png", "shot#.png" },
         { "c012_0003.png", "c012_####.png" },
@@ -22,7 +22,7 @@ TEST(Shot, MakesAPatternOfANumberedName) {
         { "100%_01.png", std::nullopt },
         { "#1.png", std::nullopt },
     };
-    for (auto const& [file, pattern] : patterns)
+    for (const auto& [file, pattern] : patterns)
         EXPECT_EQ(PatternOf(file), pattern) << file;
 }
 
@@ -31,7 +31,7 @@ TEST(Shot, TakesSeveralFilesAsOneInput) {
         std::vector<std::string> files;
         std::optional<std::string> input;
     };
-    for (auto const& row : {
+    for (const auto& row : {
              Row { { "a/x.0001.png" }, "a/x.0001.png" },
              Row { { "a/x.0001.png", "a/x.0007.png" }, "a/x.####.png" },
              Row { { "title.png", "end.png" }, "." },
@@ -45,8 +45,8 @@ TEST(Shot, TakesSeveralFilesAsOneInput) {
 
 TEST(Shot, ANumberBesideItsFramesMeansTheNearestEnd) {
     TheApplication(); // the card is drawn with its fonts
-    auto const card = Shot::TestCard();
-    for (auto const& [number, index] :
+    const auto card = Shot::TestCard();
+    for (const auto& [number, index] :
          { std::pair(100, 99U), { 5000, 99U }, { -3, 0U }, { 7, 6U } })
         EXPECT_EQ(card->IndexOf(number), index) << number;
 }

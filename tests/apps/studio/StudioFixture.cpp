@@ -33,10 +33,9 @@ bool WaitUntil(const std::function<bool()>& condition) {
 }
 
 QAbstractButton* ButtonOf(const QWidget& widget, const QString& text) {
-    for (auto* const button : widget.findChildren<QAbstractButton*>()) {
+    for (auto* const button : widget.findChildren<QAbstractButton*>())
         if (button->isVisible() && button->text().remove(QLatin1Char('&')) == text)
             return button;
-    }
     return nullptr;
 }
 
@@ -92,7 +91,7 @@ std::string StudioTest::WriteShot(const std::string& folder, int frames) const {
     for (int i = 1; i <= frames; ++i) {
         QImage picture(320, 180, QImage::Format_RGB32);
         picture.fill(QColor::fromRgba64(static_cast<ushort>(5003 * i), 23019, 41001));
-        auto const name = "shot.000" + std::to_string(i) + ".png";
+        const auto name = "shot.000" + std::to_string(i) + ".png";
         EXPECT_TRUE(picture.save(QString::fromStdString((Path(folder) / name).string())));
     }
     return (Path(folder) / "shot.####.png").string();

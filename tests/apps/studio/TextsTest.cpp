@@ -20,10 +20,10 @@ namespace studio {
 namespace {
 
 TEST(Texts, AreInTheFirstOfTheUsersLanguagesThatThereIs) {
-    for (auto const& [languages, text] :
+    for (const auto& [languages, text] :
          { std::pair("fr:ja_JP.UTF-8:en", "無題"), { "fr:../ja", "Untitled" } }) {
-        ScopedEnvironment const list("LANGUAGE", languages);
-        ScopedEnvironment const locale("LC_ALL", "C");
+        const ScopedEnvironment list("LANGUAGE", languages);
+        const ScopedEnvironment locale("LC_ALL", "C");
         ChooseLanguage();
         EXPECT_EQ(T("Untitled").toStdString(), text) << languages;
     }
@@ -34,15 +34,14 @@ TEST(Texts, AreInTheFirstOfTheUsersLanguagesThatThereIs) {
 using MnemonicsTest = StudioTest;
 
 std::map<QString, QString> TextsByKey(const QWidget& window, QStringList texts) {
-    for (auto const* const label : window.findChildren<QLabel*>()) {
+    for (const auto* const label : window.findChildren<QLabel*>())
         if (label->buddy())
             texts += label->text();
-    }
-    for (auto const* const button : window.findChildren<QAbstractButton*>())
+    for (const auto* const button : window.findChildren<QAbstractButton*>())
         texts += button->text();
     std::map<QString, QString> byKey;
-    for (auto const& text : texts) {
-        auto const key = QKeySequence::mnemonic(text).toString();
+    for (const auto& text : texts) {
+        const auto key = QKeySequence::mnemonic(text).toString();
         EXPECT_TRUE(key.isEmpty() || byKey.try_emplace(key, text).second)
             << key.toStdString() << ": " << byKey[key].toStdString() << ", " << text.toStdString();
     }
@@ -54,7 +53,7 @@ TEST_F(MnemonicsTest, AreClaimedOnce) {
     ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 2)));
     ASSERT_TRUE(Settle());
     QStringList menus;
-    for (auto const* const menu : Window().menuBar()->actions())
+    for (const auto* const menu : Window().menuBar()->actions())
         menus += menu->text();
     EXPECT_TRUE(TextsByKey(Window(), menus).contains("Alt+D")) << "the plug-in's button";
     EXPECT_GE(TextsByKey(ExportDialog(*Project().TheShot(), {}, nullptr), {}).size(), 5U);
@@ -65,10 +64,10 @@ TEST(Icons, AreThereInThePalettesColors) {
     QPalette palette;
     palette.setColor(QPalette::ButtonText, Qt::magenta);
     QApplication::setPalette(palette);
-    for (auto const* const name :
+    for (const auto* const name :
          { "frames", "save", "undo", "redo", "export", "first", "previous", "play", "pause", "next",
            "last", "fit", "actual", "information", "warning", "error", "close" }) {
-        auto const picture = MakeIcon(name).pixmap(QSize(20, 20), 2).toImage();
+        const auto picture = MakeIcon(name).pixmap(QSize(20, 20), 2).toImage();
         int inked = 0;
         for (int i = 0; i < 40 * 40; ++i)
             inked += picture.pixelColor(i % 40, i / 40) == QColor(Qt::magenta);

@@ -22,14 +22,14 @@ TEST(OnSpans, ComeFromRangesOverTheFramesThatThereAre) {
         OnSpans spans;
         std::string back;
     };
-    for (auto const& row : {
+    for (const auto& row : {
              Row { "1-", { 1001, 1002 }, { { 0, 1 } }, host::FrameRanges::All().ToString() },
              Row { "1-9:2", { 1, 2, 3, 4 }, { { 0, 0 }, { 2, 2 } }, "1,3" },
              Row { "10-50", { 10, 20, 40, 60 }, { { 0, 2 } }, "10-40" },
              Row { "7", { 1, 2 }, {}, "" },
          }) {
         std::string why;
-        auto const spans = SpansOf(*host::FrameRanges::Parse(row.ranges, why), row.numbers);
+        const auto spans = SpansOf(*host::FrameRanges::Parse(row.ranges, why), row.numbers);
         EXPECT_EQ(spans, row.spans) << row.ranges;
         EXPECT_EQ(RangesOf(spans, row.numbers).ToString(), row.back) << row.ranges;
     }
@@ -46,7 +46,7 @@ TEST(OnSpans, TurnOnAndOffLikeOneFlagForEachFrame) {
         OnSpan change { random() % kCount, random() % kCount };
         if (change.first > change.last)
             std::swap(change.first, change.last);
-        bool const on = random() % 2;
+        const bool on = random() % 2;
         std::fill(flags.begin() + static_cast<std::ptrdiff_t>(change.first),
                   flags.begin() + static_cast<std::ptrdiff_t>(change.last) + 1, on);
         spans = on ? TurnOn(spans, change) : TurnOff(spans, change);
@@ -79,7 +79,7 @@ protected:
     }
     void Drag(const std::vector<QPoint>& points) {
         QTest::mousePress(m_line.get(), Qt::LeftButton, {}, points.front());
-        for (auto const& point : points)
+        for (const auto& point : points)
             QTest::mouseMove(m_line.get(), point);
         QTest::mouseRelease(m_line.get(), Qt::LeftButton, {}, points.back());
     }
@@ -96,7 +96,7 @@ TEST_F(TimelineTest, DraggingEdgesMiddlesAndEmptyPlacesChangesTheRanges) {
         std::size_t to;
         OnSpans spans;
     };
-    for (auto const& row : {
+    for (const auto& row : {
              Row { "start", Edge(4, 2), 2, { { 2, 9 } } },
              Row { "end", Edge(10, -2), 12, { { 4, 12 } } },
              Row { "past the other end", Edge(4, 2), 15, { { 9, 9 } } },
@@ -120,7 +120,7 @@ TEST_F(TimelineTest, AClickOrAnEscapedDragChangesNothingAndDeleteTurnsTheClicked
     QTest::keyClick(m_line.get(), Qt::Key_Escape);
     QTest::mouseRelease(m_line.get(), Qt::LeftButton, {}, Bar(10));
     EXPECT_EQ(m_line->Spans(), (OnSpans { { 4, 9 } }));
-    for (std::size_t const frame : { 15, 6 }) {
+    for (const std::size_t frame : { 15, 6 }) {
         QTest::mouseClick(m_line.get(), Qt::LeftButton, {}, Bar(frame));
         EXPECT_TRUE(m_changes.empty());
         QTest::keyClick(m_line.get(), Qt::Key_Delete);

@@ -33,7 +33,7 @@ protected:
     void Drop(const std::vector<std::string>& files) {
         QMimeData data;
         QList<QUrl> urls;
-        for (auto const& file : files)
+        for (const auto& file : files)
             urls += QUrl::fromLocalFile(QString::fromStdString(file));
         data.setUrls(urls);
         QDragEnterEvent enter({ 5, 5 }, Qt::CopyAction, &data, Qt::LeftButton, {});
@@ -47,8 +47,8 @@ TEST_F(WindowDocumentsTest, ComesBackWholeInANewWindow) {
     ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 5)));
     Work();
     ASSERT_TRUE(Settle());
-    auto const picture = Window().View().Picture();
-    auto const document = Project().ToDocument();
+    const auto picture = Window().View().Picture();
+    const auto document = Project().ToDocument();
     EXPECT_TRUE(Window().isWindowModified());
     ASSERT_TRUE(Document().SaveTo(Path("work.telop").string())) << Message();
     EXPECT_FALSE(Window().isWindowModified());
@@ -66,10 +66,10 @@ TEST_F(WindowDocumentsTest, ComesBackWholeInANewWindow) {
 
 TEST_F(WindowDocumentsTest, RefusesWhatItCannotReadOrWriteAndKeepsTheWork) {
     Work();
-    auto const before = Project().ToDocument();
+    const auto before = Project().ToDocument();
     m_home.Write("empty.telop", "");
     m_home.Write("newer.telop", "{ \"format\": \"telop-document\", \"version\": 99 }");
-    for (auto const* const name : { "empty.telop", "newer.telop", "missing.telop" }) {
+    for (const auto* const name : { "empty.telop", "newer.telop", "missing.telop" }) {
         EXPECT_FALSE(Document().Open(Path(name).string()));
         EXPECT_THAT(Message(), testing::HasSubstr(name));
     }
@@ -86,7 +86,7 @@ TEST_F(WindowDocumentsTest, RefusesWhatItCannotReadOrWriteAndKeepsTheWork) {
 TEST_F(WindowDocumentsTest, KeepsTheNameOfFramesThatAreGone) {
     ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 2)));
     ASSERT_TRUE(Document().SaveTo(Path("work.telop").string()));
-    auto const input = Project().ToDocument().input;
+    const auto input = Project().ToDocument().input;
     std::filesystem::remove_all(Path("shot"));
     NewWindow();
     ASSERT_TRUE(Document().Open(Path("work.telop").string()));
@@ -101,9 +101,9 @@ TEST_F(WindowDocumentsTest, AsksBeforeChangesAreLost) {
         const char* button;
         bool closes;
     };
-    for (auto const& row : { Row { "Cancel", false }, Row { "Don't Save", true } }) {
+    for (const auto& row : { Row { "Cancel", false }, Row { "Don't Save", true } }) {
         auto& window = NewWindow();
-        auto const makeNew = [&] { window.Action("new")->trigger(); };
+        const auto makeNew = [&] { window.Action("new")->trigger(); };
         EXPECT_FALSE(Answering(row.button, makeNew));
         Project().ChangeSpans({ { 1, 2 } });
         EXPECT_TRUE(Answering(row.button, makeNew));
@@ -118,14 +118,14 @@ TEST_F(WindowDocumentsTest, EachHasTheEncodingOfItsTexts) {
     ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 2)));
     auto document = Project().ToDocument();
     document.settings.dwFlags = TEXT_INFO;
-    for (auto const& [name, bytes] : { std::pair("UTF-8", "道"), { "CP932", "\x93\xB9" } }) {
+    for (const auto& [name, bytes] : { std::pair("UTF-8", "道"), { "CP932", "\x93\xB9" } }) {
         document.encoding = *platform::TextEncoding::Find(name);
         std::strcpy(document.settings.szInfoText, bytes);
         std::string why;
         ASSERT_TRUE(document.Save(Path(name), why)) << why;
     }
     std::vector<QImage> pictures;
-    for (auto const* const name : { "UTF-8", "CP932", "UTF-8" }) {
+    for (const auto* const name : { "UTF-8", "CP932", "UTF-8" }) {
         ASSERT_TRUE(Document().Open(Path(name).string())) << Message();
         ASSERT_TRUE(Settle());
         EXPECT_EQ(Message(), "");
@@ -143,7 +143,7 @@ TEST_F(WindowDocumentsTest, RestoresWhatACrashLeft) {
     ASSERT_TRUE(Document().SaveTo(Path("work.telop").string()));
     Work();
     Document().KeepCopy();
-    auto const document = Project().ToDocument();
+    const auto document = Project().ToDocument();
     // What a crash leaves: the copy and what lies beside it, with no one who holds its lock.
     std::filesystem::copy(AutosaveFolder(), Path("left"), std::filesystem::copy_options::recursive);
 
@@ -159,7 +159,7 @@ TEST_F(WindowDocumentsTest, RestoresWhatACrashLeft) {
 
 TEST_F(WindowDocumentsTest, ADroppedPictureBringsItsSequence) {
     WriteShot("shot", 4);
-    auto const picture = Path("shot/shot.0003.png").string();
+    const auto picture = Path("shot/shot.0003.png").string();
     Drop({ picture });
     EXPECT_EQ(Project().TheShot()->Count(), 4U);
     Click(ButtonOf(Window().Messages(), "Only This Picture"));
@@ -172,7 +172,7 @@ TEST_F(WindowDocumentsTest, ADroppedPictureBringsItsSequence) {
 
 TEST_F(WindowDocumentsTest, RemembersWhatWasOpenedLast) {
     QStringList files;
-    for (auto const* const name : { "a.telop", "b.telop", "a.telop" }) {
+    for (const auto* const name : { "a.telop", "b.telop", "a.telop" }) {
         files.prepend(QString::fromStdString(Path(name).string()));
         ASSERT_TRUE(Document().SaveTo(files.front().toStdString()));
     }

@@ -28,7 +28,7 @@ protected:
         return options;
     }
     std::string Frame(const std::string& folder, int number) const {
-        auto const name = "shot.000" + std::to_string(number) + ".png";
+        const auto name = "shot.000" + std::to_string(number) + ".png";
         std::ifstream stream(Path(folder) / name, std::ios::binary);
         return { std::istreambuf_iterator<char>(stream), {} };
     }
@@ -80,7 +80,7 @@ TEST_F(WindowExportTest, RefusesKeepsReplacesAndIsCancelled) {
     std::filesystem::remove(Path("out/shot.0002.png"));
     options.existing = host::Existing::kSkip;
     EXPECT_THAT(Export(options), testing::HasSubstr("1 frame written, 8 there already"));
-    auto const whole = Frame("out", 1);
+    const auto whole = Frame("out", 1);
     std::filesystem::copy_file(Path("shot/shot.0002.png"), Path("out/shot.0001.png"),
                                std::filesystem::copy_options::overwrite_existing);
     options.existing = host::Existing::kOverwrite;

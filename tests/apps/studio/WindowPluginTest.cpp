@@ -35,13 +35,13 @@ protected:
 };
 
 TEST_F(WindowPluginTest, EachReportedChangeIsOneStepWithANameOfItsOwn) {
-    auto const before = Project().Committed().params;
+    const auto before = Project().Committed().params;
     struct Row {
         const char* name;
         std::function<void(_TEXTPARAM&)> edit;
         int steps = 1;
     };
-    for (auto const& row : {
+    for (const auto& row : {
              Row { "Move Text", [](auto& params) { params.ptPos.x += 10; } },
              Row { "Change Look of Text", [](auto& params) { params.dwFlags ^= TEXT_BOX; } },
              Row { "Change Text", [](auto& params) { params.dwFlags ^= TEXT_SCORE | TEXT_INFO; } },
@@ -53,14 +53,14 @@ TEST_F(WindowPluginTest, EachReportedChangeIsOneStepWithANameOfItsOwn) {
                    } },
              Row { "Change Text Settings", [](auto&) {}, 0 },
          }) {
-        auto const steps = Project().Undo().count();
+        const auto steps = Project().Undo().count();
         Edit(row.edit);
         EXPECT_EQ(Project().Undo().count(), steps + row.steps) << row.name;
         EXPECT_EQ(UndoText().toStdString(), row.name);
     }
     while (Project().Undo().canUndo())
         QTest::keySequence(&Window(), QKeySequence::Undo);
-    auto const live = Project().LiveParams();
+    const auto live = Project().LiveParams();
     EXPECT_EQ(std::memcmp(&live, &before, sizeof before), 0);
 }
 
@@ -68,7 +68,7 @@ TEST_F(WindowPluginTest, ThePanelTellsTheTextOfTheFrameThatIsShown) {
     auto& plugin = Window().Plugin();
     auto* const summary = plugin.findChild<QPlainTextEdit*>();
     ASSERT_TRUE(summary) << plugin.Message().toStdString();
-    auto const shows = [&](const char* text) {
+    const auto shows = [&](const char* text) {
         EXPECT_TRUE(Settle());
         EXPECT_EQ(summary->toPlainText(), text);
     };
@@ -91,8 +91,8 @@ TEST_F(WindowPluginTest, TheTextDialogMakesAStepWithOKAndNoneWithCancel) {
         const char* button;
         std::int32_t size;
     };
-    for (auto const& row : { Row { "Cancel", 36 }, Row { "OK", 72 } }) {
-        auto const plain = Picture();
+    for (const auto& row : { Row { "Cancel", 36 }, Row { "OK", 72 } }) {
+        const auto plain = Picture();
         bool shown = false;
         QTimer::singleShot(0, &Window(), [&] {
             ASSERT_TRUE(WaitUntil([] { return QApplication::activeModalWidget(); }));
@@ -133,7 +133,7 @@ TEST_F(WindowPluginTest, ErrorEventsSayWhatWasBeingHandled) {
         // A parameter of another size is not read past its end.
         std::uint32_t size = sizeof(PluginError);
     };
-    for (auto const& row : {
+    for (const auto& row : {
              Row { { {}, -50, 0x636D6473, 1 }, "handled a command ('cmds', kind 1; code -50)" },
              Row { { {}, -1, 0x6D6F7573, 10 }, "handled the mouse wheel ('mous', kind 10" },
              Row { { {}, -1, 0x6D6F7573, 1 }, "handled the mouse ('mous'" },
@@ -154,7 +154,7 @@ TEST_F(WindowPluginTest, ErrorEventsSayWhatWasBeingHandled) {
 }
 
 TEST_F(WindowPluginTest, TypingAStringIsOneStepAndChangesTheFrame) {
-    auto const plain = Picture();
+    const auto plain = Picture();
     auto* const field = Window().Strings().findChildren<QLineEdit*>()[2];
     QTest::keyClicks(field, "12");
     ASSERT_TRUE(Settle());
@@ -181,8 +181,8 @@ TEST_F(WindowPluginTest, BelowAStringStandsWhatTheFrameMakesOfItOrWhatIsWrong) {
         std::string bytes;
         const char* encoding = "UTF-8";
     };
-    QString const most(63, 'x');
-    for (auto const& row : {
+    const QString most(63, 'x');
+    for (const auto& row : {
              Row { "Road", "", "Road" },
              Row { "道", "", "道" },
              Row { "道", "", "\x93\xB9", "CP932" },
@@ -193,12 +193,12 @@ TEST_F(WindowPluginTest, BelowAStringStandsWhatTheFrameMakesOfItOrWhatIsWrong) {
              Row { most + "{frame}", "64 bytes, and 63 fit", "" },
          }) {
         platform::TextContext context(*platform::TextEncoding::Find(row.encoding));
-        platform::TextScope const scope(context);
+        const platform::TextScope scope(context);
         field->clear();
         QInputMethodEvent composed; // as an input method types
         composed.setCommitString(row.typed);
         QApplication::sendEvent(field, &composed);
-        auto const note = field->accessibleDescription().toStdString();
+        const auto note = field->accessibleDescription().toStdString();
         EXPECT_THAT(note, testing::HasSubstr(row.note)) << row.typed.toStdString();
         EXPECT_EQ(note.empty(), *row.note == 0) << row.typed.toStdString();
         EXPECT_EQ(Project().StringsHere()[0], row.bytes) << row.typed.toStdString();
@@ -206,7 +206,7 @@ TEST_F(WindowPluginTest, BelowAStringStandsWhatTheFrameMakesOfItOrWhatIsWrong) {
 }
 
 TEST_F(WindowPluginTest, KeysTurnRangesStepAndPlayAndUndoBringsBack) {
-    auto const shown = [this] { return Window().TheTimeline().Spans(); };
+    const auto shown = [this] { return Window().TheTimeline().Spans(); };
     Window().Action("nowhere")->trigger();
     Window().ShowFrame(4);
     host::ParamTable().Option(1.0, 0); // a dialog's wish to have the text on here
@@ -228,7 +228,7 @@ TEST_F(WindowPluginTest, KeysTurnRangesStepAndPlayAndUndoBringsBack) {
     EXPECT_EQ(shown(), (OnSpans { { 98, 99 } }));
     // Off frames show the frame itself.
     ASSERT_TRUE(Settle());
-    auto const on = Picture();
+    const auto on = Picture();
     Press(Qt::Key_T);
     ASSERT_TRUE(Settle());
     EXPECT_NE(Picture(), on);
@@ -238,21 +238,21 @@ TEST_F(WindowPluginTest, KeysTurnRangesStepAndPlayAndUndoBringsBack) {
     Press(Qt::Key_Space);
     EXPECT_TRUE(WaitUntil([&] { return Project().Current() > 3; }));
     Press(Qt::Key_Space);
-    auto const stopped = Project().Current();
+    const auto stopped = Project().Current();
     ASSERT_TRUE(Settle());
     EXPECT_EQ(Project().Current(), stopped);
 }
 
 // A text that is lost is named, and no frame is written as if it had it.
 TEST_F(WindowPluginTest, WhatIsNotDrawnAsItShouldBeIsSaid) {
-    auto const size = Project().LiveParams().nFontSize;
+    const auto size = Project().LiveParams().nFontSize;
     Edit([](auto& params) { params.nFontSize = 32000; });
     ASSERT_TRUE(Settle());
     EXPECT_THAT(Message(), testing::HasSubstr("The text could not be drawn into this frame.\n"));
     Edit([size](auto& params) { params.nFontSize = size; });
     ASSERT_TRUE(Settle());
     EXPECT_EQ(Message(), "");
-    for (auto const& [kind, message] :
+    for (const auto& [kind, message] :
          { std::pair(platform::ReportKind::kFontBroken, "The text is not drawn to the letter.\n"),
            { platform::ReportKind::kBundleBroken,
              "A file of the text effect cannot be used.\n" } }) {

@@ -22,7 +22,7 @@ class ListsCommand : public TelopProgram {};
 
 TEST_F(ListsCommand, ShowPrintsWhatTheEditorReads) {
     Write("list.txt", "F.I.\rback\\slash\r\x1B[2J");
-    auto const shown = Run("lists show list.txt");
+    const auto shown = Run("lists show list.txt");
     EXPECT_EQ(shown.out, " 1  F.I.\n 2  back\\\\slash\n 3  \\x1B[2J\n");
     EXPECT_THAT(shown.err, IsEmpty());
     EXPECT_EQ(Run("lists show --json -", { .input = "PAN\rA\"B\r" }).out,
@@ -35,7 +35,7 @@ TEST_F(ListsCommand, ShowWarnsOfWhatIsLost) {
         const char* warning;
         const char* shown;
     };
-    for (auto const& row : {
+    for (const auto& row : {
              Row { "A\r\rB\r", "empty lines are skipped: 1", " 2  B\n" },
              Row { "A\r" + std::string(100, 'x') + "\r", "line 2 has 100 bytes and is cut to 63\n",
                    " 2  xxx" },
@@ -51,7 +51,7 @@ TEST_F(ListsCommand, ShowWarnsOfWhatIsLost) {
              Row { std::string("A\0B\rC", 5), "zero byte", " 2  C\n" },
          }) {
         Write("list.txt", row.file);
-        auto const outcome = Run("lists show list.txt");
+        const auto outcome = Run("lists show list.txt");
         EXPECT_THAT(outcome.err, AllOf(HasSubstr("list.txt: "), HasSubstr(row.warning)));
         EXPECT_THAT(outcome.out, HasSubstr(row.shown));
     }
@@ -62,9 +62,9 @@ TEST_F(ListsCommand, SaveConvertsBetweenEncodingsAndLineEndsAndCutsWhenAsked) {
         const char* options;
         std::string from, saved;
     };
-    std::string const cut = kCut;
-    auto const x62 = std::string(62, 'x');
-    for (auto const& row : {
+    const std::string cut = kCut;
+    const auto x62 = std::string(62, 'x');
+    for (const auto& row : {
              Row { "", "PAN\nカット\r\n\r\nA\rB", "PAN\rカット\rA\rB\r" },
              Row { "", "\xEF\xBB\xBFPAN\r\n", "PAN\r" },
              Row { "--encoding CP932", "カット\n", cut + "\r" },
@@ -74,23 +74,23 @@ TEST_F(ListsCommand, SaveConvertsBetweenEncodingsAndLineEndsAndCutsWhenAsked) {
                    cut + "\nB\n" },
          }) {
         Write("from.txt", row.from);
-        auto const outcome =
+        const auto outcome =
             Run("lists save to.txt --from from.txt --overwrite " + std::string(row.options));
         EXPECT_EQ(Contents("to.txt"), row.saved);
         EXPECT_THAT(outcome.err, IsEmpty());
     }
     EXPECT_EQ(Run("lists save -", { .input = "PAN\n" }).out, "PAN\r");
-    auto const shortened = Run("lists save --cut -", { .input = "A\n" + x62 + "あ\n" });
+    const auto shortened = Run("lists save --cut -", { .input = "A\n" + x62 + "あ\n" });
     EXPECT_EQ(shortened.out, "A\r" + x62 + "\r");
     EXPECT_THAT(shortened.err, HasSubstr("line 2 has 65 bytes in UTF-8 and is cut to"));
-    auto const fewer = Run("lists save --cut -", { .input = Lines(21, "\n") });
+    const auto fewer = Run("lists save --cut -", { .input = Lines(21, "\n") });
     EXPECT_EQ(fewer.out, Lines(20, "\r"));
     EXPECT_THAT(fewer.err, HasSubstr("the first 20"));
 }
 
 TEST_F(ListsCommand, LoadPutsAFileIntoTheListsAndSaveTakesItOut) {
     Write("names.txt", std::string(kCut) + "\rA\\B\r");
-    auto const loaded = Run("lists load names.txt --list character --encoding CP932 -o lists.json");
+    const auto loaded = Run("lists load names.txt --list character --encoding CP932 -o lists.json");
     EXPECT_THAT(Contents("lists.json"),
                 AllOf(HasSubstr("FOLLOW"), HasSubstr("カット"), HasSubstr("\"locked\": false")));
     Write("info.txt", "PAN\r");
@@ -105,7 +105,7 @@ TEST_F(ListsCommand, LoadPutsAFileIntoTheListsAndSaveTakesItOut) {
 TEST_F(ListsCommand, NamesWhatIsWrong) {
     Write("there.txt", "A\r");
     Write("empty.txt", "");
-    auto const entry = [](const std::string& json) { return "[\"A\", " + json + "]"; };
+    const auto entry = [](const std::string& json) { return "[\"A\", " + json + "]"; };
     ExpectEndings("lists",
                   {
                       { "", 2, "the commands are show load save" },

@@ -14,7 +14,7 @@ class OtherCommands : public TelopProgram {};
 
 TEST_F(OtherCommands, SettingsGoToJsonAndBack) {
     Run("render --character 太郎 --off --at -3,7 --box none --save-settings a.telop");
-    auto const json = Run("settings a.telop");
+    const auto json = Run("settings a.telop");
     EXPECT_THAT(json.out, AllOf(HasSubstr("\"kind\": \"character\""), HasSubstr("太郎"),
                                 HasSubstr("\"off\": true"), HasSubstr("\"box\": false")));
     Write("a.json", json.out);
@@ -49,15 +49,15 @@ TEST_F(OtherCommands, SettingsNameWhatIsWrong) {
 }
 
 TEST_F(OtherCommands, FontsListsFamiliesAndDrawsThem) {
-    auto const all = Run("fonts");
+    const auto all = Run("fonts");
     EXPECT_THAT(all.out, HasSubstr("DejaVu Sans\n"));
-    auto const some = Run("fonts 'dejavu sans MONO' --files");
+    const auto some = Run("fonts 'dejavu sans MONO' --files");
     EXPECT_THAT(some.out, AllOf(HasSubstr("DejaVu Sans Mono"), HasSubstr("/")));
     EXPECT_THAT(some.out, testing::Not(HasSubstr("Noto")));
 
     Run("fonts dejavu --sample s.png");
-    auto const sample = ReadPicture("s.png");
-    auto const row = sample.image->Row(16 + 16);
+    const auto sample = ReadPicture("s.png");
+    const auto row = sample.image->Row(16 + 16);
     EXPECT_TRUE(std::any_of(row.begin(), row.end(), [](int value) { return value < 100; }));
     ExpectEndings("fonts",
                   {
@@ -70,7 +70,7 @@ TEST_F(OtherCommands, FontsListsFamiliesAndDrawsThem) {
 }
 
 TEST_F(OtherCommands, DescribeShowsWhatThePluginSays) {
-    auto const outcome = Run("describe");
+    const auto outcome = Run("describe");
     EXPECT_THAT(outcome.out,
                 AllOf(HasSubstr("org.telop.effect.text-overlay"), HasSubstr("480 bytes"),
                       HasSubstr("5140 bytes"), HasSubstr("TEXT, 2, 1"), HasSubstr("EntryPoint"),
@@ -79,10 +79,10 @@ TEST_F(OtherCommands, DescribeShowsWhatThePluginSays) {
 }
 
 TEST_F(OtherCommands, DoctorFindsNothingOrNamesWhatIsWrong) {
-    auto const healthy = Run("doctor");
+    const auto healthy = Run("doctor");
     EXPECT_THAT(healthy.out, AllOf(HasSubstr("TextOverlay.so"), HasSubstr("UTF-8"),
                                    HasSubstr("'カット日本語' is drawn"), HasSubstr("MS Gothic")));
-    auto const ill = Run("doctor --plugin No.bundle", { .code = 1 });
+    const auto ill = Run("doctor --plugin No.bundle", { .code = 1 });
     EXPECT_THAT(ill.out, AllOf(HasSubstr("! "), HasSubstr("No.bundle")));
 }
 
@@ -91,8 +91,8 @@ TEST_F(OtherCommands, AnInstalledProgramTakesNoBundleFromABuildAboveIt) {
     std::filesystem::create_directories(Path("TextOverlay.bundle"));
     std::filesystem::create_directories(Path("opt/bin"));
     std::filesystem::copy(TELOP_PROGRAM, Path("opt/bin/telop"));
-    auto const installed = Path("opt/bin/telop");
-    auto const outcome = Start("", "/dev/null", [&] {
+    const auto installed = Path("opt/bin/telop");
+    const auto outcome = Start("", "/dev/null", [&] {
                              unsetenv("TELOP_PLUGIN_PATH");
                              execl(installed.c_str(), "telop", "doctor", nullptr);
                          }).Wait();
@@ -102,7 +102,7 @@ TEST_F(OtherCommands, AnInstalledProgramTakesNoBundleFromABuildAboveIt) {
 
 TEST_F(OtherCommands, HelpAndVersionAreNoErrors) {
     EXPECT_THAT(Run("--version").out, HasSubstr("telop 0."));
-    for (auto const* command : { "render", "settings", "lists", "fonts", "describe", "doctor" }) {
+    for (const auto* command : { "render", "settings", "lists", "fonts", "describe", "doctor" }) {
         EXPECT_THAT(Run(std::string(command) + " --help").out,
                     HasSubstr(std::string("telop ") + command));
         EXPECT_THAT(Run("--help").out, HasSubstr(command));

@@ -13,7 +13,7 @@ TEST(ProgressBar, ShowsShareRateAndTimeLeft) {
         int columns;
         const char* bar;
     };
-    for (auto const& row : {
+    for (const auto& row : {
              Row { 25, 100, 2.5, 50, "[####............] 25/100  10 frames/s  0:08 left" },
              Row { 100, 100, 2.0, 48, "[#############] 100/100  50 frames/s  0:00 left" },
              Row { 1, 10000, 1.0, 48, "[.........] 1/10000  1.0 frames/s  2:46:39 left" },

@@ -34,7 +34,7 @@ TEST_F(RenderDocument, DrawsWhatAnExportDraws) {
     WriteSequence("a", 1, 4);
     Save();
     host::PlanProblem problem;
-    auto const made = host::DocumentExport::Make(m_document, *m_effect,
+    const auto made = host::DocumentExport::Make(m_document, *m_effect,
                                                  { .output = Path("window/").string() }, problem);
     ASSERT_TRUE(made) << problem.text;
     host::RunListener listener;
@@ -42,10 +42,10 @@ TEST_F(RenderDocument, DrawsWhatAnExportDraws) {
 
     Run("render --document shot.telop b/");
     EXPECT_EQ(Files("b"), Files("window"));
-    for (auto const& name : Files("b"))
+    for (const auto& name : Files("b"))
         EXPECT_EQ(Contents("b/" + name), Contents("window/" + name)) << name;
     for (int frame = 1; frame <= 4; ++frame) {
-        auto const name = "/shot." + std::to_string(frame) + ".png";
+        const auto name = "/shot." + std::to_string(frame) + ".png";
         EXPECT_EQ(Compare(ReadPicture("a" + name), ReadPicture("b" + name)).pixels > 0,
                   frame == 2 || frame == 3)
             << frame;
@@ -56,11 +56,11 @@ TEST_F(RenderDocument, OptionsBesideItCountMore) {
     WriteSequence("a", 1, 4);
     WritePicture("single.png", MakeFrame(9));
     Save();
-    auto const drawn = [&](const std::string& options, const std::string& folder) {
-        auto const outcome = Run("render --document shot.telop " + options + " " + folder + "/");
+    const auto drawn = [&](const std::string& options, const std::string& folder) {
+        const auto outcome = Run("render --document shot.telop " + options + " " + folder + "/");
         return Contents(folder + "/shot.2.png");
     };
-    auto const plain = drawn("", "plain");
+    const auto plain = drawn("", "plain");
     EXPECT_EQ(drawn("--strings ,,12,2", "same"), plain);
     EXPECT_NE(drawn("--strings ,,13,2", "strings"), plain);
     EXPECT_NE(drawn("--info PAN", "info"), plain);

@@ -16,9 +16,9 @@ class RenderFiles : public TelopProgram {
 protected:
     // The difference that a text makes in a picture.
     Difference Drawn(const std::string& options, host::PixelFormat format = host::kRgb24) {
-        auto const name = std::to_string(++m_pictures) + ".png";
+        const auto name = std::to_string(++m_pictures) + ".png";
         WritePicture("in" + name, MakeFrame(1, format));
-        auto const outcome = Run("render " + options + " in" + name + " out" + name);
+        const auto outcome = Run("render " + options + " in" + name + " out" + name);
         return Compare(ReadPicture("in" + name), ReadPicture("out" + name));
     }
 
@@ -27,8 +27,8 @@ private:
 };
 
 TEST_F(RenderFiles, DrawsOnlyWhereTheTextIs) {
-    for (auto const format : { host::kRgb24, host::kRgba32, host::kRgba64 }) {
-        auto const drawn = Drawn("--info PAN --at 40,30 --size 24", format);
+    for (const auto format : { host::kRgb24, host::kRgba32, host::kRgba64 }) {
+        const auto drawn = Drawn("--info PAN --at 40,30 --size 24", format);
         EXPECT_GT(drawn.pixels, 100) << format.depth;
         EXPECT_EQ(drawn.bounds.left, 40);
         EXPECT_EQ(drawn.bounds.top, 30);
@@ -39,13 +39,13 @@ TEST_F(RenderFiles, DrawsOnlyWhereTheTextIs) {
 
 TEST_F(RenderFiles, EveryKindOfTextIsDrawn) {
     Write("lines.txt", "first\nsecond\n");
-    for (auto const* options : { "--info T.U.", "--character Hanako", "--dialogue @lines.txt",
+    for (const auto* options : { "--info T.U.", "--character Hanako", "--dialogue @lines.txt",
                                  "--score 3 --strings A,B,C,D", "" })
         EXPECT_GT(Drawn(options).pixels, 100) << options;
 }
 
 TEST_F(RenderFiles, ScaleAndOriginMoveTheText) {
-    auto const drawn = Drawn("--info x --at 100,60 --scale 0.5 --origin 10,20");
+    const auto drawn = Drawn("--info x --at 100,60 --scale 0.5 --origin 10,20");
     EXPECT_EQ(drawn.bounds.left, 40);
     EXPECT_EQ(drawn.bounds.top, 10);
 }
@@ -64,12 +64,12 @@ TEST_F(RenderFiles, TokensDifferFromFrameToFrame) {
 
 TEST_F(RenderFiles, OnlyFramesInTheRangesAreMadeAndDrawn) {
     WriteSequence("a", 1, 6);
-    auto const outcome =
+    const auto outcome =
         Run("render --info PAN --frames 1-5:2,6 --apply 3- a/shot.%d.png b/shot.%03d.png");
     EXPECT_THAT(Files("b"),
                 ElementsAre("shot.001.png", "shot.003.png", "shot.005.png", "shot.006.png"));
     for (int number : { 1, 3, 5, 6 }) {
-        auto const drawn =
+        const auto drawn =
             Compare(MakeFrame(number), ReadPicture("b/shot.00" + std::to_string(number) + ".png"));
         EXPECT_EQ(drawn.pixels > 0, number >= 3) << number;
     }
@@ -78,7 +78,7 @@ TEST_F(RenderFiles, OnlyFramesInTheRangesAreMadeAndDrawn) {
 TEST_F(RenderFiles, ExistingOutputsAreKeptUnlessTheyAreToBeReplaced) {
     WriteSequence("a", 1, 3);
     WritePicture("b/shot.2.png", MakeFrame(7));
-    auto const precious = Contents("b/shot.2.png");
+    const auto precious = Contents("b/shot.2.png");
     Run("render --info x a b", { .code = 5, .says = "b/shot.2.png" });
     EXPECT_THAT(Files("b"), ElementsAre("shot.2.png")) << "refused before the first frame";
 
@@ -102,18 +102,18 @@ TEST_F(RenderFiles, SavedSettingsDrawTheSamePicture) {
 
 TEST_F(RenderFiles, AnInterruptedRunLeavesOnlyWholeFramesAndGoesOn) {
     WriteSequence("a", 1, 400);
-    for (int const signal : { SIGINT, SIGTERM }) {
-        auto const folder = "b" + std::to_string(signal);
+    for (const int signal : { SIGINT, SIGTERM }) {
+        const auto folder = "b" + std::to_string(signal);
         auto run = Start("render --info {frame} --jobs 2 a " + folder + "/");
         while (!std::filesystem::exists(Path(folder)) || Files(folder).empty())
             std::this_thread::yield();
         run.Send(signal);
-        auto const outcome = run.Wait();
+        const auto outcome = run.Wait();
         EXPECT_EQ(outcome.code, 128 + signal) << outcome.err;
         EXPECT_THAT(outcome.err, HasSubstr("--skip-existing"));
-        auto const made = Files(folder);
+        const auto made = Files(folder);
         EXPECT_LT(made.size(), 400U);
-        for (auto const& name : made)
+        for (const auto& name : made)
             EXPECT_GT(ReadPicture(folder + "/" + name).image->Width(), 0) << name;
         Run("render --info {frame} --skip-existing a " + folder);
         EXPECT_EQ(Files(folder).size(), 400U);

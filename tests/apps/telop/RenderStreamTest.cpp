@@ -28,7 +28,7 @@ protected:
     static std::string Pam(const host::Frame& frame) {
         auto pam = Header();
         for (int y = 0; y < kHeight; ++y) {
-            auto const row = frame.image->Row(y);
+            const auto row = frame.image->Row(y);
             pam.append(row.begin(), row.end());
         }
         return pam;
@@ -43,12 +43,12 @@ protected:
 };
 
 TEST_F(RenderStream, FramesComeOutInOrderAndOnlyTheTextDiffers) {
-    auto const outcome = Run("render --info {frame} --at 4,4 --size 20 --start 1001 --apply 1003- "
+    const auto outcome = Run("render --info {frame} --at 4,4 --size 20 --start 1001 --apply 1003- "
                              "--jobs 4 - -",
                              { .input = Stream(30) });
     ASSERT_EQ(outcome.out.size(), 30 * PamSize());
     for (int i = 1; i <= 30; ++i) {
-        auto const name = std::to_string(1000 + i);
+        const auto name = std::to_string(1000 + i);
         WritePicture(name + ".png", SmallFrame(i));
         if (i >= 3) {
             Run("render --at 4,4 --size 20 --overwrite --info " + name + " " + name +
@@ -75,7 +75,7 @@ TEST_F(RenderStream, MeetsFilesOnEitherSide) {
 }
 
 TEST_F(RenderStream, ATextThatFailsCostsNoFrame) {
-    auto const outcome =
+    const auto outcome =
         Run("render --info " + std::string(62, 'x') + "{frame} - -",
             { .code = 1, .says = "frame 10 of the input stream: --info", .input = Stream(11) });
     ASSERT_EQ(outcome.out.size(), 11 * PamSize());
@@ -85,10 +85,10 @@ TEST_F(RenderStream, ATextThatFailsCostsNoFrame) {
 TEST_F(RenderStream, ABrokenStreamIsNamedAndItsWholeFramesAreKept) {
     auto cut = Stream(3);
     cut.resize(cut.size() - 100);
-    auto const outcome = Run("render --info x - -", { .code = 1, .says = "frame 3", .input = cut });
+    const auto outcome = Run("render --info x - -", { .code = 1, .says = "frame 3", .input = cut });
     EXPECT_EQ(outcome.out.size(), 2 * PamSize());
 
-    auto const nothing = Run("render --info x - -", { .code = 3, .input = "this is no picture" });
+    const auto nothing = Run("render --info x - -", { .code = 3, .input = "this is no picture" });
     EXPECT_EQ(nothing.out, "");
 }
 
@@ -110,21 +110,21 @@ TEST_F(RenderStream, AReaderThatWentAwayIsAnError) {
     close(ends[0]);
     auto run = Start("render --info x - -", Path("stream"), [&] { dup2(ends[1], STDOUT_FILENO); });
     close(ends[1]);
-    auto const outcome = run.Wait();
+    const auto outcome = run.Wait();
     EXPECT_EQ(outcome.code, 5) << outcome.err;
     EXPECT_THAT(outcome.err, HasSubstr("output stream"));
 }
 
 TEST_F(RenderStream, AnInterruptionEndsTheWaitForASilentStream) {
     ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
-    int const keeper = open(Path("pipe").c_str(), O_RDWR);
-    auto const stream = Stream(1);
+    const int keeper = open(Path("pipe").c_str(), O_RDWR);
+    const auto stream = Stream(1);
     ASSERT_EQ(write(keeper, stream.data(), stream.size()), static_cast<ssize_t>(stream.size()));
     auto run = Start("render --info x --progress lines - out.#.png", Path("pipe"));
     while (!std::filesystem::exists(Path("out.1.png")))
         usleep(1000);
     run.Send(SIGTERM);
-    auto const outcome = run.Wait();
+    const auto outcome = run.Wait();
     close(keeper);
     EXPECT_EQ(outcome.code, 143) << outcome.err;
     EXPECT_THAT(Files("."), testing::Not(testing::Contains(HasSubstr(".part"))));
@@ -139,7 +139,7 @@ TEST_F(RenderStream, AnInterruptionEndsTheWaitForAReaderThatPauses) {
         const char* arguments;
         int stream; // that goes to the pipe
     };
-    for (auto const& row : {
+    for (const auto& row : {
              Row { "- -", STDOUT_FILENO },
              Row { "in.png pipe.png", -1 },
              Row { "--progress lines in.png out.png", STDERR_FILENO },
@@ -147,16 +147,15 @@ TEST_F(RenderStream, AnInterruptionEndsTheWaitForAReaderThatPauses) {
         int ends[2];
         ASSERT_EQ(pipe2(ends, O_CLOEXEC), 0);
         fcntl(ends[1], F_SETPIPE_SZ, 4096);
-        if (row.stream == STDERR_FILENO) {
+        if (row.stream == STDERR_FILENO)
             ASSERT_EQ(write(ends[1], std::string(4096, 'x').data(), 4096), 4096);
-        }
         auto run = Start(std::string("render --info x ") + row.arguments, Path("stream"),
                          [&] { dup2(ends[1], row.stream); });
         run.AwaitHandler(SIGINT);
         for (int held = 0; row.stream == STDOUT_FILENO && held < 500000;)
             ioctl(ends[0], FIONREAD, &held);
         run.Send(SIGINT);
-        auto const outcome = run.Wait();
+        const auto outcome = run.Wait();
         EXPECT_EQ(outcome.code, 130) << row.arguments;
         EXPECT_THAT(outcome.err, HasSubstr(row.stream == STDERR_FILENO ? "" : "interrupted after"));
         close(ends[0]);

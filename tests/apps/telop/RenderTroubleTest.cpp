@@ -62,9 +62,9 @@ TEST_F(RenderTrouble, EveryClassOfErrorHasItsCodeAndSaysWhatIsWrong) {
 
 TEST_F(RenderTrouble, FramesThatFailOrAreNotThereAreNamedAndTheOthersAreFinished) {
     WriteSequence("a", 1, 4);
-    auto const whole = Contents("a/shot.2.png");
+    const auto whole = Contents("a/shot.2.png");
     Write("a/shot.2.png", std::string_view(whole).substr(0, whole.size() / 2));
-    auto const outcome =
+    const auto outcome =
         Run("render --info x --frames 1-6 a b/", { .code = 1, .says = "a/shot.2.png" });
     EXPECT_THAT(outcome.err, HasSubstr("5, 6"));
     EXPECT_THAT(outcome.err, HasSubstr("3 frames written, 1 failed"));
@@ -74,7 +74,7 @@ TEST_F(RenderTrouble, FramesThatFailOrAreNotThereAreNamedAndTheOthersAreFinished
 
 TEST_F(RenderTrouble, AFontThatIsNotThereIsSaidOrStopsTheRun) {
     WriteSequence("a", 1, 6);
-    auto const outcome =
+    const auto outcome =
         Run("render --info x --font 'Nirgendwo Sans' a b/", { .says = "warning: " });
     EXPECT_NE(outcome.err.find("Nirgendwo Sans"), std::string::npos);
     EXPECT_EQ(outcome.err.find("Nirgendwo"), outcome.err.rfind("Nirgendwo")) << "said once";
@@ -87,11 +87,11 @@ TEST_F(RenderTrouble, AFontThatIsNotThereIsSaidOrStopsTheRun) {
 TEST_F(RenderTrouble, ACharacterThatNoFontHasStopsAStrictRunBeforeItsFrame) {
     WriteSequence("a", 1, 6);
     // A code point of the private use area at the very end of the last plane.
-    std::string const missing = "\xF4\x8F\xBF\xBD";
+    const std::string missing = "\xF4\x8F\xBF\xBD";
     Run("render --info " + missing + " a b/");
     Run("render --strict-fonts --jobs 4 --apply 3- a c/ --info " + missing,
         { .code = 4, .says = "U+10FFFD" });
-    for (auto const& name : Files("c"))
+    for (const auto& name : Files("c"))
         EXPECT_LT(name, "shot.3.png") << "was drawn with a stand-in";
     Run("render --info 'Latin 日本語' --strict-fonts a d/");
 }
@@ -101,14 +101,14 @@ TEST_F(RenderTrouble, MemoryForFewerFramesMakesThemOneAfterTheOtherOrNamesThem) 
     Run("render --info {frame} --jobs 1 a b/");
     Run("render --info {frame} --jobs 4 --memory 1M a c/",
         { .says = "memory for frames is 1 MiB, which is enough for 2 of them" });
-    for (auto const& name : Files("b"))
+    for (const auto& name : Files("b"))
         EXPECT_EQ(Contents("b/" + name), Contents("c/" + name));
 
     std::filesystem::remove(Path("a/shot.3.png"));
     WritePicture("a/shot.3.png", MakeFrame(3, host::kRgba64, 900, 700));
     Run("render --info x --memory 1M a d/", { .code = 1, .says = "a/shot.3.png: needs " });
     EXPECT_EQ(Files("d").size(), 5U);
-    auto const pam = "P6\n900 700\n255\n" + std::string(std::size_t { 900 } * 700 * 3, 'x');
+    const auto pam = "P6\n900 700\n255\n" + std::string(std::size_t { 900 } * 700 * 3, 'x');
     Run("render --info x --memory 1M - -",
         { .code = 3, .says = "the input stream: frame 1: needs ", .input = pam });
 }
@@ -119,7 +119,7 @@ TEST_F(RenderTrouble, ALimitOnThreadsLeavesThoseThatThereAre) {
     GTEST_SKIP() << "the sanitizer needs more addresses";
 #endif
     WriteSequence("a", 1, 8);
-    auto const outcome =
+    const auto outcome =
         Start("render --info x --jobs 8 a b/", "/dev/null", [] {
             constexpr rlim_t kGibibyte = rlim_t { 1 } << 30;
             rlimit const stack { kGibibyte, kGibibyte }, all { 3 * kGibibyte, 3 * kGibibyte };
@@ -133,7 +133,7 @@ TEST_F(RenderTrouble, ALimitOnThreadsLeavesThoseThatThereAre) {
 
 TEST_F(RenderTrouble, NoFileTakesThePlaceOfAClosedStandardStream) {
     ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
-    host::Descriptor const keeper(open(Path("pipe").c_str(), O_RDWR | O_CLOEXEC));
+    const host::Descriptor keeper(open(Path("pipe").c_str(), O_RDWR | O_CLOEXEC));
     auto waiting = Start("render --info x - out.#.png", Path("pipe"), [] { close(STDERR_FILENO); });
     waiting.AwaitHandler(SIGTERM);
     EXPECT_EQ(waiting.FileAt(STDERR_FILENO), "/dev/null");
@@ -146,7 +146,7 @@ TEST_F(RenderTrouble, NoFileTakesThePlaceOfAClosedStandardStream) {
 
 TEST_F(RenderTrouble, NamesReachTheTerminalAsTextAlone) {
     Write("a/\x1B[2J\n\xFF.png", "no picture");
-    auto const outcome = Run("render --info x a b/",
+    const auto outcome = Run("render --info x a b/",
                              { .code = 3, .says = "a/\\x1B[2J\\x0A\\xFF.png: is not a PNG file" });
     EXPECT_EQ(outcome.err.find('\x1B'), std::string::npos);
 }
@@ -155,7 +155,7 @@ TEST_F(RenderTrouble, ARunSaysAsMuchAsIsAskedFor) {
     WriteSequence("a", 1, 2);
     EXPECT_EQ(Run("render --info x --font Nirgendwo -q a b/").err, "");
     Run("render --info x -q a b/", { .code = 5, .says = "exist already" });
-    std::string const again = "render --info x --overwrite --jobs 1 a b/";
+    const std::string again = "render --info x --overwrite --jobs 1 a b/";
     EXPECT_THAT(Run(again).err, Not(HasSubstr("[1/2]")));
     Run(again + " --progress lines", { .says = "[1/2] b/shot.1.png\n[2/2] b/shot.2.png\n" });
 }

@@ -26,7 +26,7 @@ std::string ReadFile(const std::filesystem::path& file) {
 }
 
 void Redirect(const std::filesystem::path& file, int flags, int descriptor) {
-    int const opened = open(file.c_str(), flags, 0644);
+    const int opened = open(file.c_str(), flags, 0644);
     if (opened < 0 || dup2(opened, descriptor) < 0)
         _exit(127);
 }
@@ -57,9 +57,9 @@ Outcome Running::Wait() {
 
 Running TelopProgram::Start(const std::string& line, const std::filesystem::path& input,
                             const std::function<void()>& inChild) {
-    auto const base = Path(".run" + std::to_string(++m_runs));
-    auto const out = base.string() + ".out";
-    auto const err = base.string() + ".err";
+    const auto base = Path(".run" + std::to_string(++m_runs));
+    const auto out = base.string() + ".out";
+    const auto err = base.string() + ".err";
     std::vector<std::string> words { TELOP_PROGRAM };
     std::istringstream typed(line);
     for (std::string word; typed >> std::quoted(word, '\'', '\0');)
@@ -68,7 +68,7 @@ Running TelopProgram::Start(const std::string& line, const std::filesystem::path
     for (auto& word : words)
         argv.push_back(word.data());
     argv.push_back(nullptr);
-    auto const process = fork();
+    const auto process = fork();
     if (process == 0) {
         if (chdir(Path("").c_str()) != 0)
             _exit(127);
@@ -89,14 +89,14 @@ Running TelopProgram::Start(const std::string& line, const std::filesystem::path
 
 Outcome TelopProgram::Run(const std::string& line, const Expected& expected) {
     Write(".input", expected.input);
-    auto const outcome = Start(line, Path(".input")).Wait();
+    const auto outcome = Start(line, Path(".input")).Wait();
     EXPECT_EQ(outcome.code, expected.code) << line << ": " << outcome.err;
     EXPECT_THAT(outcome.err, testing::HasSubstr(expected.says)) << line;
     return outcome;
 }
 
 void TelopProgram::ExpectEndings(const std::string& first, const std::vector<Ending>& rows) {
-    for (auto const& row : rows)
+    for (const auto& row : rows)
         Run(first + ' ' + row.line, { row.code, row.message, row.input });
 }
 
@@ -106,7 +106,7 @@ std::string TelopProgram::Contents(const std::string& name) const {
 
 std::vector<std::string> TelopProgram::Files(const std::string& folder) const {
     std::vector<std::string> names;
-    for (auto const& entry : std::filesystem::directory_iterator(Path(folder)))
+    for (const auto& entry : std::filesystem::directory_iterator(Path(folder)))
         names.push_back(entry.path().filename());
     std::ranges::sort(names);
     return names;
@@ -118,7 +118,7 @@ host::Frame TelopProgram::MakeFrame(int seed, host::PixelFormat format, int widt
     frame.header.color = format.alpha < 0 ? host::ColorKind::kRgb : host::ColorKind::kRgba;
     frame.header.bitDepth = format.BytesPerChannel() * 8;
     for (int y = 0; y < height; ++y) {
-        auto const row = frame.image->Row(y);
+        const auto row = frame.image->Row(y);
         for (std::size_t i = 0; i < row.size(); ++i)
             row[i] = static_cast<std::uint8_t>(seed * 37 + y * 5 + static_cast<int>(i) * 3);
     }
@@ -149,12 +149,12 @@ Difference Compare(const host::Frame& a, const host::Frame& b) {
     Difference difference { 0, { a.image->Width(), a.image->Height(), 0, 0 } };
     EXPECT_EQ(a.image->Format(), b.image->Format());
     EXPECT_EQ(a.image->Bytes().size(), b.image->Bytes().size());
-    auto const bytes = static_cast<std::size_t>(a.image->Format().BytesPerPixel());
+    const auto bytes = static_cast<std::size_t>(a.image->Format().BytesPerPixel());
     for (std::int32_t y = 0; y < a.image->Height(); ++y) {
-        auto const rowA = a.image->Row(y);
-        auto const rowB = b.image->Row(y);
+        const auto rowA = a.image->Row(y);
+        const auto rowB = b.image->Row(y);
         for (std::int32_t x = 0; x < a.image->Width(); ++x) {
-            auto const at = static_cast<std::size_t>(x) * bytes;
+            const auto at = static_cast<std::size_t>(x) * bytes;
             if (std::ranges::equal(rowA.subspan(at, bytes), rowB.subspan(at, bytes)))
                 continue;
             ++difference.pixels;

@@ -28,7 +28,7 @@ TEST(TextOptions, OptionsReplaceOnlyWhatTheyName) {
     settings.dwFlags = TEXT_CHARACTER | TEXT_MONOLOGUE | TEXT_BOX;
     std::strcpy(settings.szCharacter, "Taro");
     std::strcpy(settings.szFontName, "Somewhere");
-    auto const text = MakeFrameText(
+    const auto text = MakeFrameText(
         { .off = true, .color = "#010203", .box = "none", .position = "-4,9" }, settings);
     auto expected = settings;
     expected.dwFlags = TEXT_CHARACTER | TEXT_OFFCHARACTER;
@@ -44,7 +44,7 @@ TEST(TextOptions, ANewKindTakesTheOldOnesPlace) {
         TextOptions options;
         std::uint32_t flags;
     };
-    for (auto const& row : {
+    for (const auto& row : {
              Row { { .info = "a" }, TEXT_INFO | TEXT_OFFCHARACTER | TEXT_BOX },
              Row { { .character = "a" }, TEXT_CHARACTER | TEXT_BOX },
              Row { { .dialogue = "a" }, TEXT_DIALOGUE | TEXT_OFFCHARACTER | TEXT_BOX },
@@ -54,7 +54,7 @@ TEST(TextOptions, ANewKindTakesTheOldOnesPlace) {
 }
 
 TEST(TextOptions, AScoreLineWithoutStringsNumbersTheFrames) {
-    auto const text = MakeFrameText({}, Defaults());
+    const auto text = MakeFrameText({}, Defaults());
     host::ResolvedText resolved;
     std::string why;
     ASSERT_TRUE(text.Resolve({ 7, "" }, resolved, why)) << why;
@@ -63,13 +63,13 @@ TEST(TextOptions, AScoreLineWithoutStringsNumbersTheFrames) {
 }
 
 TEST(OptionText, ReadsPoints) {
-    auto const read = [](const char* text) {
-        auto const point = ParsePoint("--at", text);
+    const auto read = [](const char* text) {
+        const auto point = ParsePoint("--at", text);
         return std::pair(point.x, point.y);
     };
     EXPECT_EQ(read("-5,+7"), std::pair(-5, 7));
     EXPECT_EQ(read("2147483647,-2147483648"), std::pair(2147483647, -2147483647 - 1));
-    for (auto const* text :
+    for (const auto* text :
          { "", "1", "1,", ",1", "1,2,3", "1.5,2", "1, 2", "2147483648,0", "+-1,2" })
         EXPECT_THROW(ParsePoint("--at", text), CommandError) << text;
 }
@@ -77,12 +77,12 @@ TEST(OptionText, ReadsPoints) {
 TEST(OptionText, SplitsStringsAtCommas) {
     EXPECT_THAT(SplitStrings("--strings", ",,12,{frame}"), ElementsAre("", "", "12", "{frame}"));
     EXPECT_THAT(SplitStrings("--strings", R"(a\,b,c\d,,)"), ElementsAre("a,b", R"(c\d)", "", ""));
-    for (auto const* text : { "", "a,b,c", "a,b,c,d,e" })
+    for (const auto* text : { "", "a,b,c", "a,b,c,d,e" })
         EXPECT_THROW(SplitStrings("--strings", text), CommandError) << text;
 }
 
 TEST(OptionText, DialogueBreaksItsLinesWithCarriageReturns) {
-    for (auto const& [typed, text] : std::vector<std::pair<std::string, std::string>> {
+    for (const auto& [typed, text] : std::vector<std::pair<std::string, std::string>> {
              { R"(one\ntwo)", "one\rtwo" },
              { "one\ntwo\r\nthree", "one\rtwo\rthree" },
              { R"(C:\\new \t)", R"(C:\new \t)" },
@@ -92,14 +92,14 @@ TEST(OptionText, DialogueBreaksItsLinesWithCarriageReturns) {
 }
 
 TEST(OptionText, ADialogueFileLosesOnlyItsMarkAndLastLineBreak) {
-    TemporaryFolder const folder;
-    for (auto const& [typed, text] : std::vector<std::pair<std::string, std::string>> {
+    const TemporaryFolder folder;
+    for (const auto& [typed, text] : std::vector<std::pair<std::string, std::string>> {
              { "\xEF\xBB\xBFone\r\ntwo\r\n", "one\rtwo" },
              { "one\n\n", "one\r" },
              { R"(a\nb)", R"(a\nb)" },
              { "", "" },
          }) {
-        auto const file = folder.Write("line.txt", typed);
+        const auto file = folder.Write("line.txt", typed);
         EXPECT_EQ(DialogueText("--dialogue", "@" + file.string()), text) << typed;
     }
 }
@@ -109,7 +109,7 @@ TEST(TextOptions, NamesTheOptionThatIsWrong) {
         TextOptions options;
         const char* named;
     };
-    for (auto const& row : {
+    for (const auto& row : {
              Row { { .info = std::string(64, 'x') }, "--info: the text has 64 bytes" },
              Row { { .info = std::string(63, 'x') + "{frame}" }, "--info: the text has 64 bytes" },
              Row { { .info = "{cut}" }, "--info: '{cut}' is no token" },

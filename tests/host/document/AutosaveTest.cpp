@@ -28,7 +28,7 @@ protected:
 
     // Another program that keeps a copy and stands still then; its process.
     pid_t KeepElsewhere(const Document& document, const std::filesystem::path& original) const {
-        auto const process = fork();
+        const auto process = fork();
         if (process == 0) {
             Autosave autosave(Folder());
             std::string why;
@@ -56,12 +56,12 @@ protected:
 };
 
 TEST_F(AutosaveTest, CopiesAreFoundOldestFirstAndOnlyAfterTheirProgramsCrashed) {
-    auto const first = KeepElsewhere(Numbered(1), "");
-    auto const second = KeepElsewhere(Numbered(2), "/shots/shot two.telop");
+    const auto first = KeepElsewhere(Numbered(1), "");
+    const auto second = KeepElsewhere(Numbered(2), "/shots/shot two.telop");
     EXPECT_TRUE(LeftCopy::Find(Folder()).empty()) << "their programs live";
     Crash(second);
     Crash(first);
-    for (auto const& entry : std::filesystem::directory_iterator(Folder())) {
+    for (const auto& entry : std::filesystem::directory_iterator(Folder())) {
         if (entry.path().filename().string().starts_with(std::to_string(second) + "-"))
             std::filesystem::last_write_time(entry.path(),
                                              std::filesystem::file_time_type::clock::now() -
@@ -73,7 +73,7 @@ TEST_F(AutosaveTest, CopiesAreFoundOldestFirstAndOnlyAfterTheirProgramsCrashed) 
     EXPECT_EQ(left[1].Original(), "");
     EXPECT_TRUE(LeftCopy::Find(Folder()).empty()) << "somebody has them already";
     std::string why;
-    auto const document = left[0].Load(why);
+    const auto document = left[0].Load(why);
     ASSERT_TRUE(document) << why;
     EXPECT_TRUE(*document == Numbered(2));
 
@@ -110,9 +110,9 @@ TEST_F(AutosaveTest, TheFolderIsTheUsersStateFolder) {
                                   { nullptr, "/h", "/h/.local/state/telop/autosave" },
                                   { "relative", "/h", "/h/.local/state/telop/autosave" },
                                   { nullptr, nullptr, "" } };
-    for (auto const& [stateHome, userHome, folder] : rows) {
-        ScopedEnvironment const state("XDG_STATE_HOME", stateHome);
-        ScopedEnvironment const home("HOME", userHome);
+    for (const auto& [stateHome, userHome, folder] : rows) {
+        const ScopedEnvironment state("XDG_STATE_HOME", stateHome);
+        const ScopedEnvironment home("HOME", userHome);
         EXPECT_EQ(AutosaveFolder(), folder);
     }
     std::string why;

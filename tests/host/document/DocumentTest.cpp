@@ -54,12 +54,12 @@ protected:
     // The sample's JSON with a part of it replaced, and why it is refused.
     std::string Refusal(const std::string& part, const std::string& by) const {
         auto json = JsonOf(Sample());
-        auto const at = json.find(part);
+        const auto at = json.find(part);
         EXPECT_NE(at, std::string::npos) << part;
         json.replace(at, part.size(), by);
         std::string why = "(accepted)";
         m_folder.Write("bad.telop", json);
-        auto const document = Document::Load(Path("bad.telop"), why);
+        const auto document = Document::Load(Path("bad.telop"), why);
         EXPECT_FALSE(document) << part << " -> " << by;
         return why;
     }
@@ -85,7 +85,7 @@ TEST_F(DocumentTest, ComesBackWhole) {
 }
 
 TEST_F(DocumentTest, FramesAreRelativeWhereTheyMoveAlong) {
-    auto const folder = m_folder.Path().string();
+    const auto folder = m_folder.Path().string();
     const std::pair<std::string, std::string> rows[] {
         { folder + "/a.png", "a.png" },
         { folder + "/below/deep/a.%04d.png", "below/deep/a.%04d.png" },
@@ -93,13 +93,13 @@ TEST_F(DocumentTest, FramesAreRelativeWhereTheyMoveAlong) {
         { folder + "/./x/../a.png", "a.png" },
         { folder + "-other/a.png", folder + "-other/a.png" },
     };
-    for (auto const& [input, stored] : rows) {
+    for (const auto& [input, stored] : rows) {
         Document document;
         document.input = input;
-        auto const json = JsonOf(document);
+        const auto json = JsonOf(document);
         EXPECT_THAT(json, HasSubstr("\"frames\": \"" + stored + "\""));
         std::string why;
-        auto const moved = Document::FromJson(json, "/moved/here", why);
+        const auto moved = Document::FromJson(json, "/moved/here", why);
         ASSERT_TRUE(moved) << why;
         EXPECT_EQ(moved->input, (std::filesystem::path("/moved/here") / stored).string());
     }
@@ -110,11 +110,11 @@ TEST_F(DocumentTest, FramesAreRelativeWhereTheyMoveAlong) {
 
 TEST_F(DocumentTest, EveryByteOfTheRecordsComesBack) {
     std::mt19937 random(20);
-    for (auto const* encoding : { "UTF-8", "CP932", "EUC-JP", "GBK" }) {
+    for (const auto* encoding : { "UTF-8", "CP932", "EUC-JP", "GBK" }) {
         for (unsigned round = 0; round < 40; ++round) {
             Document document;
             document.encoding = *platform::TextEncoding::Find(encoding);
-            auto const fill = [&](auto& record) {
+            const auto fill = [&](auto& record) {
                 auto* bytes = reinterpret_cast<unsigned char*>(&record);
                 for (std::size_t i = 0; i < sizeof record; ++i)
                     bytes[i] = random() % 40 <= round ? static_cast<unsigned char>(random()) : 0;
@@ -133,11 +133,11 @@ TEST_F(DocumentTest, BytesBehindATextStayAndWhatAPersonChangesCounts) {
     std::strcpy(document.dialogs.infoPopup.szHistory[3], "behind an empty one");
     auto json = JsonOf(document);
     EXPECT_THAT(json, AllOf(HasSubstr("\"archive\": \""), HasSubstr("\"block\": \"")));
-    for (auto const& [from, to] : { std::pair { "\"size\": 48", "\"size\": 52" },
+    for (const auto& [from, to] : { std::pair { "\"size\": 48", "\"size\": 52" },
                                     std::pair { "\"PAN\"", "\"FOLLOW\", \"PAN\"" } })
         json.replace(json.find(from), std::strlen(from), to);
     std::string why;
-    auto const changed = Document::FromJson(json, m_folder.Path(), why);
+    const auto changed = Document::FromJson(json, m_folder.Path(), why);
     ASSERT_TRUE(changed) << why;
     document.settings.nFontSize = 52;
     std::strcpy(document.dialogs.infoPopup.szPreset[0], "FOLLOW");
@@ -151,7 +151,7 @@ TEST_F(DocumentTest, TextsKeepTheirOwnEncoding) {
     std::strcpy(document.settings.szInfoText, "\x95\x5C\x8E\xA6"); // with a backslash's byte
     // Whatever the thread uses: it is asked nothing and keeps what it has.
     platform::TextContext context(*platform::TextEncoding::Find("EUC-JP"));
-    platform::TextScope const scope(context);
+    const platform::TextScope scope(context);
     EXPECT_TRUE(Reloaded(document) == document);
     EXPECT_THAT(JsonOf(document), HasSubstr("\"info\": \"表示\""));
     EXPECT_EQ(platform::ApplicationTextEncoding(), "EUC-JP");
@@ -162,7 +162,7 @@ TEST_F(DocumentTest, BadFilesAreRefusedWithTheKeyAndTheReason) {
     struct Row {
         const char *part, *by, *reason;
     };
-    for (auto const& row : {
+    for (const auto& row : {
              Row { "{", "[", "not readable as JSON: " },
              Row { "telop-document", "other", "is no Telop document" },
              Row { "\"version\": 1", "\"version\": 2, \"colors\": 3", "newer Telop" },
@@ -204,7 +204,7 @@ TEST_F(DocumentTest, OddShapesAreRefusedBeforeTheyAreBuilt) {
     std::string objects;
     for (int i = 0; i < 1'000'001; ++i)
         objects += "{}, ";
-    auto const deep = std::string(8'000'000, '[');
+    const auto deep = std::string(8'000'000, '[');
     EXPECT_THAT(Refusal("\"format\"", keys + "\"format\""), HasSubstr("has more than 64 keys"));
     EXPECT_THAT(Refusal("\"size\"", keys + "\"size\""),
                 HasSubstr("settings: has more than 64 keys"));
@@ -215,7 +215,7 @@ TEST_F(DocumentTest, OddShapesAreRefusedBeforeTheyAreBuilt) {
 
 TEST_F(DocumentTest, FilesThatAreNoDocumentsAreNamed) {
     m_folder.Write("archive.telop", std::string(480, '\0'));
-    for (auto const& [file, reason] :
+    for (const auto& [file, reason] :
          { std::pair { "not.telop", "cannot be read" }, std::pair { ".", "cannot be read" },
            std::pair { "archive.telop", "the size of a settings archive" } }) {
         std::string why;
@@ -228,17 +228,17 @@ TEST_F(DocumentTest, AFullDiskLeavesTheFileThatWasThere) {
     std::string why;
     ASSERT_TRUE(Sample().Save(Path("a.telop"), why)) << why;
     // The system refuses to write more than a few bytes into any file.
-    auto const ignoreLimit = std::signal(SIGXFSZ, SIG_IGN);
+    const auto ignoreLimit = std::signal(SIGXFSZ, SIG_IGN);
     rlimit limit {};
     getrlimit(RLIMIT_FSIZE, &limit);
-    rlimit const small { 100, limit.rlim_max };
+    const rlimit small { 100, limit.rlim_max };
     setrlimit(RLIMIT_FSIZE, &small);
-    bool const saved = Document().Save(Path("a.telop"), why);
+    const bool saved = Document().Save(Path("a.telop"), why);
     setrlimit(RLIMIT_FSIZE, &limit);
     std::signal(SIGXFSZ, ignoreLimit);
     EXPECT_FALSE(saved);
     EXPECT_THAT(why, HasSubstr(Path("a.telop") + ": cannot be written"));
-    auto const loaded = Document::Load(Path("a.telop"), why);
+    const auto loaded = Document::Load(Path("a.telop"), why);
     ASSERT_TRUE(loaded) << why;
     EXPECT_TRUE(*loaded == Sample());
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(m_folder.Path()), {}), 1);

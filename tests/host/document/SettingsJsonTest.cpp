@@ -36,15 +36,15 @@ TEST(SettingsJson, EveryFieldComesBackInFormsThatPeopleCanRead) {
     auto uncommon = Example();
     uncommon.crText = 0xFF000000;
     uncommon.nFontSize = -2147483647 - 1;
-    for (std::uint32_t const flags : { Example().dwFlags, 0u, TEXT_INFO | TEXT_SCORE, 0xFFFFFFFFu,
+    for (const std::uint32_t flags : { Example().dwFlags, 0u, TEXT_INFO | TEXT_SCORE, 0xFFFFFFFFu,
                                        0x80000000u, TEXT_OFFCHARACTER | TEXT_BOX }) {
         auto param = flags == Example().dwFlags ? Example() : uncommon;
         param.dwFlags = flags;
-        auto const back = SettingsFromJson(SettingsToJson(param), _TEXTPARAM {}, why);
+        const auto back = SettingsFromJson(SettingsToJson(param), _TEXTPARAM {}, why);
         ASSERT_TRUE(back) << why;
         EXPECT_TRUE(SameBytes(*back, param)) << SettingsToJson(param);
     }
-    for (auto const* part :
+    for (const auto* part :
          { "\"kind\": \"dialogue\"", "\"color\": \"#112233\"", R"("info": "PAN \"left\"")",
            R"("character": "太郎\\xFF")", R"("dialogue": "one\ntwo\n\\x0AC:\\\\three\n")" })
         EXPECT_THAT(SettingsToJson(Example()), HasSubstr(part));
@@ -52,7 +52,7 @@ TEST(SettingsJson, EveryFieldComesBackInFormsThatPeopleCanRead) {
 
 TEST(SettingsJson, KeysThatAreNotGivenKeepTheirValue) {
     std::string why;
-    auto const param =
+    const auto param =
         SettingsFromJson(R"({"kind":"info","info":"x","box":false})", Example(), why);
     ASSERT_TRUE(param) << why;
     auto expected = Example();
@@ -66,8 +66,8 @@ TEST(SettingsJson, NamesTheKeyAndTheReason) {
     struct Row {
         std::string key, value, reason;
     };
-    auto const x64 = "\"" + std::string(64, 'x') + "\"";
-    for (auto const& row :
+    const auto x64 = "\"" + std::string(64, 'x') + "\"";
+    for (const auto& row :
          { Row { "colour", "1", "no such setting" }, Row { "size", "\"36\"", "whole number" },
            Row { "size", "36.5", "whole number" }, Row { "size", "2147483648", "outside" },
            Row { "opacity", "18446744073709551615", "outside 0 to 100" },
@@ -84,7 +84,7 @@ TEST(SettingsJson, NamesTheKeyAndTheReason) {
         EXPECT_THAT(why, StartsWith(row.key + ": ")) << row.value;
         EXPECT_THAT(why, HasSubstr(row.reason)) << row.value;
     }
-    for (auto const& [json, reason] : { std::pair { "[1]", "not one { ... }" },
+    for (const auto& [json, reason] : { std::pair { "[1]", "not one { ... }" },
                                         std::pair { "{\"size\":", "not readable as JSON: parse" },
                                         std::pair { "", "not readable as JSON" } }) {
         std::string why;

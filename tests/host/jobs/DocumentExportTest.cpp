@@ -43,17 +43,17 @@ public:
     explicit Notes(std::int64_t cancelAfter = -1) : m_cancelAfter(cancelAfter) {}
 
     void FrameWritten(std::int64_t frame, const std::string&) override {
-        std::lock_guard const lock(m_mutex);
+        const std::lock_guard lock(m_mutex);
         written.push_back(frame);
         if (static_cast<std::int64_t>(written.size()) == m_cancelAfter)
             cancel.Cancel();
     }
     void FrameFailed(const FrameFailure& failure) override {
-        std::lock_guard const lock(m_mutex);
+        const std::lock_guard lock(m_mutex);
         failed.push_back(failure);
     }
     void Warned(const std::string& what) override {
-        std::lock_guard const lock(m_mutex);
+        const std::lock_guard lock(m_mutex);
         warned.push_back(what);
     }
     void Finished(const RunResult& result) override { finished = result; }
@@ -109,7 +109,7 @@ protected:
         Frame frame;
         std::string why;
         EXPECT_TRUE(PngReader().Read(file, frame, why)) << why;
-        auto const pixels = frame.image->Bytes();
+        const auto pixels = frame.image->Bytes();
         return { pixels.begin(), pixels.end() };
     }
     bool IsDrawn(std::int64_t frame) const {
@@ -120,10 +120,10 @@ protected:
         if (options.output.empty())
             options.output = Path("out/");
         PlanProblem problem;
-        auto const made = DocumentExport::Make(m_document, *m_effect, options, problem);
+        const auto made = DocumentExport::Make(m_document, *m_effect, options, problem);
         if (!made)
             throw std::runtime_error(problem.text);
-        auto const result = made->Run(notes, notes.cancel);
+        const auto result = made->Run(notes, notes.cancel);
         notes.reports = made->Reports();
         return result;
     }
@@ -135,19 +135,19 @@ protected:
 
 TEST_F(DocumentExportTest, StringsAreFilledInForEachFrameAndOnlyWhenTheyArePresent) {
     MakeFrames(1, 2);
-    auto const pictures = [&] {
+    const auto pictures = [&] {
         Notes notes;
         EXPECT_EQ(Run(notes, { .existing = Existing::kOverwrite }).written, 2);
         return std::pair(Pixels(Output(1)), Pixels(Output(2)));
     };
     m_document.strings = { "", "", "", "{frame}" };
-    auto const numbered = pictures();
+    const auto numbered = pictures();
     m_document.strings[3] = "1";
-    auto const literal = pictures();
+    const auto literal = pictures();
     EXPECT_EQ(numbered.first, literal.first);
     EXPECT_NE(numbered.second, literal.second);
     m_document.stringsPresent = false;
-    auto const absent = pictures();
+    const auto absent = pictures();
     EXPECT_NE(absent.first, literal.first);
     m_document.stringsPresent = true;
     m_document.strings = {};
@@ -156,7 +156,7 @@ TEST_F(DocumentExportTest, StringsAreFilledInForEachFrameAndOnlyWhenTheyArePrese
 
 TEST_F(DocumentExportTest, CancellingOnAThreadLeavesOnlyWholeFrames) {
     MakeFrames(1, 60);
-    for (int const jobs : { 1, 4 }) {
+    for (const int jobs : { 1, 4 }) {
         std::filesystem::remove_all(Path("out"));
         Notes notes(5);
         RunResult result;
@@ -167,7 +167,7 @@ TEST_F(DocumentExportTest, CancellingOnAThreadLeavesOnlyWholeFrames) {
         EXPECT_LT(result.written, 60);
         EXPECT_EQ(std::distance(std::filesystem::directory_iterator(Path("out")), {}),
                   result.written);
-        for (auto const frame : notes.written)
+        for (const auto frame : notes.written)
             EXPECT_TRUE(IsDrawn(frame)) << frame;
     }
 }
@@ -177,7 +177,7 @@ TEST_F(DocumentExportTest, FramesThatFailAreListedWithTheirReasons) {
     m_folder.Write("in/shot.99.png", "this is no PNG");
     m_document.strings[3] = std::string(61, 'x') + "{frame}"; // fits while the number has 2 digits
     Notes notes;
-    auto const result = Run(notes, { .jobs = 1 });
+    const auto result = Run(notes, { .jobs = 1 });
     EXPECT_THAT(notes.written, ElementsAre(98));
     EXPECT_EQ(result.failed, 3);
     EXPECT_EQ(result.unreadable, 1);
@@ -247,7 +247,7 @@ TEST_F(DocumentExportTest, FramesWhoseTextCannotBeDrawnFail) {
     m_document.strings = { "", "", "12", "" };
     m_document.textOn = *FrameRanges::Parse("2-", why);
     Notes notes;
-    auto const result = Run(notes);
+    const auto result = Run(notes);
     EXPECT_THAT(notes.written, ElementsAre(1));
     EXPECT_EQ(result.failed, 2);
     ASSERT_FALSE(result.failures.empty());
@@ -260,8 +260,8 @@ TEST_F(DocumentExportTest, UnderStrictFontsAFrameAnswersForWhatItMetItself) {
     std::string why;
     ASSERT_TRUE(text.SetText(FrameText::Field::kInfo, "info", "{file}", why)) << why;
     platform::TextContext run;
-    FrameRenderer const renderer(*m_effect, text, run, FrameRanges::All(), {}, FontPolicy::kStrict);
-    auto const render = [&](const char* file) {
+    const FrameRenderer renderer(*m_effect, text, run, FrameRanges::All(), {}, FontPolicy::kStrict);
+    const auto render = [&](const char* file) {
         Frame frame;
         frame.image = Image::Make(320, 120, kRgb24);
         PixelRect touched;
@@ -279,7 +279,7 @@ TEST_F(DocumentExportTest, APlaceThatCannotBeWrittenEndsTheRun) {
     MakeFrames(1, 3);
     m_folder.Write("out", "a file");
     Notes notes;
-    auto const result = Run(notes, { .output = Path("out/deep/shot.##.png") });
+    const auto result = Run(notes, { .output = Path("out/deep/shot.##.png") });
     EXPECT_THAT(result.writeError, HasSubstr(Path("out/deep")));
     EXPECT_TRUE(notes.written.empty());
     EXPECT_TRUE(notes.finished);

@@ -12,7 +12,7 @@ TEST(ColorText, ReadsEveryWayOfWritingAColor) {
         COLORREF word; // with red in its low byte
         const char* color;
     };
-    for (auto const& row : {
+    for (const auto& row : {
              Row { "#102030", 0x302010, "#102030" },
              Row { "#fAb", 0xBBAAFF, "#FFAABB" },
              Row { "1, 2 ,255", 0xFF0201, "#0102FF" },
@@ -20,14 +20,14 @@ TEST(ColorText, ReadsEveryWayOfWritingAColor) {
              Row { "ORANGE", 0x00A5FF, "#FFA500" },
          }) {
         std::string why;
-        auto const color = ParseColor(row.text, why);
+        const auto color = ParseColor(row.text, why);
         ASSERT_EQ(color, row.word) << row.text << ": " << why;
         EXPECT_EQ(FormatColor(*color), row.color) << row.text;
     }
 }
 
 TEST(ColorText, NamesWhatIsNoColor) {
-    for (std::string const text : { "", "#", "#12", "#1234567", "#12345g", "#-12", "1,2", "1,2,3,4",
+    for (const std::string text : { "", "#", "#12", "#1234567", "#12345g", "#-12", "1,2", "1,2,3,4",
                                     "1,2,256", "1,-2,3", "1,,3", "whiteish", "+1,2,3" }) {
         std::string why;
         EXPECT_FALSE(ParseColor(text, why)) << text;

@@ -26,7 +26,7 @@ TEST(TextField, FillsAFieldWithBytesOfTheApplicationsEncoding) {
         std::string text, bytes;
         const char* reason; // empty when it fits the eight bytes
     };
-    for (auto const& row : {
+    for (const auto& row : {
              Row { "UTF-8", "abc", "abc", "" },
              Row { "UTF-8", "話話a", "話話a", "" },
              Row { "UTF-8", "話話ab", "", "limit is 7" },
@@ -38,7 +38,7 @@ TEST(TextField, FillsAFieldWithBytesOfTheApplicationsEncoding) {
              Row { "CP932", "한글", "", "CP932 lacks" },
              Row { "CP932", std::string("a\0b", 3), "", "zero byte" },
          }) {
-        In const in(row.encoding);
+        const In in(row.encoding);
         std::array<char, 8> field;
         field.fill('#');
         std::string why;
@@ -47,7 +47,7 @@ TEST(TextField, FillsAFieldWithBytesOfTheApplicationsEncoding) {
             EXPECT_EQ(FieldBytes(field), "########") << "a refused text leaves the field alone";
             EXPECT_THAT(why, testing::AllOf(HasSubstr("--info"), HasSubstr(row.reason)));
         } else {
-            auto const cleared = row.bytes + std::string(8 - row.bytes.size(), '\0');
+            const auto cleared = row.bytes + std::string(8 - row.bytes.size(), '\0');
             EXPECT_EQ(std::string(field.data(), field.size()), cleared);
             EXPECT_EQ(FieldBytes(field), row.bytes);
         }
@@ -60,7 +60,7 @@ TEST(TextField, EscapesWhatIsNoText) {
         const char* bytes;
         const char* escaped;
     };
-    for (auto const& row : {
+    for (const auto& row : {
              Row { "UTF-8", "caf\xC3\xA9", "café" },
              Row { "UTF-8",
                    "a\xFF"
@@ -71,21 +71,21 @@ TEST(TextField, EscapesWhatIsNoText) {
              Row { "CP932", "\x98", "\\x98" },
              Row { "CP932", "\x83\x5C", "ソ" }, // its second byte is that of a backslash
          }) {
-        In const in(row.encoding);
+        const In in(row.encoding);
         EXPECT_EQ(EscapeBytes(row.bytes), row.escaped) << row.encoding;
     }
 }
 
 TEST(TextField, AnyBytesComeBackFromTheirEscapedForm) {
     std::mt19937 random(5);
-    for (auto const* encoding : { "UTF-8", "CP932", "EUC-JP", "GBK", "Big5", "EUC-KR" }) {
-        In const in(encoding);
+    for (const auto* encoding : { "UTF-8", "CP932", "EUC-JP", "GBK", "Big5", "EUC-KR" }) {
+        const In in(encoding);
         for (int round = 0; round < 300; ++round) {
             std::string bytes(random() % 24, ' '), why;
             std::generate(bytes.begin(), bytes.end(),
                           [&] { return static_cast<char>(random() % 255 + 1); });
-            auto const escaped = EscapeBytes(bytes);
-            auto const back = UnescapeBytes(escaped, why);
+            const auto escaped = EscapeBytes(bytes);
+            const auto back = UnescapeBytes(escaped, why);
             ASSERT_TRUE(back) << encoding << ' ' << escaped << ' ' << why;
             EXPECT_EQ(*back, bytes) << encoding << ' ' << escaped;
         }
@@ -93,7 +93,7 @@ TEST(TextField, AnyBytesComeBackFromTheirEscapedForm) {
 }
 
 TEST(TextField, NamesAnUnknownEscapeAndMakesLineBreaksCarriageReturns) {
-    for (auto const* text : { "a\\n", "\\", "\\x1", "\\xG0", "\\x-1", "\\X41" }) {
+    for (const auto* text : { "a\\n", "\\", "\\x1", "\\xG0", "\\x-1", "\\X41" }) {
         std::string why;
         EXPECT_FALSE(UnescapeBytes(text, why)) << text;
         EXPECT_THAT(why, HasSubstr("is no escape")) << text;

@@ -14,7 +14,7 @@ TEST(TokenText, ResolvesTokensForAFrame) {
         std::int64_t frame;
         const char* result;
     };
-    for (auto const& row : {
+    for (const auto& row : {
              Row { "", 7, "" },
              Row { "plain", 7, "plain" },
              Row { "{frame}", 1001, "1001" },
@@ -33,10 +33,10 @@ TEST(TokenText, ResolvesTokensForAFrame) {
              Row { "{frame+9223372036854775807}", 5, "9223372036854775807" },
          }) {
         std::string why;
-        auto const text = TokenText::Parse(row.text, why);
+        const auto text = TokenText::Parse(row.text, why);
         ASSERT_TRUE(text) << row.text << ": " << why;
         EXPECT_EQ(text->Resolve({ row.frame, "shot" }), row.result) << row.text;
-        bool const hasFile = text->Resolve({ row.frame, "other" }) != row.result;
+        const bool hasFile = text->Resolve({ row.frame, "other" }) != row.result;
         EXPECT_EQ(text->NeedsFile(), hasFile) << row.text;
         EXPECT_EQ(text->HasTokens(), hasFile || text->Resolve({ -9, "shot" }) != row.result)
             << row.text;
@@ -62,7 +62,7 @@ TEST(TokenText, NamesWhatItDoesNotKnowAndListsTheTokens) {
         { "{{{", "'{' stands alone" },
         { "50 } x", "'}' stands alone" },
     };
-    for (auto const& [text, named] : rows) {
+    for (const auto& [text, named] : rows) {
         std::string why;
         EXPECT_FALSE(TokenText::Parse(text, why)) << text;
         EXPECT_THAT(why, HasSubstr(named)) << text;

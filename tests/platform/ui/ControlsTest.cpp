@@ -87,7 +87,7 @@ TEST_F(ControlsTest, AreFoundByIdInTheirWindowTheOldestFirst) {
     EXPECT_EQ(EditField::Find(first), nullptr);
 }
 
-// Commands --------------------------------------------------------------------------------------
+// Commands ---------------------------------------------------------------------------------------
 
 TEST_F(ControlsTest, APressIsAHitAndThenACommandThatGoesUp) {
     struct Row {
@@ -192,7 +192,7 @@ TEST_F(ControlsTest, AWidgetThatItsHostDeletesEndsItsControl) {
     EXPECT_EQ(Control::Find(check), nullptr);
 }
 
-// State -----------------------------------------------------------------------------------------
+// State ------------------------------------------------------------------------------------------
 
 TEST_F(ControlsTest, EnablingAndActivationAreTwoThings) {
     Control& pane = On(MakeCustom("UserPane"));
@@ -249,7 +249,7 @@ TEST_F(ControlsTest, PlacesAreLocalToTheWindowAndWinOverItsLayout) {
     EXPECT_EQ(pane.Widget().geometry(), QRect(7, 5, 90, 20));
 }
 
-// Looks -----------------------------------------------------------------------------------------
+// Looks ------------------------------------------------------------------------------------------
 
 TEST_F(ControlsTest, OnlyTheNamedFieldsOfAFontStyleCount) {
     Control& label = On(Make<QLabel>());

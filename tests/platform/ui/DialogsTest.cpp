@@ -65,7 +65,7 @@ protected:
     void SetUp() override { ASSERT_TRUE(EnsureUserInterface()); }
 };
 
-// Alerts ------------------------------------------------------------------------------------------
+// Alerts -----------------------------------------------------------------------------------------
 
 TEST_F(DialogsTest, AnAlertTellsWhetherOKWasPressed) {
     struct Row {
@@ -95,7 +95,7 @@ TEST_F(DialogsTest, AnAlertTellsWhetherOKWasPressed) {
     }
 }
 
-// The colour picker -------------------------------------------------------------------------------
+// The colour picker ------------------------------------------------------------------------------
 
 TEST_F(DialogsTest, TheColourPickerKeepsWhatWasNotChanged) {
     const Answers answers({ [&](QDialog& dialog) {
@@ -111,7 +111,7 @@ TEST_F(DialogsTest, TheColourPickerKeepsWhatWasNotChanged) {
     EXPECT_EQ(picked.blue, 0x9ABC);
 }
 
-// Files -------------------------------------------------------------------------------------------
+// Files ------------------------------------------------------------------------------------------
 
 class FileDialogsTest : public DialogsTest {
 protected:

@@ -210,9 +210,8 @@ TEST_P(EditTextTest, ValidatesEveryOtherChangeOnce) {
         validations = 0;
         row.act();
         EXPECT_EQ(validations, row.text.empty() ? 0 : 1) << row.what;
-        if (!row.text.empty()) {
+        if (!row.text.empty())
             EXPECT_EQ(Text(), row.text) << row.what;
-        }
     }
     EXPECT_FALSE(Do(kHICommandOK));
 }

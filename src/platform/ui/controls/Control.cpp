@@ -22,10 +22,9 @@ QHash<const QWidget*, Control*>& Registry() {
 
 // The references of the controls in the widget, innermost first.
 void Gather(const QWidget& widget, std::vector<ControlRef>* controls) {
-    for (QObject* child : widget.children()) {
+    for (QObject* child : widget.children())
         if (child->isWidgetType())
             Gather(static_cast<const QWidget&>(*child), controls);
-    }
     if (const Control* control = Control::At(&widget))
         controls->push_back(control->Ref());
 }
@@ -44,7 +43,7 @@ Control::~Control() {
         Registry().remove(m_widget);
 }
 
-// Making and finding ----------------------------------------------------------------------------
+// Making and finding -----------------------------------------------------------------------------
 
 Control* Control::Create(WindowRef window, const char* className, const Rect& bounds) {
     Window* const owner = Window::Find(window);
@@ -92,7 +91,7 @@ WindowRef Control::OwnerRef() const {
     return m_owner->Ref();
 }
 
-// Events ----------------------------------------------------------------------------------------
+// Events -----------------------------------------------------------------------------------------
 
 void Control::SendHit(ControlPartCode part) {
     const ControlRef self = Ref();
@@ -122,7 +121,7 @@ void Control::SendCommand() {
     SendEventToEventTarget(made, Target());
 }
 
-// Ending ----------------------------------------------------------------------------------------
+// Ending -----------------------------------------------------------------------------------------
 
 void Control::SendDisposed() {
     if (m_disposedSent)

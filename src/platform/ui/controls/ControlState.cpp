@@ -47,7 +47,7 @@ void Control::SetValue(std::int32_t value) {
     ApplyValue(std::clamp(value, minimum, std::max(minimum, Maximum())));
 }
 
-// Reacting and showing --------------------------------------------------------------------------
+// Reacting and showing ---------------------------------------------------------------------------
 
 void Control::SetEnabled(bool enabled) {
     m_enabled = enabled;
@@ -96,7 +96,7 @@ void Control::Invalidate() {
     m_widget->update();
 }
 
-// Bounds ----------------------------------------------------------------------------------------
+// Bounds -----------------------------------------------------------------------------------------
 
 Rect Control::Bounds() const {
     SettleLayouts(m_owner->Widget());
@@ -121,7 +121,7 @@ void Control::Resize(std::int16_t width, std::int16_t height) {
     SetBounds(place.x(), place.y(), width, height);
 }
 
-// Embedding -------------------------------------------------------------------------------------
+// Embedding --------------------------------------------------------------------------------------
 
 OSStatus Control::EmbedIn(Control& container) {
     const bool inItself = &container == this || m_widget->isAncestorOf(container.m_widget);

@@ -67,7 +67,7 @@ EditField* EditField::Find(ControlRef control) {
     return dynamic_cast<EditField*>(Control::Find(control));
 }
 
-// Text ------------------------------------------------------------------------------------------
+// Text -------------------------------------------------------------------------------------------
 
 std::optional<std::string> EditTextControl::Text() const {
     return ToUtf8(m_edit->Text());
@@ -119,7 +119,7 @@ void EditTextControl::SetRomanScript(bool roman) {
     Widget().setInputMethodHints(Widget().inputMethodHints().setFlag(Qt::ImhLatinOnly, roman));
 }
 
-// Keys and commands -----------------------------------------------------------------------------
+// Keys and commands ------------------------------------------------------------------------------
 
 ControlPartCode EditTextControl::FocusPart() const {
     return Widget().focusPolicy() == Qt::NoFocus ? kControlNoPart : kControlEditTextPart;
@@ -172,7 +172,7 @@ bool EditTextControl::DoEditCommand(std::uint32_t commandID) {
     return false;
 }
 
-// Input methods ---------------------------------------------------------------------------------
+// Input methods ----------------------------------------------------------------------------------
 
 bool EditTextControl::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::InputMethod)
@@ -195,7 +195,7 @@ void EditTextControl::EndComposition() {
     QCoreApplication::sendEvent(&Widget(), &nothing);
 }
 
-// Validation ------------------------------------------------------------------------------------
+// Validation -------------------------------------------------------------------------------------
 
 void EditTextControl::NoteChange() {
     QString text = m_edit->Text();

@@ -34,10 +34,9 @@ bool HasText(const QWidget& widget) {
 }
 
 bool HasBuddy(const QWidget& widget) {
-    for (const QLabel* label : widget.window()->findChildren<QLabel*>()) {
+    for (const QLabel* label : widget.window()->findChildren<QLabel*>())
         if (label->buddy() == &widget)
             return true;
-    }
     return false;
 }
 

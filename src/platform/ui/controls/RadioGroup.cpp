@@ -64,10 +64,9 @@ public:
     }
     std::vector<Control*> Subs() const override {
         std::vector<Control*> subs;
-        for (const QAbstractButton* button : m_group->Buttons()) {
+        for (const QAbstractButton* button : m_group->Buttons())
             if (Control* control = At(button))
                 subs.push_back(control);
-        }
         return subs;
     }
 

@@ -32,7 +32,7 @@ Stepper::Stepper(QWidget* parent)
     setAttribute(Qt::WA_Hover);
 }
 
-// Values ----------------------------------------------------------------------------------------
+// Values -----------------------------------------------------------------------------------------
 
 void Stepper::SetValue(std::int32_t value) {
     m_value = std::clamp(value, m_minimum, m_maximum);
@@ -54,7 +54,7 @@ void Stepper::SetRepeatInterval(double seconds) {
     m_repeatInterval = std::clamp(seconds, kMinRepeatInterval, kMaxRepeatInterval);
 }
 
-// Looks -----------------------------------------------------------------------------------------
+// Looks ------------------------------------------------------------------------------------------
 
 QSize Stepper::sizeHint() const {
     const int line = fontMetrics().height();
@@ -108,7 +108,7 @@ bool Stepper::event(QEvent* event) {
     return QWidget::event(event);
 }
 
-// Stepping --------------------------------------------------------------------------------------
+// Stepping ---------------------------------------------------------------------------------------
 
 void Stepper::Step(Arrow arrow) {
     if (m_stepping || !onStep)
@@ -195,7 +195,7 @@ void Stepper::hideEvent(QHideEvent* event) {
     QWidget::hideEvent(event);
 }
 
-// The control -----------------------------------------------------------------------------------
+// The control ------------------------------------------------------------------------------------
 
 namespace {
 

@@ -74,12 +74,11 @@ void ClearSurround(QImage& image) {
     const Surround surround(before);
     for (int y = 0; y < image.height(); ++y) {
         auto* const row = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int x = 0; x < image.width(); ++x) {
+        for (int x = 0; x < image.width(); ++x)
             if (surround.Has({ x, y }))
                 row[x] = 0;
             else if (surround.Touches({ x, y }))
                 row[x] = WithoutWhite(row[x]);
-        }
     }
 }
 

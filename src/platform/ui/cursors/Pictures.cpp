@@ -46,7 +46,7 @@ OSStatus DrawPicture(PicHandle picture, const Rect& destination) {
     return picture ? DrawImageInPort(picture->image, destination) : kParamErr;
 }
 
-// Icons -------------------------------------------------------------------------------------------
+// Icons ------------------------------------------------------------------------------------------
 
 // Nothing draws icons, so that no picture is kept.
 struct Icon {

@@ -22,7 +22,7 @@ QString Translated(const char* text) {
     return QCoreApplication::translate("QFileDialog", text);
 }
 
-// The remembered folder ---------------------------------------------------------------------------
+// The remembered folder --------------------------------------------------------------------------
 
 QString FolderKey(const FileDialogOptions& options) {
     return QStringLiteral("folders/%1").arg(options.preferenceKey);
@@ -39,7 +39,7 @@ void RememberFolder(const FileDialogOptions& options, const QString& file) {
     settings.setValue(FolderKey(options), QFileInfo(file).absolutePath());
 }
 
-// The dialog --------------------------------------------------------------------------------------
+// The dialog -------------------------------------------------------------------------------------
 
 QString TypeFilter(const FileDialogOptions& options) {
     const QString pattern = QString::fromStdString(options.typePattern);
@@ -92,7 +92,7 @@ std::vector<FSSpec> Result(const FileDialogOptions& options, const QString& file
     return { *spec };
 }
 
-// The file to save --------------------------------------------------------------------------------
+// The file to save -------------------------------------------------------------------------------
 
 // ".txt" of "*.txt *.text"; empty when the pattern's end is not fixed.
 QString EndingOf(const FileDialogOptions& options) {

@@ -73,13 +73,12 @@ void ListControl::Tell(DataBrowserItemID item, DataBrowserItemNotification messa
 }
 
 void ListControl::TellOfAll(const Self& self, Items items, DataBrowserItemNotification message) {
-    for (const DataBrowserItemID item : items) {
+    for (const DataBrowserItemID item : items)
         if (self)
             self->Tell(item, message);
-    }
 }
 
-// Rows ------------------------------------------------------------------------------------------
+// Rows -------------------------------------------------------------------------------------------
 
 OSStatus ListControl::AddItems(Items items) {
     if (!Rows().Add(items))
@@ -148,10 +147,9 @@ bool ListControl::DoEditCommand(std::uint32_t commandID) {
             m_view.selectAll();
         return commandID == kHICommandSelectAll;
     }
-    for (const auto& [command, act] : kOfEditor) {
+    for (const auto& [command, act] : kOfEditor)
         if (command == commandID)
             return act(*editor), true;
-    }
     return false;
 }
 

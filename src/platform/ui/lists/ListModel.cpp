@@ -20,10 +20,9 @@ QModelIndex ListModel::IndexOf(DataBrowserItemID item) const {
 
 bool ListModel::Add(std::span<const DataBrowserItemID> items) {
     std::unordered_set<DataBrowserItemID> known(m_items.begin(), m_items.end());
-    for (const DataBrowserItemID item : items) {
+    for (const DataBrowserItemID item : items)
         if (item == kDataBrowserNoItem || !known.insert(item).second)
             return false;
-    }
     if (items.empty())
         return true;
     beginInsertRows({}, rowCount(), rowCount() + static_cast<int>(items.size()) - 1);

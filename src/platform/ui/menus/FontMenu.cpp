@@ -21,10 +21,9 @@ QString NameOf(FontNumber family) {
 // The first item, from 1, that the test holds for; 0 when there is none.
 template <class Test>
 MenuItemIndex FirstItem(const Menu& menu, Test test) {
-    for (std::size_t item = 1; item <= menu.Count(); ++item) {
+    for (std::size_t item = 1; item <= menu.Count(); ++item)
         if (test(static_cast<MenuItemIndex>(item)))
             return static_cast<MenuItemIndex>(item);
-    }
     return 0;
 }
 

@@ -94,10 +94,9 @@ bool Menu::SetSubmenu(MenuItemIndex item, std::unique_ptr<Menu> submenu) {
 }
 
 void Menu::Changed() {
-    for (Menu* menu = this; menu; menu = menu->m_parent) {
+    for (Menu* menu = this; menu; menu = menu->m_parent)
         if (menu->whenChanged)
             menu->whenChanged();
-    }
 }
 
 } // namespace platform

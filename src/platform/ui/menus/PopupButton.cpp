@@ -68,7 +68,7 @@ PopupButton::PopupButton(QWidget* parent) : QComboBox(parent), m_rows(new PopupM
     m_rows->afterReset = [this] { RestorePick(); };
 }
 
-// The picked item ---------------------------------------------------------------------------------
+// The picked item --------------------------------------------------------------------------------
 
 std::int32_t PopupButton::Value() const {
     const PopupModel::Row* const row = m_rows->At(currentIndex());
@@ -96,7 +96,7 @@ void PopupButton::RestorePick() {
     update();
 }
 
-// Picking while the list is closed ----------------------------------------------------------------
+// Picking while the list is closed ---------------------------------------------------------------
 
 bool PopupButton::HasPickable() const {
     const PopupModel::Row* const row = m_rows->At(currentIndex());
@@ -134,10 +134,9 @@ void PopupButton::PickBySteps(int steps) {
 }
 
 bool PopupButton::HasSeparatorBetween(int row, int other) const {
-    for (int i = std::min(row, other); i < std::max(row, other); ++i) {
+    for (int i = std::min(row, other); i < std::max(row, other); ++i)
         if (m_rows->At(i)->separator)
             return true;
-    }
     return false;
 }
 
@@ -176,7 +175,7 @@ void PopupButton::wheelEvent(QWheelEvent* event) {
         PickRow(RowAfter(currentIndex(), -notches));
 }
 
-// Measures ------------------------------------------------------------------------------------------
+// Measures ---------------------------------------------------------------------------------------
 
 // In front of the text and behind it included.
 int PopupButton::WidestText() const {

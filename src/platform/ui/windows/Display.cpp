@@ -34,10 +34,9 @@ bool HasKey(const QString& file, const QString& key) {
 
 bool IsInstalled(const QString& platform) {
     for (const QString& folder : PlatformFolders()) {
-        for (const QFileInfo& file : QDir(folder).entryInfoList(QDir::Files)) {
+        for (const QFileInfo& file : QDir(folder).entryInfoList(QDir::Files))
             if (QLibrary::isLibrary(file.fileName()) && HasKey(file.filePath(), platform))
                 return true;
-        }
     }
     return false;
 }
@@ -97,10 +96,9 @@ QStringList Candidates() {
 } // namespace
 
 std::string FindDisplayPlatform() {
-    for (const QString& candidate : Candidates()) {
+    for (const QString& candidate : Candidates())
         if (CanOpen(candidate))
             return candidate.toStdString();
-    }
     return {};
 }
 

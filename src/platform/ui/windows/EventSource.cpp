@@ -105,7 +105,7 @@ bool EventSource::eventFilter(QObject* receiver, QEvent* event) {
 }
 
 bool EventSource::Turn(QWidget& receiver, QEvent& event) {
-    QEvent::Type const type = event.type();
+    const QEvent::Type type = event.type();
     if (IsInput(type))
         return TurnInput(receiver, static_cast<QInputEvent&>(event));
     switch (type) {
@@ -163,7 +163,7 @@ bool EventSource::WasOffered(const QWidget& receiver, const QInputEvent& event) 
            before.timestamp == now.timestamp && before.key == now.key && before.place == now.place;
 }
 
-// Events on their way ---------------------------------------------------------------------------
+// Events on their way ----------------------------------------------------------------------------
 
 namespace {
 
@@ -214,10 +214,9 @@ Passage* Passage::Of(EventRef made) {
 }
 
 bool Passage::IsFeeding(const QEvent& event) {
-    for (const Passage* passage = s_innermost; passage; passage = passage->m_outer) {
+    for (const Passage* passage = s_innermost; passage; passage = passage->m_outer)
         if (passage->m_feeding && IsSame(passage->m_event, event))
             return true;
-    }
     return false;
 }
 

@@ -23,11 +23,10 @@ void FocusSomethingIn(QWidget& widget) {
     if (QWidget* const last = widget.focusWidget())
         return last->setFocus(Qt::OtherFocusReason);
     for (QWidget* next = widget.nextInFocusChain(); next && next != &widget;
-         next = next->nextInFocusChain()) {
+         next = next->nextInFocusChain())
         if (widget.isAncestorOf(next) && next->isEnabled() && next->isVisibleTo(&widget) &&
             next->focusPolicy() & Qt::TabFocus)
             return next->setFocus(Qt::OtherFocusReason);
-    }
 }
 
 bool CanFocus(const Window& window, const Control& control) {
@@ -69,7 +68,7 @@ void Tell(const Control& control, ControlPartCode part) {
 
 } // namespace
 
-// Moving it -------------------------------------------------------------------------------------
+// Moving it --------------------------------------------------------------------------------------
 
 void WidgetWindow::TakeUserFocus() {
     const QPointer<QWidget> widget(m_widget);
@@ -107,7 +106,7 @@ bool WidgetWindow::SetKeyboardFocus(const Control* control) {
     return true;
 }
 
-// Telling of it ---------------------------------------------------------------------------------
+// Telling of it ----------------------------------------------------------------------------------
 
 bool TurnFocus(WidgetWindow& window, QWidget& receiver, QFocusEvent& event) {
     const Control* const control = Control::Of(&receiver);

@@ -179,7 +179,7 @@ std::uint32_t TranslateModifiers(Qt::KeyboardModifiers modifiers) {
 }
 
 bool TurnKey(WidgetWindow& window, QWidget& receiver, QKeyEvent& key) {
-    std::uint32_t const kind = KindOf(key);
+    const std::uint32_t kind = KindOf(key);
     const bool releasesWhileHeld = kind == kEventRawKeyUp && key.isAutoRepeat();
     if (releasesWhileHeld || IsModifierKey(key.key()))
         return false;

@@ -28,7 +28,7 @@ constexpr std::array kFlags {
 } // namespace
 
 void WidgetWindow::ChangeAttributes(std::uint32_t set, std::uint32_t clear) {
-    std::uint32_t const before = m_attributes;
+    const std::uint32_t before = m_attributes;
     m_attributes = (before | set) & ~clear;
     if (m_attributes != before && m_widget->isWindow())
         ApplyAttributes(before ^ m_attributes);
@@ -37,10 +37,9 @@ void WidgetWindow::ChangeAttributes(std::uint32_t set, std::uint32_t clear) {
 // A window that is visible stays so; the window system is told of the new flags.
 void WidgetWindow::ApplyAttributes(std::uint32_t changed) {
     Qt::WindowFlags flags = m_widget->windowFlags() | Qt::CustomizeWindowHint;
-    for (const NamedFlag& named : kFlags) {
+    for (const NamedFlag& named : kFlags)
         if (changed & named.attribute)
             flags.setFlag(named.flag, ((m_attributes & named.attribute) != 0) != named.whenClear);
-    }
     m_widget->overrideWindowFlags(flags);
     if (QWindow* const handle = m_widget->windowHandle())
         handle->setFlags(flags);
@@ -50,7 +49,7 @@ void WidgetWindow::SetActivationScope(std::uint32_t scope) {
     m_widget->setAttribute(Qt::WA_ShowWithoutActivating, scope == 0);
 }
 
-// Modality --------------------------------------------------------------------------------------
+// Modality ---------------------------------------------------------------------------------------
 
 void WidgetWindow::SetModality(std::uint32_t modality, const Window* over) {
     m_modality = modality;
@@ -100,7 +99,7 @@ void WidgetWindow::ShowWithModality(Qt::WindowModality modality) {
         m_widget->activateWindow();
 }
 
-// Modal runs ------------------------------------------------------------------------------------
+// Modal runs -------------------------------------------------------------------------------------
 
 void WidgetWindow::RunModal() {
     if (m_modalLoop)

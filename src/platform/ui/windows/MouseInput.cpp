@@ -72,7 +72,7 @@ std::int32_t TakeNotches(const QWheelEvent& wheel) {
 } // namespace
 
 bool TurnMouse(WidgetWindow& window, QWidget& receiver, QMouseEvent& mouse) {
-    std::uint32_t const kind = KindOf(mouse);
+    const std::uint32_t kind = KindOf(mouse);
     const QPointer<QWidget> alive(&receiver);
     const bool wanted = IsWanted(window, kind);
     if (wanted) {
@@ -88,7 +88,7 @@ bool TurnMouse(WidgetWindow& window, QWidget& receiver, QMouseEvent& mouse) {
 bool TurnWheel(WidgetWindow& window, QWidget& receiver, QWheelEvent& wheel) {
     if (!IsWanted(window, kEventMouseWheelMoved))
         return false;
-    std::int32_t const notches = TakeNotches(wheel);
+    const std::int32_t notches = TakeNotches(wheel);
     if (notches == 0)
         return false;
     const MadeEvent event(kEventClassMouse, kEventMouseWheelMoved);

@@ -111,7 +111,7 @@ void MouseTracker::Cancel(WindowRef window) {
 }
 
 MouseTracking WidgetWindow::TrackMouse(EventTime timeout, Point* where) {
-    MouseTracker::Step const step = MouseTracker::Of().Wait(Ref(), timeout);
+    const MouseTracker::Step step = MouseTracker::Of().Wait(Ref(), timeout);
     *where = ToPoint(step.where);
     return step.what;
 }

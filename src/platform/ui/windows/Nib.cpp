@@ -27,7 +27,7 @@ namespace {
 QString Localized(const QString& text, CFBundleRef bundle) {
     if (!text.startsWith(QLatin1String("IDS_")))
         return text;
-    std::string const key = text.toStdString();
+    const std::string key = text.toStdString();
     const CFStringRef string = CFBundleCopyLocalizedString(bundle, key, key.c_str(), nullptr);
     QString localized = QStringFrom(string);
     if (string)
@@ -56,7 +56,7 @@ QByteArray LocalizeForm(const QByteArray& form, CFBundleRef bundle, QString* why
     QXmlStreamWriter writer(&localized);
     bool inString = false;
     while (!reader.atEnd()) {
-        QXmlStreamReader::TokenType const token = reader.readNext();
+        const QXmlStreamReader::TokenType token = reader.readNext();
         if (token == QXmlStreamReader::StartElement || token == QXmlStreamReader::EndElement)
             inString = reader.isStartElement() && reader.name() == QLatin1String("string");
         if (token == QXmlStreamReader::Invalid)
@@ -88,7 +88,7 @@ constexpr OSType kDefaultSignature = 0x56454C4D; // "VELM"
 // Four characters such as "ok  ", where an editor may have lost the blanks at the end; or a number.
 OSType CodeOf(const QVariant& value, OSType otherwise) {
     bool isNumber = false;
-    std::uint32_t const number = value.toUInt(&isNumber);
+    const std::uint32_t number = value.toUInt(&isNumber);
     const QByteArray text = value.toString().toLatin1();
     if (isNumber || text.isEmpty() || text.size() > 4)
         return isNumber ? number : otherwise;
@@ -154,10 +154,10 @@ OSStatus CreateWindowFromNib(CFBundleRef bundle, std::string_view nib, std::stri
     *window = nullptr;
     if (!EnsureUserInterface())
         return kErrNoUserInterface;
-    std::filesystem::path const folder = CFBundleCopyResourceURL(bundle, nib, "nib", "");
+    const std::filesystem::path folder = CFBundleCopyResourceURL(bundle, nib, "nib", "");
     if (folder.empty())
         return kErrCantFindNib;
-    std::filesystem::path const form = folder / (std::string(name) + ".ui");
+    const std::filesystem::path form = folder / (std::string(name) + ".ui");
     return MakeWindow(QString::fromStdString(form.string()), bundle, window);
 }
 

@@ -86,7 +86,7 @@ WidgetWindow* WidgetWindow::Of(const QWidget* widget) {
     return nullptr;
 }
 
-// The end ---------------------------------------------------------------------------------------
+// The end ----------------------------------------------------------------------------------------
 
 void WidgetWindow::Dispose() {
     const Alive alive(*this);
@@ -116,7 +116,7 @@ void WidgetWindow::End() {
         delete this;
 }
 
-// Showing ---------------------------------------------------------------------------------------
+// Showing ----------------------------------------------------------------------------------------
 
 void WidgetWindow::Show() {
     const Alive alive(*this);
@@ -152,7 +152,7 @@ Window* FrontWindow() {
     return front;
 }
 
-// Places ----------------------------------------------------------------------------------------
+// Places -----------------------------------------------------------------------------------------
 
 void WidgetWindow::MoveTo(std::int16_t left, std::int16_t top) {
     MoveContentTo(*m_widget, { left, top });
@@ -190,7 +190,7 @@ void WidgetWindow::SetTitle(std::string_view utf8) {
     m_widget->setWindowTitle(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())));
 }
 
-// Drawing ---------------------------------------------------------------------------------------
+// Drawing ----------------------------------------------------------------------------------------
 
 // Widgets keep themselves fresh; what handlers draw alone, they cannot know to be stale. A window full
 // of widgets takes longer to paint than its picture, so they are left alone.
@@ -212,7 +212,7 @@ void WidgetWindow::Flush() {
     QCoreApplication::sendPostedEvents(m_widget->window(), QEvent::UpdateRequest);
 }
 
-// The default and the cancel button ---------------------------------------------------------------
+// The default and the cancel button --------------------------------------------------------------
 // They belong to the window, not to a dialog of Qt's that a host may have around it.
 
 Control* WidgetWindow::DefaultButton() const {
@@ -233,7 +233,7 @@ void WidgetWindow::SetCancelButton(Control* button) {
     m_cancelButton = button ? button->Ref() : nullptr;
 }
 
-// Events ----------------------------------------------------------------------------------------
+// Events -----------------------------------------------------------------------------------------
 
 OSStatus WidgetWindow::Send(std::uint32_t kind) const {
     return SendObjectEvent(*this, kEventClassWindow, kind, kTypeWindowRef, [](EventRef) {});

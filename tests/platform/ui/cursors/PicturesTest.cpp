@@ -42,10 +42,9 @@ TEST(Pictures, BlendIntoThePortWithinItsSides) {
 
 TEST(Pictures, GetSmallerByAveraging) {
     QImage stripes = Plain(8, 8, Qt::white);
-    for (int y = 0; y < 8; ++y) {
+    for (int y = 0; y < 8; ++y)
         for (int x = 0; x < 8; x += 2)
             stripes.setPixelColor(x, y, Qt::black);
-    }
     const test::TestWorld world(1, 1);
     const PicHandle picture = Make(Png(stripes));
     EXPECT_EQ(DrawPicture(picture, { 0, 0, 1, 1 }), kNoErr);

@@ -37,7 +37,7 @@ class WindowsFixture : public testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(platform::EnsureUserInterface()); }
     void TearDown() override {
-        for (platform::WindowRef const window : m_windows)
+        for (const platform::WindowRef window : m_windows)
             test::Dispose(window);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCoreApplication::processEvents();
@@ -50,7 +50,7 @@ protected:
         return window;
     }
     platform::WindowRef MakeActive() {
-        platform::WindowRef const window = Make();
+        const platform::WindowRef window = Make();
         test::At(window).Show();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&Widget(window)));
         return window;

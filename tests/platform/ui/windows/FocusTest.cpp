@@ -15,7 +15,7 @@ protected:
     // Writes "a5" when a's part 5 gets the focus.
     ChainHandler::Act Writes(const char* name) {
         return [this, name](EventHandlerCallRef call, EventRef event) {
-            OSStatus const status = CallNextEventHandler(call, event);
+            const OSStatus status = CallNextEventHandler(call, event);
             m_log += name + std::to_string(test::PartOf(event)) + " ";
             return status;
         };

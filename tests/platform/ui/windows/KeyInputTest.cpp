@@ -31,7 +31,7 @@ TEST_F(KeyInputTest, GoesThroughWindowControlButtonsAndWidget) {
     const ChainHandler first(UIObject::TargetOf(window), { test::kKeyDown },
                              [this](EventHandlerCallRef call, EventRef event) {
                                  m_log += "window ";
-                                 OSStatus const status = CallNextEventHandler(call, event);
+                                 const OSStatus status = CallNextEventHandler(call, event);
                                  m_log += "typed:" + TextOf(field).toStdString() + " ";
                                  return status;
                              });
@@ -84,7 +84,7 @@ TEST_F(KeyInputTest, EditCommandsGoToTheFocusedField) {
     EventRef event = nullptr;
     CreateEvent(kEventClassCommand, kEventCommandProcess, &event);
     HICommandExtended command {};
-    for (std::uint32_t const id : { kHICommandSelectAll, kHICommandClear }) {
+    for (const std::uint32_t id : { kHICommandSelectAll, kHICommandClear }) {
         command.commandID = id;
         SetEventParameter(event, kEventParamDirectObject, kTypeHICommand, sizeof command, &command);
         EXPECT_EQ(SendEventToEventTarget(event, UIObject::TargetOf(window)), kNoErr);

@@ -66,7 +66,7 @@ TEST_F(ModalLoopTest, TheQueueIsDrainedByPriorityAlsoBelowAHandler) {
         types.push_back({ kOurs, kind });
     const ChainHandler handler(
         GetApplicationEventTarget(), types, [&](auto, EventRef event) -> OSStatus {
-            std::uint32_t const kind = GetEventKind(event);
+            const std::uint32_t kind = GetEventKind(event);
             m_log += std::to_string(kind) + " ";
             if (kind == 3) { // a run below a handler goes on with the rest
                 test::At(nested).Show();

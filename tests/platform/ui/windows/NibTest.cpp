@@ -62,7 +62,7 @@ protected:
     NibTest() {
         m_folder.Write("T.bundle/Contents/Info.json",
                        R"({"identifier": "org.telop.test.nib", "name": "T", "version": "1"})");
-        std::string const resources = "T.bundle/Contents/Resources/";
+        const std::string resources = "T.bundle/Contents/Resources/";
         m_folder.Write(resources + "en.lproj/Localizable.strings",
                        "\"IDS_TITLE\" = \"Text & <Box>\";\n\"IDS_TIP\" = \"A tip\";\n");
         m_folder.Write(resources + "Forms.nib/Edit.ui", kForm);
