@@ -16,8 +16,8 @@ namespace host {
 
 namespace {
 
-void RecordMisuse(std::string what) {
-    Ledger::Get().RecordMisuse(std::move(what));
+void RecordMisuse(const std::string& what) {
+    Ledger::Get().RecordMisuse(what);
 }
 
 struct ObjectProcs {

@@ -39,7 +39,7 @@ private:
         for (int i = 0; i < 3; ++i) {
             const bool redFirst = info.format & kTextImageRgb24;
             const bool blueFirst = info.format & kTextImageBgr24;
-            pixel[redFirst ? i : blueFirst ? 2 - i : 1 + i] = color[i];
+            pixel[redFirst ? i : blueFirst ? 2 - i : m_stride - 3 + i] = color[i];
         }
     }
 

@@ -30,8 +30,10 @@ void LieOver(WidgetWindow& window, const Window& first) {
     // A host's layout keeps what it has, and nothing lies over what lies over it.
     if (!window.Widget().isWindow() || window.Widget().isAncestorOf(below))
         return;
+    const Alive alive(window); // who hears of the new parent may end it
     MoveBelow(window.Widget(), below);
-    window.liesOverGroup = true;
+    if (alive)
+        window.liesOverGroup = true;
 }
 
 } // namespace
