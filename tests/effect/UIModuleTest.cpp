@@ -3,7 +3,6 @@
 #include "effect/UIModule.h"
 
 #include <cstring>
-#include <vector>
 
 #include <gmock/gmock.h>
 
@@ -12,73 +11,62 @@
 
 namespace {
 
-class UIModuleTest : public testing::Test {
-protected:
-    // The copy of the bundle starts without the dialogs that the build has put into it.
-    UIModuleTest() : m_bundle(TELOP_BUNDLE, TELOP_MODULE) {
-        std::filesystem::remove(m_bundle.ModuleFolder() / kUIModuleFileName);
+// A copy of the bundle with that in the place of the dialogs that the build has put into it.
+struct ChangedBundle : LoadedBundle {
+    explicit ChangedBundle(const char* dialogs) : LoadedBundle(TELOP_BUNDLE, TELOP_MODULE) {
+        const auto place = ModuleFolder() / kUIModuleFileName;
+        std::filesystem::remove(place);
+        if (*dialogs)
+            std::filesystem::copy_file(dialogs, place);
     }
 
-    void PutBeside(const char* module) {
-        std::filesystem::copy_file(module, m_bundle.ModuleFolder() / kUIModuleFileName);
-    }
+    platform::TextContext met;
+    platform::TextScope scope { met };
+};
 
-    // Each selector twice, as a host does that opens its dialog again; what was reported then.
-    std::vector<platform::Report> ExpectNoDialogs() {
+TEST(UIModule, GetsTheDialogSelectorsAlsoAfterTheHostHasLeftTheFolder) {
+    ChangedBundle bundle(TELOP_FAKE_UI);
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(bundle.ModuleFolder());
+    bundle.Load("./TextOverlay.so");
+    std::filesystem::current_path(before);
+    _EPIRECORD record {};
+    EXPECT_EQ(bundle.Call(epiCreateSettingDialog, &record), 0);
+    EXPECT_EQ(record.pDialogHolder, &record);
+    record.nNotifyCode = 2;
+    EXPECT_EQ(bundle.Call(epiDialogNotify, &record), 0);
+    EXPECT_EQ(record.nNotifyResult, 42);
+    EXPECT_EQ(bundle.Call(epiDestroySettingDialog, &record), 0);
+    EXPECT_EQ(record.pDialogHolder, nullptr);
+    EXPECT_THAT(bundle.met.Reports(), testing::IsEmpty());
+}
+
+// Each selector twice, as a host does that opens its dialog again: what is wrong is reported once.
+TEST(UIModule, WithoutDialogsTheSelectorsDoNothing) {
+    const TemporaryFolder folder;
+    const std::string broken = folder.Write("broken", "no module");
+    for (const auto& [dialogs, reported] :
+         { std::pair { "", "" }, std::pair { broken.c_str(), kUIModuleFileName },
+           std::pair { TELOP_PLATFORM, "no table" } }) {
+        ChangedBundle bundle(dialogs);
         for (int round = 0; round < 2; ++round) {
             _EPIRECORD record {};
             record.hDialogWindow = reinterpret_cast<EPIWindowRef>(&record);
             record.pDialogHolder = &record;
             _EPIRECORD expected = record;
-            EXPECT_EQ(m_bundle.Call(epiDialogNotify, &record), 0);
-            EXPECT_EQ(m_bundle.Call(epiDestroySettingDialog, &record), 0);
+            EXPECT_EQ(bundle.Call(epiDialogNotify, &record), 0);
+            EXPECT_EQ(bundle.Call(epiDestroySettingDialog, &record), 0);
             EXPECT_EQ(std::memcmp(&record, &expected, sizeof record), 0);
             expected.hDialogWindow = nullptr;
             expected.pDialogHolder = nullptr;
-            EXPECT_EQ(m_bundle.Call(epiCreateSettingDialog, &record), 0);
+            EXPECT_EQ(bundle.Call(epiCreateSettingDialog, &record), 0);
             EXPECT_EQ(std::memcmp(&record, &expected, sizeof record), 0);
         }
-        return m_met.Reports();
+        const auto reports = bundle.met.Reports();
+        ASSERT_EQ(reports.size(), *reported ? 1u : 0u) << dialogs;
+        if (*reported)
+            EXPECT_THAT(Describe(reports[0]), testing::HasSubstr(reported));
     }
-
-    LoadedBundle m_bundle;
-    platform::TextContext m_met;
-    platform::TextScope m_scope { m_met };
-};
-
-TEST_F(UIModuleTest, GetsTheDialogSelectorsAlsoAfterTheHostHasLeftTheFolder) {
-    PutBeside(TELOP_FAKE_UI);
-    const auto before = std::filesystem::current_path();
-    std::filesystem::current_path(m_bundle.ModuleFolder());
-    m_bundle.Load("./TextOverlay.so");
-    std::filesystem::current_path(before);
-    _EPIRECORD record {};
-    EXPECT_EQ(m_bundle.Call(epiCreateSettingDialog, &record), 0);
-    EXPECT_EQ(record.pDialogHolder, &record);
-    record.nNotifyCode = 2;
-    EXPECT_EQ(m_bundle.Call(epiDialogNotify, &record), 0);
-    EXPECT_EQ(record.nNotifyResult, 42);
-    EXPECT_EQ(m_bundle.Call(epiDestroySettingDialog, &record), 0);
-    EXPECT_EQ(record.pDialogHolder, nullptr);
-    EXPECT_THAT(m_met.Reports(), testing::IsEmpty());
-}
-
-TEST_F(UIModuleTest, ItsAbsenceIsNoError) {
-    EXPECT_THAT(ExpectNoDialogs(), testing::IsEmpty());
-}
-
-TEST_F(UIModuleTest, OneThatDoesNotOpenIsReportedOnce) {
-    std::ofstream(m_bundle.ModuleFolder() / kUIModuleFileName) << "no module";
-    const auto reports = ExpectNoDialogs();
-    ASSERT_EQ(reports.size(), 1u);
-    EXPECT_THAT(Describe(reports[0]), testing::HasSubstr(kUIModuleFileName));
-}
-
-TEST_F(UIModuleTest, OneWithoutATableIsRefused) {
-    PutBeside(TELOP_PLATFORM);
-    const auto reports = ExpectNoDialogs();
-    ASSERT_EQ(reports.size(), 1u);
-    EXPECT_THAT(reports[0].reason, testing::HasSubstr("no table"));
 }
 
 } // namespace

@@ -31,26 +31,29 @@ void* Pin() {
 const EPIObjectProcs kObjects { sizeof kObjects, nullptr, [](EPIObjectRef, std::int32_t kind) {
                                    Note("release" + std::to_string(kind));
                                } };
-EPIHandleProcs s_handles {};
-EPIArchiveProcs s_archives {};
-EPIOffscreenProcs s_images {};
-
-class Wrappers : public testing::Test {
-protected:
-    static void SetUpTestSuite() {
-        s_handles.Lock = [](EPIHandleRef) { return Pin(); };
-        s_handles.Unlock = [](EPIHandleRef) { Note("unlock"); };
-        s_handles.Dispose = [](EPIHandleRef) { Note("dispose"); };
-        s_archives.Open = [](EPIArchiveRef, const FSSpec*, std::uint32_t, std::int32_t mode) {
-            Note("open");
-            return std::int32_t { mode == epiArchiveRead };
-        };
-        s_archives.Close = [](EPIArchiveRef) { Note("close"); };
-        s_images.nSize = sizeof s_images;
-        s_images.Lock = [](EPIImageRef, std::int32_t) { return std::int32_t { Pin() != nullptr }; };
-        s_images.Unlock = [](EPIImageRef) { Note("unlock"); };
-    }
-};
+const EPIHandleProcs kHandles = [] {
+    EPIHandleProcs procs {};
+    procs.Lock = [](EPIHandleRef) { return Pin(); };
+    procs.Unlock = [](EPIHandleRef) { Note("unlock"); };
+    procs.Dispose = [](EPIHandleRef) { Note("dispose"); };
+    return procs;
+}();
+const EPIArchiveProcs kArchives = [] {
+    EPIArchiveProcs procs {};
+    procs.Open = [](EPIArchiveRef, const FSSpec*, std::uint32_t, std::int32_t mode) {
+        Note("open");
+        return std::int32_t { mode == epiArchiveRead };
+    };
+    procs.Close = [](EPIArchiveRef) { Note("close"); };
+    return procs;
+}();
+const EPIOffscreenProcs kImages = [] {
+    EPIOffscreenProcs procs {};
+    procs.nSize = sizeof procs;
+    procs.Lock = [](EPIImageRef, std::int32_t) { return std::int32_t { Pin() != nullptr }; };
+    procs.Unlock = [](EPIImageRef) { Note("unlock"); };
+    return procs;
+}();
 
 template <class Ref>
 Ref Thing() {
@@ -75,27 +78,27 @@ std::string Thrown(const std::string& throwing, void (*scope)()) {
 }
 
 void UseHandle() {
-    PIHandle handle(&kObjects, &s_handles, Thing<EPIHandleRef>(), HandleOwner::kWrapper);
+    PIHandle handle(&kObjects, &kHandles, Thing<EPIHandleRef>(), HandleOwner::kWrapper);
     EXPECT_EQ(handle.Lock(), &s_thing);
     Work();
 }
 
 void UseArchive() {
-    PIArchive archive(&kObjects, &s_archives, Thing<EPIArchiveRef>(), epiObjectArchive);
+    PIArchive archive(&kObjects, &kArchives, Thing<EPIArchiveRef>(), epiObjectArchive);
     EXPECT_TRUE(archive.Open(FSSpec {}, 0, epiArchiveRead));
     Work();
 }
 
 void UseImage() {
-    PIOffscreen image(&kObjects, &s_images, Thing<EPIImageRef>(), epiObjectImage);
+    PIOffscreen image(&kObjects, &kImages, Thing<EPIImageRef>(), epiObjectImage);
     for (int i = 0; i < 2; ++i) // which lock once
         EXPECT_TRUE(image.Lock(PIOffscreen::Access::kRead));
     Work();
 }
 
 void UseTwoLocks() {
-    PIOffscreen dst(&kObjects, &s_images, Thing<EPIImageRef>(), 0);
-    PIOffscreen src(&kObjects, &s_images, Thing<EPIImageRef>(), epiObjectImage);
+    PIOffscreen dst(&kObjects, &kImages, Thing<EPIImageRef>(), 0);
+    PIOffscreen src(&kObjects, &kImages, Thing<EPIImageRef>(), epiObjectImage);
     const PIOffscreenLock first(dst, PIOffscreen::Access::kWrite, PIOffscreenLock::Unlock::kAlways);
     const PIOffscreenLock second(src, PIOffscreen::Access::kRead, PIOffscreenLock::Unlock::kAlways);
     Work();
@@ -104,30 +107,30 @@ void UseTwoLocks() {
 // Nothing passes a pointer's end but what was on its way before.
 void UseHeldImage() {
     const auto image =
-        std::make_unique<PIOffscreen>(&kObjects, &s_images, Thing<EPIImageRef>(), epiObjectImage);
+        std::make_unique<PIOffscreen>(&kObjects, &kImages, Thing<EPIImageRef>(), epiObjectImage);
     image->Lock(PIOffscreen::Access::kRead);
     Work();
 }
 
 // A host sees a close for each open that it was asked for, also for one that it refused.
 void UseRefusedArchive() {
-    PIArchive archive(&kObjects, &s_archives, Thing<EPIArchiveRef>());
+    PIArchive archive(&kObjects, &kArchives, Thing<EPIArchiveRef>());
     EXPECT_FALSE(archive.Open(FSSpec {}, 0, epiArchiveWrite));
     Work();
 }
 
 void UseWhatIsNotTheirs() {
-    PIHandle handle(&kObjects, &s_handles, Thing<EPIHandleRef>());
+    PIHandle handle(&kObjects, &kHandles, Thing<EPIHandleRef>());
     handle.Lock();
     handle.Unlock();
     handle.Unlock();
     const PIObject borrowed(&kObjects, &s_thing, 0);
-    PIArchive none(&kObjects, &s_archives, nullptr, epiObjectArchive);
+    PIArchive none(&kObjects, &kArchives, nullptr, epiObjectArchive);
     EXPECT_FALSE(none.Open(FSSpec {}, 0, epiArchiveRead));
     Work();
 }
 
-TEST_F(Wrappers, PassOnTheFirstThingThrownAndGiveBackTheRest) {
+TEST(Wrappers, PassOnTheFirstThingThrownAndGiveBackTheRest) {
     struct Row {
         void (*use)();
         const char *throwing, *calls, *thrown;
@@ -153,7 +156,7 @@ TEST_F(Wrappers, PassOnTheFirstThingThrownAndGiveBackTheRest) {
 }
 
 // An exception that is older than the wrapper is no reason to keep quiet about a newer one.
-TEST_F(Wrappers, PassOnWhatIsThrownWhileAnOlderExceptionGoesOn) {
+TEST(Wrappers, PassOnWhatIsThrownWhileAnOlderExceptionGoesOn) {
     struct CleansUp {
         ~CleansUp() { EXPECT_EQ(Thrown("unlock", UseHandle), "unlock"); }
     };

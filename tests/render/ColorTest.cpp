@@ -10,28 +10,21 @@
 
 namespace {
 
-TEST(ColorRefTest, PacksHighBytesAndWidensThemBack) {
-    EXPECT_EQ(RGBtoCOLORREF({ 0x12FF, 0x34EE, 0x56DD }), 0x563412u);
-    for (unsigned long value = 0; value < 256; ++value) {
-        platform::RGBColor color {};
-        COLORREFtoRGB(color, (value << 16 | (255 - value)) | 0xFF000000u);
-        EXPECT_EQ(color.blue, value * 257);
-        EXPECT_EQ(RGBtoCOLORREF(color), value << 16 | (255 - value));
-    }
-}
-
 TEST(DrawColorTest, FillsFramesAndKeepsThePortsColors) {
     const test::TestWorld world(4, 3);
     world.Erase();
-    platform::RGBForeColor({ 1, 2, 3 });
+    platform::RGBForeColor({ 0x12FF, 0x34EE, 0x56DD });
     platform::Rect patch { 0, 0, 3, 3 };
     DrawColor(patch, 0xFF332211);
     EXPECT_THAT(world.Pixels(), testing::ElementsAre(0, 0, 0, 0xFFFFFF,        //
                                                      0, 0x112233, 0, 0xFFFFFF, //
                                                      0, 0, 0, 0xFFFFFF));
-    platform::RGBColor fore {};
-    platform::GetForeColor(&fore);
-    EXPECT_EQ(fore.blue, 3);
+    platform::RGBColor color {};
+    platform::GetForeColor(&color);
+    EXPECT_EQ(RGBtoCOLORREF(color), 0x563412u);
+    COLORREFtoRGB(color, 0xFF00FE80);
+    EXPECT_EQ(color.red, 0x8080);
+    EXPECT_EQ(color.green, 0xFEFE);
 }
 
 using Numbers = std::array<long, 3>;

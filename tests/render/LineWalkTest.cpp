@@ -10,7 +10,6 @@
 
 #include "platform/TextEncoding.h"
 #include "render/CTextRenderer.h"
-#include "render/TextFields.h"
 
 namespace {
 
@@ -63,14 +62,6 @@ TEST(LineWalkTest, EndsLinesAtBreaksAndStepsOverWholeCharacters) {
     EXPECT_TRUE(CTextRenderer::IsDoubleByte("a\x83\x5C", 2));
     EXPECT_FALSE(CTextRenderer::IsDoubleByte("a\xB1\x5C", 2));
     platform::SetApplicationTextEncoding("UTF-8");
-}
-
-TEST(PascalStringTest, KeepsAtMost255Bytes) {
-    unsigned char out[257] = {};
-    CtoPascalString(out, std::string(300, 'x').c_str());
-    EXPECT_EQ(out[0], 255);
-    EXPECT_EQ(out[255], 'x');
-    EXPECT_EQ(out[256], 0);
 }
 
 } // namespace

@@ -14,47 +14,8 @@ CountingHost& Host(void* reference) {
 
 } // namespace
 
-// The tables have no entries beside those that drawing, archives and handles need, so a call to
-// another one shows.
-void CountingHost::FillImages() {
-    m_images.nSize = sizeof m_images;
-    m_images.Lock = [](EPIImageRef image, std::int32_t writable) -> std::int32_t {
-        if (Host(image).InTrouble())
-            return 0;
-        if (writable != 1)
-            Host(image).NoteMisuse("a frame locked for reading");
-        return ++Host(image).m_imageLocks;
-    };
-    m_images.Unlock = [](EPIImageRef image) {
-        --Host(image).m_imageLocks;
-        Host(image).InTrouble();
-    };
-    m_images.Width = [](EPIImageRef image) { return Host(image).Tell(Host(image).m_width); };
-    m_images.Height = [](EPIImageRef image) { return Host(image).Tell(Host(image).m_height); };
-    m_images.Depth = [](EPIImageRef image) { return Host(image).Tell(Host(image).m_depth); };
-    m_images.RowBytes = [](EPIImageRef image) {
-        if (Host(image).m_imageLocks == 0)
-            Host(image).NoteMisuse("row bytes of an unlocked image");
-        return Host(image).Tell(Host(image).RowBytes());
-    };
-    m_images.BaseAddress = [](EPIImageRef image) -> void* {
-        if (Host(image).m_imageLocks == 0)
-            Host(image).NoteMisuse("base address of an unlocked image");
-        return Host(image).InTrouble() ? nullptr : Host(image).pixels.data();
-    };
-    m_images.ChannelIndices = [](EPIImageRef image, std::int32_t* alpha, std::int32_t* red,
-                                 std::int32_t* green, std::int32_t* blue) {
-        if (Host(image).InTrouble())
-            return;
-        const bool hasAlpha = Host(image).m_depth != 24;
-        if (hasAlpha)
-            *alpha = 0;
-        *red = hasAlpha ? 1 : 0;
-        *green = *red + 1;
-        *blue = *red + 2;
-    };
-}
-
+// The tables have no entries beside those that archives and handles need, so a call to another one
+// shows.
 void CountingHost::FillHandlesAndArchives() {
     m_handles.nSize = sizeof m_handles;
     m_handles.Lock = [](EPIHandleRef handle) -> void* {
@@ -95,20 +56,19 @@ void CountingHost::FillHandlesAndArchives() {
 }
 
 CountingHost::CountingHost(int width, int height, int depth)
-    : record(), pluginInfo(), paramDesc(), settings(), m_width(width), m_height(height),
-      m_depth(depth), m_memory(sizeof(_TEXTPARAM)) {
-    FillImages();
+    : record(), pluginInfo(), paramDesc(), settings(), image(width, height, depth, 12),
+      m_memory(sizeof(_TEXTPARAM)) {
+    image.isInTrouble = [this] { return InTrouble(); };
     FillHandlesAndArchives();
-    pixels.assign(static_cast<std::size_t>(RowBytes()) * static_cast<std::size_t>(height), kFill);
     record.pObjectProcs = &m_objects;
-    record.pOffscreenProcs = &m_images;
+    record.pOffscreenProcs = image.Procs();
     record.pArchiveProcs = &m_archives;
     record.pHandleProcs = &m_handles;
     record.pPluginInfo = &pluginInfo;
     record.pParamDesc = &paramDesc;
     record.hFixedParam = reinterpret_cast<EPIHandleRef>(this);
     record.pParamValues = &apply;
-    record.hDestination = reinterpret_cast<EPIImageRef>(this);
+    record.hDestination = image.Ref();
     record.hArchive = reinterpret_cast<EPIArchiveRef>(this);
     record.dScale = 1.0;
     record.nFrameWidth = width;
@@ -132,12 +92,4 @@ bool CountingHost::InTrouble() {
     if (m_trouble == Trouble::kThrow)
         throw HostFailure();
     return m_trouble == Trouble::kFail;
-}
-
-bool CountingHost::PaddingIsUntouched() const {
-    const auto rowBytes = static_cast<std::size_t>(RowBytes());
-    for (std::size_t i = 0; i < pixels.size(); ++i)
-        if (i % rowBytes >= rowBytes - kRowPadding && pixels[i] != kFill)
-            return false;
-    return true;
 }

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // An image of a host that exists for the tests: its memory has marked bytes around it and between its
-// rows, and everything that a host may refuse or get wrong can be asked of it.
+// rows, it has an address only while it is locked, and what a host may refuse or get wrong can be asked
+// of it.
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 #include "render/PIOffscreen.h"
@@ -35,9 +37,7 @@ public:
     render::ChannelOrder order;       // what the host tells; alpha below 0 is left alone
     int locks = 0;                    // outstanding
     int writableLocks = 0, readableLocks = 0;
-    bool refusesLock = false;
-    bool hasNoMemory = false;
-    bool throwsOnDepth = false;
+    std::function<bool()> isInTrouble = [] { return false; }; // asked by each call; true: it fails
     int toldRowBytes;
     int copies = 0, stretches = 0;
     int cursor = 0; // pixels from the top left

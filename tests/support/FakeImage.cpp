@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // The callback table of the tests' image.
-#include "render/FakeImage.h"
+#include "support/FakeImage.h"
 
 #include <algorithm>
 #include <cstring>
-#include <stdexcept>
 
 namespace {
 
 FakeImage& Of(EPIImageRef image) {
     return *reinterpret_cast<FakeImage*>(image);
+}
+
+std::int32_t Tell(EPIImageRef image, int number) {
+    return Of(image).isInTrouble() ? 0 : number;
 }
 
 std::uint8_t* Cursor(FakeImage& image) {
@@ -21,19 +24,18 @@ EPIOffscreenProcs Callbacks() {
     EPIOffscreenProcs procs {};
     procs.nSize = sizeof procs;
     procs.Lock = [](EPIImageRef image, std::int32_t writable) -> std::int32_t {
-        if (Of(image).refusesLock)
+        if (Of(image).isInTrouble())
             return 0;
         ++(writable == 1 ? Of(image).writableLocks : Of(image).readableLocks);
         return ++Of(image).locks;
     };
-    procs.Unlock = [](EPIImageRef image) { --Of(image).locks; };
-    procs.Width = [](EPIImageRef image) -> std::int32_t { return Of(image).width; };
-    procs.Height = [](EPIImageRef image) -> std::int32_t { return Of(image).height; };
-    procs.Depth = [](EPIImageRef image) -> std::int32_t {
-        if (Of(image).throwsOnDepth)
-            throw std::runtime_error("depth");
-        return Of(image).depth;
+    procs.Unlock = [](EPIImageRef image) {
+        --Of(image).locks;
+        Of(image).isInTrouble();
     };
+    procs.Width = [](EPIImageRef image) { return Tell(image, Of(image).width); };
+    procs.Height = [](EPIImageRef image) { return Tell(image, Of(image).height); };
+    procs.Depth = [](EPIImageRef image) { return Tell(image, Of(image).depth); };
     procs.GetPixel = [](EPIImageRef image) -> std::uint32_t {
         const std::uint8_t* at = Cursor(Of(image));
         return at[1] | at[2] << 8 | at[3] << 16 | std::uint32_t { at[0] } << 24;
@@ -60,12 +62,16 @@ EPIOffscreenProcs Callbacks() {
         ++Of(dst).copies;
         Of(dst).memory = Of(src).memory;
     };
-    procs.RowBytes = [](EPIImageRef image) -> std::int32_t { return Of(image).toldRowBytes; };
+    procs.RowBytes = [](EPIImageRef image) {
+        return Tell(image, Of(image).locks > 0 ? Of(image).toldRowBytes : 0);
+    };
     procs.BaseAddress = [](EPIImageRef image) -> void* {
-        return Of(image).hasNoMemory ? nullptr : Of(image).Base();
+        return Of(image).isInTrouble() || Of(image).locks == 0 ? nullptr : Of(image).Base();
     };
     procs.ChannelIndices = [](EPIImageRef image, std::int32_t* a, std::int32_t* r, std::int32_t* g,
                               std::int32_t* b) {
+        if (Of(image).isInTrouble())
+            return;
         const render::ChannelOrder& order = Of(image).order;
         if (order.alpha >= 0)
             *a = order.alpha;
