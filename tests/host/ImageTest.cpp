@@ -161,17 +161,23 @@ TEST_F(ImageTest, LocksCountAndAddressesNeedThem) {
                                           HasSubstr("1 locks"), HasSubstr("width was given")));
 }
 
-TEST_F(ImageTest, AnImageThatAPluginMakesHasNoPixels) {
-    const auto ref = static_cast<EPIImageRef>(ObjectTable().Create(epiObjectImage));
+TEST_F(ImageTest, NothingIsCopiedFromAnotherDepthOrFromWhatHasNoPixels) {
     const auto& procs = OffscreenTable(LateEntries::kPresent);
-    const auto other = Image::Make(2, 2, kArgb32);
-    EXPECT_EQ(procs.Lock(ref, 1), 0);
-    procs.Copy(ref, 0, 0, 2, 2, other->Ref(), 0, 0);
-    procs.Stretch(other->Ref(), 0, 0, 2, 2, ref, 0, 0, 1, 1);
-    EXPECT_FALSE(Ledger::Get().IsBalanced());
-    ObjectTable().Release(ref, epiObjectImage);
+    const auto src = RandomImage(2, 2, kRgb24, 8), dst = RandomImage(2, 2, kRgba32, 9);
+    const auto before = AllPixels(*dst);
+    const auto empty = static_cast<EPIImageRef>(ObjectTable().Create(epiObjectImage));
+    for (const auto from : { src->Ref(), empty }) {
+        procs.Lock(dst->Ref(), 1);
+        procs.Copy(dst->Ref(), 0, 0, 2, 2, from, 0, 0);
+        procs.Stretch(dst->Ref(), 0, 0, 2, 2, from, 0, 0, 2, 2);
+        procs.Unlock(dst->Ref());
+    }
+    EXPECT_EQ(AllPixels(*dst), before);
+    EXPECT_EQ(procs.Lock(empty, 1), 0);
+    ObjectTable().Release(empty, epiObjectImage);
     EXPECT_EQ(ObjectTable().Create(7), nullptr);
-    EXPECT_THAT(TakeMisuse(), ElementsAre(HasSubstr("kind 7")));
+    EXPECT_THAT(TakeMisuse(), ElementsAre("copy from 24 to 32 bits", "stretch from 24 to 32 bits",
+                                          HasSubstr("kind 7")));
 }
 
 // Holds a copy against one that goes pixel by pixel.
@@ -230,48 +236,34 @@ TEST_F(CopyTest, ColoursSurviveEveryChangeOfOrder) {
         }
 }
 
-TEST_F(CopyTest, DepthsDoNotMix) {
-    const auto src = RandomImage(2, 2, kRgb24, 8);
-    const auto dst = RandomImage(2, 2, kRgba32, 9);
-    const auto before = AllPixels(*dst);
-    CopyPixels(*dst, 0, 0, *src, { 0, 0, 2, 2 });
-    StretchPixels(*dst, { 0, 0, 2, 2 }, *src, { 0, 0, 2, 2 });
-    EXPECT_EQ(AllPixels(*dst), before);
-    EXPECT_THAT(TakeMisuse(), ElementsAre("copy from 24 to 32 bits", "stretch from 24 to 32 bits"));
-}
-
 class StretchTest : public ImageTest {};
 
 TEST_F(StretchTest, OneToOneIsACopyInEveryFormat) {
     for (const auto& format : AllFormats()) {
-        const auto src = RandomImage(5, 4, format, 10);
+        const auto src = RandomImage(5, 4, format, 10), dst = RandomImage(5, 4, format, 11);
         for (std::int32_t y = 0; y < 4; ++y)
             for (auto& byte : src->Row(y))
                 byte |= 1; // a colour that nobody sees need not survive
-        const auto dst = RandomImage(5, 4, format, 11);
         StretchPixels(*dst, { 0, 0, 5, 4 }, *src, { 0, 0, 5, 4 });
         ASSERT_EQ(AllPixels(*dst), AllPixels(*src)) << Print(format);
         ExpectPaddingUntouched(*dst, Print(format));
     }
 }
 
-TEST_F(StretchTest, ShrinkingAveragesByCoverageAndAlpha) {
-    auto src = Image::Make(3, 1, kRgba32);
-    std::ranges::copy(std::vector<std::uint8_t> { 200, 0, 0, 255, 0, 100, 0, 255, 9, 9, 9, 0 },
-                      src->Row(0).begin());
-    auto dst = Image::Make(2, 1, kRgba32);
-    StretchPixels(*dst, { 0, 0, 2, 1 }, *src, { 0, 0, 3, 1 });
-    // The first pixel covers source pixel 0 and half of 1: red 200 * 2/3, green 100 * 1/3. The
-    // second covers the other half of 1 and all of 2, which is transparent and has no colour.
-    EXPECT_THAT(dst->Row(0), ElementsAre(133, 33, 0, 255, 0, 100, 0, 85));
-}
-
-TEST_F(StretchTest, EnlargingBlendsBetweenCentres) {
-    auto src = Image::Make(2, 1, kRgb24);
-    std::ranges::copy(std::vector<std::uint8_t> { 0, 0, 0, 200, 100, 40 }, src->Row(0).begin());
-    auto dst = Image::Make(4, 1, kRgb24);
-    StretchPixels(*dst, { 0, 0, 4, 1 }, *src, { 0, 0, 2, 1 });
-    EXPECT_THAT(dst->Row(0), ElementsAre(0, 0, 0, 50, 25, 10, 150, 75, 30, 200, 100, 40));
+// The first pixel of the shrunk row covers source pixel 0 and half of 1: red 200 * 2/3, green 100 * 1/3.
+// The second covers the other half of 1 and all of 2, which is transparent and has no colour.
+TEST_F(StretchTest, ShrinkingAveragesByCoverageAndAlphaAndEnlargingBlendsBetweenCentres) {
+    const auto stretched = [](PixelFormat format, std::vector<std::uint8_t> row, int width) {
+        const auto from = static_cast<std::int32_t>(row.size()) / format.BytesPerPixel();
+        const auto src = Image::Make(from, 1, format), dst = Image::Make(width, 1, format);
+        std::ranges::copy(row, src->Row(0).begin());
+        StretchPixels(*dst, { 0, 0, width, 1 }, *src, { 0, 0, from, 1 });
+        return std::vector(dst->Row(0).begin(), dst->Row(0).end());
+    };
+    EXPECT_THAT(stretched(kRgba32, { 200, 0, 0, 255, 0, 100, 0, 255, 9, 9, 9, 0 }, 2),
+                ElementsAre(133, 33, 0, 255, 0, 100, 0, 85));
+    EXPECT_THAT(stretched(kRgb24, { 0, 0, 0, 200, 100, 40 }, 4),
+                ElementsAre(0, 0, 0, 50, 25, 10, 150, 75, 30, 200, 100, 40));
 }
 
 TEST_F(StretchTest, ClippingDrawsTheSamePixelsAsTheWhole) {

@@ -13,10 +13,12 @@ using testing::HasSubstr;
 class OtherCommands : public TelopProgram {};
 
 TEST_F(OtherCommands, SettingsGoToJsonAndBack) {
-    Run("render --character 太郎 --off --at -3,7 --box none --save-settings a.telop");
+    Run("render --character 太郎 --off --at -3,7 --box none --color '#010203' --save-settings "
+        "a.telop");
     const auto json = Run("settings a.telop");
     EXPECT_THAT(json.out, AllOf(HasSubstr("\"kind\": \"character\""), HasSubstr("太郎"),
-                                HasSubstr("\"off\": true"), HasSubstr("\"box\": false")));
+                                HasSubstr("\"off\": true"), HasSubstr("\"box\": false"),
+                                HasSubstr("\"color\": \"#010203\""), HasSubstr("-3")));
     Write("a.json", json.out);
     Run("settings --from a.json -o b.telop");
     EXPECT_EQ(Contents("a.telop"), Contents("b.telop"));

@@ -117,16 +117,20 @@ TEST_F(RenderStream, AReaderThatWentAwayIsAnError) {
 
 TEST_F(RenderStream, AnInterruptionEndsTheWaitForASilentStream) {
     ASSERT_EQ(mkfifo(Path("pipe").c_str(), 0600), 0);
-    const int keeper = open(Path("pipe").c_str(), O_RDWR);
+    const int keeper = open(Path("pipe").c_str(), O_RDWR | O_CLOEXEC);
     const auto stream = Stream(1);
     ASSERT_EQ(write(keeper, stream.data(), stream.size()), static_cast<ssize_t>(stream.size()));
-    auto run = Start("render --info x --progress lines - out.#.png", Path("pipe"));
-    while (!std::filesystem::exists(Path("out.1.png")))
-        usleep(1000);
+    int told[2];
+    ASSERT_EQ(pipe2(told, O_CLOEXEC), 0);
+    auto run = Start("render --info x --progress lines - out.#.png", Path("pipe"),
+                     [&] { dup2(told[1], STDERR_FILENO); });
+    char first;
+    EXPECT_EQ(read(told[0], &first, 1), 1) << "of the line about the only frame";
+    EXPECT_TRUE(std::filesystem::exists(Path("out.1.png")));
     run.Send(SIGTERM);
-    const auto outcome = run.Wait();
-    close(keeper);
-    EXPECT_EQ(outcome.code, 143) << outcome.err;
+    EXPECT_EQ(run.Wait().code, 143);
+    for (const int file : { keeper, told[0], told[1] })
+        close(file);
     EXPECT_THAT(Files("."), testing::Not(testing::Contains(HasSubstr(".part"))));
 }
 

@@ -72,28 +72,23 @@ TEST_F(RenderTrouble, FramesThatFailOrAreNotThereAreNamedAndTheOthersAreFinished
     Run("render --info x --frames 4-5 a c/", { .code = 1 });
 }
 
-TEST_F(RenderTrouble, AFontThatIsNotThereIsSaidOrStopsTheRun) {
+TEST_F(RenderTrouble, FontsAndCharactersThatAreNotThereAreSaidOrStopTheRun) {
     WriteSequence("a", 1, 6);
-    const auto outcome =
-        Run("render --info x --font 'Nirgendwo Sans' a b/", { .says = "warning: " });
+    const std::string nowhere = "render --info x --font 'Nirgendwo Sans' a ";
+    const auto outcome = Run(nowhere + "b/", { .says = "warning: " });
     EXPECT_NE(outcome.err.find("Nirgendwo Sans"), std::string::npos);
     EXPECT_EQ(outcome.err.find("Nirgendwo"), outcome.err.rfind("Nirgendwo")) << "said once";
-
-    Run("render --info x --font 'Nirgendwo Sans' --strict-fonts a c/",
-        { .code = 4, .says = "'Nirgendwo Sans' is not installed" });
+    Run(nowhere + "c/ --strict-fonts", { .code = 4, .says = "'Nirgendwo Sans' is not installed" });
     EXPECT_FALSE(std::filesystem::exists(Path("c")));
-}
 
-TEST_F(RenderTrouble, ACharacterThatNoFontHasStopsAStrictRunBeforeItsFrame) {
-    WriteSequence("a", 1, 6);
     // A code point of the private use area at the very end of the last plane.
-    const std::string missing = "\xF4\x8F\xBF\xBD";
-    Run("render --info " + missing + " a b/");
-    Run("render --strict-fonts --jobs 4 --apply 3- a c/ --info " + missing,
+    const std::string missing = " --info \xF4\x8F\xBF\xBD";
+    Run("render a d/" + missing);
+    Run("render --strict-fonts --jobs 4 --apply 3- a e/" + missing,
         { .code = 4, .says = "U+10FFFD" });
-    for (const auto& name : Files("c"))
+    for (const auto& name : Files("e"))
         EXPECT_LT(name, "shot.3.png") << "was drawn with a stand-in";
-    Run("render --info 'Latin 日本語' --strict-fonts a d/");
+    Run("render --info 'Latin 日本語' --strict-fonts a f/");
 }
 
 TEST_F(RenderTrouble, MemoryForFewerFramesMakesThemOneAfterTheOtherOrNamesThem) {
@@ -111,6 +106,41 @@ TEST_F(RenderTrouble, MemoryForFewerFramesMakesThemOneAfterTheOtherOrNamesThem) 
     const auto pam = "P6\n900 700\n255\n" + std::string(std::size_t { 900 } * 700 * 3, 'x');
     Run("render --info x --memory 1M - -",
         { .code = 3, .says = "the input stream: frame 1: needs ", .input = pam });
+}
+
+TEST_F(RenderTrouble, AFrameWithoutItsTextIsAFailedOne) {
+    WriteSequence("a", 1, 3);
+    Write("fonts.conf", "<fontconfig></fontconfig>");
+    std::string large(60, 'W'); // 247 MB at 120 points
+    for (int i = 0; i < 60; ++i)
+        large += "\\n.";
+    struct Row {
+        std::string text;
+        std::function<void()> inChild;
+        const char* reason;
+    };
+    for (const auto& row : {
+             Row { "x --size 32767", {}, "pixels, more than a picture can have" },
+                 Row { "x", [this] { setenv("FONTCONFIG_FILE", Path("fonts.conf").c_str(), 1); },
+                       "no font is installed" },
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__) // they need more addresses
+                 Row { large + " --size 120",
+                       [] {
+                           const rlimit small { 280 << 20, 280 << 20 };
+                           setrlimit(RLIMIT_AS, &small);
+                       },
+                       "pixels, more than there is memory for" },
+#endif
+         }) {
+        std::filesystem::remove_all(Path("b"));
+        const auto outcome =
+            Start("render --apply 2 --jobs 1 a b/ --dialogue " + row.text, "/dev/null", row.inChild)
+                .Wait();
+        EXPECT_EQ(outcome.code, 1) << outcome.err;
+        EXPECT_THAT(outcome.err, HasSubstr("a/shot.2.png: the text is not drawn: "));
+        EXPECT_THAT(outcome.err, HasSubstr(row.reason));
+        EXPECT_THAT(Files("b"), ElementsAre("shot.1.png", "shot.3.png"));
+    }
 }
 
 // Each thread asks for a stack of a gibibyte, and few of them fit.

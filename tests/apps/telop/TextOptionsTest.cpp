@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/telop/TextOptions.h"
 
-#include <cstring>
-
 #include <gmock/gmock.h>
 
 #include "apps/telop/CommandError.h"
@@ -21,20 +19,6 @@ _TEXTPARAM Defaults() {
     params.dwFlags = TEXT_SCORE | TEXT_BOX;
     params.nFontSize = 36;
     return params;
-}
-
-TEST(TextOptions, OptionsReplaceOnlyWhatTheyName) {
-    auto settings = Defaults();
-    settings.dwFlags = TEXT_CHARACTER | TEXT_MONOLOGUE | TEXT_BOX;
-    std::strcpy(settings.szCharacter, "Taro");
-    std::strcpy(settings.szFontName, "Somewhere");
-    const auto text = MakeFrameText(
-        { .off = true, .color = "#010203", .box = "none", .position = "-4,9" }, settings);
-    auto expected = settings;
-    expected.dwFlags = TEXT_CHARACTER | TEXT_OFFCHARACTER;
-    expected.crText = 0x030201;
-    expected.ptPos = { -4, 9 };
-    EXPECT_EQ(std::memcmp(&text.Params(), &expected, sizeof expected), 0);
 }
 
 TEST(TextOptions, ANewKindTakesTheOldOnesPlace) {
@@ -81,26 +65,23 @@ TEST(OptionText, SplitsStringsAtCommas) {
         EXPECT_THROW(SplitStrings("--strings", text), CommandError) << text;
 }
 
+// A file loses its mark and its last line break, and nothing in it is an escape.
 TEST(OptionText, DialogueBreaksItsLinesWithCarriageReturns) {
-    for (const auto& [typed, text] : std::vector<std::pair<std::string, std::string>> {
-             { R"(one\ntwo)", "one\rtwo" },
-             { "one\ntwo\r\nthree", "one\rtwo\rthree" },
-             { R"(C:\\new \t)", R"(C:\new \t)" },
-             { "@@home", "@home" },
-         })
-        EXPECT_EQ(DialogueText("--dialogue", typed), text) << typed;
-}
-
-TEST(OptionText, ADialogueFileLosesOnlyItsMarkAndLastLineBreak) {
     const TemporaryFolder folder;
-    for (const auto& [typed, text] : std::vector<std::pair<std::string, std::string>> {
-             { "\xEF\xBB\xBFone\r\ntwo\r\n", "one\rtwo" },
-             { "one\n\n", "one\r" },
-             { R"(a\nb)", R"(a\nb)" },
-             { "", "" },
+    const auto file = folder.Path() / "line.txt";
+    for (const auto& [typed, text, inFile] :
+         std::vector<std::tuple<std::string, std::string, std::string>> {
+             { R"(one\ntwo)", "one\rtwo", "" },
+             { "one\ntwo\r\nthree", "one\rtwo\rthree", "" },
+             { R"(C:\\new \t)", R"(C:\new \t)", "" },
+             { "@@home", "@home", "" },
+             { "@" + file.string(), "one\rtwo", "\xEF\xBB\xBFone\r\ntwo\r\n" },
+             { "@" + file.string(), "one\r", "one\n\n" },
+             { "@" + file.string(), R"(a\nb)", R"(a\nb)" },
+             { "@" + file.string(), "", "" },
          }) {
-        const auto file = folder.Write("line.txt", typed);
-        EXPECT_EQ(DialogueText("--dialogue", "@" + file.string()), text) << typed;
+        folder.Write("line.txt", inFile);
+        EXPECT_EQ(DialogueText("--dialogue", typed), text) << typed << inFile;
     }
 }
 
