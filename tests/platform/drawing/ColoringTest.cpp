@@ -20,21 +20,6 @@ TEST(ColoringTest, MixRoundsToTheNearestOverTheWholeRange) {
     }
 }
 
-TEST(ColoringTest, EachPixelIsMixedByItsCoverage) {
-    std::minstd_rand random(7);
-    const Pixel color { 0, 12, 200, 255 };
-    std::vector<std::uint8_t> pixels(41 * 4), coverage(40);
-    for (std::uint8_t& byte : pixels)
-        byte = static_cast<std::uint8_t>(random());
-    for (std::uint8_t& byte : coverage)
-        byte = random() % 3 == 0 ? 0 : static_cast<std::uint8_t>(random());
-    std::vector<std::uint8_t> expected = pixels;
-    for (std::size_t i = 0; i < coverage.size() * 4; ++i)
-        expected[i] = Mix(pixels[i], color[i % 4], coverage[i / 4]);
-    BlendPixels(pixels.data(), coverage.data(), 40, color);
-    EXPECT_EQ(pixels, expected);
-}
-
 TEST(ColoringTest, EveryWayMixesEachPixelAndWritesNoOther) {
     const TwoColors rows[] = { { { 0, 254, 254, 254 }, { 0, 0, 0, 0 } },
                                { { 0, 0, 0, 0 }, { 0, 255, 255, 255 } },

@@ -64,18 +64,4 @@ TEST(CoveragePlaneTest, GathersWhatFallsInsideWhereverBitmapsLie) {
     }
 }
 
-TEST(CoveragePlaneTest, SpansAreCutAtTheEdges) {
-    CoveragePlane plane(kBox);
-    constexpr std::int64_t kFar = std::int64_t { 1 } << 40;
-    plane.PaintSpan(-kFar, kTop + 2, 2 * kFar, 100);
-    plane.PaintSpan(kLeft - 5, kTop + 3, 6, 200);
-    plane.PaintSpan(kLeft, kTop - 1, 5, 255);
-    plane.PaintSpan(kLeft, kTop + kHeight, 5, 255);
-    plane.PaintSpan(kLeft + kWidth, kTop + 4, 5, 255);
-    const std::uint8_t* const bytes = plane.Row(kTop);
-    EXPECT_EQ(std::count(bytes, bytes + kWidth * kHeight, 0), kWidth * kHeight - kWidth - 1);
-    EXPECT_EQ(plane.Row(kTop + 2)[kWidth - 1], 100);
-    EXPECT_EQ(plane.Row(kTop + 3)[0], 200);
-}
-
 } // namespace

@@ -234,21 +234,4 @@ TEST(WorldTest, DrawingWithoutEndGivesThePixelsOfFewSteps) {
         EXPECT_EQ(world.Pixels()[i], i % 9 == 0 ? 0xFF0000u : 0xFFFFFFu);
 }
 
-TEST(WorldTest, AKnownPictureEqualsAFreshOne) {
-    std::vector<std::uint32_t> first;
-    PurgeTextCaches();
-    const std::int64_t hits = GetTextCacheStats().pictureHits;
-    for (int round = 0; round < 6; ++round) {
-        if (round == 5)
-            PurgeTextCaches();
-        const TestWorld world(90, 30);
-        world.Erase();
-        TextSize(24);
-        Draw(1, 22, "CUT 12");
-        first = first.empty() ? world.Pixels() : first;
-        EXPECT_EQ(world.Pixels(), first) << round;
-    }
-    EXPECT_GT(GetTextCacheStats().pictureHits, hits);
-}
-
 } // namespace

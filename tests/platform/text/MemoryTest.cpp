@@ -81,14 +81,6 @@ bool DrawFrame(const TestWorld& world, const char* line, Pixels& pixels) {
     return Take(world, pixels);
 }
 
-TEST(MemoryTest, AFrameIsWholeOrNotThere) {
-    Sweep(kBytes, [] {
-        PurgeTextCaches();
-        const auto world = std::make_shared<TestWorld>(kWidth, kHeight);
-        return [world](Pixels& pixels) { return DrawFrame(*world, "CUT 009", pixels); };
-    });
-}
-
 TEST(MemoryTest, ATextThatCountsOnIsWholeOrNotThere) {
     Sweep(kBytes, [] {
         PurgeTextCaches();
