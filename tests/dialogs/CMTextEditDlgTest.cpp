@@ -34,6 +34,12 @@ protected:
             popup.model()->index(popup.count() + kLock, 0).data(Qt::CheckStateRole);
         return mark.isValid() && mark.toInt() == Qt::Checked;
     }
+    // Presses the opacity's stepper, so far from its top or, below 0, from its bottom.
+    void Step(int y) {
+        auto& arrows = Get<QWidget>(108);
+        QTest::mouseClick(&arrows, Qt::LeftButton, {},
+                          { arrows.width() / 2, y < 0 ? arrows.height() + y : y });
+    }
 };
 
 // Beginnings -------------------------------------------------------------------------------------
@@ -109,6 +115,7 @@ TEST_F(CMTextEditDlgTest, ShowsTheParameters) {
 
 TEST_F(CMTextEditDlgTest, StoresWhatIsPickedAndClicked) {
     record.bInfoPresent = 1;
+    effect->Params()->nOpacity = 99;
     Open(kEdit);
     const std::uint32_t suffixes = TEXT_OFFCHARACTER | TEXT_MONOLOGUE;
     const auto flags = [this](std::uint32_t mask) { return Param().dwFlags & mask; };
@@ -135,7 +142,10 @@ TEST_F(CMTextEditDlgTest, StoresWhatIsPickedAndClicked) {
           [&] { return Param().nFontSize == 64 && Get<QLineEdit>(102).text() == "64"; } },
         { "font", [&] { Pick(101, 0); },
           [&] { return Shown(101) == Param().szFontName && Param().szFontName[0] != '\0'; } },
-        { "larger", [&] { Click(94); }, [] { return true; } },
+        { "opacity up", [&] { Step(3); }, [&] { return Param().nOpacity == 100; } },
+        { "no further", [&] { Step(3); }, [&] { return Param().nOpacity == 100; } },
+        { "opacity down", [&] { Step(-4); },
+          [&] { return Param().nOpacity == 99 && Get<QLineEdit>(107).text() == "99"; } },
         { "grid", [&] { Pick(97, 1); }, [&] { return IsEnabled(98); } },
         { "snap", [&] { Click(98); }, [&] { return Get<QAbstractButton>(98).isChecked(); } },
         { "no grid", [&] { Pick(97, 0); }, [&] { return !IsEnabled(98); } },
@@ -183,20 +193,13 @@ TEST_F(CMTextEditDlgTest, ShowsTheWholeFrameUntilTheUserZooms) {
     Drain();
     const int larger = scale();
     EXPECT_GT(larger, first);
-    image = host::Image::Make(640, 480, host::kArgb32);
-    record.nFrameWidth = 640;
-    record.nFrameHeight = 480;
-    record.hComposite = image->Ref();
-    Notify(epiNotifyCompositeImage);
-    const int whole = scale();
-    EXPECT_LT(whole, larger);
     Click(95);
-    EXPECT_EQ(scale(), std::min(whole, 210) - 10);
-    for (int i = 0; i < 30; ++i)
-        Click(95);
-    EXPECT_EQ(scale(), 10);
+    EXPECT_EQ(scale(), std::min(larger, 210) - 10);
     Click(94);
-    EXPECT_EQ(scale(), 20);
+    EXPECT_EQ(scale(), std::min(larger, 200));
+    root->resize(root->width(), root->height() + 100);
+    Drain();
+    EXPECT_EQ(scale(), std::min(larger, 200));
 }
 
 // Fields -----------------------------------------------------------------------------------------
@@ -244,21 +247,6 @@ TEST_F(CMTextEditDlgTest, StoresWhatIsTypedAtOnce) {
     Drain();
     EXPECT_EQ(Param().szCharacter, QString(21, QChar(0x30A2)).toStdString())
         << "cut at a whole one";
-}
-
-TEST_F(CMTextEditDlgTest, StepsTheOpacity) {
-    effect->Params()->nOpacity = 99;
-    Open(kEdit);
-    auto& arrows = Get<QWidget>(108);
-    const auto press = [&](int y) {
-        QTest::mouseClick(&arrows, Qt::LeftButton, {}, { arrows.width() / 2, y });
-    };
-    press(3);
-    press(3);
-    EXPECT_EQ(Param().nOpacity, 100);
-    press(arrows.height() - 4);
-    EXPECT_EQ(Param().nOpacity, 99);
-    EXPECT_EQ(Get<QLineEdit>(107).text(), "99");
 }
 
 // Lists ------------------------------------------------------------------------------------------
@@ -332,7 +320,13 @@ TEST_F(CMTextEditDlgTest, StoresOnOKAndTellsTheHost) {
     Click(98);
     Type(206, "new one");
     TakeHeard();
+    Type(107, "101");
+    EXPECT_EQ(Notify(epiNotifyOK), 0);
+    EXPECT_EQ(TakeHeard(), "");
+    EXPECT_EQ(Param().nOpacity, 10) << "what was typed last that could be";
+    EXPECT_THAT(Settings().infoPopup.szHistory[0], StrEq(""));
     EXPECT_EQ(Notify(epiNotifyOK), 1);
+    EXPECT_EQ(Param().nOpacity, 100) << "what the field was corrected to";
     EXPECT_EQ(TakeHeard(), "changed option1 ");
     EXPECT_THAT(Settings().infoPopup.szHistory[0], StrEq("new one"));
     EXPECT_EQ(Settings().nViewState1, 2);
@@ -346,19 +340,11 @@ TEST_F(CMTextEditDlgTest, StoresOnOKAndTellsTheHost) {
     TakeHeard();
     Notify(epiNotifyOK);
     EXPECT_EQ(TakeHeard(), "changed ");
-}
-
-TEST_F(CMTextEditDlgTest, StaysOpenOverANumberThatCannotBe) {
-    std::strcpy(effect->Params()->szInfoText, "not kept");
-    Open(kEdit);
-    TakeHeard();
-    Type(107, "101");
-    EXPECT_EQ(Notify(epiNotifyOK), 0);
-    EXPECT_THAT(Settings().infoPopup.szHistory[0], StrEq(""));
-    EXPECT_EQ(Param().nOpacity, 10) << "what was typed last that could be";
-    EXPECT_EQ(TakeHeard(), "");
+    EXPECT_EQ(Notify(epiNotifyUpdate), 77) << "it edits the parameters themselves";
+    onHeard = [](const std::string&) { throw test::HostThrows(); };
+    EXPECT_THROW(Notify(epiNotifyOK), test::HostThrows);
+    onHeard = nullptr;
     EXPECT_EQ(Notify(epiNotifyOK), 1);
-    EXPECT_EQ(Param().nOpacity, 100) << "what the field was corrected to";
 }
 
 TEST_F(CMTextEditDlgTest, EndsStringsThatFillTheirFields) {
@@ -389,17 +375,21 @@ TEST_F(CMTextEditDlgTest, EndsStringsThatFillTheirFields) {
 
 TEST_F(CMTextEditDlgTest, LeavesCommandsThatItDoesNotKnow) {
     Open(kEdit);
-    const auto send = [this](std::uint32_t id) {
+    const auto send = [this](std::uint32_t id, bool byControl = true) {
         HuxCarbonEvent event(platform::kEventClassCommand, platform::kEventCommandProcess);
         const auto* const control =
             platform::Control::FindByID(record.hDialogWindow, { kHuxPropertyCreator, 105 });
-        event.SetCommandParameter(control->Ref(), id, 0, nullptr);
+        if (byControl)
+            event.SetCommandParameter(control->Ref(), id, 0, nullptr);
+        else
+            event.SetCommandParameter(id, 0, nullptr);
         return platform::SendEventToEventTarget(event.GetEventRef(),
                                                 platform::UIObject::TargetOf(record.hDialogWindow));
     };
     for (const std::uint32_t id : { 108U, 96U, 91U, 201U, 302U, platform::kHICommandCopy })
         EXPECT_EQ(send(id), platform::kEventNotHandledErr) << id;
     EXPECT_EQ(send(98), platform::kNoErr);
+    EXPECT_EQ(send(98, false), platform::kEventNotHandledErr) << "no control sent it";
     TakeHeard();
     EXPECT_EQ(send(platform::kHICommandOK), platform::kNoErr);
     EXPECT_EQ(TakeHeard(), "changed option1 ") << "OK is the dialog's";
@@ -432,14 +422,6 @@ TEST_F(CMTextEditDlgTest, LetsTheHostDestroyItWhileItTellsOrAsks) {
     Pick(207, kEditList);
     EXPECT_EQ(root, nullptr);
     EXPECT_EQ(WindowWith(108, 91), nullptr) << "the list's editor ends with it";
-}
-
-TEST_F(CMTextEditDlgTest, PassesWhatTheHostThrows) {
-    Open(kEdit);
-    onHeard = [](const std::string&) { throw test::HostThrows(); };
-    EXPECT_THROW(Notify(epiNotifyOK), test::HostThrows);
-    onHeard = nullptr;
-    EXPECT_EQ(Notify(epiNotifyOK), 1);
 }
 
 } // namespace

@@ -3,8 +3,6 @@
 #include <cstring>
 
 #include "dialogs/DialogFixture.h"
-#include "huxCommon/huxGUI/HuxCarbonEvent.h"
-#include "support/WindowRefs.h"
 
 namespace {
 
@@ -66,6 +64,7 @@ TEST_F(CMTextSettingsTest, SumsUpTheTextAsFramesGetIt) {
     std::strcpy(record.szInfo4, "12");
     OpenPanel();
     EXPECT_TRUE(Get<QPlainTextEdit>(201).isReadOnly());
+    EXPECT_EQ(Notify(epiNotifyOK), 77) << "it has no OK";
     for (const auto& row : rows) {
         SetMode(row.flags);
         record.bInfoPresent = row.infoPresent;
@@ -91,6 +90,12 @@ TEST_F(CMTextSettingsTest, RunsTheEditorUntilItIsEnded) {
         { "closed", [](auto& frame) { frame.close(); }, cancelled, "1" },
         { "Return", [&](auto&) { KeyIn(102, Qt::Key_Return); }, accepted, "4" },
         { "Enter", [&](auto&) { KeyIn(211, Qt::Key_Enter); }, accepted, "5" },
+        { "OK with the option",
+          [&](auto& frame) {
+              Click(301);
+              Press(frame, 1);
+          },
+          "opens call1 changed option1 ends ", "6" },
     };
     int run = 0;
     for (const auto& row : rows) {
@@ -108,6 +113,15 @@ TEST_F(CMTextSettingsTest, RunsTheEditorUntilItIsEnded) {
         EXPECT_EQ(Frame(), nullptr) << row.what;
         ++run;
     }
+    EXPECT_EQ(Settings().bDialogOption, 1);
+    Destroy();
+    OpenPanel(EPI_DIALOG_NO_OPTION);
+    TakeHeard();
+    Edit([&](QWidget& frame) {
+        EXPECT_FALSE(IsEnabled(301));
+        Press(frame, 1);
+    });
+    EXPECT_EQ(TakeHeard(), "opens call1 changed ends ");
 }
 
 TEST_F(CMTextSettingsTest, NeitherTakesNorKeepsANumberThatCannotBe) {
@@ -175,14 +189,11 @@ TEST_F(CMTextSettingsTest, FollowsItsFrameTheFocusAndTheHostsFrames) {
         EXPECT_LT(count, 100);
 
         const auto scale = [this] { return Get<QWidget>(96).property("text").toInt(); };
-        const auto larger = host::Image::Make(640, 360, host::kArgb32);
-        record.hComposite = larger->Ref();
-        record.nFrameWidth = 640;
-        record.nFrameHeight = 360;
+        SetFrame(640, 360);
         const int before = scale();
         Notify(epiNotifyCompositeImage);
         EXPECT_LT(scale(), before);
-        record.hComposite = nullptr;
+        record.hComposite = nullptr; // it keeps the frame's size
         Notify(epiNotifyCompositeImage);
 
         frame.move(frame.pos() + QPoint(31, 17));
@@ -195,42 +206,6 @@ TEST_F(CMTextSettingsTest, FollowsItsFrameTheFocusAndTheHostsFrames) {
         EXPECT_EQ(root->width(), frame.width());
         Press(frame, 2);
     });
-}
-
-TEST_F(CMTextSettingsTest, ConfirmsTheOptionWhereTheHostHasOne) {
-    const struct {
-        std::uint32_t flags;
-        bool isEnabled, check;
-        const char* heard;
-    } rows[] = {
-        { kPanel, true, false, "opens call1 changed ends " },
-        { kPanel, true, true, "opens call1 changed option1 ends " },
-        { EPI_DIALOG_NO_OPTION, false, false, "opens call1 changed ends " },
-    };
-    for (const auto& row : rows) {
-        Destroy();
-        Settings().bDialogOption = 0;
-        OpenPanel(row.flags);
-        TakeHeard();
-        Edit([&](QWidget& frame) {
-            EXPECT_EQ(IsEnabled(301), row.isEnabled);
-            if (row.check)
-                Click(301);
-            EXPECT_EQ(Settings().bDialogOption, row.check ? 1 : 0);
-            Press(frame, 1);
-        });
-        EXPECT_EQ(TakeHeard(), row.heard);
-    }
-}
-
-TEST_F(CMTextSettingsTest, LeavesCommandsThatNoControlSent) {
-    OpenPanel();
-    HuxCarbonEvent event(platform::kEventClassCommand, platform::kEventCommandProcess);
-    event.SetCommandParameter(101, 0, nullptr);
-    EXPECT_EQ(platform::SendEventToEventTarget(event.GetEventRef(),
-                                               platform::UIObject::TargetOf(record.hDialogWindow)),
-              platform::kEventNotHandledErr);
-    EXPECT_EQ(heard, "");
 }
 
 // Hosts that are difficult -----------------------------------------------------------------------

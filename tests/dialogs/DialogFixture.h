@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The real bundle under a host that notes what it is told, its dialogs with
-// real widgets, and a user who waits for windows to come up.
+// The effect's dialogs under a host that notes what it is told, and a user who waits for windows to come
+// up.
 #pragma once
 
-#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <string>
@@ -17,53 +16,29 @@
 #include <QPlainTextEdit>
 #include <QTest>
 #include <QTimer>
-#include <gmock/gmock.h>
 
-#include "host/Effect.h"
-#include "host/Ledger.h"
 #include "huxCommon/ToolkitForms.h"
-#include "platform/ui/UIObject.h"
-#include "support/TemporaryFolder.h"
+#include "support/EffectFixture.h"
 #include "support/WindowRefs.h"
 
 namespace test {
 
 struct HostThrows {};
 
-class DialogFixture : public testing::Test, public host::FrontEnd {
+class DialogFixture : public EffectFixture, public host::FrontEnd {
 protected:
     enum : std::uint32_t { kPanel = 0, kEdit = EPI_DIALOG_TEXT_EDIT };
 
     void SetUp() override {
-        static const TemporaryFolder home; // neither the language nor the settings of the user
-        setenv("XDG_CONFIG_HOME", home.Path().c_str(), 1);
-        setenv("LANGUAGE", "en", 1);
-        ASSERT_TRUE(platform::EnsureUserInterface());
         host::SetFrontEnd(this);
-        std::string why;
-        effect = host::Effect::Make(ThePlugin(), why);
-        ASSERT_TRUE(effect) << why;
-        image = host::Image::Make(320, 180, host::kArgb32);
-        record = effect->Record();
-        record.nFrameWidth = 320;
-        record.nFrameHeight = 180;
-        record.hComposite = image->Ref();
-        SetMode(TEXT_DIALOGUE);
-    }
-    // Loaded once: nobody unloads and loads a user interface again and again.
-    static std::shared_ptr<host::Plugin> ThePlugin() {
-        static std::string why;
-        static const std::shared_ptr<host::Plugin> plugin = host::Plugin::Load(TELOP_BUNDLE, why);
-        EXPECT_TRUE(plugin) << why;
-        return plugin;
+        EffectFixture::SetUp();
     }
     void TearDown() override {
         Destroy();
         m_users.clear();
         EXPECT_TRUE(errors.TakeAll().empty());
         host::SetFrontEnd(nullptr);
-        effect.reset();
-        EXPECT_EQ(host::Ledger::Get().Describe(), "");
+        EffectFixture::TearDown();
     }
 
     // The host -----------------------------------------------------------------------------------
@@ -91,8 +66,6 @@ protected:
     }
     std::string TakeHeard() { return std::exchange(heard, {}); }
 
-    void SetMode(std::uint32_t mode) { effect->Params()->dwFlags = mode; }
-    _TEXTPARAM Param() const { return effect->CopyParams(); }
     _TEXT_DIALOG_PARAM& Settings() {
         return *reinterpret_cast<_TEXT_DIALOG_PARAM*>(effect->Settings().data());
     }
@@ -195,7 +168,7 @@ protected:
             timer->stop();
             act();
         });
-        timer->start(5);
+        timer->start(0);
     }
     template <class Dialog>
     void WhenModal(std::function<void(Dialog&)> act) {
@@ -205,9 +178,6 @@ protected:
         When([=] { return current() != nullptr; }, [=] { act(*current()); });
     }
 
-    std::unique_ptr<host::Effect> effect;
-    std::unique_ptr<host::Image> image;
-    _EPIRECORD record {};
     QWidget* root = nullptr; // the window whose controls are meant
     std::int32_t answer = 1;
     std::string heard;

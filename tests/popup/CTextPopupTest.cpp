@@ -1,123 +1,46 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "popup/CTextPopup.h"
 
-#include <algorithm>
 #include <climits>
 #include <cstring>
-#include <optional>
+#include <memory>
 #include <vector>
 
 #include <gmock/gmock.h>
 
 #include "platform/TextEncoding.h"
+#include "support/CountingHost.h"
 
 namespace {
 
 using Texts = std::vector<std::string>;
 
-struct HostFailure {}; // what a callback throws
-
-// A host in memory with one file and one archive. It writes down what it was asked for, and the
-// callback number troubleAt (from 0) fails or throws; closing and releasing can only throw.
-struct FileHost {
-    explicit FileHost(std::string contents) : file(std::move(contents)) {
-        s_host = this;
-        objects.nSize = sizeof objects;
-        objects.Create = [](std::int32_t kind) -> EPIObjectRef {
-            return s_host->InTrouble("create" + std::to_string(kind)) ? nullptr : s_host;
-        };
-        objects.Release = [](EPIObjectRef, std::int32_t kind) {
-            s_host->InTrouble("release" + std::to_string(kind));
-        };
-        archives.nSize = sizeof archives;
-        archives.Open = [](EPIArchiveRef, const FSSpec* spec, std::uint32_t type,
-                           std::int32_t mode) -> std::int32_t {
-            return !s_host->InTrouble("open" + std::to_string(mode)) && spec == &s_host->path &&
-                   type == EPI_FOUR_CC('T', 'E', 'X', 'T');
-        };
-        archives.Length = [](EPIArchiveRef) -> std::int32_t {
-            const auto size = static_cast<std::int32_t>(s_host->file.size());
-            return s_host->InTrouble("length") ? -1 : s_host->claimedLength.value_or(size);
-        };
-        // A read that fails has filled a part of the buffer already.
-        archives.Read = [](EPIArchiveRef, void* buffer, std::int32_t length) -> std::int32_t {
-            const auto asked = std::min(s_host->file.size(), static_cast<std::size_t>(length));
-            const std::size_t count = s_host->InTrouble("read") ? asked / 2 : asked;
-            std::memcpy(buffer, s_host->file.data(), count);
-            return static_cast<std::int32_t>(count);
-        };
-        archives.Write = [](EPIArchiveRef, void* buffer, std::int32_t length) -> std::int32_t {
-            if (s_host->InTrouble("write"))
-                return 0;
-            s_host->written.append(static_cast<char*>(buffer), static_cast<std::size_t>(length));
-            std::memset(buffer, '#', static_cast<std::size_t>(length));
-            return length;
-        };
-        archives.Flush = [](EPIArchiveRef) -> std::int32_t {
-            if (s_host->InTrouble("flush"))
-                return -1;
-            s_host->file = s_host->written;
-            return 0;
-        };
-        archives.Close = [](EPIArchiveRef) { s_host->InTrouble("close"); };
-        record.pObjectProcs = &objects;
-        record.pArchiveProcs = &archives;
+struct FileHost : CountingHost {
+    explicit FileHost(const std::string& contents) : CountingHost(8, 8, 32) {
+        file = contents;
+        scribbles = true;
     }
-
-    bool InTrouble(const std::string& call) {
-        calls += call + " ";
-        if (troubleAt-- != 0)
-            return false;
-        if (throws)
-            throw HostFailure();
-        return true;
-    }
-
-    static FileHost* s_host;
-    EPIObjectProcs objects {};
-    EPIArchiveProcs archives {};
-    _EPIRECORD record {};
-    FSSpec path {};
-    std::string file, written, calls;
-    std::optional<std::int32_t> claimedLength;
-    int troubleAt = -1;
-    bool throws = false;
 };
-FileHost* FileHost::s_host = nullptr;
 
-// One list with guards on both sides, which no call may touch.
-class List {
-public:
-    explicit List(const Texts& texts = {}) {
-        std::memset(&m_memory, kGuard, sizeof m_memory);
-        std::memset(m_memory.entries, 0, sizeof m_memory.entries);
-        for (std::size_t i = 0; i < texts.size(); ++i)
-            texts[i].copy(m_memory.entries[i], 64);
-    }
-    ~List() {
-        for (const auto& guard : { m_memory.before, m_memory.after })
-            EXPECT_EQ(std::count(guard, guard + 64, kGuard), 64);
-    }
-    List(const List&) = delete;
-    List& operator=(const List&) = delete;
+// Of its own size on the heap, so that sanitizers see who leaves it.
+using List = std::unique_ptr<char[][64]>;
 
-    char (*Entries())[64] { return m_memory.entries; }
-    // All twenty, the empty ones at the end left out.
-    Texts All() const {
-        Texts texts;
-        for (const auto& entry : m_memory.entries)
-            texts.emplace_back(entry, strnlen(entry, sizeof entry));
-        while (!texts.empty() && texts.back().empty())
-            texts.pop_back();
-        return texts;
-    }
+List MakeList(const Texts& texts) {
+    auto list = std::make_unique<char[][64]>(20);
+    for (std::size_t i = 0; i < texts.size(); ++i)
+        texts[i].copy(list[i], 64);
+    return list;
+}
 
-private:
-    static constexpr char kGuard = 0x5A;
-    struct {
-        char before[64], entries[20][64], after[64];
-    } m_memory;
-};
+// All twenty, the empty ones at the end left out.
+Texts TextsOf(const List& list) {
+    Texts texts;
+    for (std::size_t i = 0; i < 20; ++i)
+        texts.emplace_back(list[i], strnlen(list[i], 64));
+    while (!texts.empty() && texts.back().empty())
+        texts.pop_back();
+    return texts;
+}
 
 Texts Numbered(int first, int last, const Texts& more = {}) {
     Texts texts;
@@ -136,9 +59,9 @@ std::string Joined(const Texts& texts) {
 
 // What comes of opening or saving: its result, or what it threw.
 std::string Outcome(std::int32_t (*call)(_EPIRECORD*, const FSSpec*, char (*)[64]), FileHost& host,
-                    List& list) {
+                    const List& list) {
     try {
-        return std::to_string(call(&host.record, &host.path, list.Entries()));
+        return std::to_string(call(&host.record, &host.path, list.get()));
     } catch (const HostFailure&) {
         return "the host's";
     } catch (const std::int32_t number) {
@@ -174,41 +97,37 @@ TEST(OpenPopupString, SplitsWhatIsInTheFile) {
          }) {
         platform::SetApplicationTextEncoding(row.encoding);
         FileHost host(row.file);
-        List list(Numbered(1, 20));
+        const List list = MakeList(Numbered(1, 20));
         EXPECT_EQ(Outcome(CTextPopup::OpenPopupString, host, list), "1");
-        EXPECT_EQ(list.All(), row.list) << row.encoding << ": " << row.file;
-        EXPECT_EQ(host.calls, "create2 open1 length read close release2 ");
+        EXPECT_EQ(TextsOf(list), row.list) << row.encoding << ": " << row.file;
     }
     platform::SetApplicationTextEncoding("UTF-8");
 }
 
 // Nothing stays open or unreleased whichever callback goes wrong, and what the host throws passes on.
 TEST(ListFiles, TroubleWithAnyCallbackLeavesNothingBehind) {
-    const Texts opening { "create2", "open1", "length", "read", "close", "release2" };
-    const Texts saving { "create2", "open2", "write", "write", "flush", "close", "release2" };
+    using Trouble = CountingHost::Trouble;
     for (const bool saves : { false, true }) {
-        const Texts& calls = saves ? saving : opening;
-        const std::size_t work = calls.size() - 2;
-        for (std::size_t at = 0; at < 2 * calls.size(); ++at) {
-            const std::size_t trouble = at / 2;
-            FileHost host("old\r");
-            host.troubleAt = static_cast<int>(trouble);
-            host.throws = at % 2 == 0;
-            List list({ "PAN", "FOLLOW" });
-            const auto outcome = Outcome(
-                saves ? CTextPopup::SavePopupString : CTextPopup::OpenPopupString, host, list);
-            EXPECT_EQ(outcome, host.throws                  ? "the host's"
-                               : trouble >= work            ? "1"
-                               : calls[trouble] == "length" ? "number 0"
-                                                            : "0")
-                << calls[trouble];
-            std::string expected;
-            for (std::size_t i = 0; i < calls.size(); ++i)
-                expected += i <= trouble || (i >= work && trouble > 0) ? calls[i] + " " : "";
-            EXPECT_EQ(host.calls, expected);
-            if (trouble < work) {
-                EXPECT_EQ(host.file, "old\r");
-                EXPECT_EQ(list.All(), saves ? Texts({ "PAN", "FOLLOW" }) : Texts());
+        // Make, open, measure, read or make, open, write twice, flush; then close and release.
+        const int work = saves ? 5 : 4;
+        for (int at = 0; at < work + 2; ++at) {
+            for (const Trouble trouble : { Trouble::kFail, Trouble::kThrow }) {
+                FileHost host("old\r");
+                host.MakeTrouble(at, trouble);
+                const List list = MakeList({ "PAN", "FOLLOW" });
+                const auto outcome = Outcome(
+                    saves ? CTextPopup::SavePopupString : CTextPopup::OpenPopupString, host, list);
+                EXPECT_EQ(outcome, trouble == Trouble::kThrow ? "the host's"
+                                   : at >= work               ? "1"
+                                   : !saves && at == 2        ? "number 0"
+                                                              : "0")
+                    << saves << at;
+                EXPECT_GT(host.CallbacksSoFar(), at) << saves;
+                EXPECT_EQ(host.LocksOutstanding(), 0) << saves << at;
+                if (at < work) {
+                    EXPECT_EQ(host.file, "old\r") << saves << at;
+                    EXPECT_EQ(TextsOf(list), saves ? Texts({ "PAN", "FOLLOW" }) : Texts());
+                }
             }
         }
     }
@@ -219,9 +138,9 @@ TEST(OpenPopupString, BelievesNoLength) {
     for (const std::int32_t length : { 0, -7, INT_MIN, 7, 100000 }) {
         FileHost host(length == 0 ? "" : "PAN");
         host.claimedLength = length;
-        List list(Numbered(1, 3));
+        const List list = MakeList(Numbered(1, 3));
         EXPECT_EQ(Outcome(CTextPopup::OpenPopupString, host, list), length <= 0 ? "number 0" : "0");
-        EXPECT_EQ(list.All(), Texts {}) << length;
+        EXPECT_EQ(TextsOf(list), Texts {}) << length;
     }
 }
 
@@ -236,10 +155,10 @@ TEST(SavePopupString, WritesUpToTheFirstEmptyEntry) {
     };
     for (const auto& [texts, file] : rows) {
         FileHost host("old");
-        List list(texts);
+        const List list = MakeList(texts);
         EXPECT_EQ(Outcome(CTextPopup::SavePopupString, host, list), "1");
         EXPECT_EQ(host.file, file);
-        EXPECT_EQ(list.All(), texts) << "the host scribbles over what it was given";
+        EXPECT_EQ(TextsOf(list), texts) << "the host scribbles over what it was given";
     }
 }
 
@@ -265,12 +184,12 @@ TEST(InsertPopupString, KeepsTheOrderAndDropsTheOldest) {
              Row { x62 + "\xE3\x81\x82", { x62 }, {}, { x62 } },
              Row { std::string(200, 'y'), {}, {}, { std::string(63, 'y') } },
          }) {
-        List history(row.history);
-        List registered(row.registered);
-        CTextPopup::InsertPopupString(row.text.c_str(), history.Entries(),
-                                      row.registered.empty() ? nullptr : registered.Entries());
-        EXPECT_EQ(history.All(), row.after) << row.text;
-        EXPECT_EQ(registered.All(), row.registered);
+        const List history = MakeList(row.history);
+        const List registered = MakeList(row.registered);
+        CTextPopup::InsertPopupString(row.text.c_str(), history.get(),
+                                      row.registered.empty() ? nullptr : registered.get());
+        EXPECT_EQ(TextsOf(history), row.after) << row.text;
+        EXPECT_EQ(TextsOf(registered), row.registered);
     }
 }
 
