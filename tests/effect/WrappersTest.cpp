@@ -31,29 +31,26 @@ void* Pin() {
 const EPIObjectProcs kObjects { sizeof kObjects, nullptr, [](EPIObjectRef, std::int32_t kind) {
                                    Note("release" + std::to_string(kind));
                                } };
-const EPIHandleProcs kHandles = [] {
-    EPIHandleProcs procs {};
-    procs.Lock = [](EPIHandleRef) { return Pin(); };
-    procs.Unlock = [](EPIHandleRef) { Note("unlock"); };
-    procs.Dispose = [](EPIHandleRef) { Note("dispose"); };
-    return procs;
-}();
-const EPIArchiveProcs kArchives = [] {
-    EPIArchiveProcs procs {};
-    procs.Open = [](EPIArchiveRef, const FSSpec*, std::uint32_t, std::int32_t mode) {
-        Note("open");
-        return std::int32_t { mode == epiArchiveRead };
-    };
-    procs.Close = [](EPIArchiveRef) { Note("close"); };
-    return procs;
-}();
-const EPIOffscreenProcs kImages = [] {
-    EPIOffscreenProcs procs {};
-    procs.nSize = sizeof procs;
-    procs.Lock = [](EPIImageRef, std::int32_t) { return std::int32_t { Pin() != nullptr }; };
-    procs.Unlock = [](EPIImageRef) { Note("unlock"); };
-    return procs;
-}();
+EPIHandleProcs s_handles {};
+EPIArchiveProcs s_archives {};
+EPIOffscreenProcs s_images {};
+
+class Wrappers : public testing::Test {
+protected:
+    static void SetUpTestSuite() {
+        s_handles.Lock = [](EPIHandleRef) { return Pin(); };
+        s_handles.Unlock = [](EPIHandleRef) { Note("unlock"); };
+        s_handles.Dispose = [](EPIHandleRef) { Note("dispose"); };
+        s_archives.Open = [](EPIArchiveRef, const FSSpec*, std::uint32_t, std::int32_t mode) {
+            Note("open");
+            return std::int32_t { mode == epiArchiveRead };
+        };
+        s_archives.Close = [](EPIArchiveRef) { Note("close"); };
+        s_images.nSize = sizeof s_images;
+        s_images.Lock = [](EPIImageRef, std::int32_t) { return std::int32_t { Pin() != nullptr }; };
+        s_images.Unlock = [](EPIImageRef) { Note("unlock"); };
+    }
+};
 
 template <class Ref>
 Ref Thing() {
@@ -78,85 +75,76 @@ std::string Thrown(const std::string& throwing, void (*scope)()) {
 }
 
 void UseHandle() {
-    PIHandle handle(&kObjects, &kHandles, Thing<EPIHandleRef>(), HandleOwner::kWrapper);
+    PIHandle handle(&kObjects, &s_handles, Thing<EPIHandleRef>(), HandleOwner::kWrapper);
     EXPECT_EQ(handle.Lock(), &s_thing);
     Work();
 }
 
-void UseArchive() {
-    PIArchive archive(&kObjects, &kArchives, Thing<EPIArchiveRef>(), epiObjectArchive);
-    EXPECT_TRUE(archive.Open(FSSpec {}, 0, epiArchiveRead));
-    Work();
-}
-
-void UseImage() {
-    PIOffscreen image(&kObjects, &kImages, Thing<EPIImageRef>(), epiObjectImage);
-    for (int i = 0; i < 2; ++i) // which lock once
-        EXPECT_TRUE(image.Lock(PIOffscreen::Access::kRead));
-    Work();
-}
-
-void UseTwoLocks() {
-    PIOffscreen dst(&kObjects, &kImages, Thing<EPIImageRef>(), 0);
-    PIOffscreen src(&kObjects, &kImages, Thing<EPIImageRef>(), epiObjectImage);
-    const PIOffscreenLock first(dst, PIOffscreen::Access::kWrite, PIOffscreenLock::Unlock::kAlways);
-    const PIOffscreenLock second(src, PIOffscreen::Access::kRead, PIOffscreenLock::Unlock::kAlways);
-    Work();
-}
-
-// Nothing passes a pointer's end but what was on its way before.
-void UseHeldImage() {
-    const auto image =
-        std::make_unique<PIOffscreen>(&kObjects, &kImages, Thing<EPIImageRef>(), epiObjectImage);
-    image->Lock(PIOffscreen::Access::kRead);
-    Work();
-}
-
-// A host sees a close for each open that it was asked for, also for one that it refused.
-void UseRefusedArchive() {
-    PIArchive archive(&kObjects, &kArchives, Thing<EPIArchiveRef>());
-    EXPECT_FALSE(archive.Open(FSSpec {}, 0, epiArchiveWrite));
-    Work();
-}
-
-void UseWhatIsNotTheirs() {
-    PIHandle handle(&kObjects, &kHandles, Thing<EPIHandleRef>());
-    handle.Lock();
-    handle.Unlock();
-    handle.Unlock();
-    const PIObject borrowed(&kObjects, &s_thing, 0);
-    PIArchive none(&kObjects, &kArchives, nullptr, epiObjectArchive);
-    EXPECT_FALSE(none.Open(FSSpec {}, 0, epiArchiveRead));
-    Work();
-}
-
-TEST(Wrappers, PassOnTheFirstThingThrownAndGiveBackTheRest) {
-    struct Row {
-        void (*use)();
-        const char *throwing, *calls, *thrown;
+TEST_F(Wrappers, PassOnTheFirstThingThrownAndGiveBackTheRest) {
+    using Row = std::tuple<void (*)(), const char*, const char*, const char*>;
+    const auto useArchive = [] {
+        PIArchive archive(&kObjects, &s_archives, Thing<EPIArchiveRef>(), epiObjectArchive);
+        EXPECT_TRUE(archive.Open(FSSpec {}, 0, epiArchiveRead));
+        Work();
     };
-    for (const Row& row : {
+    const auto useImage = [] {
+        PIOffscreen image(&kObjects, &s_images, Thing<EPIImageRef>(), epiObjectImage);
+        for (int i = 0; i < 2; ++i) // which lock once
+            EXPECT_TRUE(image.Lock(PIOffscreen::Access::kRead));
+        Work();
+    };
+    const auto useTwoLocks = [] {
+        PIOffscreen dst(&kObjects, &s_images, Thing<EPIImageRef>(), 0);
+        PIOffscreen src(&kObjects, &s_images, Thing<EPIImageRef>(), epiObjectImage);
+        using Lock = PIOffscreenLock;
+        const Lock first(dst, PIOffscreen::Access::kWrite, Lock::Unlock::kAlways);
+        const Lock second(src, PIOffscreen::Access::kRead, Lock::Unlock::kAlways);
+        Work();
+    };
+    // Nothing passes a pointer's end but what was on its way before.
+    const auto useHeldImage = [] {
+        const auto image = std::make_unique<PIOffscreen>(&kObjects, &s_images, Thing<EPIImageRef>(),
+                                                         epiObjectImage);
+        image->Lock(PIOffscreen::Access::kRead);
+        Work();
+    };
+    // A host sees a close for each open that it was asked for, also for one that it refused.
+    const auto useRefusedArchive = [] {
+        PIArchive archive(&kObjects, &s_archives, Thing<EPIArchiveRef>());
+        EXPECT_FALSE(archive.Open(FSSpec {}, 0, epiArchiveWrite));
+        Work();
+    };
+    const auto useWhatIsNotTheirs = [] {
+        PIHandle handle(&kObjects, &s_handles, Thing<EPIHandleRef>());
+        handle.Lock();
+        handle.Unlock();
+        handle.Unlock();
+        const PIObject borrowed(&kObjects, &s_thing, 0);
+        PIArchive none(&kObjects, &s_archives, nullptr, epiObjectArchive);
+        EXPECT_FALSE(none.Open(FSSpec {}, 0, epiArchiveRead));
+        Work();
+    };
+    for (const auto& [use, throwing, calls, thrown] : {
              Row { UseHandle, "", "pin unlock dispose ", "" },
              Row { UseHandle, "dispose", "pin unlock dispose ", "dispose" },
              Row { UseHandle, "unlock dispose", "pin unlock dispose ", "unlock" },
-             Row { UseArchive, "close release2", "open close release2 ", "close" },
-             Row { UseImage, "unlock release1", "pin unlock release1 ", "unlock" },
-             Row { UseTwoLocks, "unlock release1", "pin pin unlock unlock release1 ", "unlock" },
-             Row { UseHeldImage, "unlock release1", "pin unlock release1 ", "" },
-             Row { UseRefusedArchive, "", "open close ", "" },
-             Row { UseWhatIsNotTheirs, "", "pin unlock ", "" },
-         }) {
+             Row { useArchive, "close release2", "open close release2 ", "close" },
+             Row { useImage, "unlock release1", "pin unlock release1 ", "unlock" },
+             Row { useTwoLocks, "unlock release1", "pin pin unlock unlock release1 ", "unlock" },
+             Row { useHeldImage, "unlock release1", "pin unlock release1 ", "" },
+             Row { useRefusedArchive, "", "open close ", "" },
+             Row { useWhatIsNotTheirs, "", "pin unlock ", "" },
+         })
         for (const bool works : { true, false }) {
             s_works = works;
-            EXPECT_EQ(Thrown(row.throwing, row.use), works ? row.thrown : "work") << row.throwing;
-            EXPECT_EQ(s_calls, row.calls) << row.throwing;
+            EXPECT_EQ(Thrown(throwing, use), works ? thrown : "work") << throwing;
+            EXPECT_EQ(s_calls, calls) << throwing;
         }
-    }
     s_works = true;
 }
 
 // An exception that is older than the wrapper is no reason to keep quiet about a newer one.
-TEST(Wrappers, PassOnWhatIsThrownWhileAnOlderExceptionGoesOn) {
+TEST_F(Wrappers, PassOnWhatIsThrownWhileAnOlderExceptionGoesOn) {
     struct CleansUp {
         ~CleansUp() { EXPECT_EQ(Thrown("unlock", UseHandle), "unlock"); }
     };

@@ -55,37 +55,28 @@ TEST_F(MemoryTest, AFrameIsWholeOrAsItWas) {
     std::strcpy(effect->Params()->szDialogue, "AV e\u0301j\u0302 סוף سلم 日本\rCUT 12");
     effect->Params()->dwFlags = TEXT_DIALOGUE;
     effect->Params()->ptPos = { 5, 6 };
-    const auto draw = [&](Image& image) {
-        std::ranges::fill(image.Bytes(), 0x60);
+    const auto image = Image::Make(200, 120, kArgb32);
+    test::Pixels right; // what is drawn first
+    const auto draw = [&](test::Pixels& pixels) {
+        std::ranges::fill(image->Bytes(), 0x60);
+        std::ranges::fill(pixels, 0x60);
+        auto drawn = false;
         try {
-            return effect->Render(image, {}, why);
+            drawn = effect->Render(*image, {}, why);
         } catch (const std::bad_alloc&) { // no memory for the reason
-            return false;
         }
+        if (right.empty())
+            right.assign(image->Bytes().begin(), image->Bytes().end());
+        EXPECT_TRUE(std::ranges::equal(image->Bytes(), right) ||
+                    (!drawn && std::ranges::equal(image->Bytes(), pixels)));
+        std::ranges::copy(image->Bytes(), pixels.begin());
+        return drawn;
     };
-    const auto blank = Image::Make(200, 120, kArgb32), right = Image::Make(200, 120, kArgb32),
-               image = Image::Make(200, 120, kArgb32);
-    std::ranges::fill(blank->Bytes(), 0x60);
-    ASSERT_TRUE(draw(*right)) << why;
-    ASSERT_FALSE(std::ranges::equal(right->Bytes(), blank->Bytes()));
-    for (const auto refuse : { Refuse::kOne, Refuse::kAllFrom }) {
-        auto refused = true;
-        for (int which = 0; refused; ++which) {
-            platform::PurgeTextCaches();
-            auto drawn = false;
-            {
-                const FailingMemory failing(which, refuse);
-                drawn = draw(*image);
-                refused = failing.HasRefused();
-            }
-            EXPECT_TRUE(drawn || refused);
-            EXPECT_TRUE(std::ranges::equal(image->Bytes(), right->Bytes()) ||
-                        (!drawn && std::ranges::equal(image->Bytes(), blank->Bytes())))
-                << "without allocation " << which;
-            EXPECT_TRUE(draw(*image) && std::ranges::equal(image->Bytes(), right->Bytes()))
-                << "after allocation " << which << " " << why;
-        }
-    }
+    test::ExpectAllOrNothing(image->Bytes().size(), [&] {
+        platform::PurgeTextCaches();
+        return draw;
+    });
+    EXPECT_NE(right, test::Pixels(right.size(), 0x60));
 }
 
 } // namespace

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
-#include <numeric>
 #include <random>
 #include <vector>
 
@@ -92,65 +91,49 @@ TEST(BlendPlainTest, LeavesTheKeyColorAloneAndOnlyThat) {
 }
 
 // A job over memory of its own, at random but for what is given.
-class RandomJob {
-public:
-    RandomJob(int depth, int width, std::mt19937& random) : m_random(random) {
-        const int rows = 1 + Below(3);
-        m_offset = static_cast<std::size_t>(Below(33));
+struct RandomJob {
+    RandomJob(int depth, int width, std::mt19937& random) {
+        const auto below = [&](unsigned limit) { return static_cast<int>(random() % limit); };
+        const auto byte = [&] { return static_cast<std::uint8_t>(random()); };
         job.depth = depth;
         job.width = width;
-        job.height = rows;
-        job.dstRowBytes = width * depth / 8 + Below(20);
+        job.height = 1 + below(3);
         job.dstReach = width * depth / 8;
-        job.order = Order();
-        job.box = Below(2) == 0;
-        job.opacity = Below(3) == 0 ? 255 : Byte();
+        job.dstRowBytes = job.dstReach + below(20);
+        std::array<int, 4> places { 0, 1, 2, 3 };
+        std::shuffle(places.begin(), places.end() - (depth == 24 ? 1 : 0), random);
+        const bool alpha = depth != 24 && below(4) != 0;
+        job.order = { alpha ? places[3] : -1, places[0], places[1], places[2] };
+        job.box = below(2) == 0;
+        job.opacity = below(3) == 0 ? 255 : byte();
         for (std::uint8_t* color : { &job.red, &job.green, &job.blue })
-            *color = Byte();
-        m_dst.resize(m_offset + static_cast<std::size_t>(rows * job.dstRowBytes) + 64);
-        std::generate(m_dst.begin(), m_dst.end(), [this] { return Byte(); });
-        MakeSource(rows);
+            *color = byte();
+        dst.resize(static_cast<std::size_t>(job.height * job.dstRowBytes + 96));
+        std::generate(dst.begin(), dst.end(), byte);
+        offset = below(33);
+        // Noise, glyphs on the key colour, or all but the key colour; exactly the bytes that may be read.
+        src.resize(static_cast<std::size_t>(4 * width * job.height));
+        const int kind = below(3);
+        for (std::size_t i = 0; i < src.size(); i += 4) {
+            const bool key = kind > 0 && below(kind == 1 ? 2 : 30) != 0;
+            for (std::size_t at = 0; at < 4; ++at)
+                src[i + at] = at > 0 && (key || below(8) == 0) ? 0xFE : byte();
+        }
+        job.srcRowBytes = below(2) == 0 ? -4 * width : 4 * width; // bottom up
+        job.src = src.data() + (job.srcRowBytes < 0 ? 4 * width * (job.height - 1) : 0);
     }
 
     std::vector<std::uint8_t> Blend(BlendVersion version) const {
-        std::vector<std::uint8_t> memory = m_dst;
+        std::vector<std::uint8_t> memory = dst;
         BlendJob copy = job;
-        copy.dst = memory.data() + m_offset;
+        copy.dst = memory.data() + offset;
         BlendText(copy, version);
         return memory;
     }
+
     BlendJob job;
-
-private:
-    int Below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned>(limit)); }
-    std::uint8_t Byte() { return static_cast<std::uint8_t>(m_random()); }
-
-    ChannelOrder Order() {
-        std::array<int, 4> places;
-        std::iota(places.begin(), places.end(), 0);
-        std::shuffle(places.begin(), places.end() - (job.depth == 24 ? 1 : 0), m_random);
-        const bool alpha = job.depth != 24 && Below(4) != 0;
-        return { alpha ? places[3] : -1, places[0], places[1], places[2] };
-    }
-
-    // Noise, glyphs on the key colour, or all but the key colour; exactly the bytes that may be
-    // read.
-    void MakeSource(int rows) {
-        m_src.resize(static_cast<std::size_t>(4 * job.width * rows));
-        const int kind = Below(3);
-        for (std::size_t i = 0; i < m_src.size(); i += 4) {
-            const bool key = kind > 0 && Below(kind == 1 ? 2 : 30) != 0;
-            for (std::size_t byte = 0; byte < 4; ++byte)
-                m_src[i + byte] = byte > 0 && (key || Below(8) == 0) ? 0xFE : Byte();
-        }
-        const bool bottomUp = Below(2) == 0;
-        job.srcRowBytes = bottomUp ? -4 * job.width : 4 * job.width;
-        job.src = m_src.data() + (bottomUp ? 4 * job.width * (rows - 1) : 0);
-    }
-
-    std::mt19937& m_random;
-    std::size_t m_offset;
-    std::vector<std::uint8_t> m_dst, m_src;
+    std::ptrdiff_t offset;
+    std::vector<std::uint8_t> dst, src;
 };
 
 // Every width, and every weight with colours that reach the ends of their ranges.

@@ -4,6 +4,7 @@
 #include "render/CTextRenderer.h"
 
 #include <algorithm>
+#include <array>
 #include <climits>
 #include <cmath>
 #include <cstring>
@@ -18,16 +19,11 @@
 #include "support/FakeImage.h"
 #include "support/TestWorld.h"
 
-bool operator==(const tagRECT& a, const tagRECT& b) {
-    return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
-}
-void PrintTo(const tagRECT& rect, std::ostream* out) {
-    *out << rect.left << ',' << rect.top << ' ' << rect.right << ',' << rect.bottom;
-}
-
 namespace {
 
-constexpr tagRECT kNothing { 0, 0, 0, 0 };
+using Box = std::array<int, 4>; // left, top, right, bottom
+
+constexpr Box kNothing {};
 constexpr std::uint32_t kBoxBlue = 0x80;
 
 class CTextRendererTest : public testing::Test {
@@ -41,7 +37,7 @@ protected:
         param.ptPos = { 30, 40 };
     }
 
-    tagRECT Draw(double scale = 0, tagPOINT origin = { 0, 0 }) {
+    Box Draw(double scale = 0, tagPOINT origin = { 0, 0 }) {
         tagRECT covered { 9, 9, 9, 9 };
         PIOffscreen wrapper(nullptr, image.Procs(), image.Ref());
         const long result =
@@ -49,10 +45,10 @@ protected:
         EXPECT_EQ(result, 0);
         EXPECT_EQ(image.locks, 0);
         EXPECT_TRUE(image.MarksAreWhole());
-        return covered;
+        return { covered.left, covered.top, covered.right, covered.bottom };
     }
     // The box of lines at the parameters' place.
-    tagRECT BoxOf(std::initializer_list<const char*> lines) {
+    Box BoxOf(std::initializer_list<const char*> lines) {
         const test::TestWorld current(8, 8);
         platform::TextFont(0);
         platform::TextSize(static_cast<std::int16_t>(param.nFontSize));
@@ -70,13 +66,12 @@ protected:
         CTextRenderer::GetTextInfoText(&param, out, size, "T", "2", "5", "12");
         return std::string(out, strnlen(out, sizeof out));
     }
-    // How many pixels outside of rect have changed, and how many inside have not.
-    int Strays(const tagRECT& rect) const {
+    // How many pixels outside of the box have changed, and how many inside have not.
+    int Strays(const Box& box) const {
         int count = 0;
         for (int i = 0; i < image.width * image.height; ++i) {
             const int x = i % image.width, y = i / image.width;
-            const bool inside =
-                x >= rect.left && x < rect.right && y >= rect.top && y < rect.bottom;
+            const bool inside = x >= box[0] && x < box[2] && y >= box[1] && y < box[3];
             count += image.Channel(x, y, 0) != (inside ? 255u : 0u);
         }
         return count;
@@ -96,7 +91,7 @@ protected:
 
 TEST_F(CTextRendererTest, DrawsGlyphsAloneOrOnTheirBox) {
     param.dwFlags = TEXT_SCORE;
-    const tagRECT covered = Draw();
+    const Box covered = Draw();
     EXPECT_EQ(covered, BoxOf({ "C-005-0012" }));
     EXPECT_GT(Strays(covered), 100); // the ground between the glyphs
     EXPECT_GT(PixelsOf(253, 0), 5);  // full coverage leaves a little
@@ -117,7 +112,7 @@ TEST_F(CTextRendererTest, StacksTheLinesOfADialogueAndOfNothingElse) {
     EXPECT_EQ(Draw(), BoxOf({ "Young", "" }));
     param.dwFlags = TEXT_INFO | TEXT_BOX;
     std::strcpy(param.szInfoText, "X\rYoung");
-    EXPECT_EQ(Draw().bottom, BoxOf({ "X" }).bottom);
+    EXPECT_EQ(Draw()[3], BoxOf({ "X" })[3]);
 }
 
 TEST_F(CTextRendererTest, ChoosesTheTextByItsFlag) {
@@ -149,12 +144,8 @@ TEST_F(CTextRendererTest, ChoosesTheTextByItsFlag) {
 TEST_F(CTextRendererTest, DrawsNothingWithoutText) {
     const std::vector<std::uint8_t> before = image.memory;
     std::strcpy(param.szDialogue, "said");
-    struct Row {
-        std::uint32_t flags;
-        std::int32_t format, size;
-        const char* summary;
-    };
-    for (const Row& row : {
+    using Row = std::tuple<std::uint32_t, std::int32_t, std::int32_t, const char*>;
+    for (const auto& [flags, format, size, summary] : {
              Row { 0, 0, 20, "" }, Row { TEXT_BOX, 0, 20, "" }, Row { TEXT_INFO, 0, 20, "" },
              Row { TEXT_CHARACTER | TEXT_OFFCHARACTER, 0, 20, "" },
              // The empty text hides the filled one in the frame, but not in the summary.
@@ -162,25 +153,20 @@ TEST_F(CTextRendererTest, DrawsNothingWithoutText) {
              Row { TEXT_SCORE, 4, 20, "" },
              Row { TEXT_SCORE, 0, 0x8000, "C-005-0012" }, // negative in its 16 bits
          }) {
-        param.dwFlags = row.flags;
-        param.nScoreFormat = row.format;
-        param.nFontSize = row.size;
-        EXPECT_EQ(Draw(), kNothing) << row.flags;
-        EXPECT_EQ(Summary(), row.summary) << row.flags;
+        param.dwFlags = flags;
+        param.nScoreFormat = format;
+        param.nFontSize = size;
+        EXPECT_EQ(Draw(), kNothing) << flags;
+        EXPECT_EQ(Summary(), summary) << flags;
     }
     EXPECT_EQ(image.memory, before);
 }
 
 TEST_F(CTextRendererTest, ScalesThePositionTowardsZeroAndShiftsItThen) {
     param.dwFlags = TEXT_SCORE | TEXT_BOX;
-    struct Row {
-        tagPOINT at;
-        double scale;
-        tagPOINT origin;
-        int left, top;
-    };
+    using Row = std::tuple<tagPOINT, double, tagPOINT, int, int>;
     constexpr double kInfinity = std::numeric_limits<double>::infinity();
-    for (const Row& row : {
+    for (const auto& [at, scale, origin, left, top] : {
              Row { { 100, 60 }, 0.5, { 10, 20 }, 40, 10 },
              Row { { 33, -33 }, 0.5, { 0, 0 }, 16, -16 },
              Row { { 100, 60 }, 0.0, { 10, 20 }, 100, 60 },
@@ -190,11 +176,11 @@ TEST_F(CTextRendererTest, ScalesThePositionTowardsZeroAndShiftsItThen) {
              Row { { INT_MAX, INT_MIN }, 1e300, { INT_MIN, INT_MAX }, INT_MAX, INT_MIN },
              Row { { 3, 3 }, 1e9, { INT_MAX, 2000000000 }, 852516353, 1000000000 },
          }) {
-        param.ptPos = row.at;
-        const tagRECT covered = Draw(row.scale, row.origin);
-        EXPECT_EQ(covered.left, row.left) << row.scale;
-        EXPECT_EQ(covered.top, row.top) << row.scale;
-        EXPECT_GE(covered.right, covered.left);
+        param.ptPos = at;
+        const Box covered = Draw(scale, origin);
+        EXPECT_EQ(covered[0], left) << scale;
+        EXPECT_EQ(covered[1], top) << scale;
+        EXPECT_GE(covered[2], covered[0]);
     }
 }
 
@@ -228,6 +214,60 @@ TEST_F(CTextRendererTest, RestoresTheDrawingStateAlsoWhenTheImageThrows) {
         platform::RGBColor color;
         platform::GetForeColor(&color);
         EXPECT_EQ(color.blue, 3);
+    }
+}
+
+std::string Score(long format, const char* info1, const char* info2, const char* info3,
+                  const char* info4) {
+    char out[256 + 1];
+    std::memset(out, '#', sizeof out);
+    CTextRenderer::GetScoreInfoText(out, format, info1, info2, info3, info4);
+    EXPECT_EQ(out[256], '#');
+    return out;
+}
+
+TEST(ScoreTextTest, ComposesTheFormats) {
+    using Row = std::tuple<long, const char*, const char*, const char*, const char*, const char*>;
+    for (const auto& [format, info1, info2, info3, info4, text] : {
+             Row { 0, "T", "2", "5", "12", "C-005-0012" },
+             Row { 1, "T", "2", "12A", "7", "012A-0007" },
+             Row { 2, "T", "A3", "1", "1", "A3-001-0001" },
+             Row { 3, "Title 7", "2", "3", "4", "Title 7-002-003-0004" },
+             Row { 3, "", "", "", "", "-000-000-0000" },
+             Row { 3, nullptr, nullptr, nullptr, nullptr, "-000-000-0000" },
+             Row { 1, "", "", "0007B", "12345", "007B-12345" },
+             Row { 1, "", "", "000", "00000", "000-0000" },
+             Row { 1, "", "", "-5", " 5", "-5- 5" },
+             Row { 1, "", "", "5 %s%n", "7%d", "005 %s%n-0007%d" },
+             // Longer than any number type.
+             Row { 1, "", "", "123456789012345678901234567890x", "1",
+                   "123456789012345678901234567890x-0001" },
+             Row { 4, "1", "2", "3", "4", "" },
+             Row { -1, "1", "2", "3", "4", "" },
+         })
+        EXPECT_EQ(Score(format, info1, info2, info3, info4), text);
+}
+
+TEST(ScoreTextTest, ReadsAndWritesWithinItsFields) {
+    const std::string x(64, 'x'), nine(64, '9');
+    char full[4][64]; // without a NUL, one behind the other
+    std::memset(full, 'x', 192);
+    std::memset(full[3], '9', 64);
+    EXPECT_EQ(Score(3, full[0], full[1], full[2], full[3]),
+              (x + "-" + x + "-" + x + "-" + nine).substr(0, 255));
+}
+
+TEST(ScoreTextTest, SplitsANumberFromItsRest) {
+    using Row = std::tuple<const char*, bool, long, const char*>;
+    for (const auto& [text, isSplit, wanted, wantedRest] :
+         { Row { "", true, 0, "" }, Row { "12A", true, 12, "A" }, Row { "3 4", true, 3, " 4" },
+           Row { "A3", false, 0, "old" }, Row { "2147483648b", true, INT_MAX, "b" },
+           Row { "99999999999999999999999", true, INT_MAX, "" } }) {
+        long number = -1;
+        char rest[256] = "old";
+        EXPECT_EQ(CTextRenderer::SplitNumberAndString(text, &number, rest), isSplit) << text;
+        EXPECT_EQ(number, wanted) << text;
+        EXPECT_STREQ(rest, wantedRest) << text;
     }
 }
 

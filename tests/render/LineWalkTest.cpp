@@ -30,12 +30,8 @@ Strings LinesOf(const std::string& text) {
 }
 
 TEST(LineWalkTest, EndsLinesAtBreaksAndStepsOverWholeCharacters) {
-    struct Row {
-        const char* encoding;
-        const char* text;
-        Strings lines;
-    };
-    for (const Row& row : {
+    using Row = std::tuple<const char*, const char*, Strings>;
+    for (const auto& [encoding, text, lines] : {
              Row { "UTF-8", "", { "" } },
              Row { "UTF-8", "A\r\r\n", { "A", "", "" } },
              Row { "UTF-8", "X\rY\r\nZ", { "X", "Y", "Z" } },
@@ -55,8 +51,8 @@ TEST(LineWalkTest, EndsLinesAtBreaksAndStepsOverWholeCharacters) {
              Row { "CP932", "a\x93", { "a\x93" } },
              Row { "EUC-JP", "\x8F\xB0\xA1\r\xC6\xFC\rB", { "\x8F\xB0\xA1", "\xC6\xFC", "B" } },
          }) {
-        platform::SetApplicationTextEncoding(row.encoding);
-        EXPECT_EQ(LinesOf(row.text), row.lines) << row.encoding << ": " << row.text;
+        platform::SetApplicationTextEncoding(encoding);
+        EXPECT_EQ(LinesOf(text), lines) << encoding << ": " << text;
     }
     platform::SetApplicationTextEncoding("CP932");
     EXPECT_TRUE(CTextRenderer::IsDoubleByte("a\x83\x5C", 2));

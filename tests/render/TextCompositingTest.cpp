@@ -21,27 +21,23 @@ public:
         info = { 3, 2, 3 * m_stride + 3, nullptr, format };
         m_bytes.assign(static_cast<std::size_t>(2 * info.rowBytes - 3), 0xFE);
         info.pixels = m_bytes.data();
-        for (int row = 0; row < 2; ++row)
-            for (int column = 0; column < 3; ++column)
-                Fill(column, row);
+        // Red tells the column, green the row, counted from the top.
+        for (std::uint8_t i = 0; i < 6; ++i) {
+            const int column = i % 3, row = i / 3;
+            const int stored = format & kTextImageTopDown ? row : 1 - row;
+            std::uint8_t* pixel = m_bytes.data() + stored * info.rowBytes + column * m_stride;
+            const int color[3] = { 10 + column, 20 + row, 30 };
+            for (int place = 0; place < 3; ++place)
+                pixel[format & kTextImageRgb24   ? place
+                      : format & kTextImageBgr24 ? 2 - place
+                                                 : m_stride - 3 + place] =
+                    static_cast<std::uint8_t>(color[place]);
+        }
     }
 
     _RTEXTIMAGE_INFO info;
 
 private:
-    // Red tells the column, green the row, counted from the top.
-    void Fill(int column, int row) {
-        const int stored = info.format & kTextImageTopDown ? row : 1 - row;
-        std::uint8_t* pixel = m_bytes.data() + stored * info.rowBytes + column * m_stride;
-        const std::uint8_t color[3] = { static_cast<std::uint8_t>(10 + column),
-                                        static_cast<std::uint8_t>(20 + row), 30 };
-        for (int i = 0; i < 3; ++i) {
-            const bool redFirst = info.format & kTextImageRgb24;
-            const bool blueFirst = info.format & kTextImageBgr24;
-            pixel[redFirst ? i : blueFirst ? 2 - i : m_stride - 3 + i] = color[i];
-        }
-    }
-
     int m_stride;
     std::vector<std::uint8_t> m_bytes;
 };

@@ -4,6 +4,8 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <gtest/gtest.h>
+#include <new>
 
 extern "C" {
 void* __libc_malloc(std::size_t size);
@@ -46,6 +48,28 @@ FailingMemory::~FailingMemory() {
 
 bool FailingMemory::HasRefused() const {
     return t_refused;
+}
+
+void ExpectAllOrNothing(std::size_t bytes, const std::function<Drawing()>& make) {
+    Pixels right(bytes);
+    ASSERT_TRUE(make()(right));
+    for (const Refuse refuse : { Refuse::kOne, Refuse::kAllFrom }) {
+        bool refused = true;
+        for (int which = 0; refused; ++which) {
+            Pixels pixels(bytes);
+            const Drawing draw = make();
+            bool drawn = false;
+            try {
+                const FailingMemory failing(which, refuse);
+                drawn = draw(pixels);
+            } catch (const std::bad_alloc&) { // nothing is drawn
+            }
+            refused = t_refused;
+            EXPECT_TRUE(drawn ? pixels == right : refused) << "without allocation " << which;
+            EXPECT_TRUE(draw(pixels) && pixels == right) << "after allocation " << which;
+            EXPECT_TRUE(refused || which > 0);
+        }
+    }
 }
 
 } // namespace test

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Copies between worlds against the plain definition, pixel by pixel.
+#include <algorithm>
+#include <array>
 #include <gtest/gtest.h>
 #include <random>
 #include <vector>
@@ -21,11 +23,8 @@ struct Filled {
         std::uint8_t* const base = GetWritablePixBaseAddr(world.Map());
         for (int i = 0; i < width * height; ++i) {
             const int x = i % width, y = i / width;
-            std::uint8_t* const pixel = base + y * GetPixRowBytes(world.Map()) + x * 4;
-            pixel[0] = 0;
-            pixel[1] = static_cast<std::uint8_t>(x);
-            pixel[2] = static_cast<std::uint8_t>(y);
-            pixel[3] = blue;
+            const std::array<int, 4> pixel { 0, x, y, blue };
+            std::copy_n(pixel.begin(), 4, base + y * GetPixRowBytes(world.Map()) + x * 4);
         }
         UnlockPixels(world.Map());
     }

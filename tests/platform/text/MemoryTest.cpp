@@ -2,10 +2,8 @@
 // One allocation after the other fails: what is drawn then is right or is not there at all, and what is
 // drawn next is right.
 #include <algorithm>
-#include <functional>
 #include <gmock/gmock.h>
 #include <memory>
-#include <new>
 
 #include "platform/drawing/CoveragePlane.h"
 #include "platform/text/Layout.h"
@@ -15,45 +13,11 @@
 namespace {
 
 using namespace platform;
-using test::FailingMemory;
-using test::Refuse;
+using test::Pixels;
 using test::TestWorld;
 
 // Kerned, composed, reordered, joined, and of several families.
 constexpr char kText[] = "AV e\u0301j\u0302 סוף سلم 日本";
-
-using Pixels = std::vector<std::uint8_t>;
-// Draws into pixels of the right size. Where it cannot, it says false or throws std::bad_alloc.
-using Draw = std::function<bool(Pixels&)>;
-
-// Whether it was drawn, and whether an allocation was refused meanwhile.
-std::pair<bool, bool> DrawWithout(const Draw& draw, int which, Refuse refuse, Pixels& pixels) {
-    const FailingMemory failing(which, refuse);
-    bool drawn = false;
-    try {
-        drawn = draw(pixels);
-    } catch (const std::bad_alloc&) { // nothing is drawn
-    }
-    return { drawn, failing.HasRefused() };
-}
-
-// make prepares a drawing that finds nothing of its own from the one before.
-void Sweep(std::size_t bytes, const std::function<Draw()>& make) {
-    Pixels right(bytes);
-    ASSERT_TRUE(make()(right));
-    for (const Refuse refuse : { Refuse::kOne, Refuse::kAllFrom }) {
-        bool refused = true;
-        for (int which = 0; refused; ++which) {
-            Pixels pixels(bytes);
-            const Draw draw = make();
-            const auto [drawn, wasRefused] = DrawWithout(draw, which, refuse, pixels);
-            EXPECT_TRUE(!drawn || pixels == right) << "without allocation " << which;
-            EXPECT_TRUE(draw(pixels) && pixels == right) << "after allocation " << which;
-            refused = wasRefused;
-            EXPECT_TRUE(refused || which > 0);
-        }
-    }
-}
 
 bool Take(const TestWorld& world, Pixels& pixels) {
     if (!LockPixels(world.Map()))
@@ -82,7 +46,7 @@ bool DrawFrame(const TestWorld& world, const char* line, Pixels& pixels) {
 }
 
 TEST(MemoryTest, ATextThatCountsOnIsWholeOrNotThere) {
-    Sweep(kBytes, [] {
+    test::ExpectAllOrNothing(kBytes, [] {
         PurgeTextCaches();
         Pixels older(kBytes);
         EXPECT_TRUE(DrawFrame(TestWorld(kWidth, kHeight), "CUT 00:", older));
@@ -92,7 +56,7 @@ TEST(MemoryTest, ATextThatCountsOnIsWholeOrNotThere) {
 }
 
 TEST(MemoryTest, WhatIsDrawnOnAWorldsOwnPixelsIsDrawnOnce) {
-    Sweep(kBytes, [] {
+    test::ExpectAllOrNothing(kBytes, [] {
         PurgeTextCaches();
         const auto world = std::make_shared<TestWorld>(kWidth, kHeight);
         world->Erase();
@@ -117,7 +81,7 @@ TEST(MemoryTest, AFaceThatIsOpenedIsWholeOrNotThere) {
         text::Family family;
         std::unique_ptr<text::Face> face;
     };
-    Sweep(300 * 60, [&file] {
+    test::ExpectAllOrNothing(300 * 60, [&file] {
         const auto opened = std::make_shared<Opened>();
         opened->family.name = "DejaVu Sans";
         // Fontconfig ends the process where it finds no memory, so it says now who else has characters.
