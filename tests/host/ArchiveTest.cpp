@@ -90,19 +90,16 @@ TEST_F(ArchiveTest, TellsTheFrontEndWhatCannotBeOpenedOrWritten) {
     Listener listener;
     SetFrontEnd(&listener);
     const auto path = folder.Write("list.txt", "abc");
-    struct Row {
-        std::filesystem::path path;
-        std::int32_t mode;
-        const char* reason;
-    };
-    for (const auto& row : { Row { folder.Path() / "none", epiArchiveRead, "No such file" },
-                             Row { folder.Path(), epiArchiveRead, "Is a directory" },
-                             Row { folder.Path(), epiArchiveWrite, "Is a directory" },
-                             Row { folder.Path() / "none/a.txt", epiArchiveWrite, "No such file" },
-                             Row { path / "a.txt", epiArchiveWrite, "Not a directory" },
-                             Row { path, 3, "mode 3" } }) {
-        EXPECT_EQ(Open(row.path, row.mode), 0) << row.path << " in mode " << row.mode;
-        EXPECT_THAT(listener.heard, AllOf(HasSubstr(row.path.string()), HasSubstr(row.reason)));
+    using Row = std::tuple<std::filesystem::path, std::int32_t, const char*>;
+    for (const auto& [place, mode, reason] :
+         { Row { folder.Path() / "none", epiArchiveRead, "No such file" },
+           Row { folder.Path(), epiArchiveRead, "Is a directory" },
+           Row { folder.Path(), epiArchiveWrite, "Is a directory" },
+           Row { folder.Path() / "none/a.txt", epiArchiveWrite, "No such file" },
+           Row { path / "a.txt", epiArchiveWrite, "Not a directory" },
+           Row { path, 3, "mode 3" } }) {
+        EXPECT_EQ(Open(place, mode), 0) << place << " in mode " << mode;
+        EXPECT_THAT(listener.heard, AllOf(HasSubstr(place.string()), HasSubstr(reason)));
         procs.Close(archive);
     }
     FSSpec endless;

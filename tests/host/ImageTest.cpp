@@ -201,18 +201,14 @@ void ExpectCopied(Image& dst, std::int32_t x, std::int32_t y, Image& src, Area f
 class CopyTest : public ImageTest {};
 
 TEST_F(CopyTest, MatchesAPixelByPixelCopyWhereverItIsClippedOrOverlaps) {
-    struct Row {
-        std::int32_t x, y;
-        Area from;
-    };
-    for (const auto& row :
+    using Row = std::tuple<std::int32_t, std::int32_t, Area>;
+    for (const auto& [x, y, from] :
          { Row { 0, 0, { 0, 0, 6, 5 } }, Row { 2, 1, { 0, 0, 6, 5 } },
            Row { -2, -1, { 0, 0, 6, 5 } }, Row { 0, 0, { -3, -2, 6, 5 } },
            Row { 4, 4, { 5, 4, 9, 9 } }, Row { 7, 0, { 0, 0, 6, 5 } },
            Row { 0, 0, { 0, 0, kMax, kMax } }, Row { kMax, kMin, { kMin, kMax, kMax, kMax } },
            Row { 0, 0, { 0, 0, -1, 5 } }, Row { kMin, 0, { kMin, 0, kMax, 5 } } })
-        ExpectCopied(*RandomImage(7, 5, kRgba32, 4), row.x, row.y, *RandomImage(6, 5, kRgba32, 3),
-                     row.from);
+        ExpectCopied(*RandomImage(7, 5, kRgba32, 4), x, y, *RandomImage(6, 5, kRgba32, 3), from);
     for (std::int32_t y = 0; y <= 4; ++y)
         for (std::int32_t x = 0; x <= 4; ++x) {
             const auto image = RandomImage(8, 8, kRgb24, 5);

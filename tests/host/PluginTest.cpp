@@ -2,6 +2,7 @@
 // A plug-in, and the effects that are made of it.
 #include "host/Plugin.h"
 
+#include <array>
 #include <dlfcn.h>
 #include <filesystem>
 
@@ -21,12 +22,6 @@ using testing::HasSubstr;
 
 class PluginTest : public LedgerTest {
 protected:
-    std::string WhyNot(const fs::path& bundle) {
-        std::string why;
-        EXPECT_FALSE(Plugin::Load(bundle, why));
-        return why;
-    }
-
     TemporaryFolder folder;
 };
 
@@ -50,27 +45,24 @@ TEST_F(PluginTest, DescribesItselfAndIsUnloadedByTheLastOneWhoHoldsIt) {
 
 TEST_F(PluginTest, WhatIsNoPluginIsRefusedWithTheReason) {
     const auto contents = [](const char* bundle) { return fs::path(bundle) / "Contents"; };
-    EXPECT_THAT(WhyNot(folder.Path() / "none.bundle"),
-                AllOf(HasSubstr("none.bundle: "), HasSubstr("is no bundle")));
-
     folder.Write(contents("Far.bundle") / "Linux-vax" / "Far.so", "");
-    EXPECT_THAT(WhyNot(folder.Path() / "Far.bundle"),
-                AllOf(HasSubstr(ModuleFolder() + "/Far.so"), HasSubstr("Linux-vax only")));
-
     folder.Write(contents("Text.bundle") / ModuleFolder() / "Text.so", "no library");
-    EXPECT_THAT(WhyNot(folder.Path() / "Text.bundle"),
-                AllOf(HasSubstr("Text.so: does not load: "), HasSubstr("file too short")));
-
     // Any library will do: the C++ one is there for sure.
     Dl_info library;
     ASSERT_NE(dladdr(dlsym(RTLD_DEFAULT, "_ZSt9terminatev"), &library), 0);
-    folder.Write(contents("Mute.bundle") / ModuleFolder() / "x", "");
-    fs::create_symlink(library.dli_fname,
-                       folder.Path() / contents("Mute.bundle") / ModuleFolder() / "Mute.so");
-    EXPECT_THAT(WhyNot(folder.Path() / "Mute.bundle"), HasSubstr("exports no EntryPoint"));
-
+    const auto mute = folder.Write(contents("Mute.bundle") / ModuleFolder() / "x", "");
+    fs::create_symlink(library.dli_fname, mute.parent_path() / "Mute.so");
     const ScopedEnvironment trouble("TELOP_FAKE_TROUBLE", "wild sizes");
-    EXPECT_THAT(WhyNot(TELOP_FAKE_BUNDLE), HasSubstr("asks for -5 bytes"));
+    for (const auto& [bundle, named, reason] : std::vector<std::array<std::string, 3>> {
+             { "none.bundle", "none.bundle: ", "is no bundle" },
+             { "Far.bundle", ModuleFolder() + "/Far.so", "Linux-vax only" },
+             { "Text.bundle", "Text.so: does not load: ", "file too short" },
+             { "Mute.bundle", "Mute.so", "exports no EntryPoint" },
+             { TELOP_FAKE_BUNDLE, "Fake", "asks for -5 bytes" } }) {
+        std::string why;
+        EXPECT_FALSE(Plugin::Load(folder.Path() / bundle, why));
+        EXPECT_THAT(why, AllOf(HasSubstr(named), HasSubstr(reason)));
+    }
 }
 
 TEST_F(PluginTest, IsLookedForInOrder) {

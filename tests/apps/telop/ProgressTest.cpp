@@ -7,13 +7,8 @@ namespace telop {
 namespace {
 
 TEST(ProgressBar, ShowsShareRateAndTimeLeft) {
-    struct Row {
-        std::int64_t done, total;
-        double seconds;
-        int columns;
-        const char* bar;
-    };
-    for (const auto& row : {
+    using Row = std::tuple<std::int64_t, std::int64_t, double, int, const char*>;
+    for (const auto& [done, total, seconds, columns, bar] : {
              Row { 25, 100, 2.5, 50, "[####............] 25/100  10 frames/s  0:08 left" },
              Row { 100, 100, 2.0, 48, "[#############] 100/100  50 frames/s  0:00 left" },
              Row { 1, 10000, 1.0, 48, "[.........] 1/10000  1.0 frames/s  2:46:39 left" },
@@ -21,7 +16,7 @@ TEST(ProgressBar, ShowsShareRateAndTimeLeft) {
              Row { 12, 0, 1.0, 80, "12  12 frames/s" },
              Row { 25, 100, 2.5, 12, "25/100  10 " },
          })
-        EXPECT_EQ(ProgressBar(row.done, row.total, row.seconds, row.columns), row.bar);
+        EXPECT_EQ(ProgressBar(done, total, seconds, columns), bar);
 }
 
 TEST(ProgressBar, NeverReachesTheLastColumn) {

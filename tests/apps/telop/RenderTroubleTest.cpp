@@ -114,12 +114,8 @@ TEST_F(RenderTrouble, AFrameWithoutItsTextIsAFailedOne) {
     std::string large(60, 'W'); // 247 MB at 120 points
     for (int i = 0; i < 60; ++i)
         large += "\\n.";
-    struct Row {
-        std::string text;
-        std::function<void()> inChild;
-        const char* reason;
-    };
-    for (const auto& row : {
+    using Row = std::tuple<std::string, std::function<void()>, const char*>;
+    for (const auto& [text, inChild, reason] : {
              Row { "x --size 32767", {}, "pixels, more than a picture can have" },
                  Row { "x", [this] { setenv("FONTCONFIG_FILE", Path("fonts.conf").c_str(), 1); },
                        "no font is installed" },
@@ -134,11 +130,10 @@ TEST_F(RenderTrouble, AFrameWithoutItsTextIsAFailedOne) {
          }) {
         std::filesystem::remove_all(Path("b"));
         const auto outcome =
-            Start("render --apply 2 --jobs 1 a b/ --dialogue " + row.text, "/dev/null", row.inChild)
-                .Wait();
+            Start("render --apply 2 --jobs 1 a b/ --dialogue " + text, "/dev/null", inChild).Wait();
         EXPECT_EQ(outcome.code, 1) << outcome.err;
         EXPECT_THAT(outcome.err, HasSubstr("a/shot.2.png: the text is not drawn: "));
-        EXPECT_THAT(outcome.err, HasSubstr(row.reason));
+        EXPECT_THAT(outcome.err, HasSubstr(reason));
         EXPECT_THAT(Files("b"), ElementsAre("shot.1.png", "shot.3.png"));
     }
 }
@@ -166,7 +161,8 @@ TEST_F(RenderTrouble, NoFileTakesThePlaceOfAClosedStandardStream) {
     const host::Descriptor keeper(open(Path("pipe").c_str(), O_RDWR | O_CLOEXEC));
     auto waiting = Start("render --info x - out.#.png", Path("pipe"), [] { close(STDERR_FILENO); });
     waiting.AwaitHandler(SIGTERM);
-    EXPECT_EQ(waiting.FileAt(STDERR_FILENO), "/dev/null");
+    EXPECT_EQ(std::filesystem::read_symlink("/proc/" + std::to_string(waiting.process) + "/fd/2"),
+              "/dev/null");
     waiting.Send(SIGTERM);
     waiting.Wait();
     WriteSequence("a", 1, 2);

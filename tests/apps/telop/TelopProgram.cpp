@@ -42,12 +42,6 @@ void Running::AwaitHandler(int signal) const {
     }
 }
 
-std::filesystem::path Running::FileAt(int descriptor) const {
-    std::error_code closed;
-    return std::filesystem::read_symlink(
-        "/proc/" + std::to_string(process) + "/fd/" + std::to_string(descriptor), closed);
-}
-
 Outcome Running::Wait() {
     int status = 0;
     waitpid(process, &status, 0);

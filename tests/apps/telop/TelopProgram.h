@@ -33,8 +33,6 @@ struct Expected {
 struct Running {
     // Until the program has a handler of its own for the signal.
     void AwaitHandler(int signal) const;
-    // What it has open under that number.
-    std::filesystem::path FileAt(int descriptor) const;
     void Send(int signal) const { kill(process, signal); }
     Outcome Wait();
 

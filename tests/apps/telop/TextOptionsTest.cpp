@@ -24,17 +24,14 @@ _TEXTPARAM Defaults() {
 TEST(TextOptions, ANewKindTakesTheOldOnesPlace) {
     auto settings = Defaults();
     settings.dwFlags = TEXT_CHARACTER | TEXT_DIALOGUE | TEXT_OFFCHARACTER | TEXT_BOX;
-    struct Row {
-        TextOptions options;
-        std::uint32_t flags;
-    };
-    for (const auto& row : {
+    using Row = std::tuple<TextOptions, std::uint32_t>;
+    for (const auto& [options, flags] : {
              Row { { .info = "a" }, TEXT_INFO | TEXT_OFFCHARACTER | TEXT_BOX },
              Row { { .character = "a" }, TEXT_CHARACTER | TEXT_BOX },
              Row { { .dialogue = "a" }, TEXT_DIALOGUE | TEXT_OFFCHARACTER | TEXT_BOX },
              Row { { .score = 2 }, TEXT_SCORE | TEXT_OFFCHARACTER | TEXT_BOX },
          })
-        EXPECT_EQ(MakeFrameText(row.options, settings).Params().dwFlags, row.flags);
+        EXPECT_EQ(MakeFrameText(options, settings).Params().dwFlags, flags);
 }
 
 TEST(TextOptions, AScoreLineWithoutStringsNumbersTheFrames) {
@@ -86,11 +83,8 @@ TEST(OptionText, DialogueBreaksItsLinesWithCarriageReturns) {
 }
 
 TEST(TextOptions, NamesTheOptionThatIsWrong) {
-    struct Row {
-        TextOptions options;
-        const char* named;
-    };
-    for (const auto& row : {
+    using Row = std::tuple<TextOptions, const char*>;
+    for (const auto& [options, named] : {
              Row { { .info = std::string(64, 'x') }, "--info: the text has 64 bytes" },
              Row { { .info = std::string(63, 'x') + "{frame}" }, "--info: the text has 64 bytes" },
              Row { { .info = "{cut}" }, "--info: '{cut}' is no token" },
@@ -106,11 +100,11 @@ TEST(TextOptions, NamesTheOptionThatIsWrong) {
              Row { { .position = "12" }, "--at: '12' is not X,Y" },
          })
         try {
-            MakeFrameText(row.options, Defaults());
-            ADD_FAILURE() << row.named;
+            MakeFrameText(options, Defaults());
+            ADD_FAILURE() << named;
         } catch (const CommandError& error) {
             EXPECT_EQ(error.Code(), ExitCode::kUsage);
-            EXPECT_THAT(error.what(), HasSubstr(row.named));
+            EXPECT_THAT(error.what(), HasSubstr(named));
         }
 }
 

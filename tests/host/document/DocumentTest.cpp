@@ -157,10 +157,8 @@ TEST_F(DocumentTest, TextsKeepTheirOwnEncoding) {
 }
 
 TEST_F(DocumentTest, BadFilesAreRefusedWithTheKeyAndTheReason) {
-    struct Row {
-        const char *part, *by, *reason;
-    };
-    for (const auto& row : {
+    using Row = std::tuple<const char*, const char*, const char*>;
+    for (const auto& [part, by, reason] : {
              Row { "{", "[", "not readable as JSON: " },
              Row { "telop-document", "other", "is no Telop document" },
              Row { "\"version\": 1", "\"version\": 2, \"colors\": 3", "newer Telop" },
@@ -189,9 +187,9 @@ TEST_F(DocumentTest, BadFilesAreRefusedWithTheKeyAndTheReason) {
              Row { "\"option\": 0", "\"option\": 4294967296", "dialogs.option: 4294967296 is" },
              Row { "-7", "\"7\"", "dialogs.viewState: expected a whole number" },
          })
-        EXPECT_THAT(Refusal(row.part, row.by),
-                    AllOf(HasSubstr(Path("bad.telop") + ": "), HasSubstr(row.reason)))
-            << row.part << " -> " << row.by;
+        EXPECT_THAT(Refusal(part, by),
+                    AllOf(HasSubstr(Path("bad.telop") + ": "), HasSubstr(reason)))
+            << part << " -> " << by;
 }
 
 // Each of these took minutes, or the stack, when a reader looked at them after building them.

@@ -63,11 +63,9 @@ TEST(SettingsJson, KeysThatAreNotGivenKeepTheirValue) {
 }
 
 TEST(SettingsJson, NamesTheKeyAndTheReason) {
-    struct Row {
-        std::string key, value, reason;
-    };
+    using Row = std::tuple<std::string, std::string, std::string>;
     const auto x64 = "\"" + std::string(64, 'x') + "\"";
-    for (const auto& row :
+    for (const auto& [key, value, reason] :
          { Row { "colour", "1", "no such setting" }, Row { "size", "\"36\"", "whole number" },
            Row { "size", "36.5", "whole number" }, Row { "size", "2147483648", "outside" },
            Row { "opacity", "18446744073709551615", "outside 0 to 100" },
@@ -80,9 +78,9 @@ TEST(SettingsJson, NamesTheKeyAndTheReason) {
            Row { "info", "\"\\\\q\"", "no escape" }, Row { "info", x64, "64 bytes" },
            Row { "size", "1,\"size\":2", "twice" } }) {
         std::string why;
-        EXPECT_FALSE(SettingsFromJson("{\"" + row.key + "\":" + row.value + "}", Example(), why));
-        EXPECT_THAT(why, StartsWith(row.key + ": ")) << row.value;
-        EXPECT_THAT(why, HasSubstr(row.reason)) << row.value;
+        EXPECT_FALSE(SettingsFromJson("{\"" + key + "\":" + value + "}", Example(), why));
+        EXPECT_THAT(why, StartsWith(key + ": ")) << value;
+        EXPECT_THAT(why, HasSubstr(reason)) << value;
     }
     for (const auto& [json, reason] : { std::pair { "[1]", "not one { ... }" },
                                         std::pair { "{\"size\":", "not readable as JSON: parse" },

@@ -51,16 +51,6 @@ protected:
     std::string why;
 };
 
-TEST_F(OutputFileTest, TreatsExistingFilesAsAsked) {
-    EXPECT_EQ(Put("a", "one", Existing::kRefuse), OutputResult::kWritten);
-    EXPECT_EQ(Put("a", "two", Existing::kSkip), OutputResult::kSkipped);
-    EXPECT_EQ(Put("a", "two", Existing::kRefuse), OutputResult::kFailed);
-    EXPECT_EQ(Content("a"), "one");
-    EXPECT_EQ(Put("a", "two", Existing::kOverwrite), OutputResult::kWritten);
-    EXPECT_EQ(Content("a"), "two");
-    EXPECT_EQ(Files(), 1);
-}
-
 TEST_F(OutputFileTest, KeepsPermissionsAndLinks) {
     const fs::path file = folder.Write("real/a", "old");
     fs::permissions(file, fs::perms(06604)); // what runs with its owner's rights is not written to
@@ -88,13 +78,6 @@ TEST_F(OutputFileTest, RemovesOnlyLeftoversThatNobodyHolds) {
     EXPECT_FALSE(fs::exists(folder.Path() / ".telop-1.part"));
     EXPECT_TRUE(fs::exists(held));
     EXPECT_EQ(Files(), 2);
-}
-
-TEST_F(OutputFileTest, WritesDevicesStraight) {
-    EXPECT_EQ(Put("/dev/null", "x", Existing::kRefuse), OutputResult::kWritten);
-    EXPECT_TRUE(fs::is_character_file("/dev/null"));
-    EXPECT_EQ(Put("/dev/full", "x", Existing::kOverwrite), OutputResult::kFailed);
-    EXPECT_THAT(why, HasSubstr("/dev/full: cannot be written: No space left"));
 }
 
 TEST_F(OutputFileTest, LeavesNothingBehindWhenItFails) {

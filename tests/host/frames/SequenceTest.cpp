@@ -14,29 +14,25 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 TEST(FramePattern, MakesNamesAndFindsTheirNumbers) {
-    struct Row {
-        std::string pattern;
-        std::int64_t frame;
-        std::string path;
-    };
-    for (const Row& row : std::vector<Row> { { "shot.%04d.png", 7, "shot.0007.png" },
-                                             { "shot.####.png", 7, "shot.0007.png" },
-                                             { "shot.%4d.png", 7, "shot.0007.png" },
-                                             { "a/b#c/%d", 12, "a/b#c/12" },
-                                             { "/x/cut#.png", 123, "/x/cut123.png" },
-                                             { "##.png", 12345, "12345.png" },
-                                             { "%02d", 0, "00" },
-                                             { "100%%.%03d%%.png", 5, "100%.005%.png" },
-                                             { "50% #.png", 5, "50% 5.png" },
-                                             { "\xE3\x82\xAB\xE3\x83\x83\xE3\x83\x88_###.png", 42,
-                                               "\xE3\x82\xAB\xE3\x83\x83\xE3\x83\x88_042.png" } }) {
+    using Row = std::tuple<std::string, std::int64_t, std::string>;
+    for (const auto& [text, frame, path] :
+         std::vector<Row> { { "shot.%04d.png", 7, "shot.0007.png" },
+                            { "shot.####.png", 7, "shot.0007.png" },
+                            { "shot.%4d.png", 7, "shot.0007.png" },
+                            { "a/b#c/%d", 12, "a/b#c/12" },
+                            { "/x/cut#.png", 123, "/x/cut123.png" },
+                            { "##.png", 12345, "12345.png" },
+                            { "%02d", 0, "00" },
+                            { "100%%.%03d%%.png", 5, "100%.005%.png" },
+                            { "50% #.png", 5, "50% 5.png" },
+                            { "\xE3\x82\xAB\xE3\x83\x83\xE3\x83\x88_###.png", 42,
+                              "\xE3\x82\xAB\xE3\x83\x83\xE3\x83\x88_042.png" } }) {
         std::string why;
-        EXPECT_TRUE(FramePattern::LooksLikeOne(row.pattern));
-        const auto pattern = FramePattern::Parse(row.pattern, why);
+        EXPECT_TRUE(FramePattern::LooksLikeOne(text));
+        const auto pattern = FramePattern::Parse(text, why);
         ASSERT_TRUE(pattern) << why;
-        EXPECT_EQ(pattern->PathOf(row.frame), row.path);
-        EXPECT_EQ(pattern->NumberIn(row.path.substr(pattern->Folder().size())), row.frame)
-            << row.pattern;
+        EXPECT_EQ(pattern->PathOf(frame), path);
+        EXPECT_EQ(pattern->NumberIn(path.substr(pattern->Folder().size())), frame) << text;
     }
 }
 
@@ -78,12 +74,8 @@ FrameRanges Ranges(std::string_view text) {
 
 TEST(FrameRanges, TakesTheFramesOfEachPart) {
     const std::vector<std::int64_t> existing { 0, 1, 2, 3, 8, 9, 10, 11, 12 };
-    struct Row {
-        std::string text;
-        std::vector<std::int64_t> frames;
-        std::string printed;
-    };
-    for (const Row& row :
+    using Row = std::tuple<std::string, std::vector<std::int64_t>, std::string>;
+    for (const auto& [text, frames, printed] :
          std::vector<Row> { { "9", { 9 }, "9" },
                             { "0-3", { 0, 1, 2, 3 }, "0-3" },
                             { "1-11:2", { 1, 3, 9, 11 }, "1-11:2" },
@@ -94,10 +86,10 @@ TEST(FrameRanges, TakesTheFramesOfEachPart) {
                             { "5-7", {}, "5-7" },
                             { "12,12,11-12", { 11, 12 }, "12,12,11-12" },
                             { "0-2147483647:2147483647", { 0 }, "0-:2147483647" } }) {
-        const FrameRanges ranges = Ranges(row.text);
-        EXPECT_EQ(ranges.Among(existing), row.frames) << row.text;
-        EXPECT_EQ(ranges.ToString(), row.printed) << row.text;
-        EXPECT_EQ(Ranges(row.printed).Among(existing), row.frames) << row.text;
+        const FrameRanges ranges = Ranges(text);
+        EXPECT_EQ(ranges.Among(existing), frames) << text;
+        EXPECT_EQ(ranges.ToString(), printed) << text;
+        EXPECT_EQ(Ranges(printed).Among(existing), frames) << text;
     }
     EXPECT_EQ(FrameRanges::All().Among(existing), existing);
 }

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstdio>
+#include <random>
 #include <stdexcept>
 
 #include <png.h>
@@ -34,22 +35,14 @@ std::vector<std::size_t> ChunkOffsets(std::span<const std::uint8_t> file) {
 
 } // namespace
 
-std::string TestPng::Name() const {
-    return "colour type " + std::to_string(colorType) + ", " + std::to_string(bitDepth) +
-           " bits, " + std::to_string(width) + " x " + std::to_string(height) +
-           (interlaced ? ", interlaced" : "") + (transparency.empty() ? "" : ", tRNS");
-}
-
 TestPng MakePicture(int colorType, int bitDepth, int width, int height) {
     TestPng picture;
     picture.width = width;
     picture.height = height;
     picture.colorType = colorType;
     picture.bitDepth = bitDepth;
-    std::uint32_t state = 1;
-    const auto random = [&] {
-        state = state * 1664525 + 1013904223;
-        return static_cast<std::uint8_t>(state >> 24);
+    const auto random = [state = std::minstd_rand()]() mutable {
+        return static_cast<std::uint8_t>(state() >> 16);
     };
     if (colorType == PNG_COLOR_TYPE_PALETTE)
         std::generate_n(std::back_inserter(picture.palette), 3 << bitDepth, random);

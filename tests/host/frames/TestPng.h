@@ -28,8 +28,6 @@ struct TestPng {
     std::vector<std::uint8_t> transparency; // the data of tRNS, written if any
     std::vector<TestChunk> chunks; // in order; before the pixels they stand behind the palette
     std::vector<std::vector<std::uint8_t>> rows;
-
-    std::string Name() const;
 };
 
 // A picture full of different values; a palette picture gets a palette.

@@ -85,11 +85,8 @@ TEST(FreeMemory, IsTheLeastThatTheMachineOrAGroupLeaves) {
     const File machine { "proc/meminfo", "MemTotal: 9 kB\nMemAvailable: 4000 kB\n" };
     const File second { "proc/self/cgroup", "0::/a/b\n" };
     const File first { "proc/self/cgroup", "7:cpu,memory:/a\n0::/x\n" };
-    struct Row {
-        std::vector<File> files;
-        std::uint64_t free;
-    };
-    for (const auto& row : std::vector<Row> {
+    using Row = std::pair<std::vector<File>, std::uint64_t>;
+    for (const auto& [files, free] : std::vector<Row> {
              { {}, std::numeric_limits<std::uint64_t>::max() },
              { { machine }, 4096000 },
              { { machine, second, { "sys/fs/cgroup/a/b/memory.max", "max\n" } }, 4096000 },
@@ -112,9 +109,9 @@ TEST(FreeMemory, IsTheLeastThatTheMachineOrAGroupLeaves) {
                450 },
          }) {
         const TemporaryFolder root;
-        for (const auto& [name, contents] : row.files)
+        for (const auto& [name, contents] : files)
             root.Write(name, contents);
-        EXPECT_EQ(FreeMemory(root.Path()), row.free);
+        EXPECT_EQ(FreeMemory(root.Path()), free);
     }
 }
 

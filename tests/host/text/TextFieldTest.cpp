@@ -21,12 +21,9 @@ struct In {
 };
 
 TEST(TextField, FillsAFieldWithBytesOfTheApplicationsEncoding) {
-    struct Row {
-        const char* encoding;
-        std::string text, bytes;
-        const char* reason; // empty when it fits the eight bytes
-    };
-    for (const auto& row : {
+    // reason: empty when it fits the eight bytes
+    using Row = std::tuple<const char*, std::string, std::string, const char*>;
+    for (const auto& [encoding, text, bytes, reason] : {
              Row { "UTF-8", "abc", "abc", "" },
              Row { "UTF-8", "話話a", "話話a", "" },
              Row { "UTF-8", "話話ab", "", "limit is 7" },
@@ -38,29 +35,22 @@ TEST(TextField, FillsAFieldWithBytesOfTheApplicationsEncoding) {
              Row { "CP932", "한글", "", "CP932 lacks" },
              Row { "CP932", std::string("a\0b", 3), "", "zero byte" },
          }) {
-        const In in(row.encoding);
+        const In in(encoding);
         std::array<char, 8> field;
         field.fill('#');
         std::string why;
-        ASSERT_EQ(SetField(field, "--info", row.text, why), !*row.reason) << row.text << why;
-        if (*row.reason) {
-            EXPECT_EQ(FieldBytes(field), "########") << "a refused text leaves the field alone";
-            EXPECT_THAT(why, testing::AllOf(HasSubstr("--info"), HasSubstr(row.reason)));
-        } else {
-            const auto cleared = row.bytes + std::string(8 - row.bytes.size(), '\0');
-            EXPECT_EQ(std::string(field.data(), field.size()), cleared);
-            EXPECT_EQ(FieldBytes(field), row.bytes);
-        }
+        ASSERT_EQ(SetField(field, "--info", text, why), !*reason) << text << why;
+        EXPECT_EQ(FieldBytes(field), *reason ? "########" : bytes) << "refused, it stays as it is";
+        if (*reason)
+            EXPECT_THAT(why, testing::AllOf(HasSubstr("--info"), HasSubstr(reason)));
+        else
+            EXPECT_EQ(std::count(field.begin(), field.end(), '\0'), 8 - std::ssize(bytes));
     }
 }
 
 TEST(TextField, EscapesWhatIsNoText) {
-    struct Row {
-        const char* encoding;
-        const char* bytes;
-        const char* escaped;
-    };
-    for (const auto& row : {
+    using Row = std::tuple<const char*, const char*, const char*>;
+    for (const auto& [encoding, bytes, escaped] : {
              Row { "UTF-8", "caf\xC3\xA9", "café" },
              Row { "UTF-8",
                    "a\xFF"
@@ -71,8 +61,8 @@ TEST(TextField, EscapesWhatIsNoText) {
              Row { "CP932", "\x98", "\\x98" },
              Row { "CP932", "\x83\x5C", "ソ" }, // its second byte is that of a backslash
          }) {
-        const In in(row.encoding);
-        EXPECT_EQ(EscapeBytes(row.bytes), row.escaped) << row.encoding;
+        const In in(encoding);
+        EXPECT_EQ(EscapeBytes(bytes), escaped) << encoding;
     }
 }
 

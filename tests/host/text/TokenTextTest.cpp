@@ -9,12 +9,8 @@ namespace {
 using testing::HasSubstr;
 
 TEST(TokenText, ResolvesTokensForAFrame) {
-    struct Row {
-        const char* text;
-        std::int64_t frame;
-        const char* result;
-    };
-    for (const auto& row : {
+    using Row = std::tuple<const char*, std::int64_t, const char*>;
+    for (const auto& [typed, frame, result] : {
              Row { "", 7, "" },
              Row { "plain", 7, "plain" },
              Row { "{frame}", 1001, "1001" },
@@ -33,13 +29,12 @@ TEST(TokenText, ResolvesTokensForAFrame) {
              Row { "{frame+9223372036854775807}", 5, "9223372036854775807" },
          }) {
         std::string why;
-        const auto text = TokenText::Parse(row.text, why);
-        ASSERT_TRUE(text) << row.text << ": " << why;
-        EXPECT_EQ(text->Resolve({ row.frame, "shot" }), row.result) << row.text;
-        const bool hasFile = text->Resolve({ row.frame, "other" }) != row.result;
-        EXPECT_EQ(text->NeedsFile(), hasFile) << row.text;
-        EXPECT_EQ(text->HasTokens(), hasFile || text->Resolve({ -9, "shot" }) != row.result)
-            << row.text;
+        const auto text = TokenText::Parse(typed, why);
+        ASSERT_TRUE(text) << typed << ": " << why;
+        EXPECT_EQ(text->Resolve({ frame, "shot" }), result) << typed;
+        const bool hasFile = text->Resolve({ frame, "other" }) != result;
+        EXPECT_EQ(text->NeedsFile(), hasFile) << typed;
+        EXPECT_EQ(text->HasTokens(), hasFile || text->Resolve({ -9, "shot" }) != result) << typed;
     }
     std::string why;
     EXPECT_EQ(TokenText::Parse("{frame-9:03}{file}{{x", why)->Shortest(), "000{x");
