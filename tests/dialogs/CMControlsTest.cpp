@@ -2,13 +2,13 @@
 // What the dialogs' fields and steppers do beyond those of the toolkit.
 #include "dialogs/CMEditText.h"
 #include "dialogs/CMLittleArrows.h"
-#include "huxCommon/HuxLittleArrowsFixture.h"
+#include "huxCommon/HuxEditTextFixture.h"
 
 using namespace platform;
 
 namespace {
 
-using CMControlsTest = test::HuxLittleArrowsFixture;
+using CMControlsTest = test::HuxEditTextFixture;
 
 TEST_F(CMControlsTest, AFieldPostsEditingCommandsToTheWindowAndLeavesTheRestOnTheirWay) {
     QLineEdit* widget = nullptr;

@@ -17,7 +17,8 @@
 #include <QTest>
 #include <QTimer>
 
-#include "huxCommon/ToolkitForms.h"
+#include "huxCommon/HostErrors.h"
+#include "platform/ui/UIFixture.h"
 #include "support/EffectFixture.h"
 #include "support/WindowRefs.h"
 

@@ -7,7 +7,7 @@
 
 #include <gmock/gmock.h>
 
-#include "platform/events/Event.h"
+#include "huxCommon/huxUtility/HuxException.h"
 #include "support/ChainHandler.h"
 
 using namespace platform;
@@ -73,22 +73,7 @@ TEST(HuxCarbonEvent, ACommandLeavesOutWhatIsZeroAndReadsItAsZero) {
     EXPECT_EQ(commandID, 0u);
 }
 
-TEST(HuxCarbonEvent, OwnsOneReference) {
-    EventRef event = nullptr;
-    ASSERT_EQ(CreateEvent(kHuxEventClassWindow, 1, &event), kNoErr);
-    {
-        HuxCarbonEvent shared(event, true);
-        EXPECT_EQ(event->count, 2u);
-        const HuxCarbonEvent adopted(RetainEvent(event), false);
-        EXPECT_EQ(event->count, 3u);
-        shared.CreateEventCommand(1, 0, nullptr);
-        EXPECT_EQ(event->count, 2u);
-    }
-    EXPECT_EQ(event->count, 1u);
-    ReleaseEvent(event);
-}
-
-TEST(HuxCarbonEvent, CommandsReachTheirTargetOrNobody) {
+TEST(HuxCarbonEvent, CommandsReachTheirTargetElseTheApplicationOrNobody) {
     const EventTargetRef target = CreateEventTarget(nullptr);
     std::string log;
     const auto receives = [&log](const char* name) {
@@ -102,19 +87,23 @@ TEST(HuxCarbonEvent, CommandsReachTheirTargetOrNobody) {
     const EventTypeSpec type { kEventClassCommand, kEventCommandProcess };
     const test::ChainHandler own(target, { type }, receives("own"));
     const test::ChainHandler application(GetApplicationEventTarget(), { type }, receives("app"));
-    EXPECT_EQ(HuxCarbonEvent::PostEventCommand(target, 1, 0), kNoErr);
-    EXPECT_EQ(HuxCarbonEvent::PostEventCommand(EventTargetRef {}, 2, 0), kNoErr);
-    EXPECT_EQ(HuxCarbonEvent::SendEventCommand(target, 3, 0, nullptr), -43);
-    HuxCarbonEvent urgent;
-    urgent.CreateEventCommand(4, 0, nullptr);
-    EXPECT_EQ(urgent.PostToQueue(target, nullptr, EventPriority::kHigh), kNoErr);
+    EXPECT_EQ(HuxCarbonEvent::PostEventCommand(EventTargetRef {}, 1, 0), kNoErr);
+    EXPECT_EQ(HuxCarbonEvent::SendEventCommand(target, 2, 0, nullptr), -43);
     while (DeliverNextEvent()) {
     }
-    EXPECT_EQ(log, "own3 own4 own1 app2 ");
+    EXPECT_EQ(log, "own2 app1 ");
     DisposeEventTarget(target);
     EXPECT_EQ(HuxCarbonEvent::PostEventCommand(target, 1, 0), kParamErr);
     EXPECT_EQ(HuxCarbonEvent::SendEventCommand(target, 1, 0, nullptr), kParamErr);
     EXPECT_FALSE(DeliverNextEvent());
+}
+
+TEST(HuxException, IsCopiedWithWhatFitsOfItsFile) {
+    HuxException copy;
+    copy = HuxException(std::string(2000, 'f').c_str(), 12, -9874);
+    EXPECT_EQ(std::string(copy.GetFile()), std::string(1023, 'f'));
+    EXPECT_EQ(copy.GetLine(), 12);
+    EXPECT_EQ(static_cast<long>(copy), -9874);
 }
 
 } // namespace

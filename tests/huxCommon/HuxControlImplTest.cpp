@@ -1,16 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "huxCommon/huxGUI/HuxControlImpl.h"
 
-#include <functional>
-#include <memory>
-#include <string>
-
-#include <gmock/gmock.h>
-
-#include "huxCommon/ToolkitForms.h"
+#include "huxCommon/HostErrors.h"
 #include "huxCommon/huxGUI/HuxAttachedControls.h"
 #include "huxCommon/huxGUI/HuxCarbonEvent.h"
-#include "support/WindowRefs.h"
+#include "platform/ui/UIFixture.h"
 
 using namespace platform;
 
@@ -22,7 +16,7 @@ constexpr ControlID kID { kHuxPropertyCreator, 77 };
 // Notes its phases, and does in each what the test says.
 class Wrapper : public HuxControlImpl {
 public:
-    using Act = std::function<void()>;
+    using Act = std::function<OSStatus()>;
 
     explicit Wrapper(std::string& log) : m_log(log) {}
     ~Wrapper() override { m_log += "~"; }
@@ -45,7 +39,8 @@ public:
         return accepts;
     }
 
-    Act begin, current, end, check;
+    Act begin, current, end;
+    std::function<void()> check;
     bool accepts = true;
 
 private:
@@ -54,39 +49,36 @@ private:
         const bool probe = GetEventClass(event) == kProbe.eventClass;
         m_log += probe ? phase[0] : static_cast<char>(phase[0] - 'a' + 'A');
         const Act copy = act; // which may end this object
-        if (probe && copy)
-            copy();
-        return kEventNotHandledErr;
+        return probe && copy ? copy() : kEventNotHandledErr;
     }
 
     std::string& m_log;
 };
 
-class HuxControlImplTest : public testing::Test {
+class HuxControlImplTest : public test::UIFixture {
 protected:
-    HuxControlImplTest() {
-        EXPECT_TRUE(m_window = Window::Create({ 0, 0, 200, 300 }));
-        m_control = NewButton();
-        Control::Find(m_control)->id = kID;
+    void SetUp() override {
+        UIFixture::SetUp();
+        button = Make<QPushButton>();
+        On(button).id = kID;
     }
-    ~HuxControlImplTest() override {
-        test::Dispose(m_window);
+    void TearDown() override {
+        UIFixture::TearDown();
         EXPECT_EQ(HuxCarbonEventHandler::GetCurrentObject(), nullptr);
     }
 
-    ControlRef NewButton() const {
-        return Control::Create(m_window, "QPushButton", { 10, 10, 40, 90 })->Ref();
+    Wrapper* NewWrapper(ControlRef control) {
+        auto* const wrapper = new Wrapper(log); // ends with its control
+        EXPECT_EQ(wrapper->Attach(control), kNoErr);
+        return wrapper;
     }
-
     static OSStatus Send(ControlRef control) {
         const HuxCarbonEvent event(kProbe.eventClass, kProbe.eventKind);
-        return SendEventToEventTarget(event.GetEventRef(), Control::Find(control)->Target());
+        return SendEventToEventTarget(event.GetEventRef(), On(control).Target());
     }
 
-    WindowRef m_window = nullptr;
-    ControlRef m_control = nullptr;
-    std::string m_log; // outlives the wrappers, which end with the window
-    test::HostErrors m_errors;
+    ControlRef button = nullptr;
+    test::HostErrors errors;
 };
 
 TEST_F(HuxControlImplTest, AttachingGivesAControlWithoutACommandItsIdForOne) {
@@ -94,8 +86,8 @@ TEST_F(HuxControlImplTest, AttachingGivesAControlWithoutACommandItsIdForOne) {
     for (const auto& [before, after] :
          { std::pair { 0U, 77U }, { 0x20202020U, 77U }, { 5U, 5U } }) {
         HuxControlImpl wrapper;
-        Control::Find(m_control)->commandID = before;
-        EXPECT_EQ(wrapper.Attach(m_control), kNoErr);
+        On(button).commandID = before;
+        EXPECT_EQ(wrapper.Attach(button), kNoErr);
         EXPECT_EQ(wrapper.GetCommandID(), after);
     }
 }
@@ -103,117 +95,150 @@ TEST_F(HuxControlImplTest, AttachingGivesAControlWithoutACommandItsIdForOne) {
 TEST_F(HuxControlImplTest, TheControlLeadsToItsWrapperAsLongAsThatIsAttached) {
     auto first = std::make_unique<HuxControlImpl>();
     HuxControlImpl second;
-    EXPECT_EQ(HuxControlImpl::FromControl(m_control), nullptr);
-    first->Attach(m_control);
-    EXPECT_EQ(HuxControlImpl::FromControl(m_control), first.get());
-    second.Attach(m_control);
+    EXPECT_EQ(HuxControlImpl::FromControl(button), nullptr);
+    first->Attach(button);
+    EXPECT_EQ(HuxControlImpl::FromControl(button), first.get());
+    second.Attach(button);
     first.reset();
-    EXPECT_EQ(HuxControlImpl::FromControl(m_control), &second);
+    EXPECT_EQ(HuxControlImpl::FromControl(button), &second);
     second.Detach();
-    EXPECT_EQ(HuxControlImpl::FromControl(m_control), nullptr);
+    EXPECT_EQ(HuxControlImpl::FromControl(button), nullptr);
     EXPECT_FALSE(second.IsValid());
+}
+
+TEST_F(HuxControlImplTest, RunsThePhasesInOrderAndTheEndNeverDecides) {
+    Wrapper& wrapper = *NewWrapper(button);
+    struct Row {
+        const char* name;
+        OSStatus begin, current, end, result;
+        const char* phases;
+    };
+    for (const Row& row : {
+             Row { "nobody handles", -9874, -9874, -9874, -9874, "bce" },
+             Row { "begin handles", 0, -1, -1, 0, "be" },
+             Row { "begin fails", -43, 0, 0, -43, "be" },
+             Row { "current handles", -9874, 0, -1, 0, "bce" },
+             Row { "only the end handles", -9874, -9874, 0, -9874, "bce" },
+         }) {
+        log.clear();
+        wrapper.begin = [&row] { return row.begin; };
+        wrapper.current = [&row] { return row.current; };
+        wrapper.end = [&row] { return row.end; };
+        EXPECT_EQ(Send(button), row.result) << row.name;
+        EXPECT_EQ(log, row.phases) << row.name;
+    }
+}
+
+TEST_F(HuxControlImplTest, AnExceptionBecomesAnErrorEventAndTheStatusBeforeItStays) {
+    Wrapper& wrapper = *NewWrapper(button);
+    for (const auto& [thrown, code] :
+         { std::pair<Wrapper::Act, std::int32_t> {
+               []() -> OSStatus { throw HuxException(__FILE__, __LINE__, -43); }, -43 },
+           { []() -> OSStatus { throw std::bad_alloc(); }, -108 },
+           { []() -> OSStatus { throw std::runtime_error("x"); }, 0 } }) {
+        wrapper.current = thrown;
+        EXPECT_EQ(Send(button), kEventNotHandledErr) << code;
+        const auto posted = errors.TakeAll();
+        ASSERT_EQ(posted.size(), 1u) << code;
+        EXPECT_EQ(posted[0].nErrorCode, code);
+        EXPECT_EQ(posted[0].uEventClass, kProbe.eventClass) << code;
+        EXPECT_EQ(posted[0].uEventKind, kProbe.eventKind) << code;
+        EXPECT_EQ(std::string(posted[0].strError, sizeof posted[0].strError),
+                  std::string(256, '\0'));
+    }
 }
 
 TEST_F(HuxControlImplTest, MayEndItsControlInEachOfItsPhases) {
     struct Row {
-        const char* name;
         Wrapper::Act Wrapper::*phase;
         const char* log;
+        OSStatus result;
     };
     for (const bool throws : { false, true }) {
-        for (const Row& row : { Row { "begin", &Wrapper::begin, "bBCE~" },
-                                Row { "current", &Wrapper::current, "bcBCE~" },
-                                Row { "end", &Wrapper::end, "bceBCE~" } }) {
-            const ControlRef control = NewButton();
-            auto* const wrapper = new Wrapper(m_log);
-            wrapper->Attach(control);
-            wrapper->*row.phase = [control, throws] {
-                Control::Find(control)->Dispose();
+        for (const Row& row : { Row { &Wrapper::begin, "bBCE~", kNoErr },
+                                Row { &Wrapper::current, "bcBCE~", kNoErr },
+                                Row { &Wrapper::end, "bceBCE~", kEventNotHandledErr } }) {
+            const ControlRef control = Make<QPushButton>();
+            NewWrapper(control)->*row.phase = [control, throws] {
+                On(control).Dispose();
                 if (throws)
                     throw HuxException("file", 1, -1);
+                return kNoErr;
             };
-            m_log.clear();
-            EXPECT_EQ(Send(control), kEventNotHandledErr) << row.name;
-            EXPECT_EQ(m_log, row.log) << row.name;
-            EXPECT_THAT(m_errors.TakeAll(), testing::IsEmpty()) << row.name;
+            log.clear();
+            EXPECT_EQ(Send(control), throws ? kEventNotHandledErr : row.result) << row.log;
+            EXPECT_EQ(log, row.log);
+            EXPECT_THAT(errors.TakeAll(), testing::IsEmpty()) << row.log;
         }
     }
 }
 
-TEST_F(HuxControlImplTest, AMemberOfAWindowsObjectIsOnlyDetachedByItsControlsEnd) {
-    HuxAttachedControls list;
-    Wrapper wrapper(m_log);
-    list.Add(wrapper);
-    wrapper.Attach(m_control);
-    wrapper.current = [this] { Control::Find(m_control)->Dispose(); };
-    Send(m_control);
-    EXPECT_EQ(m_log, "bcBCE");
+TEST_F(HuxControlImplTest, AMemberOfAWindowsObjectIsOnlyDetachedByItsControlsOrItsListsEnd) {
+    auto list = std::make_unique<HuxAttachedControls>();
+    Wrapper wrapper(log);
+    list->Add(wrapper);
+    wrapper.Attach(button);
+    wrapper.current = [this] {
+        On(button).Dispose();
+        return kNoErr;
+    };
+    Send(button);
+    EXPECT_EQ(log, "bcBCE");
     EXPECT_FALSE(wrapper.IsValid());
     EXPECT_EQ(wrapper.GetControlRef(), nullptr);
-    EXPECT_EQ(wrapper.Attach(NewButton()), kNoErr);
-    EXPECT_TRUE(wrapper.IsValid());
-}
-
-TEST_F(HuxControlImplTest, AListLetsGoOfItsWrappersAndTheyOfIt) {
-    auto list = std::make_unique<HuxAttachedControls>();
-    Wrapper wrapper(m_log);
-    wrapper.Attach(m_control);
-    list->Add(wrapper);
+    const ControlRef another = Make<QPushButton>();
+    EXPECT_EQ(wrapper.Attach(another), kNoErr);
     {
         HuxControlImpl shorter;
-        shorter.Attach(NewButton());
+        shorter.Attach(Make<QPushButton>());
         list->Add(shorter);
     }
     EXPECT_TRUE(wrapper.IsValid());
     list.reset();
     EXPECT_EQ(wrapper.GetControlRef(), nullptr);
-    EXPECT_TRUE(Control::Find(m_control));
+    EXPECT_TRUE(Control::Find(another));
 }
 
 TEST_F(HuxControlImplTest, AListAsksItsControlsUntilOneRefusesOrEndsTheRest) {
     HuxAttachedControls list;
-    Wrapper first(m_log), second(m_log);
+    Wrapper first(log), second(log);
     for (Wrapper* const wrapper : { &first, &second }) {
-        wrapper->Attach(NewButton());
+        wrapper->Attach(Make<QPushButton>());
         list.Add(*wrapper);
-        wrapper->check = [this] { m_log += "?"; };
+        wrapper->check = [this] { log += "?"; };
     }
     EXPECT_TRUE(list.CheckControlValues());
     first.accepts = false;
     EXPECT_FALSE(list.CheckControlValues());
-    EXPECT_EQ(m_log, "???");
+    EXPECT_EQ(log, "???");
     first.accepts = true;
     first.check = [&list] { list.DetachAll(); };
     EXPECT_TRUE(list.CheckControlValues());
-    EXPECT_EQ(m_log, "???");
+    EXPECT_EQ(log, "???");
 }
 
 TEST_F(HuxControlImplTest, ItsCommandReachesTheWindowWithTheControlAndTheValue) {
-    std::vector<long> values;
     const test::ChainHandler receive(
-        UIObject::TargetOf(m_window), { { kEventClassCommand, kEventCommandProcess } },
-        [&](EventRef event) {
+        test::At(window).Target(), { test::kCommand }, [&](EventRef event) {
             std::uint32_t id = 0;
             long value = 0;
             HICommandExtended command {};
             void* data = nullptr;
             HuxCarbonEvent(event, true).GetCommandParameter(&id, &value, &command, &data);
             EXPECT_EQ(id, 77u);
-            EXPECT_EQ(command.source.control, m_control);
-            EXPECT_EQ(data, value == 9 ? &values : nullptr);
-            values.push_back(value);
+            EXPECT_EQ(command.source.control, button);
+            EXPECT_EQ(data, value == 9 ? this : nullptr);
+            log += std::to_string(value);
             if (value == 9)
-                Control::Find(m_control)->Dispose();
+                On(button).Dispose();
             return kNoErr;
         });
-    auto* const wrapper = new Wrapper(m_log);
-    wrapper->Attach(m_control);
+    Wrapper* const wrapper = NewWrapper(button);
     EXPECT_EQ(wrapper->PostCommand(1), kNoErr);
-    EXPECT_THAT(values, testing::IsEmpty());
+    EXPECT_EQ(log, "");
     test::Drain();
-    EXPECT_EQ(wrapper->SendCommand(9, &values), kNoErr);
-    EXPECT_THAT(values, testing::ElementsAre(1, 9));
-    EXPECT_EQ(m_log, "BCE~");
+    EXPECT_EQ(wrapper->SendCommand(9, this), kNoErr);
+    EXPECT_EQ(log, "19BCE~");
 }
 
 } // namespace

@@ -1,126 +1,220 @@
 // SPDX-License-Identifier: BSD-3-Clause
+// Lists: rows by asking the window, selection, editing in place.
 #include "huxCommon/huxGUI/HuxDataBrowser.h"
 
-#include <memory>
-#include <string>
-#include <vector>
-
-#include <QAbstractItemModel>
-#include <QAbstractItemView>
-#include <gmock/gmock.h>
+#include <QLineEdit>
 
 #include "huxCommon/huxGUI/HuxEvents.h"
-#include "platform/ui/controls/Control.h"
-#include "platform/ui/windows/Window.h"
-#include "support/ChainHandler.h"
-#include "support/WindowRefs.h"
+#include "platform/ui/UIFixture.h"
+#include "platform/ui/lists/ListView.h"
 
 using namespace platform;
 
 namespace {
 
 using testing::ElementsAre;
+using testing::Pair;
+using Items = std::vector<DataBrowserItemID>;
 
-constexpr DataBrowserPropertyID kName = 0x4E616D65; // "Name"
+constexpr DataBrowserPropertyID kName = 0x4E616D65;
+constexpr ControlID kID { kHuxPropertyCreator, 201 };
 
-class Row : public HuxDataBrowserItemData {
-public:
-    Row(int index, int& alive) : index(index), m_alive(++alive) {}
-    ~Row() override { --m_alive; }
+struct Row : HuxDataBrowserItemData {
+    Row(std::string name, int& alive) : name(std::move(name)), alive(++alive) {}
+    ~Row() override { --alive; }
 
-    const int index;
-
-private:
-    int& m_alive;
+    std::string name;
+    int& alive;
 };
 
-class HuxDataBrowserTest : public testing::Test {
+class HuxDataBrowserTest : public test::UIFixture {
 protected:
-    HuxDataBrowserTest() {
-        QWidget* const widget = MakeCustomWidget("ListView", &test::At(m_window).Widget());
-        Control* const control = MakeControl(*widget, test::At(m_window));
-        control->id = ControlID { kHuxPropertyCreator, 201 };
-        m_view = dynamic_cast<QAbstractItemView*>(widget);
-        m_list.Attach(control->Ref());
-        EXPECT_EQ(m_list.InstallCallbacks(kName), kNoErr);
-        for (int i = 0; i < 3; ++i)
-            m_list.AddItem(std::make_unique<Row>(i, m_rowsAlive));
+    void SetUp() override {
+        UIFixture::SetUp();
+        list = MakeCustom("ListView");
+        On(list).id = kID;
+        view = dynamic_cast<ListView*>(WidgetOf(list));
+        view->resize(200, 200);
+        browser.Attach(list);
+        EXPECT_EQ(browser.InstallCallbacks(kName), kNoErr);
+        answers.emplace(test::At(window).Target(),
+                        std::vector<EventTypeSpec> {
+                            { kHuxEventClassDataBrowser, kHuxEventDataBrowserItemData },
+                            { kHuxEventClassDataBrowser, kHuxEventDataBrowserNotification } },
+                        [this](EventRef event) { return Answer(event); });
+        for (const char* name : { "one", "two", "three" })
+            Add(name);
+        Activate(window);
+        view->setFocus();
+        told.clear();
     }
-    ~HuxDataBrowserTest() override { test::Dispose(m_window); }
-
+    void TearDown() override {
+        test::Dispose(window);
+        EXPECT_EQ(rowsAlive, 0);
+        answers.reset();
+        UIFixture::TearDown();
+    }
+    Row* Add(const char* name) {
+        return static_cast<Row*>(browser.AddItem(std::make_unique<Row>(name, rowsAlive)));
+    }
     OSStatus Answer(EventRef event) {
-        HuxDataBrowser::ItemDataRequest request;
-        HuxDataBrowser::ItemNotification told;
-        if (HuxDataBrowser::ReadNotification(event, &told) && told.row)
-            m_lastMessage = told.message;
-        if (!HuxDataBrowser::ReadItemData(event, &request) || !request.row)
+        HuxDataBrowser::ItemDataRequest asked;
+        HuxDataBrowser::ItemNotification note;
+        if (HuxDataBrowser::ReadNotification(event, &note))
+            told.emplace_back(note.item, note.message);
+        if (!HuxDataBrowser::ReadItemData(event, &asked) || !asked.row)
             return kEventNotHandledErr;
-        EXPECT_EQ(request.id, (ControlID { kHuxPropertyCreator, 201 }));
-        if (m_throws)
+        EXPECT_EQ(asked.id, kID);
+        if (throws)
             throw std::bad_alloc();
-        request.itemData->text =
-            m_names.at(static_cast<std::size_t>(static_cast<Row*>(request.row)->index));
+        std::string& name = static_cast<Row*>(asked.row)->name;
+        if (asked.property == kDataBrowserItemIsEditableProperty)
+            asked.itemData->boolean = name != "fixed";
+        else if (!asked.setValue)
+            asked.itemData->text = name;
+        else if (name == "refused")
+            return kParamErr;
+        else if (name == "deadly")
+            test::Dispose(window);
+        else
+            name = asked.itemData->text;
         return kNoErr;
     }
-    Row* RowAt(int index) const {
-        return static_cast<Row*>(m_list.FindItem(
-            [index](auto& row) { return static_cast<const Row&>(row).index == index; }));
-    }
+    DataBrowser& List() const { return *DataBrowser::Find(list); }
+    Row& At(DataBrowserItemID item) const { return *static_cast<Row*>(browser.GetItem(item)); }
     // The texts that the view shows.
     std::vector<std::string> Shown() const {
         std::vector<std::string> texts;
-        for (int i = 0; i < m_view->model()->rowCount(); ++i)
-            texts.push_back(m_view->model()->index(i, 0).data().toString().toStdString());
+        for (int i = 0; i < view->model()->rowCount(); ++i)
+            texts.push_back(view->model()->index(i, 0).data().toString().toStdString());
         return texts;
     }
+    void Type(const char* text) {
+        view->Editor()->selectAll();
+        QTest::keyClicks(view->Editor(), QString::fromLatin1(text));
+    }
 
-    int m_rowsAlive = 0;
-    bool m_throws = false;
-    std::vector<std::string> m_names { "one", "two", "three" };
-    DataBrowserItemNotification m_lastMessage = 0;
-    WindowRef m_window = Window::Create({ 0, 0, 200, 300 });
-    const test::ChainHandler m_handler {
-        UIObject::TargetOf(m_window),
-        { { kHuxEventClassDataBrowser, kHuxEventDataBrowserItemData },
-          { kHuxEventClassDataBrowser, kHuxEventDataBrowserNotification } },
-        [this](EventRef event) { return Answer(event); }
-    };
-    QAbstractItemView* m_view = nullptr;
-    HuxDataBrowser& m_list = *new HuxDataBrowser; // ends with its control
+    ControlRef list = nullptr;
+    ListView* view = nullptr;
+    HuxDataBrowser& browser = *new HuxDataBrowser; // ends with its control
+    std::optional<test::ChainHandler> answers;
+    std::vector<std::pair<DataBrowserItemID, DataBrowserItemNotification>> told;
+    int rowsAlive = 0;
+    bool throws = false;
 };
 
 TEST_F(HuxDataBrowserTest, AsksTheWindowForTheTextsOfTheRowsItOwns) {
     EXPECT_THAT(Shown(), ElementsAre("one", "two", "three"));
-    m_names[1] = "zwei";
-    m_list.UpdateItems();
+    At(2).name = "zwei";
+    browser.UpdateItems();
     EXPECT_THAT(Shown(), ElementsAre("one", "zwei", "three"));
-    m_list.RemoveItem(RowAt(1));
-    m_list.RemoveItem(nullptr);
-    EXPECT_EQ(m_rowsAlive, 2);
-    EXPECT_EQ(RowAt(1), nullptr);
+    browser.RemoveItem(&At(2));
+    browser.RemoveItem(nullptr);
+    EXPECT_EQ(rowsAlive, 2);
+    EXPECT_EQ(browser.GetItem(2), nullptr);
     EXPECT_THAT(Shown(), ElementsAre("one", "three"));
-    m_throws = true;
-    m_list.UpdateItems();
+    throws = true;
+    browser.UpdateItems();
     EXPECT_THAT(Shown(), ElementsAre("", ""));
-    m_list.Detach();
-    EXPECT_EQ(m_rowsAlive, 0);
-    EXPECT_EQ(m_list.AddItem(std::make_unique<Row>(9, m_rowsAlive)), nullptr) << "has no view";
-    EXPECT_EQ(m_rowsAlive, 0);
-    delete &m_list;
+    browser.Detach();
+    EXPECT_EQ(rowsAlive, 0);
+    EXPECT_EQ(Add("four"), nullptr) << "has no view";
+    delete &browser;
 }
 
-TEST_F(HuxDataBrowserTest, GivesTheSelectedRowOnlyWhenItIsTheOnlyOne) {
-    EXPECT_EQ(m_list.GetSelectItem(), nullptr);
-    for (const int index : { 2, 0 }) {
-        m_list.SelectItem(*RowAt(index));
-        EXPECT_EQ(m_list.GetSelectItem(), RowAt(index));
-        EXPECT_EQ(m_lastMessage, kDataBrowserItemSelected);
+TEST_F(HuxDataBrowserTest, TellsOfTheSelectionAndGivesARowOnlyWhenItIsTheOnlyOne) {
+    EXPECT_EQ(List().AddItems(Items { 4, 1 }), kParamErr) << "1 is there";
+    EXPECT_EQ(List().AddItems(Items { kDataBrowserNoItem }), kParamErr);
+    EXPECT_EQ(browser.GetSelectItem(), nullptr);
+    browser.SelectItem(At(2));
+    EXPECT_EQ(browser.GetSelectItem(), &At(2));
+    List().SelectItems(Items { 3, 1 });
+    EXPECT_THAT(List().SelectedItems(), ElementsAre(1, 3)) << "in the order of the rows";
+    EXPECT_EQ(browser.GetSelectItem(), nullptr);
+    told.clear();
+    browser.SelectItem(At(2));
+    EXPECT_THAT(told, testing::UnorderedElementsAre(Pair(1, kDataBrowserItemDeselected),
+                                                    Pair(3, kDataBrowserItemDeselected),
+                                                    Pair(2, kDataBrowserItemSelected)));
+    told.clear();
+    EXPECT_EQ(List().RemoveItems(Items { 1, 5 }), kParamErr) << "5 is not there";
+    EXPECT_EQ(List().RevealItem(1), kParamErr);
+    browser.RemoveAllItems();
+    EXPECT_THAT(told,
+                ElementsAre(Pair(1, kDataBrowserItemRemoved), Pair(2, kDataBrowserItemDeselected),
+                            Pair(2, kDataBrowserItemRemoved), Pair(3, kDataBrowserItemRemoved)));
+    EXPECT_EQ(rowsAlive, 0);
+}
+
+TEST_F(HuxDataBrowserTest, TheKeysOfAnEditorEndTheEditingAndPressNoButton) {
+    const ControlRef button = Make<QPushButton>();
+    const test::ChainHandler counter(On(button).Target(), { test::kHit }, Logs("pressed", kNoErr));
+    test::At(window).SetDefaultButton(&On(button));
+    test::At(window).SetCancelButton(&On(button));
+    browser.SelectItem(At(2));
+    for (const auto& [key, name] :
+         { std::pair(Qt::Key_Escape, "two"), { Qt::Key_Return, "abc" } }) {
+        told.clear();
+        QTest::keyClick(view, Qt::Key_F2);
+        ASSERT_EQ(List().EditedItem(), 2U);
+        Type("abc");
+        QTest::keyClick(view->Editor(), key);
+        QApplication::processEvents();
+        EXPECT_EQ(List().EditedItem(), kDataBrowserNoItem) << key;
+        EXPECT_EQ(At(2).name, name) << key;
+        EXPECT_THAT(Shown(), ElementsAre("one", name, "three")) << key;
+        EXPECT_THAT(
+            told, ElementsAre(Pair(2, kDataBrowserEditStarted), Pair(2, kDataBrowserEditStopped)));
     }
-    DataBrowser& view = *DataBrowser::Find(m_list.GetControlRef());
-    view.SelectItems(view.AllItems());
-    EXPECT_EQ(m_list.GetSelectItem(), nullptr);
-    test::Dispose(m_window);
-    EXPECT_EQ(m_rowsAlive, 0);
+    EXPECT_EQ(log, "");
+    QTest::keyClick(view, Qt::Key_Return);
+    QTest::keyClick(view, Qt::Key_Escape);
+    EXPECT_EQ(log, "pressed pressed ") << "without an editor they are the window's";
+}
+
+TEST_F(HuxDataBrowserTest, EditingByCall) {
+    EXPECT_EQ(browser.EditItem(*Add("fixed")), kParamErr);
+    EXPECT_EQ(List().EditItem(77), kParamErr);
+    EXPECT_EQ(browser.EditItem(At(2)), kNoErr);
+    EXPECT_EQ(browser.GetSelectItem(), &At(2));
+    Type("kept");
+    EXPECT_EQ(browser.EditItem(At(1)), kNoErr);
+    EXPECT_EQ(At(2).name, "kept") << "another row's editor ends the first with its text";
+    EXPECT_EQ(List().EditedItem(), 1U);
+    Type("dropped");
+    told.clear();
+    browser.RemoveItem(&At(1));
+    EXPECT_EQ(List().EditedItem(), kDataBrowserNoItem);
+    EXPECT_THAT(told, testing::Contains(Pair(1, kDataBrowserEditStopped)).Times(1));
+    EXPECT_EQ(told.back(), std::pair(DataBrowserItemID { 1 }, kDataBrowserItemRemoved));
+
+    EXPECT_EQ(browser.EditItem(*Add("refused")), kNoErr);
+    Type("no");
+    EXPECT_TRUE(browser.CheckControlValue());
+    EXPECT_THAT(Shown(), ElementsAre("kept", "three", "fixed", "refused"));
+}
+
+TEST_F(HuxDataBrowserTest, EditCommandsWorkOnTheEditor) {
+    EXPECT_FALSE(On(list).DoEditCommand(kHICommandCut));
+    EXPECT_TRUE(On(list).DoEditCommand(kHICommandSelectAll));
+    EXPECT_THAT(List().SelectedItems(), ElementsAre(1, 2, 3));
+    List().EditItem(1);
+    Type("x");
+    EXPECT_TRUE(On(list).DoEditCommand(kHICommandSelectAll));
+    EXPECT_TRUE(On(list).DoEditCommand(kHICommandClear));
+    EXPECT_EQ(view->Editor()->text(), "");
+    EXPECT_TRUE(On(list).DoEditCommand(kHICommandUndo));
+    EXPECT_EQ(view->Editor()->text(), "x");
+}
+
+TEST_F(HuxDataBrowserTest, ARenameMayDisposeOfTheWindow) {
+    browser.EditItem(*Add("deadly"));
+    Type("last");
+    QTest::keyClick(view->Editor(), Qt::Key_Return);
+    QApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(DataBrowser::Find(list), nullptr);
+    EXPECT_EQ(rowsAlive, 0);
 }
 
 } // namespace

@@ -1,78 +1,63 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// A window with two edit fields, a record of what they tell it, and of the beeps.
+// A window with two edit fields, steppers where wanted, and a record of what they tell it and of beeps.
 #pragma once
 
-#include <functional>
 #include <optional>
-#include <string>
-
-#include <QApplication>
-#include <QClipboard>
-#include <QInputMethodEvent>
-#include <QLineEdit>
-#include <QTest>
-#include <gmock/gmock.h>
 
 #include "huxCommon/huxGUI/HuxCarbonEvent.h"
 #include "huxCommon/huxGUI/HuxEditText.h"
-#include "platform/ui/controls/Control.h"
-#include "platform/ui/windows/Window.h"
-#include "support/ChainHandler.h"
-#include "support/WindowRefs.h"
+#include "platform/ui/UIFixture.h"
 
 namespace test {
 
-class HuxEditTextFixture : public testing::Test {
+class HuxEditTextFixture : public UIFixture {
 protected:
     void SetUp() override {
-        using namespace platform;
-        ASSERT_TRUE(window = Window::Create({ 100, 100, 300, 400 }));
+        UIFixture::SetUp();
         field = NewField<HuxEditText>(&edit, 70);
         other = NewField<HuxEditText>(&otherEdit, 71);
-        commands.emplace(UIObject::TargetOf(window),
-                         std::vector { EventTypeSpec { kEventClassCommand, kEventCommandProcess } },
-                         [this](EventRef event) { return Take(event); });
-        SetBeep([this] { log += "beep "; });
-        test::At(window).Show();
-        test::At(window).Widget().window()->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(test::At(window).Widget().window()));
+        m_commands.emplace(test::At(window).Target(), std::vector { kCommand },
+                           [this](platform::EventRef event) { return Take(event); });
+        platform::SetBeep([this] { log += "beep "; });
+        Activate(window);
         TakeLog(); // the focus has come to the first field
     }
     void TearDown() override {
-        commands.reset();
-        test::Dispose(window);
+        m_commands.reset();
+        UIFixture::TearDown();
         platform::SetBeep(nullptr);
         Drain();
     }
 
     // A field of its own control, which ends it.
     template <class Field>
-    Field* NewField(QLineEdit** widget, int id) {
-        platform::Window& owner = *platform::Window::Find(window);
-        *widget = new QLineEdit(&owner.Widget());
-        (*widget)->setGeometry(10, 10, 190, 20);
-        (*widget)->show();
-        platform::Control* const control = platform::MakeControl(**widget, owner);
-        control->id = platform::ControlID { 0x56454C4D, id };
+    Field* NewField(QLineEdit** line, int id) {
+        *line = new QLineEdit(widget);
         auto* const made = new Field;
-        EXPECT_EQ(made->Attach(control->Ref()), platform::kNoErr);
+        const platform::ControlRef control = Make(*line);
+        On(control).id = platform::ControlID { 0x56454C4D, id };
+        EXPECT_EQ(made->Attach(control), platform::kNoErr);
         return made;
     }
-
-    // What was posted comes with the loop.
-    static void Drain() {
-        while (platform::DeliverNextEvent())
-            continue;
-        QCoreApplication::processEvents();
-        while (platform::DeliverNextEvent())
-            continue;
+    // A stepper with the command 5, which ends with its control.
+    template <class Arrows>
+    Arrows* NewArrows() {
+        const platform::ControlRef control = MakeCustom("Stepper");
+        On(control).commandID = 5;
+        m_stepper = WidgetOf(control);
+        auto* const made = new Arrows;
+        EXPECT_EQ(made->Attach(control), platform::kNoErr);
+        return made;
     }
+    void Up() { QTest::keyClick(m_stepper, Qt::Key_Up); }
+    void Down() { QTest::keyClick(m_stepper, Qt::Key_Down); }
+
     // What was told since the last time, in order: the field's id (but for 70), a colon and the code.
     std::string TakeLog() {
         Drain();
         return std::exchange(log, {});
     }
-    std::string TextOf(HuxEditText& from) const {
+    static std::string TextOf(HuxEditText& from) {
         HuxString text;
         return from.GetText(text, true) ? std::string(text.GetUTF8()) : "none";
     }
@@ -83,8 +68,7 @@ protected:
         field->SetAutoCheck(false);
         on->setFocus();
         field->SetAutoCheck(true);
-        Drain();
-        log.clear();
+        TakeLog();
     }
     // As a user: whatever was there is replaced.
     void Enter(const char* text) {
@@ -94,23 +78,12 @@ protected:
         Drain();
     }
     void Paste(const char* text) {
-        QApplication::clipboard()->setText(QString::fromUtf8(text));
-        QTest::keySequence(edit, QKeySequence::Paste);
-        Drain();
-    }
-    void Commit(const char* preedit, const char* text) {
-        QInputMethodEvent composing(QString::fromUtf8(preedit), {});
-        QCoreApplication::sendEvent(edit, &composing);
-        QInputMethodEvent commit;
-        commit.setCommitString(QString::fromUtf8(text));
-        QCoreApplication::sendEvent(edit, &commit);
+        PasteInto(*edit, text);
         Drain();
     }
 
-    platform::WindowRef window = nullptr;
     HuxEditText *field = nullptr, *other = nullptr; // each belongs to its control
     QLineEdit *edit = nullptr, *otherEdit = nullptr;
-    std::string log;
     std::function<void(std::uint32_t commandID, long value)> onNotice;
 
 private:
@@ -126,7 +99,8 @@ private:
         return platform::kNoErr;
     }
 
-    std::optional<ChainHandler> commands;
+    std::optional<ChainHandler> m_commands;
+    QWidget* m_stepper = nullptr;
 };
 
 } // namespace test

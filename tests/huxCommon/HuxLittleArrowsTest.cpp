@@ -2,13 +2,21 @@
 // Steps of a stepper that is bound to a field.
 #include "huxCommon/huxGUI/HuxLittleArrows.h"
 
-#include "huxCommon/HuxLittleArrowsFixture.h"
+#include "huxCommon/HuxEditTextFixture.h"
 
 using namespace platform;
 
 namespace {
 
-using HuxLittleArrowsTest = test::HuxLittleArrowsFixture;
+class HuxLittleArrowsTest : public test::HuxEditTextFixture {
+protected:
+    void SetUp() override {
+        HuxEditTextFixture::SetUp();
+        arrows = NewArrows<HuxLittleArrows>();
+    }
+
+    HuxLittleArrows* arrows = nullptr;
+};
 
 TEST_F(HuxLittleArrowsTest, StepsFromWhatTheFieldShowsWithinItsRange) {
     const struct {

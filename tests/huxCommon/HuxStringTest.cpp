@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include "huxCommon/huxCoreFoundation/HuxMutableString.h"
+#include "huxCommon/huxCoreFoundation/HuxString.h"
 
 #include <string>
 
 #include <gmock/gmock.h>
 
-#include "platform/TextEncoding.h"
+#include "platform/TextContext.h"
 #include "support/Converts.h"
 
 using namespace platform;
@@ -32,18 +32,19 @@ TEST(HuxString, CountsCharactersAndCutsAtThem) {
     char buffer[7];
     EXPECT_FALSE(text.GetCString(buffer, sizeof buffer));
     EXPECT_STREQ(buffer, "aé漢");
-    char all[16];
-    EXPECT_TRUE(text.GetCString(all, sizeof all));
-    EXPECT_EQ(text.GetBytes(), all);
+    unsigned char pascal[256];
+    const std::string full(254, 'x');
+    EXPECT_TRUE(HuxString::FromUTF8(full + "x").GetPascalString(pascal));
+    EXPECT_EQ(pascal[0], 255);
+    EXPECT_FALSE(HuxString::FromUTF8(full + "漢").GetPascalString(pascal));
+    EXPECT_EQ(pascal[0], 254);
 }
 
-TEST(HuxString, SpeaksTheApplicationsEncodingAtBothEnds) {
-    if (!Converts("CP932")) {
-        EXPECT_FALSE(SetApplicationTextEncoding("no such encoding"));
+TEST(HuxString, SpeaksTheContextsEncodingAtBothEnds) {
+    if (!Converts("CP932"))
         return;
-    }
-    const std::string before = ApplicationTextEncoding();
-    ASSERT_TRUE(SetApplicationTextEncoding("CP932"));
+    TextContext context(*TextEncoding::Find("CP932"));
+    const TextScope scope(context);
     const unsigned char pascal[] = { 4, 0x8A, 0xBF, 0x83, 0x5C, 'x' };
     const HuxString text(pascal);
     EXPECT_EQ(text.GetUTF8(), "漢ソ");
@@ -52,35 +53,6 @@ TEST(HuxString, SpeaksTheApplicationsEncodingAtBothEnds) {
     EXPECT_TRUE(text.GetPascalString(back));
     EXPECT_EQ(std::string(reinterpret_cast<char*>(back), 5), std::string("\4\x8A\xBF\x83\x5C"));
     EXPECT_EQ(HuxString::FromUTF8("é").GetBytes(), "?");
-    SetApplicationTextEncoding(before);
-}
-
-TEST(HuxString, APascalStringHoldsWholeCharacters) {
-    std::string text;
-    for (int i = 0; i < 100; ++i)
-        text += "漢";
-    unsigned char pascal[256];
-    EXPECT_FALSE(HuxString::FromUTF8(text).GetPascalString(pascal));
-    EXPECT_EQ(pascal[0], 255);
-    EXPECT_FALSE(HuxString::FromUTF8("x" + text).GetPascalString(pascal));
-    EXPECT_EQ(pascal[0], 253);
-}
-
-TEST(HuxMutableString, RemovesKeepsAndCutsByCharacter) {
-    HuxMutableString text = HuxString::FromUTF8("1a漢2字-3");
-    const HuxString before = text;
-    text.RemoveCharacters(HuxString::FromUTF8("漢-"));
-    EXPECT_EQ(text.GetUTF8(), "1a2字3");
-    text.KeepCharacters("0123456789");
-    EXPECT_EQ(text.GetUTF8(), "123");
-    text.Append(HuxString::FromUTF8("字9"));
-    text.Truncate(4);
-    EXPECT_EQ(text.GetUTF8(), "123字");
-    text.Truncate(100);
-    EXPECT_EQ(text.GetLength(), 4u);
-    text.Clear();
-    EXPECT_TRUE(text.IsEmpty());
-    EXPECT_EQ(before.GetUTF8(), "1a漢2字-3");
 }
 
 } // namespace

@@ -1,21 +1,20 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Radio buttons that exclude each other across a window, and the value and command of their group.
-#include <QRadioButton>
-#include <QTest>
-#include <QVBoxLayout>
+#include <memory>
 
-#include "platform/ui/ControlsFixture.h"
-#include "platform/ui/controls/RadioGroup.h"
+#include <QRadioButton>
+
+#include "platform/ui/UIFixture.h"
 
 namespace {
 
 using namespace platform;
 using namespace test;
 
-class ControlsRadioTest : public ControlsFixture {
+class ControlsRadioTest : public UIFixture {
 protected:
     void SetUp() override {
-        ControlsFixture::SetUp();
+        UIFixture::SetUp();
         group = Control::Create(window, "RadioGroup", {})->Ref();
         On(group).commandID = 500;
         // Each in a widget of its own, and embedded in another order than they were made.
@@ -23,19 +22,19 @@ protected:
             radio = Make(new QRadioButton(new QWidget(widget)));
         for (const int i : { 2, 0, 1 })
             ASSERT_EQ(On(radios[i]).EmbedIn(On(group)), kNoErr);
-        command = std::make_unique<ChainHandler>(Owner().Target(), std::vector { kCommand },
-                                                 [this](EventRef event) {
-                                                     if (CommandOf(event).commandID == 500)
-                                                         log += std::to_string(On(group).Value());
-                                                     return kNoErr;
-                                                 });
+        const auto note = [this](EventRef event) {
+            if (CommandOf(event).commandID == 500)
+                log += std::to_string(On(group).Value());
+            return kNoErr;
+        };
+        command =
+            std::make_unique<ChainHandler>(At(window).Target(), std::vector { kCommand }, note);
     }
     void Click(int i) { QTest::mouseClick(WidgetOf(radios[i]), Qt::LeftButton, {}, { 5, 20 }); }
 
     ControlRef group = nullptr;
     ControlRef radios[3] = {};
     std::unique_ptr<ChainHandler> command;
-    std::string log;
 };
 
 TEST_F(ControlsRadioTest, ValueIsThePlaceInTheOrderOfEmbedding) {
@@ -76,19 +75,14 @@ TEST_F(ControlsRadioTest, OnesThatAreDisposedCountNoMore) {
 
 TEST_F(ControlsRadioTest, OnesThatLieInAGroupOfAFormBelongToIt) {
     auto* const inForm = MakeCustomWidget(QStringLiteral("RadioGroup"), widget);
-    auto* const layout = new QVBoxLayout(inForm);
-    std::vector<ControlRef> made;
-    for (int i = 0; i < 2; ++i) {
-        auto* const button = new QRadioButton(inForm);
-        layout->addWidget(button);
-        made.push_back(MakeControl(*button, Owner())->Ref());
-    }
-    const ControlRef formGroup = MakeControl(*inForm, Owner())->Ref();
-    On(made[1]).SetValue(1);
-    EXPECT_EQ(On(formGroup).Value(), 2);
+    Make(new QRadioButton(inForm));
+    Control& second = On(Make(new QRadioButton(inForm)));
+    const Control& formGroup = On(Make(inForm));
+    second.SetValue(1);
+    EXPECT_EQ(formGroup.Value(), 2);
     // And leave it for another, where they come last.
-    EXPECT_EQ(On(made[1]).EmbedIn(On(group)), kNoErr);
-    EXPECT_EQ(On(formGroup).Value(), 0);
+    EXPECT_EQ(second.EmbedIn(On(group)), kNoErr);
+    EXPECT_EQ(formGroup.Value(), 0);
     EXPECT_EQ(On(group).Value(), 4);
 }
 

@@ -3,11 +3,9 @@
 #include <limits>
 
 #include <QAbstractEventDispatcher>
-#include <QTest>
 #include <QTimerEvent>
-#include <QWheelEvent>
 
-#include "platform/ui/ControlsFixture.h"
+#include "platform/ui/UIFixture.h"
 
 namespace {
 
@@ -16,20 +14,14 @@ using namespace test;
 
 constexpr QPoint kUpArrow { 5, 5 }, kDownArrow { 5, 35 };
 
-class ControlsStepperTest : public ControlsFixture {
+class ControlsStepperTest : public UIFixture {
 protected:
     void SetUp() override {
-        ControlsFixture::SetUp();
+        UIFixture::SetUp();
         stepper = MakeCustom("Stepper");
         arrows = WidgetOf(stepper);
         On(stepper).commandID = 9;
     }
-    void Turn(int angle) {
-        QWheelEvent event(QPointF(5, 5), arrows->mapToGlobal(QPointF(5, 5)), {}, { 0, angle },
-                          Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-        QCoreApplication::sendEvent(arrows, &event);
-    }
-
     // The time for another step has come, if one is waited for.
     static void Tick(QWidget* held) {
         const auto* const dispatcher = QAbstractEventDispatcher::instance();
@@ -44,12 +36,11 @@ protected:
 };
 
 TEST_F(ControlsStepperTest, StepsByOneWhenNobodyHandlesTheHit) {
-    std::string log;
     const ChainHandler hit(On(stepper).Target(), { kHit }, [&](EventRef event) {
         log += std::to_string(PartOf(event)) + " ";
         return kEventNotHandledErr;
     });
-    const ChainHandler command(Owner().Target(), { kCommand }, [&](EventRef) {
+    const ChainHandler command(At(window).Target(), { kCommand }, [&](EventRef) {
         log += "-> " + std::to_string(On(stepper).Value()) + ", ";
         return kNoErr;
     });
@@ -61,9 +52,9 @@ TEST_F(ControlsStepperTest, StepsByOneWhenNobodyHandlesTheHit) {
     QTest::mouseClick(arrows, Qt::RightButton, {}, kUpArrow);
     EXPECT_EQ(log, "20 -> 1, 20 -> 2, 21 -> 1, 20 -> 2, 21 -> 1, ");
     log.clear();
-    Turn(240);
-    Turn(-60); // half a notch waits for its other half
-    Turn(-60);
+    Turn(*arrows, 240);
+    Turn(*arrows, -60); // half a notch waits for its other half
+    Turn(*arrows, -60);
     EXPECT_EQ(log, "20 -> 2, 20 -> 3, 21 -> 2, ");
 }
 
@@ -75,17 +66,13 @@ TEST_F(ControlsStepperTest, StopsAtItsFormsBoundsAndSaysSoAnyway) {
     made->setProperty("value", kMost);
     Control& control = On(Make(made));
     control.commandID = 9;
-    int commands = 0;
-    const ChainHandler command(Owner().Target(), { kCommand }, [&](EventRef) {
-        ++commands;
-        return kNoErr;
-    });
+    const ChainHandler command(At(window).Target(), { kCommand }, Logs("command", kNoErr));
     QTest::keyClick(made, Qt::Key_Up);
     EXPECT_EQ(control.Value(), kMost);
     control.SetValue(-kMost - 1);
     QTest::keyClick(made, Qt::Key_Down);
     EXPECT_EQ(control.Value(), -kMost - 1);
-    EXPECT_EQ(commands, 2);
+    EXPECT_EQ(log, "command command ");
 }
 
 TEST_F(ControlsStepperTest, RepeatsWhileTheMouseIsHeldOverTheArrow) {
@@ -106,23 +93,22 @@ TEST_F(ControlsStepperTest, RepeatsWhileTheMouseIsHeldOverTheArrow) {
 }
 
 TEST_F(ControlsStepperTest, ARepeatedHitMayDisableHideOrEndIt) {
+    widget->show();
     using Act = void (*)(Control&);
     for (const Act act : { Act([](Control& control) { control.SetEnabled(false); }),
                            Act([](Control& control) { control.SetVisible(false); }),
                            Act([](Control& control) { control.Dispose(); }) }) {
         const ControlRef held = MakeCustom("Stepper");
-        QWidget* const heldArrows = WidgetOf(held);
-        widget->show();
-        heldArrows->show();
+        arrows = WidgetOf(held);
         int hits = 0;
         const ChainHandler hit(On(held).Target(), { kHit }, [&](EventRef) {
             if (++hits == 2)
                 act(On(held));
             return kNoErr;
         });
-        QTest::mousePress(heldArrows, Qt::LeftButton, {}, kUpArrow);
+        QTest::mousePress(arrows, Qt::LeftButton, {}, kUpArrow);
         for (int tick = 0; tick < 3; ++tick)
-            Tick(heldArrows);
+            Tick(arrows);
         EXPECT_EQ(hits, 2);
     }
 }

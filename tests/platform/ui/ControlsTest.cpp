@@ -6,13 +6,10 @@
 #include <QAccessible>
 #include <QCheckBox>
 #include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QTest>
 #include <QVBoxLayout>
 
-#include "platform/ui/ControlsFixture.h"
+#include "platform/ui/UIFixture.h"
 
 namespace {
 
@@ -22,7 +19,7 @@ using namespace test;
 constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
 constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
 
-using ControlsTest = ControlsFixture;
+using ControlsTest = UIFixture;
 
 TEST_F(ControlsTest, ValuesStayWithinTheirBounds) {
     Control& stepper = On(MakeCustom("Stepper"));
@@ -97,26 +94,23 @@ TEST_F(ControlsTest, APressIsAHitAndThenACommandThatGoesUp) {
         const char* log;
     };
     for (const Row& row :
-         { Row { "goes up", 77, kEventNotHandledErr, "hit 11 with 1, control, window 77 from it" },
-           Row { "handled", 77, kNoErr, "hit 11 with 1, " },
-           Row { "without a command", 0, kEventNotHandledErr, "hit 11 with 1, " } }) {
+         { Row { "goes up", 77, kEventNotHandledErr, "hit 11 with 1 control window 77 from it " },
+           Row { "handled", 77, kNoErr, "hit 11 with 1 " },
+           Row { "without a command", 0, kEventNotHandledErr, "hit 11 with 1 " } }) {
+        log.clear();
         const ControlRef button = Make<QCheckBox>();
         On(button).commandID = row.commandID;
-        std::string log;
         const ChainHandler hit(On(button).Target(), { kHit }, [&](EventRef event) {
             log += "hit " + std::to_string(PartOf(event)) + " with " +
-                   std::to_string(On(button).Value()) + ", ";
+                   std::to_string(On(button).Value()) + " ";
             return row.hit;
         });
-        const ChainHandler atControl(On(button).Target(), { kCommand }, [&](EventRef) {
-            log += "control, ";
-            return kEventNotHandledErr;
-        });
-        const ChainHandler atWindow(Owner().Target(), { kCommand }, [&](EventRef event) {
+        const ChainHandler atControl(On(button).Target(), { kCommand }, Logs("control"));
+        const ChainHandler atWindow(At(window).Target(), { kCommand }, [&](EventRef event) {
             const HICommandExtended command = CommandOf(event);
-            log += "window " + std::to_string(command.commandID);
+            log += "window " + std::to_string(command.commandID) + " ";
             if (command.attributes == kHICommandFromControl && command.source.control == button)
-                log += " from it";
+                log += "from it ";
             return kNoErr;
         });
         QTest::keyClick(WidgetOf(button), Qt::Key_Space);
@@ -133,7 +127,7 @@ TEST_F(ControlsTest, AHitMayEndItsControl) {
                            MakeCustomWidget(QStringLiteral("Stepper"), widget) }) {
         const ControlRef control = Make(made);
         On(control).commandID = 5;
-        std::string log;
+        log.clear();
         const ChainHandler hit(On(control).Target(), { kHit }, [&](EventRef) {
             log += "hit ";
             On(control).Dispose();
@@ -144,10 +138,7 @@ TEST_F(ControlsTest, AHitMayEndItsControl) {
             On(control).Dispose(); // whole until its handlers are through, and once is enough
             return kEventNotHandledErr;
         });
-        const ChainHandler command(Owner().Target(), { kCommand }, [&](EventRef) {
-            log += "command ";
-            return kNoErr;
-        });
+        const ChainHandler command(At(window).Target(), { kCommand }, Logs("command"));
         QTest::mouseClick(made, Qt::LeftButton, {}, QPoint(8, 20)); // on a box as well
         EXPECT_EQ(log, "hit disposed ");
         EXPECT_EQ(Control::Find(control), nullptr);
@@ -162,33 +153,25 @@ TEST_F(ControlsTest, EndsFromTheInsideOut) {
     ASSERT_EQ(On(inner).EmbedIn(On(outer)), kNoErr);
     ASSERT_EQ(On(innermost).EmbedIn(On(inner)), kNoErr);
     EXPECT_EQ(On(outer).EmbedIn(On(inner)), kParamErr) << "into what lies in it";
-    std::string log;
-    const auto logs = [&log](const char* name) {
-        return [&log, name](EventRef) {
-            log += name;
-            return kEventNotHandledErr;
-        };
-    };
-    const ChainHandler first(On(outer).Target(), { kDisposed }, logs("outer"));
-    const ChainHandler second(On(inner).Target(), { kDisposed }, logs("inner "));
-    const ChainHandler third(On(innermost).Target(), { kDisposed }, logs("innermost "));
+    const ChainHandler first(On(outer).Target(), { kDisposed }, Logs("outer"));
+    const ChainHandler second(On(inner).Target(), { kDisposed }, Logs("inner"));
+    const ChainHandler third(On(innermost).Target(), { kDisposed }, Logs("innermost"));
     On(outer).Dispose();
-    EXPECT_EQ(log, "innermost inner outer");
+    EXPECT_EQ(log, "innermost inner outer ");
     EXPECT_EQ(Control::Find(innermost), nullptr);
 }
 
 TEST_F(ControlsTest, AWidgetThatItsHostDeletesEndsItsControl) {
     auto* const made = new QCheckBox(widget);
     const ControlRef check = Make(made);
-    bool disposed = false;
     const ChainHandler handler(On(check).Target(), { kDisposed }, [&](EventRef) {
-        disposed = true;
+        log += "disposed ";
         EXPECT_EQ(On(check).Value(), 0); // asks what is no check box any more
         return kEventNotHandledErr;
     });
     On(check).SetValue(1);
     delete made;
-    EXPECT_TRUE(disposed);
+    EXPECT_EQ(log, "disposed ");
     EXPECT_EQ(Control::Find(check), nullptr);
 }
 

@@ -1,14 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Panes that handlers draw and track: which port they draw into, what is shown, who hears a press.
-#include <optional>
-
-#include <QCoreApplication>
 #include <QImage>
-#include <QTest>
 
-#include "platform/ui/ControlsFixture.h"
+#include "platform/ui/UIFixture.h"
 #include "support/TestWorld.h"
-#include "support/WindowRefs.h"
 
 namespace {
 
@@ -18,10 +13,10 @@ using namespace test;
 constexpr EventTypeSpec kHitTest { kEventClassControl, kEventControlHitTest };
 constexpr EventTypeSpec kTrack { kEventClassControl, kEventControlTrack };
 
-class ControlsUserPaneTest : public ControlsFixture {
+class ControlsUserPaneTest : public UIFixture {
 protected:
     void SetUp() override {
-        ControlsFixture::SetUp();
+        UIFixture::SetUp();
         pane = Control::Create(window, "UserPane", { 10, 10, 50, 90 })->Ref();
         widget->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(widget));
@@ -31,20 +26,20 @@ protected:
     ControlRef pane = nullptr;
 };
 
-TEST_F(ControlsUserPaneTest, DrawsIntoAPortOfItsOwnAndRestoresTheCallers) {
+TEST_F(ControlsUserPaneTest, DrawsIntoAPortOfItsSizeAndRestoresTheCallers) {
     const TestWorld callers(3, 3);
     RGBForeColor({ 1, 2, 3 });
-    bool drawn = false;
+    int draws = 0;
+    Rect last { 39, 79, 40, 80 }; // the last pixel
     const ChainHandler draw(On(pane).Target(), { kDraw }, [&](EventRef) {
-        drawn = true;
+        ++draws;
         EXPECT_NE(GetPort(), callers.World());
         RGBForeColor({ 65535, 0, 0 });
         PaintRect({ 0, 0, 1, 1 });
-        PaintRect({ 39, 79, 40, 80 }); // the last pixel
+        PaintRect(last);
         return kNoErr;
     });
-    const QImage shown = Shown();
-    EXPECT_TRUE(drawn);
+    QImage shown = Shown();
     EXPECT_EQ(GetPort(), callers.World());
     RGBColor fore {};
     GetForeColor(&fore);
@@ -53,30 +48,15 @@ TEST_F(ControlsUserPaneTest, DrawsIntoAPortOfItsOwnAndRestoresTheCallers) {
     EXPECT_EQ(shown.pixelColor(0, 0), QColor(Qt::red));
     EXPECT_EQ(shown.pixelColor(79, 39), QColor(Qt::red));
     EXPECT_EQ(shown.pixelColor(1, 1), widget->palette().color(QPalette::Window)); // left undrawn
-}
-
-// Its widget paints all of itself, which Qt takes as a reason not to update it with the window.
-TEST_F(ControlsUserPaneTest, IsDrawnAgainWhenItsPartOfTheWindowIsStale) {
-    int draws = 0;
-    const ChainHandler draw(On(pane).Target(), { kDraw }, [&](EventRef) {
-        ++draws;
-        return kNoErr;
-    });
-    struct Row {
-        const char* part;
-        std::optional<Rect> bounds;
-        bool draws;
-    };
-    for (const Row& row :
-         { Row { "all", std::nullopt, true }, Row { "the pane", Rect { 10, 10, 50, 90 }, true },
-           Row { "its last pixel", Rect { 49, 89, 60, 100 }, true },
-           Row { "beside it", Rect { 50, 90, 60, 100 }, false } }) {
-        QCoreApplication::processEvents();
-        draws = 0;
-        test::At(window).Invalidate(row.bounds ? &*row.bounds : nullptr);
-        QCoreApplication::processEvents();
-        EXPECT_EQ(draws > 0, row.draws) << row.part;
-    }
+    last = { 19, 159, 32767, 32767 };                                             // clipped to it
+    On(pane).Resize(160, 20);
+    shown = Shown();
+    EXPECT_EQ(shown.size(), QSize(160, 20));
+    EXPECT_EQ(shown.pixelColor(159, 19), QColor(Qt::red));
+    On(pane).Resize(0, 0); // no port of no size
+    draws = 0;
+    On(pane).Draw();
+    EXPECT_EQ(draws, 0);
 }
 
 TEST_F(ControlsUserPaneTest, RestoresThePortWhenAHandlerThrows) {
@@ -89,34 +69,43 @@ TEST_F(ControlsUserPaneTest, RestoresThePortWhenAHandlerThrows) {
     EXPECT_EQ(GetPort(), callers.World());
 }
 
-// A drag draws, flushes and marks the window stale for each step: that is one picture.
-TEST_F(ControlsUserPaneTest, DrawsNowWhenAskedAndAFlushOnlyWhatWaits) {
+// Its widget paints all of itself, which Qt takes as a reason not to update it with the window. A drag
+// draws, flushes and marks the window stale for each step: that is one picture.
+TEST_F(ControlsUserPaneTest, IsDrawnOnceWhenItIsStaleOrAskedFor) {
     int draws = 0;
+    bool flushes = false;
     const ChainHandler draw(On(pane).Target(), { kDraw }, [&](EventRef) {
         ++draws;
-        On(pane).Draw(); // not within itself
+        if (flushes)
+            On(pane).Draw(); // not within itself
         return kNoErr;
     });
-    const auto drawn = [&draws](const std::function<void()>& act) {
+    const auto stale = [this](const Rect& part) {
+        return [this, part] { At(window).Invalidate(&part); };
+    };
+    const struct {
+        const char* what;
+        std::function<void()> act;
+        bool flush;
+        int atOnce, inAll;
+    } rows[] = { { "it is stale", [&] { On(pane).Invalidate(); }, false, 0, 1 },
+                 { "it is flushed", [&] { On(pane).Invalidate(); }, true, 1, 1 },
+                 { "the window is", [&] { At(window).Invalidate(nullptr); }, false, 0, 1 },
+                 { "its place is", stale({ 10, 10, 50, 90 }), false, 0, 1 },
+                 { "its last pixel is", stale({ 49, 89, 60, 100 }), false, 0, 1 },
+                 { "what is beside it is", stale({ 50, 90, 60, 100 }), false, 0, 0 },
+                 { "it is asked for", [&] { On(pane).Draw(); }, true, 1, 1 } };
+    for (const auto& row : rows) {
         QCoreApplication::processEvents();
         draws = 0;
-        act();
-        const int atOnce = draws;
+        flushes = row.flush;
+        row.act();
+        if (row.flush)
+            At(window).Flush();
+        EXPECT_EQ(draws, row.atOnce) << row.what;
         QCoreApplication::processEvents();
-        return std::pair(atOnce, draws);
-    };
-    EXPECT_EQ(drawn([&] { On(pane).Invalidate(); }), std::pair(0, 1));
-    EXPECT_EQ(drawn([&] {
-                  Owner().Invalidate(nullptr);
-                  On(pane).Draw();
-                  Owner().Flush();
-              }),
-              std::pair(1, 1));
-    EXPECT_EQ(drawn([&] {
-                  On(pane).Invalidate();
-                  Owner().Flush();
-              }),
-              std::pair(1, 1));
+        EXPECT_EQ(draws, row.inAll) << row.what;
+    }
 }
 
 TEST_F(ControlsUserPaneTest, APictureHasNothingOfTheOneBefore) {
@@ -142,25 +131,6 @@ TEST_F(ControlsUserPaneTest, APictureHasNothingOfTheOneBefore) {
     EXPECT_EQ(Shown().pixelColor(78, 38), undrawn);
 }
 
-TEST_F(ControlsUserPaneTest, ItsWorldFollowsItsSize) {
-    std::vector<std::int32_t> rowBytes;
-    const ChainHandler draw(On(pane).Target(), { kDraw }, [&](EventRef) {
-        rowBytes.push_back(GetPixRowBytes(GetGWorldPixMap(GetPort())));
-        PaintRect({ 0, 0, 32767, 32767 }); // clipped to it
-        return kNoErr;
-    });
-    Shown();
-    On(pane).Resize(160, 20);
-    EXPECT_EQ(Shown().size(), QSize(160, 20));
-    ASSERT_GE(rowBytes.size(), 2U);
-    EXPECT_GE(rowBytes.front(), 80 * 4);
-    EXPECT_GE(rowBytes.back(), 160 * 4);
-    On(pane).Resize(0, 0); // no world of no size
-    const std::size_t before = rowBytes.size();
-    On(pane).Draw();
-    EXPECT_EQ(rowBytes.size(), before);
-}
-
 TEST_F(ControlsUserPaneTest, APressIsTestedTrackedAndElseAHit) {
     struct Row {
         const char* what;
@@ -173,7 +143,7 @@ TEST_F(ControlsUserPaneTest, APressIsTestedTrackedAndElseAHit) {
              Row { "another part", 7, kNoErr, "test track7 " },
              Row { "no part there", 0, kNoErr, "test " },
          }) {
-        std::string log;
+        log.clear();
         HIPoint place {};
         const ChainHandler handler(
             On(pane).Target(), { kHitTest, kTrack, kHit }, [&](EventRef event) {

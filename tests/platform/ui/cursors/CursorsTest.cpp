@@ -1,69 +1,49 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include <string>
-
-#include <QApplication>
-#include <QLineEdit>
-#include <QTest>
-#include <QVBoxLayout>
-#include <gmock/gmock.h>
-
 #include "platform/ui/Cursors.h"
-#include "platform/ui/UIObject.h"
+#include "platform/ui/UIFixture.h"
 #include "platform/ui/cursors/NamedCursor.h"
 #include "support/TestWorld.h"
 
 namespace platform {
 namespace {
 
-// White with a black square of the middle half.
-struct SquareWorld : test::TestWorld {
-    explicit SquareWorld(std::int16_t side) : TestWorld(side, side) {
-        Erase();
-        const auto quarter = static_cast<std::int16_t>(side / 4);
-        const auto end = static_cast<std::int16_t>(side - quarter);
-        PaintRect({ quarter, quarter, end, end });
-    }
-};
-
-class Cursors : public testing::Test {
+class Cursors : public test::UIFixture {
 protected:
-    static void SetUpTestSuite() { ASSERT_TRUE(EnsureUserInterface()); }
-
-    Cursors() {
+    void SetUp() override {
+        UIFixture::SetUp();
         SetThemeCursor(kThemeArrowCursor);
-        QCursor::setPos(m_window.mapToGlobal(QPoint(500, 500)));
-        auto* const layout = new QVBoxLayout(&m_window);
-        layout->addWidget(&m_pane);
-        layout->addWidget(&m_field);
-        m_pane.setMinimumSize(100, 100);
-        m_window.show();
-        EXPECT_TRUE(QTest::qWaitForWindowExposed(&m_window));
+        QCursor::setPos(widget->mapToGlobal(QPoint(500, 500)));
+        pane = WidgetOf(Add<QWidget>(window));
+        field = WidgetOf(Add<QLineEdit>(window));
+        Activate(window);
     }
-    ~Cursors() override { SetThemeCursor(kThemeArrowCursor); }
+    void TearDown() override {
+        SetThemeCursor(kThemeArrowCursor);
+        UIFixture::TearDown();
+    }
 
-    static void MoveOver(QWidget& widget) {
-        QTest::mouseMove(&widget, widget.rect().center());
+    static void MoveOver(QWidget& place) {
+        QTest::mouseMove(&place, place.rect().center());
         QApplication::processEvents();
     }
 
-    QWidget m_window;
-    QWidget m_pane { &m_window };
-    QLineEdit m_field { &m_window };
+    // Of the window.
+    QWidget* pane = nullptr;
+    QWidget* field = nullptr;
 };
 
 TEST_F(Cursors, OfAThemeLastUntilTheMouseLeavesAndAFieldHasItsOwn) {
-    for (QWidget* const widget : std::initializer_list<QWidget*> { &m_pane, &m_field }) {
-        QWidget& other = widget == &m_pane ? static_cast<QWidget&>(m_field) : m_pane;
-        const Qt::CursorShape own = widget->cursor().shape();
-        MoveOver(*widget);
+    for (const auto& [over, other] : { std::pair(pane, field), { field, pane } }) {
+        const Qt::CursorShape own = over->cursor().shape();
+        MoveOver(*over);
         EXPECT_EQ(SetThemeCursor(kThemeCrossCursor), kNoErr);
         EXPECT_EQ(CurrentThemeCursor(), kThemeCrossCursor);
-        EXPECT_EQ(widget->cursor().shape(), Qt::CrossCursor);
+        EXPECT_EQ(over->cursor().shape(), Qt::CrossCursor);
         SetThemeCursor(kThemeArrowCursor);
-        EXPECT_EQ(widget->cursor().shape(), own);
+        EXPECT_EQ(over->cursor().shape(), own);
         SetThemeCursor(kThemeCrossCursor);
-        MoveOver(other);
-        EXPECT_EQ(widget->cursor().shape(), own);
+        MoveOver(*other);
+        EXPECT_EQ(over->cursor().shape(), own);
     }
     EXPECT_EQ(SetThemeCursor(99), kParamErr);
 }
@@ -78,7 +58,9 @@ TEST_F(Cursors, TheWatchStandsOverAllUntilAnother) {
 }
 
 TEST_F(Cursors, OfANameAreSetWhereTheMouseIs) {
-    const SquareWorld world(32);
+    const test::TestWorld world(32, 32);
+    world.Erase();
+    PaintRect({ 8, 8, 24, 24 });
     ASSERT_EQ(RegisterNamedPixMapCursor(world.World(), 15, 15, "square"), kNoErr);
     EXPECT_EQ(RegisterNamedPixMapCursor(world.World(), 0, 0, "square"), kParamErr);
     const test::TestWorld large(kMaxCursorSide + 1, 1);
@@ -88,11 +70,11 @@ TEST_F(Cursors, OfANameAreSetWhereTheMouseIs) {
     EXPECT_EQ(SetNamedPixMapCursor("no square"), kErrNoSuchCursor);
     EXPECT_STREQ(CurrentNamedCursor(), "");
 
-    MoveOver(m_pane);
+    MoveOver(*pane);
     EXPECT_EQ(SetNamedPixMapCursor("square"), kNoErr);
     EXPECT_STREQ(CurrentNamedCursor(), "square");
-    EXPECT_EQ(m_pane.cursor().hotSpot(), QPoint(15, 15));
-    const QImage shown = m_pane.cursor().pixmap().toImage();
+    EXPECT_EQ(pane->cursor().hotSpot(), QPoint(15, 15));
+    const QImage shown = pane->cursor().pixmap().toImage();
     EXPECT_EQ(shown.size(), QSize(32, 32));
     EXPECT_EQ(shown.pixelColor(0, 0).alpha(), 0);
     EXPECT_EQ(shown.pixelColor(16, 16), QColor(Qt::black));

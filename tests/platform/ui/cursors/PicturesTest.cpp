@@ -9,47 +9,32 @@
 namespace platform {
 namespace {
 
-QByteArray Png(const QImage& image) {
+void Draw(const QImage& image, const Rect& destination) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     image.save(&buffer, "PNG");
-    return bytes;
+    const PicHandle picture = NewPicture({ reinterpret_cast<const std::uint8_t*>(bytes.data()),
+                                           static_cast<std::size_t>(bytes.size()) });
+    EXPECT_EQ(GetPictureBounds(picture).right, image.width());
+    EXPECT_EQ(DrawPicture(picture, destination), kNoErr);
+    KillPicture(picture);
 }
 
-QImage Plain(int width, int height, QColor color) {
-    QImage image(width, height, QImage::Format_ARGB32);
-    image.fill(color);
-    return image;
-}
-
-PicHandle Make(const QByteArray& bytes) {
-    return NewPicture({ reinterpret_cast<const std::uint8_t*>(bytes.data()),
-                        static_cast<std::size_t>(bytes.size()) });
-}
-
-TEST(Pictures, BlendIntoThePortWithinItsSides) {
+TEST(Pictures, BlendIntoThePortWithinItsSidesAndGetSmallerByAveraging) {
     const test::TestWorld world(3, 2);
     world.Erase();
-    const PicHandle picture = Make(Png(Plain(2, 2, QColor(0, 0, 0, 51))));
-    ASSERT_NE(picture, nullptr);
-    EXPECT_EQ(GetPictureBounds(picture).right, 2);
-    EXPECT_EQ(DrawPicture(picture, { -1, 1, 1, 9 }), kNoErr);
-    EXPECT_EQ(DrawPicture(picture, { 1, 1, 1, 1 }), kNoErr);
+    QImage image(2, 2, QImage::Format_ARGB32);
+    image.fill(QColor(0, 0, 0, 51));
+    Draw(image, { -1, 1, 1, 9 });
+    Draw(image, { 1, 1, 1, 1 });
     EXPECT_THAT(world.Pixels(), testing::ElementsAre(0xFFFFFF, 0xCCCCCC, 0xCCCCCC, //
                                                      0xFFFFFF, 0xFFFFFF, 0xFFFFFF));
-    KillPicture(picture);
-}
-
-TEST(Pictures, GetSmallerByAveraging) {
-    QImage stripes = Plain(8, 8, Qt::white);
+    QImage stripes(8, 8, QImage::Format_RGB32);
     for (int y = 0; y < 8; ++y)
-        for (int x = 0; x < 8; x += 2)
-            stripes.setPixelColor(x, y, Qt::black);
-    const test::TestWorld world(1, 1);
-    const PicHandle picture = Make(Png(stripes));
-    EXPECT_EQ(DrawPicture(picture, { 0, 0, 1, 1 }), kNoErr);
+        for (int x = 0; x < 8; ++x)
+            stripes.setPixelColor(x, y, x % 2 == 0 ? Qt::black : Qt::white);
+    Draw(stripes, { 0, 0, 1, 1 });
     EXPECT_NEAR(world.Pixels()[0] & 0xFF, 127, 2);
-    KillPicture(picture);
 }
 
 } // namespace

@@ -3,61 +3,44 @@
 #include <QDialog>
 #include <QLabel>
 
-#include "platform/ui/support/WindowsFixture.h"
+#include "platform/ui/UIFixture.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TemporaryFolder.h"
-#include "support/WindowRefs.h"
 
 namespace platform {
 namespace {
 
-constexpr OSType kSignature = 0x56454C4D;
-
 constexpr const char* kForm = R"(<?xml version="1.0" encoding="UTF-8"?>
-<ui version="4.0"><class>Edit</class>
-<widget class="QDialog" name="Edit">
- <property name="geometry"><rect><x>0</x><y>0</y><width>300</width><height>200</height></rect></property>
- <property name="windowTitle"><string>IDS_TITLE</string></property>
- <widget class="QLabel" name="caption">
-  <property name="geometry"><rect><x>5</x><y>5</y><width>90</width><height>20</height></rect></property>
-  <property name="text"><string>&amp;Name IDS_TITLE</string></property>
-  <property name="buddy"><cstring>second</cstring></property>
- </widget>
- <widget class="QLineEdit" name="first">
-  <property name="toolTip"><string>IDS_TIP</string></property>
-  <property name="controlID" stdset="0"><number>102</number></property>
- </widget>
- <widget class="QLineEdit" name="second">
-  <property name="controlID" stdset="0"><number>103</number></property>
-  <property name="controlSignature" stdset="0"><string>ABCD</string></property>
-  <property name="commandID" stdset="0"><number>103</number></property>
- </widget>
- <widget class="QComboBox" name="plain">
-  <item><property name="text"><string>IDS_MISSING</string></property></item>
-  <item><property name="text"><string>IDS_TIP</string></property></item>
- </widget>
- <widget class="QFrame" name="frame">
-  <property name="controlID" stdset="0"><number>300</number></property>
-  <widget class="QPushButton" name="ok">
-   <property name="text"><string>OK</string></property>
-   <property name="controlID" stdset="0"><number>1</number></property>
-   <property name="commandID" stdset="0"><string>ok</string></property>
-  </widget>
- </widget>
- <widget class="QPushButton" name="cancel">
-  <property name="controlID" stdset="0"><number>2</number></property>
-  <property name="commandID" stdset="0"><string>not!</string></property>
- </widget>
- <widget class="PopupButton" name="popup">
-  <property name="controlID" stdset="0"><number>101</number></property>
- </widget>
-</widget>
-<tabstops><tabstop>second</tabstop><tabstop>first</tabstop></tabstops>
+<ui version="4.0"><class>Edit</class><widget class="QDialog" name="Edit">
+<property name="geometry"><rect><x>0</x><y>0</y><width>300</width><height>200</height></rect></property>
+<property name="windowTitle"><string>IDS_TITLE</string></property>
+<widget class="QLabel" name="caption">
+ <property name="text"><string>&amp;Name IDS_TITLE</string></property>
+ <property name="buddy"><cstring>second</cstring></property></widget>
+<widget class="QLineEdit" name="first">
+ <property name="toolTip"><string>IDS_TIP</string></property>
+ <property name="controlID" stdset="0"><number>102</number></property></widget>
+<widget class="QLineEdit" name="second">
+ <property name="controlID" stdset="0"><number>103</number></property>
+ <property name="controlSignature" stdset="0"><string>ABCD</string></property>
+ <property name="commandID" stdset="0"><number>103</number></property></widget>
+<widget class="QComboBox" name="plain">
+ <item><property name="text"><string>IDS_MISSING</string></property></item>
+ <item><property name="text"><string>IDS_TIP</string></property></item></widget>
+<widget class="QFrame" name="frame"><property name="controlID" stdset="0"><number>300</number></property>
+ <widget class="QPushButton" name="ok">
+  <property name="controlID" stdset="0"><number>1</number></property>
+  <property name="commandID" stdset="0"><string>ok</string></property></widget></widget>
+<widget class="QPushButton" name="cancel">
+ <property name="controlID" stdset="0"><number>2</number></property>
+ <property name="commandID" stdset="0"><string>not!</string></property></widget>
+<widget class="PopupButton" name="popup">
+ <property name="controlID" stdset="0"><number>101</number></property></widget>
+</widget><tabstops><tabstop>second</tabstop><tabstop>first</tabstop></tabstops>
 <customwidgets><customwidget><class>PopupButton</class><extends>QWidget</extends>
- <header>PopupButton.h</header></customwidget></customwidgets>
-</ui>)";
+<header>PopupButton.h</header></customwidget></customwidgets></ui>)";
 
-class NibTest : public test::WindowsFixture {
+class NibTest : public test::UIFixture {
 protected:
     NibTest() {
         m_folder.Write("T.bundle/Contents/Info.json",
@@ -73,7 +56,7 @@ protected:
     }
     ~NibTest() override { CFRelease(m_bundle); }
 
-    static Control* Get(WindowRef window, std::int32_t id, OSType signature = kSignature) {
+    Control* Get(std::int32_t id, OSType signature = 0x56454C4D) const {
         return Control::FindByID(window, { signature, id });
     }
 
@@ -83,28 +66,27 @@ protected:
 };
 
 TEST_F(NibTest, MakesAWindowWithItsControlsAndTexts) {
-    WindowRef window = nullptr;
+    test::Dispose(window);
     ASSERT_EQ(CreateWindowFromNib(m_bundle, "Forms", "Edit", &window), kNoErr);
-    QWidget& widget = Widget(window);
+    widget = &Widget(window);
     EXPECT_FALSE(test::At(window).IsVisible());
-    EXPECT_FALSE(qobject_cast<QDialog*>(&widget));
-    EXPECT_EQ(widget.size(), QSize(300, 200));
-    EXPECT_EQ(widget.windowTitle(), "Text & <Box>");
-    EXPECT_EQ(widget.findChild<QLabel*>("caption")->text(), "&Name IDS_TITLE");
-    EXPECT_EQ(Get(window, 102)->Widget().toolTip(), "A tip");
-    EXPECT_EQ(widget.findChild<QComboBox*>()->itemText(0), "IDS_MISSING");
-    EXPECT_EQ(widget.findChild<QComboBox*>()->itemText(1), "A tip");
-    EXPECT_EQ(widget.findChild<QLabel*>("caption")->buddy(),
-              &Get(window, 103, 0x41424344)->Widget());
-    EXPECT_EQ(Get(window, 103, 0x41424344)->Widget().nextInFocusChain(),
-              &Get(window, 102)->Widget());
-
-    EXPECT_EQ(Get(window, 103, 0x41424344)->commandID, 103U);
-    EXPECT_EQ(Get(window, 1)->commandID, kHICommandOK);
-    EXPECT_EQ(test::At(window).DefaultButton(), Get(window, 1));
-    EXPECT_EQ(test::At(window).CancelButton(), Get(window, 2));
-    EXPECT_EQ(Get(window, 1)->Super(), Get(window, 300)); // a frame is found as well
-    EXPECT_NE(Get(window, 101), nullptr);
+    EXPECT_FALSE(qobject_cast<QDialog*>(widget));
+    EXPECT_EQ(widget->size(), QSize(300, 200));
+    EXPECT_EQ(widget->windowTitle(), "Text & <Box>");
+    const auto& caption = *widget->findChild<QLabel*>("caption");
+    EXPECT_EQ(caption.text(), "&Name IDS_TITLE");
+    EXPECT_EQ(widget->findChild<QComboBox*>()->itemText(0), "IDS_MISSING");
+    EXPECT_EQ(widget->findChild<QComboBox*>()->itemText(1), "A tip");
+    const Control *const first = Get(102), *const second = Get(103, 0x41424344), *const ok = Get(1);
+    ASSERT_TRUE(first && second && ok && Get(101));
+    EXPECT_EQ(first->Widget().toolTip(), "A tip");
+    EXPECT_EQ(caption.buddy(), &second->Widget());
+    EXPECT_EQ(second->Widget().nextInFocusChain(), &first->Widget());
+    EXPECT_EQ(second->commandID, 103U);
+    EXPECT_EQ(ok->commandID, kHICommandOK);
+    EXPECT_EQ(test::At(window).DefaultButton(), ok);
+    EXPECT_EQ(test::At(window).CancelButton(), Get(2));
+    EXPECT_EQ(ok->Super(), Get(300)); // a frame is found as well
     test::Dispose(window);
 }
 
@@ -119,7 +101,7 @@ TEST_F(NibTest, WhatCannotBeMadeGivesAStatusAndLeavesNothing) {
          { Row { "Missing", "Edit", kErrCantFindNib },
            Row { "Forms", "Missing", kErrCantFindWindow }, Row { "Forms", "Broken", kErrNibBroken },
            Row { "Forms", "Empty", kErrNibBroken }, Row { "Forms", "Other", kErrNibBroken } }) {
-        auto window = reinterpret_cast<WindowRef>(std::intptr_t { 7 });
+        window = reinterpret_cast<WindowRef>(std::intptr_t { 7 });
         EXPECT_EQ(CreateWindowFromNib(m_bundle, row.nib, row.window, &window), row.status)
             << row.window;
         EXPECT_EQ(window, nullptr) << row.window;

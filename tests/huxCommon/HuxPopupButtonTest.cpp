@@ -1,28 +1,29 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Menus and popup buttons: items, values, what the keyboard and the wheel pick, the font menu.
+#include "huxCommon/huxGUI/HuxPopupButton.h"
+
+#include <optional>
+
 #include <QAbstractItemView>
-#include <QApplication>
-#include <QTest>
-#include <QWheelEvent>
-#include <gmock/gmock.h>
 
 #include "platform/Fonts.h"
-#include "platform/TextEncoding.h"
-#include "platform/ui/ControlsFixture.h"
-#include "platform/ui/Menus.h"
+#include "platform/ui/UIFixture.h"
 #include "platform/ui/menus/PopupButton.h"
-#include "support/WindowRefs.h"
 
-namespace platform {
+using namespace platform;
+
 namespace {
 
-class MenusTest : public test::ControlsFixture {
+using testing::ElementsAre;
+
+class HuxPopupButtonTest : public test::UIFixture {
 protected:
     void SetUp() override {
-        ControlsFixture::SetUp();
+        UIFixture::SetUp();
         control = MakeCustom("PopupButton");
+        popup.Attach(control);
         button = static_cast<PopupButton*>(WidgetOf(control));
-        menu = On(control).PopupMenu();
+        menu = popup.GetMenu();
         hits.emplace(On(control).Target(), std::vector { test::kHit }, [this](EventRef event) {
             EXPECT_EQ(test::PartOf(event), kControlMenuPart);
             picks.push_back(On(control).Value());
@@ -31,54 +32,55 @@ protected:
     }
     void TearDown() override {
         hits.reset();
-        ControlsFixture::TearDown();
+        UIFixture::TearDown();
     }
     void Show() {
-        test::At(window).Show();
-        widget->activateWindow();
+        Activate(window);
         button->setFocus();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(widget));
     }
     // One registered string, two of the history, and commands, as a list of strings shows them.
     void FillWithStrings() {
         for (const char* text : { "Pan", "-", "Truck up", "Zoom", "-", "Clear history" })
             menu->Append(text);
     }
-    void Wheel(int eighths) {
-        const QPointF place = button->rect().center();
-        QWheelEvent event(place, button->mapToGlobal(place), {}, { 0, eighths }, Qt::NoButton,
-                          Qt::NoModifier, Qt::NoScrollPhase, false);
-        QApplication::sendEvent(button, &event);
-    }
 
     ControlRef control = nullptr;
+    HuxPopupButton& popup = *new HuxPopupButton; // ends with its control
     PopupButton* button = nullptr;
     Menu* menu = nullptr;
     std::optional<test::ChainHandler> hits;
     std::vector<std::int32_t> picks;
 };
 
-TEST_F(MenusTest, ItemsCountFromOneAndCarryTheirData) {
-    menu->Append("3");
-    EXPECT_EQ(menu->Append("-", 0, kMenuItemAttrIgnoreMeta), 2);
-    EXPECT_EQ(menu->Append("日本 & 語", -7), 3);
-    EXPECT_TRUE(menu->SetChecked(3, true));
-    menu->Delete(1, 1);
-    EXPECT_EQ(menu->Count(), 2);
-    EXPECT_EQ(menu->Item(1)->text, "-");
-    EXPECT_FALSE(menu->Item(1)->checked || menu->Item(1)->IsSeparator());
-    EXPECT_EQ(menu->Item(2)->text, "日本 & 語");
-    EXPECT_EQ(menu->Item(2)->refCon, -7);
-    EXPECT_TRUE(menu->Item(2)->checked);
+TEST_F(HuxPopupButtonTest, ItemsCountFromOneAndCarryTheirData) {
+    EXPECT_EQ(popup.GetSelectRefCon(), std::nullopt);
+    EXPECT_EQ(popup.AppendItem("a", 1000), 1);
+    popup.AppendSeparator();
+    EXPECT_EQ(popup.AppendItem("-(b", -7, kMenuItemAttrIgnoreMeta), 3);
+    EXPECT_EQ(popup.AppendItem(HuxString::FromUTF8("日本 & 語"), 1000), 4);
+    EXPECT_EQ(popup.FindItem(1000), 1);
+    EXPECT_EQ(popup.FindLastItem(1000), 4);
+    EXPECT_EQ(popup.FindItem(8), 0);
+    popup.SetValue(3);
+    EXPECT_EQ(popup.GetSelectRefCon(), -7);
+    EXPECT_TRUE(menu->SetChecked(4, true));
+    menu->Delete(1, 2);
+    EXPECT_EQ(popup.CountItems(), 2);
+    EXPECT_EQ(menu->Item(1)->text, "-(b");
+    EXPECT_FALSE(popup.IsItemChecked(1) || menu->Item(1)->IsSeparator());
+    EXPECT_EQ(popup.GetItemText(2).GetUTF8(), "日本 & 語");
+    EXPECT_EQ(popup.GetItemRefCon(2), 1000);
+    EXPECT_TRUE(popup.IsItemChecked(2));
 
     EXPECT_FALSE(menu->SetChecked(0, true) || menu->SetText(3, "") || menu->SetSubmenu(3, nullptr));
     menu->Delete(3, 1);
-    EXPECT_EQ(menu->Count(), 2);
+    EXPECT_EQ(popup.CountItems(), 2);
     menu->Delete(1, 100); // as many as there are
     EXPECT_EQ(menu->Item(1), nullptr);
+    EXPECT_EQ(popup.GetItemRefCon(1), 0);
 }
 
-TEST_F(MenusTest, TheValueOutlivesChangesOfTheMenuWhereItCan) {
+TEST_F(HuxPopupButtonTest, TheValueOutlivesChangesOfTheMenuWhereItCan) {
     menu->Append("3");
     menu->Append("4");
     EXPECT_EQ(On(control).Value(), 0) << "a new item is not picked by itself";
@@ -100,33 +102,23 @@ TEST_F(MenusTest, TheValueOutlivesChangesOfTheMenuWhereItCan) {
     EXPECT_TRUE(picks.empty()) << "only the user picks";
 }
 
-TEST_F(MenusTest, AFormGivesItemsAsToAComboBox) {
-    button->addItem(QStringLiteral("IDS_ONE"));
-    button->addItem(QStringLiteral("-"));
-    button->addItem(QStringLiteral("Three"));
-    button->setItemText(0, QStringLiteral("One"));
-    EXPECT_EQ(menu->Count(), 3);
-    EXPECT_EQ(menu->Item(1)->text, "One");
-    EXPECT_EQ(On(control).Value(), 1) << "a form's popup starts with its first item";
-    EXPECT_FALSE(button->model()->flags(button->model()->index(1, 0)) & Qt::ItemIsEnabled);
-}
-
-TEST_F(MenusTest, StepsOfAClosedButtonStayBetweenSeparators) {
+TEST_F(HuxPopupButtonTest, StepsOfAClosedButtonStayBetweenSeparators) {
     FillWithStrings();
     On(control).SetValue(3);
     Show();
-    struct Row {
-        Qt::Key key;
-        std::int32_t value;
-    };
-    for (const Row& row : { Row { Qt::Key_Down, 4 }, Row { Qt::Key_Down, 4 }, Row { Qt::Key_Up, 3 },
-                            Row { Qt::Key_Up, 3 }, Row { Qt::Key_End, 4 }, Row { Qt::Key_Home, 3 },
-                            Row { Qt::Key_Z, 4 }, Row { Qt::Key_T, 3 } }) {
+    for (const auto& [key, value] : { std::pair(Qt::Key_Down, 4),
+                                      { Qt::Key_Down, 4 },
+                                      { Qt::Key_Up, 3 },
+                                      { Qt::Key_Up, 3 },
+                                      { Qt::Key_End, 4 },
+                                      { Qt::Key_Home, 3 },
+                                      { Qt::Key_Z, 4 },
+                                      { Qt::Key_T, 3 } }) {
         button->view()->keyboardSearch({}); // each letter is a search of its own
-        QTest::keyClick(button, row.key);
-        EXPECT_EQ(On(control).Value(), row.value) << row.key;
+        QTest::keyClick(button, key);
+        EXPECT_EQ(On(control).Value(), value) << key;
     }
-    EXPECT_THAT(picks, testing::ElementsAre(4, 3, 4, 3, 4, 3)) << "a step to nowhere is no pick";
+    EXPECT_THAT(picks, ElementsAre(4, 3, 4, 3, 4, 3)) << "a step to nowhere is no pick";
 
     button->view()->keyboardSearch({});
     QTest::keyClick(button, Qt::Key_C); // a command, beyond a separator: shown, not picked
@@ -140,21 +132,21 @@ TEST_F(MenusTest, StepsOfAClosedButtonStayBetweenSeparators) {
     EXPECT_EQ(picks.size(), 8U) << "the same item again is a pick";
 }
 
-TEST_F(MenusTest, TheWheelTurnsOnlyWhatHasTheFocus) {
+TEST_F(HuxPopupButtonTest, TheWheelTurnsOnlyWhatHasTheFocus) {
     FillWithStrings();
     On(control).SetValue(3);
     Show();
-    Wheel(-60);
+    Turn(*button, -60);
     EXPECT_EQ(On(control).Value(), 3);
-    Wheel(-60);
+    Turn(*button, -60);
     EXPECT_EQ(On(control).Value(), 4);
     button->clearFocus();
-    Wheel(120);
+    Turn(*button, 120);
     EXPECT_EQ(On(control).Value(), 4);
-    EXPECT_THAT(picks, testing::ElementsAre(4));
+    EXPECT_THAT(picks, ElementsAre(4));
 }
 
-TEST_F(MenusTest, TheOpenListSkipsWhatIsNoItemAndEscapeKeepsTheValue) {
+TEST_F(HuxPopupButtonTest, TheOpenListSkipsWhatIsNoItemAndEscapeKeepsTheValue) {
     FillWithStrings();
     menu->Append("Edit", 0, kMenuItemAttrDisabled);
     menu->Append("Last");
@@ -166,14 +158,14 @@ TEST_F(MenusTest, TheOpenListSkipsWhatIsNoItemAndEscapeKeepsTheValue) {
         QTest::keyClick(button->view(), Qt::Key_Down);
         rows.push_back(button->view()->currentIndex().row());
     }
-    EXPECT_THAT(rows, testing::ElementsAre(2, 3, 5, 7, 7));
+    EXPECT_THAT(rows, ElementsAre(2, 3, 5, 7, 7));
     QTest::keyClick(button->view(), Qt::Key_Escape);
     EXPECT_FALSE(button->view()->isVisible());
     EXPECT_EQ(On(control).Value(), 1);
     EXPECT_TRUE(picks.empty());
 }
 
-TEST_F(MenusTest, AnItemOfASubmenuKeepsTheValueOfItsTitle) {
+TEST_F(HuxPopupButtonTest, AnItemOfASubmenuKeepsTheValueOfItsTitle) {
     for (const char* text : { "Plain", "More", "Last" })
         menu->Append(text);
     auto made = std::make_unique<Menu>();
@@ -188,7 +180,7 @@ TEST_F(MenusTest, AnItemOfASubmenuKeepsTheValueOfItsTitle) {
     QTest::keyClick(button->view(), Qt::Key_Down);
     QTest::keyClick(button->view(), Qt::Key_Return);
     EXPECT_EQ(button->currentText(), "Second");
-    EXPECT_THAT(picks, testing::ElementsAre(2));
+    EXPECT_THAT(picks, ElementsAre(2));
 
     below.SetChecked(1, true);
     EXPECT_EQ(button->currentText(), "Second") << "the pick is remembered below its title";
@@ -200,7 +192,7 @@ TEST_F(MenusTest, AnItemOfASubmenuKeepsTheValueOfItsTitle) {
     EXPECT_EQ(Menu::Find(gone), nullptr);
 }
 
-TEST_F(MenusTest, APickMayDisposeOfTheWindow) {
+TEST_F(HuxPopupButtonTest, APickMayDisposeOfTheWindow) {
     FillWithStrings();
     Show();
     const MenuRef shown = menu->Ref();
@@ -214,42 +206,36 @@ TEST_F(MenusTest, APickMayDisposeOfTheWindow) {
     EXPECT_FALSE(test::IsThere(window));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(Menu::Find(shown), nullptr);
-    widget = nullptr; // is gone
 }
 
-FontNumber NumberOf(std::string_view utf8) {
-    const std::string bytes = EncodeText(utf8).bytes;
-    std::string name(1, static_cast<char>(bytes.size()));
-    name += bytes;
-    FontNumber number = 0;
-    GetFNum(reinterpret_cast<const std::uint8_t*>(name.data()), &number);
-    return number;
-}
-
-TEST_F(MenusTest, TheFontMenuHasEachFamilyAndFindsItUnderAnyName) {
+TEST_F(HuxPopupButtonTest, TheFontMenuHasEachFamilyAndFindsItUnderAnyName) {
     menu->Append("Before");
-    menu->Append("After");
-    menu->InsertFontFamilies(1);
+    ASSERT_EQ(popup.AppendFontMenu(), kNoErr);
     const std::vector<FontFamily> families = InstalledFontFamilies();
     ASSERT_FALSE(families.empty());
-    EXPECT_EQ(menu->Count(), families.size() + 2);
-    EXPECT_EQ(menu->Item(menu->Count())->text, "After");
+    EXPECT_EQ(menu->Count(), families.size() + 1);
 
-    MenuItemIndex expected = 2;
+    std::int32_t expected = 2;
+    unsigned char pascal[256];
     for (const FontFamily& family : families) {
-        EXPECT_EQ(menu->Item(expected)->text, family.name);
         std::vector<std::string> names = family.aliases;
         names.push_back(family.name);
         for (const std::string& name : names) {
-            EXPECT_EQ(menu->FontFamilyOf(expected), NumberOf(name)) << name;
-            EXPECT_EQ(menu->FindFontFamily(NumberOf(name)), expected) << name;
+            HuxString::FromUTF8(name).GetPascalString(pascal);
+            EXPECT_TRUE(popup.SetFontFamilyName(pascal)) << name;
+            EXPECT_EQ(popup.GetValue(), expected) << name;
         }
+        EXPECT_TRUE(popup.GetFontFamilyName(pascal)) << family.name;
+        EXPECT_EQ(HuxString(pascal).GetUTF8(), family.name);
+        EXPECT_EQ(button->currentText().toStdString(), family.name);
         ++expected;
     }
-    EXPECT_EQ(menu->FontFamilyOf(1), std::nullopt);
-    menu->Delete(2, static_cast<MenuItemIndex>(families.size()));
-    EXPECT_EQ(menu->FindFontFamily(NumberOf(families[0].name)), 0);
+    HuxString("No Such Family At All").GetPascalString(pascal);
+    EXPECT_FALSE(popup.SetFontFamilyName(pascal));
+    EXPECT_EQ(popup.GetValue(), 0);
+    EXPECT_FALSE(popup.GetFontFamilyName(pascal));
+    popup.SetValue(1);
+    EXPECT_FALSE(popup.GetFontFamilyName(pascal)) << "no family's item";
 }
 
 } // namespace
-} // namespace platform
