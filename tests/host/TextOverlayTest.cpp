@@ -6,6 +6,7 @@
 
 #include "LedgerTest.h"
 #include "host/Effect.h"
+#include "platform/Drawing.h"
 #include "platform/TextContext.h"
 
 namespace host {
@@ -69,8 +70,8 @@ TEST_F(TextOverlayTest, DrawsTheSameTextInEveryChannelOrder) {
     }
 }
 
-// Two documents' contexts on two threads over the same caches; then both once more, as a later run
-// draws them out of full caches.
+// Documents' contexts on threads of their own over the same caches, which are emptied meanwhile; then all
+// once more, as a later run draws them out of full caches.
 TEST_F(TextOverlayTest, ConcurrentContextsKeepTheirEncodingsAndReportsApart) {
     struct Row {
         const char* encoding;
@@ -83,6 +84,8 @@ TEST_F(TextOverlayTest, ConcurrentContextsKeepTheirEncodingsAndReportsApart) {
                    { "UTF-8", "\x83\x65\x83\x67", "", { "83" } },
                    { "UTF-8", "テト", "None A", { "None A" } },
                    { "CP932", "\x83\x65\x83\x67", "None B", { "None B" } },
+                   { "CP932", "Cut 12", "\x82\x6C\x82\x72 \x83\x53\x83\x56\x83\x62\x83\x4E", {} },
+                   { "UTF-8", "秋の夕暮れ אב", "ＭＳ ゴシック", {} },
                    { "UTF-8", "\U0010FFFD", "", { "U+10FFFD" } } };
     const auto draw = [&](Row& row) {
         platform::TextContext met(*platform::TextEncoding::Find(row.encoding));
@@ -91,6 +94,8 @@ TEST_F(TextOverlayTest, ConcurrentContextsKeepTheirEncodingsAndReportsApart) {
         std::snprintf(params.szInfoText, sizeof params.szInfoText, "%s", row.text);
         std::snprintf(params.szFontName, sizeof params.szFontName, "%s", row.font);
         for (int i = 0; i < 20; ++i) {
+            if (i % 5 == 4)
+                platform::PurgeTextCaches();
             auto image = Image::Make(150, 80, kArgb32);
             std::string reason;
             EXPECT_TRUE(effect->RenderWith(params, *image, {}, reason)) << reason;

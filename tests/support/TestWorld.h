@@ -61,6 +61,15 @@ inline void Draw(std::int16_t x, std::int16_t y, const std::string& text) {
     platform::DrawText(text.data(), 0, static_cast<std::int32_t>(text.size()));
 }
 
+// Into the current port.
+inline void UseFont(const std::string& name, std::int16_t size) {
+    const std::string counted = static_cast<char>(name.size()) + name;
+    platform::FontNumber number = 0;
+    platform::GetFNum(reinterpret_cast<const std::uint8_t*>(counted.data()), &number);
+    platform::TextFont(number);
+    platform::TextSize(size);
+}
+
 inline std::int32_t WidthOf(const std::string& text) {
     return platform::TextWidth(text.data(), 0, static_cast<std::int32_t>(text.size()));
 }

@@ -35,6 +35,9 @@ TEST_F(RenderFiles, DrawsOnlyWhereTheTextIs) {
         EXPECT_LT(drawn.bounds.right, 160);
         EXPECT_LT(drawn.bounds.bottom, 80);
     }
+    const auto moved = Drawn("--info x --at 100,60 --scale 0.5 --origin 10,20");
+    EXPECT_EQ(moved.bounds.left, 40);
+    EXPECT_EQ(moved.bounds.top, 10);
 }
 
 TEST_F(RenderFiles, EveryKindOfTextIsDrawn) {
@@ -42,12 +45,6 @@ TEST_F(RenderFiles, EveryKindOfTextIsDrawn) {
     for (const auto* options : { "--info T.U.", "--character Hanako", "--dialogue @lines.txt",
                                  "--score 3 --strings A,B,C,D", "" })
         EXPECT_GT(Drawn(options).pixels, 100) << options;
-}
-
-TEST_F(RenderFiles, ScaleAndOriginMoveTheText) {
-    const auto drawn = Drawn("--info x --at 100,60 --scale 0.5 --origin 10,20");
-    EXPECT_EQ(drawn.bounds.left, 40);
-    EXPECT_EQ(drawn.bounds.top, 10);
 }
 
 TEST_F(RenderFiles, TokensAreFilledIn) {

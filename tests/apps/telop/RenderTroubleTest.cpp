@@ -23,10 +23,8 @@ class RenderTrouble : public TelopProgram {};
 TEST_F(RenderTrouble, EveryClassOfErrorHasItsCodeAndSaysWhatIsWrong) {
     WritePicture("in.png", MakeFrame(1));
     WriteSequence("a", 1, 2);
-    Write("short.telop", "not 480 bytes");
     Write("bad.txt", "\xFF\xFE");
     Write("there.png", "x");
-    Write("no.png", "this is no PNG");
     ExpectEndings(
         "", {
                 { "rendr", 2, "'rendr' is no command" },
@@ -42,17 +40,13 @@ TEST_F(RenderTrouble, EveryClassOfErrorHasItsCodeAndSaysWhatIsWrong) {
                 { "render --memory much in.png o.png", 2, "--memory" },
                 { "render --overwrite --skip-existing in.png o.png", 2, "--skip-existing" },
                 { "render --info {frame} --save-settings s in.png o.png", 2, "--info has tokens" },
-                { "render a o.png", 2, "o.png" },
-                { "render in.png in.png", 2, "in.png" },
-                { "render no.png o.png", 3, "no.png" },
+                { "render there.png o.png", 3, "there.png" },
                 { "render b/shot.####.png o/", 3, "b/" },
                 { "render --frames 7-9 a o/", 3, "1 to 2" },
-                { "render --settings short.telop in.png o.png", 3, "short.telop" },
                 { "render --dialogue @not.txt in.png o.png", 3, "not.txt" },
                 { "render --dialogue @bad.txt in.png o.png", 3, "bad.txt" },
                 { "render --info \xFF in.png o.png", 3, "--info" },
                 { "render --plugin No.bundle in.png o.png", 3, "No.bundle" },
-                { "render in.png there.png", 5, "there.png" },
                 { "render in.png /proc/o.png", 5, "/proc/o.png" },
                 { "render --info x --save-settings there.png", 5, "there.png" },
             });

@@ -144,19 +144,17 @@ Difference Compare(const host::Frame& a, const host::Frame& b) {
     EXPECT_EQ(a.image->Format(), b.image->Format());
     EXPECT_EQ(a.image->Bytes().size(), b.image->Bytes().size());
     const auto bytes = static_cast<std::size_t>(a.image->Format().BytesPerPixel());
-    for (std::int32_t y = 0; y < a.image->Height(); ++y) {
-        const auto rowA = a.image->Row(y);
-        const auto rowB = b.image->Row(y);
+    auto& bounds = difference.bounds;
+    for (std::int32_t y = 0; y < a.image->Height(); ++y)
         for (std::int32_t x = 0; x < a.image->Width(); ++x) {
             const auto at = static_cast<std::size_t>(x) * bytes;
-            if (std::ranges::equal(rowA.subspan(at, bytes), rowB.subspan(at, bytes)))
+            if (std::ranges::equal(a.image->Row(y).subspan(at, bytes),
+                                   b.image->Row(y).subspan(at, bytes)))
                 continue;
             ++difference.pixels;
-            auto& bounds = difference.bounds;
             bounds = { std::min(bounds.left, x), std::min(bounds.top, y),
                        std::max(bounds.right, x + 1), std::max(bounds.bottom, y + 1) };
         }
-    }
     return difference;
 }
 

@@ -6,7 +6,6 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <iterator>
-#include <optional>
 #include <set>
 
 #include "platform/TextContext.h"
@@ -85,15 +84,6 @@ TEST_F(FontsTest, AnUnknownNameGivesTheDefaultAndOneReport) {
     const TextScope scope(other);
     NumberOf("No Such Family");
     EXPECT_THAT(other.Reports(), SizeIs(1));
-}
-
-TEST_F(FontsTest, NamesAreReadInTheApplicationsEncoding) {
-    TextContext context(*TextEncoding::Find("CP932"));
-    std::optional<TextScope> scope(context);
-    const FontNumber number = NumberOf("\x82\x6C\x82\x72 \x83\x53\x83\x56\x83\x62\x83\x4E");
-    scope.reset();
-    EXPECT_EQ(number, NumberOf("ＭＳ ゴシック"));
-    EXPECT_GT(number, 0);
 }
 
 TEST_F(FontsTest, BrokenFilesSayWhyAndNeverCrash) {

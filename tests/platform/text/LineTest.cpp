@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Lines as a reader expects them: order, shaping, fallback, widths, and nothing cut off.
 #include <array>
-#include <atomic>
 #include <gmock/gmock.h>
-#include <thread>
 
 #include "platform/TextContext.h"
 #include "support/TestWorld.h"
@@ -13,17 +11,10 @@ namespace {
 using namespace platform;
 using test::Draw;
 using test::TestWorld;
+using test::UseFont;
 using test::WidthOf;
 
 using Picture = std::vector<std::uint32_t>;
-
-void UseFont(const std::string& name, std::int16_t size) {
-    const std::string counted = static_cast<char>(name.size()) + name;
-    FontNumber number = 0;
-    GetFNum(reinterpret_cast<const std::uint8_t*>(counted.data()), &number);
-    TextFont(number);
-    TextSize(size);
-}
 
 // The text in black on white with its baseline 100 pixels from the top.
 Picture PictureOf(const std::string& font, std::int16_t size, const std::string& text) {
@@ -176,34 +167,6 @@ TEST_F(LineTest, PicturesCountTheLinesThatTheyKeepAlive) {
     }
     constexpr std::int64_t kLineBytes = 3500 * 24; // a glyph takes so many at least
     EXPECT_GE(GetTextCacheStats().bytes, 2 * kLineBytes);
-}
-
-TEST_F(LineTest, ThreadsDrawWhatOneThreadDraws) {
-    const char* const fonts[] = { "DejaVu Sans", "Noto Sans CJK JP", "Liberation Serif" };
-    const auto picture = [&](int i) {
-        return PictureOf(fonts[i % 3], static_cast<std::int16_t>(12 + i % 7 * 9),
-                         "Cut " + std::to_string(i % 11) + " 秋の夕暮れ אב");
-    };
-    constexpr int kPictures = 60;
-    std::vector<Picture> expected;
-    for (int i = 0; i < kPictures; ++i)
-        expected.push_back(picture(i));
-    PurgeTextCaches();
-    std::atomic<int> wrong { 0 };
-    std::vector<std::thread> threads;
-    for (int t = 0; t < 4; ++t) {
-        threads.emplace_back([&, t] {
-            for (int i = 0; i < kPictures; ++i) {
-                const int index = (i * 7 + t * 13) % kPictures;
-                wrong += picture(index) != expected[index];
-                if (i % 20 == t)
-                    PurgeTextCaches();
-            }
-        });
-    }
-    for (std::thread& thread : threads)
-        thread.join();
-    EXPECT_EQ(wrong, 0);
 }
 
 } // namespace

@@ -34,14 +34,9 @@ constexpr std::size_t kBytes = std::size_t { 4 } * kWidth * kHeight;
 
 bool DrawFrame(const TestWorld& world, const char* line, Pixels& pixels) {
     world.Erase();
-    FontNumber number = 0;
-    GetFNum(reinterpret_cast<const std::uint8_t*>("\x0FLiberation Sans"), &number);
-    TextFont(number);
-    TextSize(30);
-    for (const auto& [text, baseline] : { std::pair(kText, 35), std::pair(line, 80) }) {
-        MoveTo(2, static_cast<std::int16_t>(baseline));
-        DrawText(text, 0, static_cast<std::int32_t>(std::strlen(text)));
-    }
+    test::UseFont("Liberation Sans", 30);
+    test::Draw(2, 35, kText);
+    test::Draw(2, 80, line);
     return Take(world, pixels);
 }
 
