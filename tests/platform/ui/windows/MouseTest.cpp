@@ -8,15 +8,10 @@ namespace {
 
 using test::ChainHandler;
 
-class MouseTest : public test::UIFixture {
-protected:
-    void SetUp() override {
-        UIFixture::SetUp();
-        Activate(window);
-    }
-};
+using MouseTest = test::UIFixture;
 
 TEST_F(MouseTest, HandlersSeeItBeforeTheWidgetOnce) {
+    Activate(window);
     const ControlRef label = Add<QLabel>(window); // ignores it, so it is offered to what is around
     const ControlRef button = Add<QPushButton>(window, 4);
     HIPoint place {};
@@ -43,6 +38,7 @@ TEST_F(MouseTest, HandlersSeeItBeforeTheWidgetOnce) {
 }
 
 TEST_F(MouseTest, TrackingTellsOfMovesAndOfEveryEnd) {
+    Activate(window);
     Point where {};
     const auto track = [&](EventTime timeout) {
         return test::At(window).TrackMouse(timeout, &where);
