@@ -12,7 +12,6 @@
 
 namespace {
 
-using test::Drain;
 using testing::ElementsAre;
 
 class CMEditPopupDlgTest : public test::DialogFixture {
@@ -52,15 +51,9 @@ protected:
     QAbstractItemView& View() { return Get<QAbstractItemView>(201); }
     void Select(int row) { View().setCurrentIndex(View().model()->index(row, 0)); }
     int Selected() { return View().currentIndex().row(); }
-    void TypeName(const char* name) {
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); // the last field
-        auto* const field = View().findChild<QLineEdit*>();
-        ASSERT_NE(field, nullptr);
-        field->selectAll();
-        QTest::keyClick(field, Qt::Key_Delete);
-        QTest::keyClicks(field, name);
-        QTest::keyClick(field, Qt::Key_Return);
-        Drain();
+    static void TypeName(const char* name) {
+        Type(name);
+        Key(Qt::Key_Return);
     }
     // Answers the next file dialog with the file, or cancels it.
     void WithFile(int button, const std::string& file) {
@@ -79,34 +72,60 @@ protected:
     enum : int { kOK = 1, kCancel, kAdd = 101, kDelete, kUp, kDown, kRename, kReset, kLoad, kSave };
 };
 
-TEST_F(CMEditPopupDlgTest, ChangesTheOrder) {
+TEST_F(CMEditPopupDlgTest, ChangesTheOrderAndKeepsANameThatIsBeingTyped) {
+    const auto press = [this](int button) { return [=, this] { Click(button); }; };
+    const auto shortcut = [this](Qt::Key key, int selected) {
+        return [=, this] {
+            Key(key, Qt::AltModifier);
+            // The button is seen to go down before it acts.
+            EXPECT_TRUE(QTest::qWaitFor([&] { return Selected() == selected; }));
+        };
+    };
+    const auto clickOnTheFirst = [this] {
+        const QRect row = View().visualRect(View().model()->index(0, 0));
+        QTest::mouseClick(View().viewport(), Qt::LeftButton, {}, row.center());
+    };
+    const std::vector<std::string> unchanged { "one", "two", "three" };
     const struct {
-        int row, button;
+        const char* what;
+        int row;
+        bool types; // an x as its name, at first
+        std::function<void()> act;
         std::vector<std::string> texts;
         int selected;
     } rows[] = {
-        { 1, kUp, { "two", "one", "three" }, 0 },
-        { 0, kUp, { "one", "two", "three" }, 0 },
-        { 1, kDown, { "one", "three", "two" }, 2 },
-        { 2, kDown, { "one", "two", "three" }, 2 },
-        { 0, kDelete, { "two", "three" }, 0 },
-        { 2, kDelete, { "one", "two" }, 1 },
-        { -1, kUp, { "one", "two", "three" }, -1 },
-        { -1, kDown, { "one", "two", "three" }, -1 },
-        { -1, kDelete, { "one", "two", "three" }, -1 },
-        { -1, kRename, { "one", "two", "three" }, -1 },
+        { "OK", 1, true, [] {}, { "one", "x", "three" }, 1 },
+        { "Up", 1, true, press(kUp), { "x", "one", "three" }, 0 },
+        { "Down", 1, true, press(kDown), { "one", "three", "x" }, 2 },
+        { "Alt+U", 1, true, shortcut(Qt::Key_U, 0), { "x", "one", "three" }, 0 },
+        { "Alt+O", 1, true, shortcut(Qt::Key_O, 2), { "one", "three", "x" }, 2 },
+        { "Delete", 1, true, press(kDelete), { "one", "three" }, 1 },
+        { "Add", 1, true, press(kAdd), { "one", "x", "three", "New Text" }, 3 },
+        { "another row", 1, true, clickOnTheFirst, { "one", "x", "three" }, 0 },
+        { "Tab", 1, true, [] { Key(Qt::Key_Tab); }, { "one", "x", "three" }, 2 },
+        { "Up from the first", 0, false, press(kUp), unchanged, 0 },
+        { "Down from the last", 2, false, press(kDown), unchanged, 2 },
+        { "Delete the last", 2, false, press(kDelete), { "one", "two" }, 1 },
+        { "nothing up", -1, false, press(kUp), unchanged, -1 },
+        { "nothing down", -1, false, press(kDown), unchanged, -1 },
+        { "delete nothing", -1, false, press(kDelete), unchanged, -1 },
+        { "rename nothing", -1, false, press(kRename), unchanged, -1 },
     };
     for (const auto& row : rows) {
         SetTexts({ "one", "two", "three" });
         Edit(kOK, [&] {
             Select(row.row);
-            Click(row.button);
-            EXPECT_EQ(Selected(), row.selected) << row.button << ' ' << row.row;
-            EXPECT_EQ(View().findChild<QLineEdit*>(), nullptr);
+            if (row.types) {
+                Click(kRename);
+                QTest::keyClicks(QApplication::focusWidget(), "x");
+            }
+            row.act();
+            EXPECT_EQ(Selected(), row.selected) << row.what;
         });
-        EXPECT_EQ(Texts(), row.texts) << row.button << ' ' << row.row;
+        EXPECT_EQ(Texts(), row.texts) << row.what;
+        EXPECT_EQ(static_cast<std::size_t>(Get<QComboBox>(207).count()), row.texts.size() + 1 + 4)
+            << "the menu shows what is left";
     }
-    EXPECT_EQ(Get<QComboBox>(207).count(), 3 + 1 + 4) << "the menu shows what is left";
 }
 
 TEST_F(CMEditPopupDlgTest, NamesANewTextAtOnce) {
@@ -124,47 +143,6 @@ TEST_F(CMEditPopupDlgTest, NamesANewTextAtOnce) {
     EXPECT_THAT(Texts(), ElementsAre(std::string(63, 'x'), "three", "four"));
     EXPECT_STREQ(Settings().infoPopup.szPreset[1], "");
     Edit(kCancel, [&] { EXPECT_EQ(View().model()->rowCount(), 1) << "up to the empty one"; });
-}
-
-TEST_F(CMEditPopupDlgTest, KeepsANameThatIsBeingTyped) {
-    const auto press = [this](int button) { return [=, this] { Click(button); }; };
-    const auto shortcut = [this](Qt::Key key, int selected) {
-        return [=, this] {
-            Key(key, Qt::AltModifier);
-            // The button is seen to go down before it acts.
-            EXPECT_TRUE(QTest::qWaitFor([&] { return Selected() == selected; }));
-        };
-    };
-    const struct {
-        const char* wayOut;
-        std::function<void()> act;
-        std::vector<std::string> texts;
-    } rows[] = {
-        { "OK", [] {}, { "one", "x", "three" } },
-        { "Up", press(kUp), { "x", "one", "three" } },
-        { "Down", press(kDown), { "one", "three", "x" } },
-        { "Alt+U", shortcut(Qt::Key_U, 0), { "x", "one", "three" } },
-        { "Alt+O", shortcut(Qt::Key_O, 2), { "one", "three", "x" } },
-        { "Delete", press(kDelete), { "one", "three" } },
-        { "Add", press(kAdd), { "one", "x", "three", "New Text" } },
-        { "another row",
-          [&] {
-              const QRect row = View().visualRect(View().model()->index(0, 0));
-              QTest::mouseClick(View().viewport(), Qt::LeftButton, {}, row.center());
-          },
-          { "one", "x", "three" } },
-        { "Tab", [] { Key(Qt::Key_Tab); }, { "one", "x", "three" } },
-    };
-    for (const auto& row : rows) {
-        SetTexts({ "one", "two", "three" });
-        Edit(kOK, [&] {
-            Select(1);
-            Click(kRename);
-            QTest::keyClicks(QApplication::focusWidget(), "x");
-            row.act();
-        });
-        EXPECT_EQ(Texts(), row.texts) << row.wayOut;
-    }
 }
 
 TEST_F(CMEditPopupDlgTest, RefusesMoreThanTwenty) {

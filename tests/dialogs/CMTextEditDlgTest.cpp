@@ -22,9 +22,11 @@ constexpr std::uint32_t kAllModes = TEXT_SCORE | TEXT_INFO | TEXT_CHARACTER | TE
 
 class CMTextEditDlgTest : public test::DialogFixture {
 protected:
-    void Reopen() {
+    // A new dialog for a text of that kind.
+    QWidget* Open(std::uint32_t mode) {
         Destroy();
-        Open(kEdit);
+        SetMode(mode);
+        return DialogFixture::Open(kEdit);
     }
     // The last rows of a list's menu.
     enum Rows { kEditList = -1, kClearHistory = -3, kLock = -4 };
@@ -62,9 +64,8 @@ TEST_F(CMTextEditDlgTest, SelectsOneModeAndEnablesWhatBelongsToIt) {
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.flags);
-        SetMode(row.flags);
         record.bInfoPresent = row.infoPresent;
-        Reopen();
+        Open(row.flags);
         EXPECT_EQ(IsEnabled(201), row.infoPresent != 0);
         EXPECT_TRUE(Get<QAbstractButton>(row.radio).isChecked());
         EXPECT_EQ(Param().dwFlags, row.kept);
@@ -78,7 +79,6 @@ TEST_F(CMTextEditDlgTest, ShowsTheParameters) {
     const auto text = [this](int id) { return Get<QLineEdit>(id).text().toStdString(); };
     {
         const auto param = effect->Params();
-        param->dwFlags = TEXT_CHARACTER | TEXT_BOX | TEXT_MONOLOGUE;
         param->nFontSize = 19;
         param->nOpacity = 70;
         param->nScoreFormat = 2;
@@ -88,7 +88,7 @@ TEST_F(CMTextEditDlgTest, ShowsTheParameters) {
     }
     Settings().nViewState1 = 2;
     Settings().nViewState2 = 1;
-    Open(kEdit);
+    Open(TEXT_CHARACTER | TEXT_BOX | TEXT_MONOLOGUE);
     EXPECT_EQ(text(102) + " " + text(107) + " " + text(206) + " " + text(208), "19 70 PAN Rei");
     EXPECT_EQ(Get<QPlainTextEdit>(211).toPlainText(), "One\nTwo");
     EXPECT_EQ(Shown(103), "") << "a size that is not in the menu";
@@ -101,10 +101,9 @@ TEST_F(CMTextEditDlgTest, ShowsTheParameters) {
     EXPECT_EQ(TakeHeard(), "call1 ");
 
     std::strcpy(effect->Params()->szFontName, "No Such Family");
-    effect->Params()->dwFlags = TEXT_DIALOGUE | TEXT_OFFCHARACTER | TEXT_MONOLOGUE;
     Settings().nViewState1 = 0;
     answer = 0;
-    Reopen();
+    Open(TEXT_DIALOGUE | TEXT_OFFCHARACTER | TEXT_MONOLOGUE);
     EXPECT_EQ(Shown(101), "");
     EXPECT_EQ(Get<QComboBox>(210).currentIndex(), 1);
     EXPECT_FALSE(IsEnabled(98) || IsEnabled(106));
@@ -116,7 +115,7 @@ TEST_F(CMTextEditDlgTest, ShowsTheParameters) {
 TEST_F(CMTextEditDlgTest, StoresWhatIsPickedAndClicked) {
     record.bInfoPresent = 1;
     effect->Params()->nOpacity = 99;
-    Open(kEdit);
+    Open(TEXT_DIALOGUE);
     const std::uint32_t suffixes = TEXT_OFFCHARACTER | TEXT_MONOLOGUE;
     const auto flags = [this](std::uint32_t mask) { return Param().dwFlags & mask; };
     const auto focus = [this] { return root->focusWidget(); };
@@ -157,14 +156,8 @@ TEST_F(CMTextEditDlgTest, StoresWhatIsPickedAndClicked) {
 }
 
 TEST_F(CMTextEditDlgTest, TakesColorsThatArePicked) {
-    const struct {
-        int button;
-        std::uint32_t _TEXTPARAM::*color;
-    } rows[] = { { 104, &_TEXTPARAM::crText }, { 106, &_TEXTPARAM::crBack } };
-    SetMode(TEXT_DIALOGUE | TEXT_BOX);
-    for (const auto& row : rows)
-        (*effect->Params()).*row.color = 0x332211;
-    Open(kEdit);
+    effect->Params()->crText = effect->Params()->crBack = 0x332211;
+    Open(TEXT_DIALOGUE | TEXT_BOX);
     const auto pick = [this](bool accepts) {
         WhenModal<QColorDialog>([=](QColorDialog& picker) {
             EXPECT_EQ(picker.currentColor().rgb(), qRgb(0x11, 0x22, 0x33));
@@ -172,12 +165,14 @@ TEST_F(CMTextEditDlgTest, TakesColorsThatArePicked) {
             accepts ? picker.accept() : picker.reject();
         });
     };
-    for (const auto& row : rows) {
-        for (const bool accepts : { false, true }) {
-            pick(accepts);
-            Click(row.button);
-            EXPECT_EQ(Param().*row.color & 0xFFFFFF, accepts ? 0xC3B2A1U : 0x332211U) << row.button;
-        }
+    for (const bool accepts : { false, true }) {
+        const std::uint32_t kept = accepts ? 0xC3B2A1U : 0x332211U;
+        pick(accepts);
+        Click(104);
+        EXPECT_EQ(Param().crText & 0xFFFFFF, kept);
+        pick(accepts);
+        Click(106);
+        EXPECT_EQ(Param().crBack & 0xFFFFFF, kept);
     }
     unsigned long color = 0x12332211;
     pick(true);
@@ -186,75 +181,79 @@ TEST_F(CMTextEditDlgTest, TakesColorsThatArePicked) {
 }
 
 TEST_F(CMTextEditDlgTest, ShowsTheWholeFrameUntilTheUserZooms) {
-    Open(kEdit);
-    const auto scale = [this] { return Get<QWidget>(96).property("text").toInt(); };
-    const int first = scale();
-    root->resize(root->width(), root->height() + 200);
-    Drain();
-    const int larger = scale();
+    Open(TEXT_DIALOGUE);
+    const int first = Scale();
+    const auto grow = [this](int by) {
+        root->resize(root->width(), root->height() + by);
+        Drain();
+        return Scale();
+    };
+    const int larger = grow(200);
     EXPECT_GT(larger, first);
     Click(95);
-    EXPECT_EQ(scale(), std::min(larger, 210) - 10);
+    EXPECT_EQ(Scale(), std::min(larger, 210) - 10);
     Click(94);
-    EXPECT_EQ(scale(), std::min(larger, 200));
-    root->resize(root->width(), root->height() + 100);
-    Drain();
-    EXPECT_EQ(scale(), std::min(larger, 200));
+    EXPECT_EQ(Scale(), std::min(larger, 200));
+    EXPECT_EQ(grow(100), std::min(larger, 200));
 }
 
 // Fields -----------------------------------------------------------------------------------------
 
 TEST_F(CMTextEditDlgTest, StoresWhatIsTypedAtOnce) {
-    const auto size = [](const _TEXTPARAM& p) { return std::to_string(p.nFontSize); };
-    const auto opacity = [](const _TEXTPARAM& p) { return std::to_string(p.nOpacity); };
-    const std::string longText(70, 'x');
+    const auto stored = [this](int field) -> std::string {
+        const _TEXTPARAM param = Param();
+        switch (field) {
+        case 102:
+            return std::to_string(param.nFontSize);
+        case 107:
+            return std::to_string(param.nOpacity);
+        case 206:
+            return param.szInfoText;
+        case 208:
+            return param.szCharacter;
+        default:
+            return param.szDialogue;
+        }
+    };
+    const std::string most(63, 'x');
     const struct {
         std::uint32_t mode;
         int field;
-        const char* typed;
-        std::function<std::string(const _TEXTPARAM&)> stored;
-        std::string result;
+        std::string typed, result;
         const char* menu; // beside the field
     } rows[] = {
-        { TEXT_INFO, 102, "48", size, "48", "48" },
+        { TEXT_INFO, 102, "48", "48", "48" },
         // On the way to 2 digits, 4 is a size; what cannot be one is not stored.
         // A size that the menu lacks leaves it at the one before.
-        { TEXT_INFO, 102, "49", size, "49", "4" },
-        { TEXT_INFO, 102, "2", size, "49", "4" },
-        { TEXT_INFO, 107, "7x5", opacity, "75", "" },
-        { TEXT_INFO, 107, "101", opacity, "10", "" },
-        { TEXT_INFO, 206, "PAN", [](auto& p) { return std::string(p.szInfoText); }, "PAN", "PAN" },
-        { TEXT_INFO, 206, "PAN X", [](auto& p) { return std::string(p.szInfoText); }, "PAN X", "" },
-        { TEXT_CHARACTER, 208, "Rei", [](auto& p) { return std::string(p.szCharacter); }, "Rei",
-          "" },
-        { TEXT_DIALOGUE, 211, longText.c_str(), [](auto& p) { return std::string(p.szDialogue); },
-          std::string(63, 'x'), "" },
+        { TEXT_INFO, 102, "49", "49", "4" },
+        { TEXT_INFO, 102, "2", "49", "4" },
+        { TEXT_INFO, 107, "7x5", "75", "" },
+        { TEXT_INFO, 107, "101", "10", "" },
+        { TEXT_INFO, 206, "PAN", "PAN", "PAN" },
+        { TEXT_INFO, 206, "PAN X", "PAN X", "" },
+        { TEXT_CHARACTER, 208, "Rei", "Rei", "" },
+        { TEXT_DIALOGUE, 211, most + "1234", most, "" },
     };
     for (const auto& row : rows) {
-        if (!root || (Param().dwFlags & row.mode) == 0) {
-            SetMode(row.mode);
-            Reopen();
-        }
-        Type(row.field, row.typed);
-        EXPECT_EQ(row.stored(Param()), row.result) << row.field << ' ' << row.typed;
+        if (!root || (Param().dwFlags & row.mode) == 0)
+            Open(row.mode);
+        Type(row.field, row.typed.c_str());
+        EXPECT_EQ(stored(row.field), row.result) << row.field << ' ' << row.typed;
         if (dynamic_cast<QComboBox*>(Find(*root, row.field + 1)))
             EXPECT_EQ(Shown(row.field + 1), row.menu) << row.typed;
     }
-    SetMode(TEXT_CHARACTER);
-    Reopen();
+    Open(TEXT_CHARACTER);
     Get<QLineEdit>(208).clear();
     Get<QLineEdit>(208).insert(QString(63, QChar(0x30A2))); // three bytes each
     Drain();
-    EXPECT_EQ(Param().szCharacter, QString(21, QChar(0x30A2)).toStdString())
-        << "cut at a whole one";
+    EXPECT_EQ(stored(208), QString(21, QChar(0x30A2)).toStdString()) << "cut at a whole one";
 }
 
 // Lists ------------------------------------------------------------------------------------------
 
 TEST_F(CMTextEditDlgTest, OffersTheTextsOfItsList) {
-    SetMode(TEXT_INFO);
     std::strcpy(Settings().infoPopup.szHistory[0], "A-1 & (B");
-    Open(kEdit);
+    Open(TEXT_INFO);
     EXPECT_EQ(Get<QComboBox>(207).count(), 7 + 1 + 1 + 1 + 4);
     Pick(207, 8);
     EXPECT_THAT(Param().szInfoText, StrEq("A-1 & (B")) << "nothing in it means anything to a menu";
@@ -262,20 +261,18 @@ TEST_F(CMTextEditDlgTest, OffersTheTextsOfItsList) {
     Pick(207, 0);
     EXPECT_THAT(Param().szInfoText, StrEq(Settings().infoPopup.szPreset[0]));
 
-    SetMode(TEXT_CHARACTER);
     auto& list = Settings().characterPopup;
     std::memset(&list, 0, sizeof list);
     std::strcpy(list.szHistory[0], "Rei");
     std::strcpy(list.szHistory[1], "Ken");
     std::strcpy(effect->Params()->szCharacter, "Rei");
-    Reopen();
+    Open(TEXT_CHARACTER);
     EXPECT_EQ(Get<QComboBox>(209).currentIndex(), 1) << "after the separator of an empty half";
 }
 
 TEST_F(CMTextEditDlgTest, MarksTheLockOnlyForATextOfNoList) {
-    SetMode(TEXT_INFO);
     std::strcpy(effect->Params()->szInfoText, "PAN");
-    Open(kEdit);
+    Open(TEXT_INFO);
     Pick(207, kLock);
     EXPECT_EQ(Settings().infoPopup.bLock, 1);
     EXPECT_EQ(Shown(207), "PAN");
@@ -288,10 +285,9 @@ TEST_F(CMTextEditDlgTest, MarksTheLockOnlyForATextOfNoList) {
 }
 
 TEST_F(CMTextEditDlgTest, ClearsAHistoryWhenTheUserAgrees) {
-    SetMode(TEXT_INFO);
     for (auto& text : Settings().infoPopup.szHistory)
         std::strcpy(text, "old");
-    Open(kEdit);
+    Open(TEXT_INFO);
     const std::function<void(QMessageBox&)> answers[] = {
         [](auto& box) { box.button(QMessageBox::Cancel)->click(); },
         [](auto& box) { QTest::keyClick(&box, Qt::Key_Escape); },
@@ -314,8 +310,7 @@ TEST_F(CMTextEditDlgTest, ClearsAHistoryWhenTheUserAgrees) {
 // OK ---------------------------------------------------------------------------------------------
 
 TEST_F(CMTextEditDlgTest, StoresOnOKAndTellsTheHost) {
-    SetMode(TEXT_INFO);
-    Open(kEdit);
+    Open(TEXT_INFO);
     Pick(97, 2);
     Click(98);
     Type(206, "new one");
@@ -365,7 +360,7 @@ TEST_F(CMTextEditDlgTest, EndsStringsThatFillTheirFields) {
     procs.Lock = [](EPIHandleRef) -> void* { return block; };
     procs.Unlock = [](EPIHandleRef) {};
     record.pHandleProcs = &procs;
-    Open(kEdit);
+    DialogFixture::Open(kEdit);
     EXPECT_EQ(Notify(epiNotifyOK), 1);
     EXPECT_EQ(Settings().infoPopup.szHistory[0], std::string(63, 'i'));
     EXPECT_EQ(Settings().characterPopup.szHistory[0], std::string(63, 'c'));
@@ -374,7 +369,7 @@ TEST_F(CMTextEditDlgTest, EndsStringsThatFillTheirFields) {
 }
 
 TEST_F(CMTextEditDlgTest, LeavesCommandsThatItDoesNotKnow) {
-    Open(kEdit);
+    Open(TEXT_DIALOGUE);
     const auto send = [this](std::uint32_t id, bool byControl = true) {
         HuxCarbonEvent event(platform::kEventClassCommand, platform::kEventCommandProcess);
         const auto* const control =
@@ -399,25 +394,23 @@ TEST_F(CMTextEditDlgTest, LeavesCommandsThatItDoesNotKnow) {
 
 TEST_F(CMTextEditDlgTest, LetsTheHostDestroyItWhileItTellsOrAsks) {
     for (const char* moment : { "changed", "option1", "call1" }) {
-        Destroy();
         onHeard = [&](const std::string& what) {
             if (what == moment)
                 Destroy();
         };
-        if (Open(kEdit))
+        if (Open(TEXT_DIALOGUE))
             Notify(epiNotifyOK);
         EXPECT_EQ(record.pDialogHolder, nullptr) << moment;
         onHeard = nullptr;
     }
-    SetMode(TEXT_INFO);
-    Open(kEdit);
+    Open(TEXT_INFO);
     WhenModal<QMessageBox>([this](QMessageBox& box) {
         Destroy();
         box.button(QMessageBox::Ok)->click();
     });
     Pick(207, kClearHistory);
     EXPECT_EQ(root, nullptr);
-    Open(kEdit);
+    Open(TEXT_INFO);
     When([] { return WindowWith(108, 91) != nullptr; }, [this] { Destroy(); });
     Pick(207, kEditList);
     EXPECT_EQ(root, nullptr);

@@ -11,6 +11,7 @@ using test::Drain;
 class CMTextSettingsTest : public test::DialogFixture {
 protected:
     QWidget* OpenPanel(std::uint32_t flags = kPanel) {
+        Destroy();
         panel = Open(flags);
         return panel;
     }
@@ -114,7 +115,6 @@ TEST_F(CMTextSettingsTest, RunsTheEditorUntilItIsEnded) {
         ++run;
     }
     EXPECT_EQ(Settings().bDialogOption, 1);
-    Destroy();
     OpenPanel(EPI_DIALOG_NO_OPTION);
     TakeHeard();
     Edit([&](QWidget& frame) {
@@ -139,7 +139,6 @@ TEST_F(CMTextSettingsTest, NeitherTakesNorKeepsANumberThatCannotBe) {
         for (const bool pressesOK : { true, false }) {
             effect->Params()->nFontSize = 48;
             effect->Params()->nOpacity = 70;
-            Destroy();
             OpenPanel();
             TakeHeard();
             Edit([&](QWidget& frame) {
@@ -188,11 +187,10 @@ TEST_F(CMTextSettingsTest, FollowsItsFrameTheFocusAndTheHostsFrames) {
         EXPECT_GT(count, 10);
         EXPECT_LT(count, 100);
 
-        const auto scale = [this] { return Get<QWidget>(96).property("text").toInt(); };
         SetFrame(640, 360);
-        const int before = scale();
+        const int before = Scale();
         Notify(epiNotifyCompositeImage);
-        EXPECT_LT(scale(), before);
+        EXPECT_LT(Scale(), before);
         record.hComposite = nullptr; // it keeps the frame's size
         Notify(epiNotifyCompositeImage);
 
@@ -208,10 +206,49 @@ TEST_F(CMTextSettingsTest, FollowsItsFrameTheFocusAndTheHostsFrames) {
     });
 }
 
-// Hosts that are difficult -----------------------------------------------------------------------
+// What it throws is reported, and the next time it is as if nothing had been.
+TEST_F(CMTextSettingsTest, LetsTheHostDestroyItOrThrowWhateverItIsTold) {
+    for (const bool throws : { false, true }) {
+        for (const std::string moment : { "opens", "call1", "changed", "ends" }) {
+            SCOPED_TRACE(moment + (throws ? " throws" : ""));
+            OpenPanel();
+            TakeHeard();
+            bool isDone = false;
+            onHeard = [&](const std::string& what) {
+                if (what != moment || std::exchange(isDone, true))
+                    return;
+                if (throws)
+                    throw test::HostThrows();
+                Destroy();
+            };
+            When([] { return Frame() != nullptr; },
+                 [] {
+                     Press(*Frame(), 1);
+                     Drain();
+                     // It is still there when the throw came before its end.
+                     if (QWidget* const left = Frame())
+                         Press(*left, 2);
+                 });
+            Press(*Find(*panel, 101));
+            Drain();
+            StopWaiting(); // for a frame that did not come
+            onHeard = nullptr;
+            EXPECT_TRUE(isDone);
+            EXPECT_EQ(Frame(), nullptr);
+            const std::string told = TakeHeard();
+            EXPECT_EQ(told.find("ends "), told.size() - 5) << "once, and last";
+            EXPECT_EQ(record.pDialogHolder != nullptr, throws);
+            EXPECT_EQ(errors.TakeAll().size(), throws ? 1U : 0U);
+            if (throws) {
+                Edit([](QWidget& frame) { Press(frame, 2); });
+                EXPECT_EQ(TakeHeard(), "opens call1 ends ");
+            }
+        }
+    }
+}
 
-TEST_F(CMTextSettingsTest, LetsTheHostDestroyItWhileTheEditorRuns) {
-    // A host sees the editor's window before the plug-in has finished with it.
+// A host sees the editor's window before the plug-in has finished with it.
+TEST_F(CMTextSettingsTest, LetsTheHostDestroyItWhileTheEditorComesUpAndRuns) {
     struct Watch : QObject {
         bool eventFilter(QObject* receiver, QEvent* event) override {
             if (receiver->objectName() == QLatin1String("Edit") && event->type() == awaited)
@@ -221,74 +258,24 @@ TEST_F(CMTextSettingsTest, LetsTheHostDestroyItWhileTheEditorRuns) {
         QEvent::Type awaited = QEvent::None;
         std::function<void()> act;
     };
-    const struct {
-        const char* heard;
-        QEvent::Type seen;
-    } moments[] = { { "opens", QEvent::None },   { "call1", QEvent::None },
-                    { "changed", QEvent::None }, { "ends", QEvent::None },
-                    { nullptr, QEvent::Resize }, { nullptr, QEvent::ParentChange },
-                    { nullptr, QEvent::Show },   { nullptr, QEvent::None } };
-    for (const auto& moment : moments) {
-        SCOPED_TRACE(testing::Message() << (moment.heard ? moment.heard : "") << moment.seen);
+    for (const QEvent::Type seen :
+         { QEvent::Resize, QEvent::ParentChange, QEvent::Show, QEvent::None }) {
         OpenPanel();
-        TakeHeard();
         Watch watch;
-        watch.awaited = moment.seen;
-        watch.act = [&] {
+        watch.awaited = seen;
+        watch.act = [this] {
             if (record.pDialogHolder)
                 Destroy();
         };
         qApp->installEventFilter(&watch);
-        onHeard = [&](const std::string& what) {
-            if (moment.heard && what == moment.heard)
-                Destroy();
-        };
-        When([] { return Frame() != nullptr; },
-             [&] {
-                 if (moment.heard)
-                     Press(*Frame(), 1);
-                 else
-                     watch.act();
-             });
+        When([] { return Frame() != nullptr; }, watch.act); // none of these came
         Press(*Find(*panel, 101));
         Drain();
-        onHeard = nullptr;
-        EXPECT_EQ(record.pDialogHolder, nullptr);
-        EXPECT_EQ(Frame(), nullptr);
-        EXPECT_NE(heard.find("ends "), std::string::npos);
-        EXPECT_EQ(heard.find("ends "), heard.rfind("ends "));
-    }
-}
-
-TEST_F(CMTextSettingsTest, ReportsWhatTheHostThrowsAndGoesOn) {
-    for (const char* moment : { "opens", "call1", "changed", "ends" }) {
-        Destroy();
-        OpenPanel();
-        bool isThrown = false;
-        onHeard = [&](const std::string& what) {
-            if (what != moment || std::exchange(isThrown, true))
-                return;
-            throw test::HostThrows();
-        };
-        const bool opens = std::strcmp(moment, "opens") != 0 && std::strcmp(moment, "call1") != 0;
-        if (opens) {
-            Edit([&](QWidget& frame) {
-                Press(frame, 1);
-                Drain();
-                // The frame is still there when the throw came before its end.
-                if (QWidget* const left = Frame())
-                    Press(*left, 2);
-            });
-        } else {
-            Press(*Find(*panel, 101));
-        }
-        onHeard = nullptr;
-        EXPECT_TRUE(isThrown);
-        EXPECT_EQ(errors.TakeAll().size(), 1U) << moment;
-        EXPECT_EQ(Frame(), nullptr) << moment;
-        TakeHeard();
-        Edit([](QWidget& frame) { Press(frame, 2); });
-        EXPECT_EQ(TakeHeard(), "opens call1 ends ") << "as if nothing had been, after " << moment;
+        StopWaiting();
+        EXPECT_EQ(record.pDialogHolder, nullptr) << seen;
+        EXPECT_EQ(Frame(), nullptr) << seen;
+        const std::string told = TakeHeard();
+        EXPECT_EQ(told.find("ends "), told.size() - 5) << seen;
     }
 }
 

@@ -36,7 +36,7 @@ protected:
     }
     void TearDown() override {
         Destroy();
-        m_users.clear();
+        StopWaiting();
         EXPECT_TRUE(errors.TakeAll().empty());
         host::SetFrontEnd(nullptr);
         EffectFixture::TearDown();
@@ -110,6 +110,7 @@ protected:
             throw std::runtime_error("no control " + std::to_string(id));
         return *widget;
     }
+    int Scale() const { return Get<QWidget>(96).property("text").toInt(); } // of the preview
     bool IsEnabled(int id) const { return Get<QWidget>(id).isEnabled(); }
     // Where the widget is seen, and at its left, where a check box is as well.
     // Moves the focus as a person's click does.
@@ -171,6 +172,7 @@ protected:
         });
         timer->start(0);
     }
+    void StopWaiting() { m_users.clear(); }
     template <class Dialog>
     void WhenModal(std::function<void(Dialog&)> act) {
         const auto current = [] {

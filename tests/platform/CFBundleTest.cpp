@@ -9,7 +9,6 @@
 #include "platform/CoreFoundation.h"
 #include "platform/Languages.h"
 #include "platform/TextContext.h"
-#include "support/Converts.h"
 #include "support/ScopedEnvironment.h"
 #include "support/TemporaryFolder.h"
 
@@ -52,32 +51,6 @@ struct ReleaseObject {
 };
 using StringHolder = std::unique_ptr<const CFString, ReleaseObject>;
 using BundleHolder = std::unique_ptr<CFBundle, ReleaseObject>;
-
-TEST(CFString, FillsABufferWithWholeCharacters) {
-    const StringHolder string(CFStringCreateWithUTF8("aあb"));
-    struct Row {
-        const char* encoding;
-        std::size_t size;
-        bool fits;
-        std::string bytes;
-    };
-    for (const Row& row : { Row { "UTF-8", 6, true, "aあb" }, Row { "UTF-8", 5, false, "aあ" },
-                            Row { "UTF-8", 4, false, "a" }, Row { "UTF-8", 1, false, "" },
-                            Row { "CP932", 5, true,
-                                  "a\x82\xA0"
-                                  "b" },
-                            Row { "CP932", 3, false, "a" } }) {
-        TextContext context(*TextEncoding::Find(row.encoding));
-        const TextScope scope(context);
-        if (!Converts(row.encoding))
-            continue;
-        std::string buffer(row.size + 2, '#');
-        EXPECT_EQ(CFStringGetCString(string.get(), buffer.data(), row.size), row.fits);
-        EXPECT_EQ(buffer.substr(0, row.bytes.size() + 1), row.bytes + '\0') << row.encoding;
-        EXPECT_EQ(buffer.substr(row.size), "##") << row.encoding << " " << row.size;
-    }
-    EXPECT_FALSE(CFStringGetCString(string.get(), nullptr, 0));
-}
 
 class BundleTest : public testing::Test {
 protected:

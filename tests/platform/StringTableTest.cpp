@@ -60,17 +60,5 @@ TEST(StringTable, NamesWhatItCannotReadAndGoesOn) {
     }
 }
 
-TEST(StringTable, EndsAtTheEndWhereverItIsCut) {
-    const std::string whole = "/* c */ \"k\" = \"\\UD83D\\UDE00あ\"; // end\nword = w;\n";
-    for (std::size_t size = 0; size <= whole.size(); ++size) {
-        std::size_t faults = 0;
-        const StringTable table =
-            ParseStringTable(std::string_view(whole).substr(0, size),
-                             [&](std::size_t, std::string_view) { ++faults; });
-        EXPECT_LE(table.size() + faults, 3u) << size;
-        EXPECT_EQ(table.size() == 2, size >= whole.size() - 1) << size;
-    }
-}
-
 } // namespace
 } // namespace platform

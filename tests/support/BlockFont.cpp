@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <atomic>
-#include <cstring>
 #include <mutex>
 #include <vector>
 
@@ -13,44 +12,16 @@
 #include "platform/text/TextService.h"
 
 namespace platform {
-namespace {
 
-constexpr FontNumber kBlockNumber = 1;
-
-bool IsBlock(std::string_view name) {
-    return std::ranges::equal(name, std::string_view("block"), {}, [](char c) { return c | 0x20; });
-}
-
-} // namespace
-
+// Its own family has number 1, whatever the case of the name.
 void GetFNum(const std::uint8_t* name, FontNumber* number) {
     const std::string asked = DecodeText({ reinterpret_cast<const char*>(name) + 1, name[0] });
-    *number = IsBlock(asked) ? kBlockNumber : FontNumber { 0 };
+    const auto lower = [](char c) { return c | 0x20; };
+    *number = std::ranges::equal(asked, std::string_view(block_font::kFamily), {}, lower, lower);
     if (*number == 0 && !asked.empty()) {
         TextContext::Current().Tell({ ReportKind::kFontSubstituted, asked, block_font::kFamily,
                                       "no installed family has this name" });
     }
-}
-
-void GetFontName(FontNumber number, std::uint8_t* name) {
-    const bool given = number == 0 || number == kBlockNumber;
-    const std::string_view family = given ? block_font::kFamily : "";
-    name[0] = static_cast<std::uint8_t>(family.size());
-    std::memcpy(name + 1, family.data(), family.size());
-}
-
-FontResolution ResolveFontFamily(std::string_view name) {
-    const bool installed = IsBlock(name);
-    return { installed ? FontMatch::kInstalled : FontMatch::kUnknown, block_font::kFamily, "",
-             installed ? "" : "no installed family has this name" };
-}
-
-std::vector<FontFamily> InstalledFontFamilies() {
-    return { { block_font::kFamily, {}, "" } };
-}
-
-std::vector<FontAlias> FontAliases() {
-    return {};
 }
 
 namespace text {

@@ -1,13 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/studio/FrameView.h"
 
-#include <algorithm>
-#include <memory>
-
-#include <QApplication>
 #include <QPainter>
 #include <QWheelEvent>
-#include <gmock/gmock.h>
 
 #include "apps/studio/StudioFixture.h"
 

@@ -3,8 +3,6 @@
 
 #include <map>
 
-#include <gmock/gmock.h>
-
 #include "apps/studio/Player.h"
 #include "apps/studio/StudioFixture.h"
 

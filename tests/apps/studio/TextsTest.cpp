@@ -3,13 +3,9 @@
 
 #include <map>
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QImage>
 #include <QKeySequence>
 #include <QLabel>
 #include <QMenuBar>
-#include <gmock/gmock.h>
 
 #include "apps/studio/ExportDialog.h"
 #include "apps/studio/StudioFixture.h"
@@ -50,7 +46,7 @@ std::map<QString, QString> TextsByKey(const QWidget& window, QStringList texts) 
 
 // A key with Alt that two things claim works for neither.
 TEST_F(MnemonicsTest, AreClaimedOnce) {
-    ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 2)));
+    OpenShot(2);
     ASSERT_TRUE(Settle());
     QStringList menus;
     for (const auto* const menu : Window().menuBar()->actions())

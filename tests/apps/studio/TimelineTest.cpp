@@ -4,9 +4,6 @@
 #include <numeric>
 #include <random>
 
-#include <QtTest>
-#include <gmock/gmock.h>
-
 #include "apps/studio/StudioFixture.h"
 
 namespace studio {

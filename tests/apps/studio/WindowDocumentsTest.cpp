@@ -4,14 +4,11 @@
 #include <future>
 
 #include <QAction>
-#include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QUrl>
-#include <gmock/gmock.h>
 
-#include "apps/studio/FrameView.h"
 #include "apps/studio/StudioFixture.h"
 
 namespace studio {
@@ -44,10 +41,9 @@ protected:
 };
 
 TEST_F(WindowDocumentsTest, ComesBackWholeInANewWindow) {
-    ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 5)));
+    OpenShot(5);
     Work();
-    ASSERT_TRUE(Settle());
-    const auto picture = Window().View().Picture();
+    const auto picture = Picture();
     const auto document = Project().ToDocument();
     EXPECT_TRUE(Window().isWindowModified());
     ASSERT_TRUE(Document().SaveTo(Path("work.telop").string())) << Message();
@@ -55,9 +51,8 @@ TEST_F(WindowDocumentsTest, ComesBackWholeInANewWindow) {
 
     auto& window = NewWindow();
     ASSERT_TRUE(Document().OpenFiles({ Path("work.telop").string() })) << Message();
-    ASSERT_TRUE(Settle());
     EXPECT_EQ(Project().ToDocument(), document);
-    EXPECT_EQ(window.View().Picture(), picture);
+    EXPECT_EQ(Picture(), picture);
     EXPECT_FALSE(window.isWindowModified());
     EXPECT_FALSE(Project().Undo().canUndo());
     EXPECT_EQ(Project().Current(), 2U);
@@ -84,7 +79,7 @@ TEST_F(WindowDocumentsTest, RefusesWhatItCannotReadOrWriteAndKeepsTheWork) {
 
 // The document would lose them at the next save otherwise.
 TEST_F(WindowDocumentsTest, KeepsTheNameOfFramesThatAreGone) {
-    ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 2)));
+    OpenShot(2);
     ASSERT_TRUE(Document().SaveTo(Path("work.telop").string()));
     const auto input = Project().ToDocument().input;
     std::filesystem::remove_all(Path("shot"));
@@ -115,7 +110,7 @@ TEST_F(WindowDocumentsTest, AsksBeforeChangesAreLost) {
 
 // What draws and what the work is written with are the document's own, and nobody else's.
 TEST_F(WindowDocumentsTest, EachHasTheEncodingOfItsTexts) {
-    ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 2)));
+    OpenShot(2);
     auto document = Project().ToDocument();
     document.settings.dwFlags = TEXT_INFO;
     for (const auto& [name, bytes] : { std::pair("UTF-8", "道"), { "CP932", "\x93\xB9" } }) {
@@ -127,11 +122,10 @@ TEST_F(WindowDocumentsTest, EachHasTheEncodingOfItsTexts) {
     std::vector<QImage> pictures;
     for (const auto* const name : { "UTF-8", "CP932", "UTF-8" }) {
         ASSERT_TRUE(Document().Open(Path(name).string())) << Message();
-        ASSERT_TRUE(Settle());
+        pictures.push_back(Picture());
         EXPECT_EQ(Message(), "");
         EXPECT_EQ(platform::ApplicationTextEncoding(), name);
         EXPECT_EQ(std::async(platform::ApplicationTextEncoding).get(), "UTF-8");
-        pictures.push_back(Window().View().Picture());
     }
     EXPECT_THAT(pictures, testing::Each(pictures.front()));
     Document().New();
@@ -139,7 +133,7 @@ TEST_F(WindowDocumentsTest, EachHasTheEncodingOfItsTexts) {
 }
 
 TEST_F(WindowDocumentsTest, RestoresWhatACrashLeft) {
-    ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 5)));
+    OpenShot(5);
     ASSERT_TRUE(Document().SaveTo(Path("work.telop").string()));
     Work();
     Document().KeepCopy();
@@ -162,7 +156,7 @@ TEST_F(WindowDocumentsTest, ADroppedPictureBringsItsSequence) {
     const auto picture = Path("shot/shot.0003.png").string();
     Drop({ picture });
     EXPECT_EQ(Project().TheShot()->Count(), 4U);
-    Click(ButtonOf(Window().Messages(), "Only This Picture"));
+    Click(Window().Messages(), "Only This Picture");
     EXPECT_EQ(Project().TheShot()->Count(), 1U);
     Drop({ picture, Path("shot/shot.0001.png").string() });
     EXPECT_EQ(Project().TheShot()->Count(), 4U);

@@ -5,7 +5,6 @@
 #include <iterator>
 
 #include <QAction>
-#include <gmock/gmock.h>
 
 #include "apps/studio/ExportBar.h"
 #include "apps/studio/StudioFixture.h"
@@ -16,9 +15,12 @@ namespace {
 
 class WindowExportTest : public StudioTest {
 protected:
-    std::string Export(const host::ExportOptions& options) {
+    // Gives what is said of it. The user does something meanwhile.
+    std::string Export(
+        const host::ExportOptions& options, const std::function<void()>& meanwhile = [] {}) {
         EXPECT_TRUE(Settle()); // or what it says may come last
         Window().StartExport(options);
+        meanwhile();
         EXPECT_TRUE(WaitUntil([&] { return Window().Exports().isHidden(); }));
         return Message();
     }
@@ -37,7 +39,7 @@ protected:
 // A frame without its text is none, and another font in the place of the one that is asked for is told.
 TEST_F(WindowExportTest, TellsOfWhatIsNotAsItShouldBe) {
     using testing::AllOf, testing::HasSubstr;
-    ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 3)));
+    OpenShot(3);
     Edit([](auto& params) { std::strcpy(params.szFontName, "No Such Family"); });
     EXPECT_THAT(Export(To("other")),
                 AllOf(HasSubstr("3 frames written.\n"), HasSubstr("No Such Family")));
@@ -45,14 +47,20 @@ TEST_F(WindowExportTest, TellsOfWhatIsNotAsItShouldBe) {
     EXPECT_THAT(Export(To("broken")),
                 AllOf(HasSubstr("2 frames written, 1 failed"), HasSubstr("shot.0002.png")));
     EXPECT_EQ(Frame("broken", 2), "");
+    const auto size = Project().LiveParams().nFontSize;
     Edit([](auto& params) { params.nFontSize = 32000; });
+    ASSERT_TRUE(Settle());
+    EXPECT_THAT(Message(), HasSubstr("The text could not be drawn into this frame.\n"));
     EXPECT_THAT(Export(To("none")), HasSubstr("0 frames written, 3 failed"));
     EXPECT_EQ(Frame("none", 1), "");
+    Edit([size](auto& params) { params.nFontSize = size; });
+    ASSERT_TRUE(Settle());
+    EXPECT_THAT(Message(), testing::Not(HasSubstr("could not be drawn")));
 }
 
 // An export draws in the encoding of the document that it was started with.
 TEST_F(WindowExportTest, GoesOnWhileAnotherDocumentIsOpened) {
-    ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 9)));
+    OpenShot(9);
     Edit([](auto& params) {
         params.dwFlags = TEXT_INFO;
         std::strcpy(params.szInfoText, "道");
@@ -62,9 +70,7 @@ TEST_F(WindowExportTest, GoesOnWhileAnotherDocumentIsOpened) {
     other.encoding = *platform::TextEncoding::Find("CP932");
     std::string why;
     ASSERT_TRUE(other.Save(Path("other.telop"), why)) << why;
-    Window().StartExport(To("beside"));
-    EXPECT_TRUE(Document().Open(Path("other.telop").string())) << Message();
-    ASSERT_TRUE(WaitUntil([&] { return Window().Exports().isHidden(); }));
+    Export(To("beside"), [&] { EXPECT_TRUE(Document().Open(Path("other.telop").string())); });
     for (int i = 1; i <= 9; ++i)
         EXPECT_EQ(Frame("beside", i), Frame("alone", i)) << i;
 }
@@ -73,7 +79,7 @@ TEST_F(WindowExportTest, GoesOnWhileAnotherDocumentIsOpened) {
 TEST_F(WindowExportTest, RefusesKeepsReplacesAndIsCancelled) {
     Window().Action("export")->trigger();
     EXPECT_THAT(Message(), testing::HasSubstr("test card"));
-    ASSERT_TRUE(Document().OpenFrames(WriteShot("shot", 9)));
+    OpenShot(9);
     auto options = To("out");
     EXPECT_EQ(Export(options), "The export is done: 9 frames written.");
     EXPECT_THAT(Export(options), testing::HasSubstr("shot.0001.png"));
@@ -86,11 +92,9 @@ TEST_F(WindowExportTest, RefusesKeepsReplacesAndIsCancelled) {
     options.existing = host::Existing::kOverwrite;
     EXPECT_THAT(Export(options), testing::HasSubstr("9 frames written"));
     EXPECT_EQ(Frame("out", 1), whole);
-    Window().StartExport(To("cancelled"));
-    Click(ButtonOf(Window().Exports(), "Cancel Export"));
-    ASSERT_TRUE(WaitUntil([&] { return Window().Exports().isHidden(); }));
-    EXPECT_THAT(Message(), testing::AnyOf(testing::HasSubstr("The export was cancelled"),
-                                          testing::HasSubstr("9 frames written")));
+    EXPECT_THAT(Export(To("cancelled"), [&] { Click(Window().Exports(), "Cancel Export"); }),
+                testing::AnyOf(testing::HasSubstr("The export was cancelled"),
+                               testing::HasSubstr("9 frames written")));
     for (int i = 1; i <= 9; ++i)
         EXPECT_THAT(Frame("cancelled", i), testing::AnyOf("", Frame("out", i))) << i;
 }
