@@ -4,11 +4,9 @@
 #include <fstream>
 
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QMessageBox>
 
 #include "dialogs/DialogFixture.h"
-#include "support/TemporaryFolder.h"
 
 namespace {
 
@@ -57,12 +55,9 @@ protected:
     }
     // Answers the next file dialog with the file, or cancels it.
     void WithFile(int button, const std::string& file) {
-        WhenModal<QFileDialog>([&](QFileDialog& dialog) {
-            if (file.empty())
-                return dialog.reject();
-            dialog.setDirectory(QFileInfo(QString::fromStdString(file)).absolutePath());
+        WhenModal<QFileDialog>([file](QDialog& dialog) {
             dialog.findChild<QLineEdit*>()->setText(QString::fromStdString(file));
-            QMetaObject::invokeMethod(&dialog, "accept");
+            file.empty() ? dialog.reject() : dialog.accept();
         });
         Click(button);
     }

@@ -288,17 +288,11 @@ TEST_F(CMTextEditDlgTest, ClearsAHistoryWhenTheUserAgrees) {
     for (auto& text : Settings().infoPopup.szHistory)
         std::strcpy(text, "old");
     Open(TEXT_INFO);
-    const std::function<void(QMessageBox&)> answers[] = {
-        [](auto& box) { box.button(QMessageBox::Cancel)->click(); },
-        [](auto& box) { QTest::keyClick(&box, Qt::Key_Escape); },
-        [](auto& box) { box.close(); },
-        [](auto& box) { QTest::keyClick(&box, Qt::Key_Return); },
-    };
-    for (const auto& act : answers) {
+    for (const int answer : { Qt::Key_Escape, Qt::Key_Return }) {
         EXPECT_THAT(Settings().infoPopup.szHistory[0], StrEq("old"));
-        WhenModal<QMessageBox>([&](QMessageBox& box) {
+        WhenModal<QMessageBox>([answer](QMessageBox& box) {
             EXPECT_NE(box.text(), "");
-            act(box);
+            QTest::keyClick(&box, static_cast<Qt::Key>(answer));
         });
         Pick(207, kClearHistory);
     }
