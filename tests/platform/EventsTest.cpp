@@ -39,15 +39,11 @@ protected:
         DisposeEventTarget(m_target);
         SetMainQueueWakeUp({});
     }
-    // One that writes its name into the log and then does what it is told.
+    // One that writes its name into the log and then does what it is told. No target: the test's.
     void Install(Handler& handler, const char* name, test::ChainHandler::Act act = Pass,
-                 EventTypeSpec type = kType) {
-        InstallAt(m_target, handler, name, std::move(act), type);
-    }
-    void InstallAt(EventTargetRef target, Handler& handler, const char* name,
-                   test::ChainHandler::Act act, EventTypeSpec type) {
+                 EventTypeSpec type = kType, EventTargetRef target = nullptr) {
         handler.emplace(
-            target, std::vector { type },
+            target ? target : m_target, std::vector { type },
             [this, name, act = std::move(act)](EventHandlerCallRef call, EventRef event) {
                 m_log += name;
                 return act(call, event);
@@ -145,12 +141,12 @@ TEST_F(EventsTest, OnlyUnhandledCommandsGoUpToTheParent) {
     };
     Install(m_a, "a", Pass, kProcess);
     Install(m_c, "c");
-    InstallAt(child, m_b, "b", Pass, kProcess);
+    Install(m_b, "b", Pass, kProcess, child);
     EXPECT_EQ(send(kType), kEventNotHandledErr);
     send(kProcess);
     EXPECT_EQ(m_log, "ba");
-    InstallAt(
-        child, m_b, "b", [](auto, auto) { return kNoErr; }, kProcess);
+    Install(
+        m_b, "b", [](auto, auto) { return kNoErr; }, kProcess, child);
     send(kProcess);
     EXPECT_EQ(m_log, "bab");
     DisposeEventTarget(m_target);
@@ -185,7 +181,7 @@ TEST_F(EventsTest, AreDeliveredByPriorityAndThenInTheOrderOfPosting) {
 
 TEST_F(EventsTest, WaitOnceAndGoToTheApplicationWithoutATargetAndToNobodyForADeadOne) {
     Install(m_a, "a", [](auto, auto) { return kNoErr; });
-    InstallAt(GetApplicationEventTarget(), m_b, "application", Pass, kType);
+    Install(m_b, "application", Pass, kType, GetApplicationEventTarget());
     const HeldEvent event = Make(kType);
     Post(event, m_target, EventPriority::kLow);
     EXPECT_EQ(PostEventToQueue(GetMainEventQueue(), event.Get(), EventPriority::kHigh),
