@@ -38,9 +38,7 @@ TEST(LineWalkTest, EndsLinesAtBreaksAndStepsOverWholeCharacters) {
              Row { "UTF-8", "A\n\n\rB", { "A\n\n", "B" } },
              // A break right behind a character of three bytes is one, and half a character at the
              // end is read no further than it goes.
-             Row { "UTF-8",
-                   "\xE6\x97\xA5\r\xE6\x9C\xAC\r\nB",
-                   { "\xE6\x97\xA5", "\xE6\x9C\xAC", "B" } },
+             Row { "UTF-8", "日\r本\r\nB", { "日", "本", "B" } },
              Row { "UTF-8", "a\xE6\x97", { "a\xE6\x97" } },
              Row { "UTF-8", "a\xE6\rb", { "a\xE6", "b" } },
              // 0x5C, a backslash elsewhere, ends one character; the CR after it is a break.

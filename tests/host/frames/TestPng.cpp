@@ -25,14 +25,6 @@ void OnWrite(png_structp png, png_bytep bytes, std::size_t count) {
     file->insert(file->end(), bytes, bytes + count);
 }
 
-// Where each chunk begins, and the file's size at last.
-std::vector<std::size_t> ChunkOffsets(std::span<const std::uint8_t> file) {
-    std::vector<std::size_t> offsets { 8 };
-    while (offsets.back() < file.size())
-        offsets.push_back(offsets.back() + 12 + png_get_uint_32(&file[offsets.back()]));
-    return offsets;
-}
-
 } // namespace
 
 TestPng MakePicture(int colorType, int bitDepth, int width, int height) {
@@ -107,9 +99,9 @@ TestPng Read(std::span<const std::uint8_t> file, bool expanded) {
     std::fclose(in);
 
     bool afterPixels = false;
-    const std::vector<std::size_t> offsets = ChunkOffsets(file);
-    for (std::size_t i = 0; i + 1 < offsets.size(); ++i) {
-        const auto chunk = file.subspan(offsets[i], offsets[i + 1] - offsets[i]);
+    for (std::size_t at = 8; at < file.size();) {
+        const auto chunk = file.subspan(at, 12 + png_get_uint_32(&file[at]));
+        at += chunk.size();
         const std::string type(chunk.begin() + 4, chunk.begin() + 8);
         const auto data = chunk.subspan(8, chunk.size() - 12);
         afterPixels = afterPixels || type == "IDAT";
