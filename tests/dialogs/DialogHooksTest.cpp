@@ -8,17 +8,8 @@ namespace {
 
 using DialogHooksTest = test::DialogFixture;
 
-TEST_F(DialogHooksTest, MakesNoWindowWithoutParametersOrSettings) {
-    record.pSettings = nullptr;
-    EXPECT_EQ(Open(kEdit), nullptr);
-    Destroy();
-    record.hFixedParam = nullptr;
-    EXPECT_EQ(Open(kEdit), nullptr);
-    Destroy();
-    EXPECT_NE(Open(kPanel), nullptr) << "it has a summary of nothing";
-}
-
-TEST_F(DialogHooksTest, WorksWithoutTheTablesThatMayBeAbsent) {
+TEST_F(DialogHooksTest, NeedsParametersAndSettingsForAWindowAndNoTables) {
+    const _EPIRECORD whole = record;
     record.pParamProcs = nullptr;
     record.pHostProcs = nullptr;
     record.pWindowProcs = nullptr;
@@ -26,6 +17,15 @@ TEST_F(DialogHooksTest, WorksWithoutTheTablesThatMayBeAbsent) {
     ASSERT_NE(Open(kEdit), nullptr);
     EXPECT_EQ(Notify(epiNotifyOK), 1);
     EXPECT_EQ(heard, "");
+    Destroy();
+    record = whole;
+    record.pSettings = nullptr;
+    EXPECT_EQ(Open(kEdit), nullptr);
+    Destroy();
+    record.hFixedParam = nullptr;
+    EXPECT_EQ(Open(kEdit), nullptr);
+    Destroy();
+    EXPECT_NE(Open(kPanel), nullptr) << "it has a summary of nothing";
 }
 
 // Whichever unlocking of the parameters throws, the host can end what it has of the dialog.

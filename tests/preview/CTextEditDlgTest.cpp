@@ -2,6 +2,7 @@
 // The placement view over a real pane, as the text edit dialog makes one, alone and under the mouse.
 #include "preview/CTextEditDlg.h"
 
+#include <cstring>
 #include <functional>
 #include <limits>
 

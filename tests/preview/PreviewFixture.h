@@ -2,7 +2,6 @@
 // A shown window with a pane for a preview in it, and a person with a mouse.
 #pragma once
 
-#include <cstring>
 #include <memory>
 #include <vector>
 
@@ -31,13 +30,13 @@ inline std::unique_ptr<host::Image> MakePicture(int width, int height, host::Pix
     auto image = host::Image::Make(width, height, format, 12);
     for (int y = 0; y < height; ++y) {
         auto row = image->Row(y);
-        for (std::size_t i = 0; i < row.size(); ++i)
-            row[i] = static_cast<std::uint8_t>(i * 7 + static_cast<std::size_t>(y) * 31);
-        const int bytes = format.BytesPerChannel();
-        for (int x = 0; opaque && format.alpha >= 0 && x < width; ++x)
-            std::memset(
-                &row[static_cast<std::size_t>(x * format.BytesPerPixel() + format.alpha * bytes)],
-                0xFF, static_cast<std::size_t>(bytes));
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            const int channel =
+                static_cast<int>(i) % format.BytesPerPixel() / format.BytesPerChannel();
+            row[i] = opaque && channel == format.alpha
+                         ? 0xFF
+                         : static_cast<std::uint8_t>(i * 7 + static_cast<std::size_t>(y) * 31);
+        }
     }
     return image;
 }

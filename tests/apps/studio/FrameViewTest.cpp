@@ -6,7 +6,7 @@
 
 #include "apps/studio/StudioFixture.h"
 
-namespace studio {
+using namespace studio;
 
 namespace {
 
@@ -83,5 +83,3 @@ TEST_F(FrameViewTest, TransparencyShowsTheCheckerboard) {
 }
 
 } // namespace
-
-} // namespace studio

@@ -6,7 +6,7 @@
 #include "apps/studio/Player.h"
 #include "apps/studio/StudioFixture.h"
 
-namespace studio {
+using namespace studio;
 
 namespace {
 
@@ -57,5 +57,3 @@ TEST(Player, KeepsThePaceOfFilmAndGoesRound) {
 }
 
 } // namespace
-
-} // namespace studio

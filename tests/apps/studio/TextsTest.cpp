@@ -11,7 +11,7 @@
 #include "apps/studio/StudioFixture.h"
 #include "support/ScopedEnvironment.h"
 
-namespace studio {
+using namespace studio;
 
 namespace {
 
@@ -74,5 +74,3 @@ TEST(Icons, AreThereInThePalettesColors) {
 }
 
 } // namespace
-
-} // namespace studio

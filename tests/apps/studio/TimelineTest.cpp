@@ -6,7 +6,7 @@
 
 #include "apps/studio/StudioFixture.h"
 
-namespace studio {
+using namespace studio;
 
 namespace {
 
@@ -135,5 +135,3 @@ TEST_F(TimelineTest, TheRulerScrubsAndStopsAtItsEnds) {
 }
 
 } // namespace
-
-} // namespace studio

@@ -11,7 +11,7 @@
 
 #include "apps/studio/StudioFixture.h"
 
-namespace studio {
+using namespace studio;
 
 namespace {
 
@@ -174,5 +174,3 @@ TEST_F(WindowDocumentsTest, RemembersWhatWasOpenedLast) {
 }
 
 } // namespace
-
-} // namespace studio

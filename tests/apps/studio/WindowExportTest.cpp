@@ -9,7 +9,7 @@
 #include "apps/studio/ExportBar.h"
 #include "apps/studio/StudioFixture.h"
 
-namespace studio {
+using namespace studio;
 
 namespace {
 
@@ -94,5 +94,3 @@ TEST_F(WindowExportTest, RefusesKeepsAndIsCancelled) {
 }
 
 } // namespace
-
-} // namespace studio

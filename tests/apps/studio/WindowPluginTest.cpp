@@ -14,7 +14,7 @@
 #include "platform/ui/Windows.h"
 #include "support/WindowRefs.h"
 
-namespace studio {
+using namespace studio;
 
 namespace {
 
@@ -239,5 +239,3 @@ TEST_F(WindowPluginTest, WhatIsNotDrawnAsItShouldBeIsSaid) {
 }
 
 } // namespace
-
-} // namespace studio
