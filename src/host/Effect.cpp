@@ -109,7 +109,7 @@ bool Effect::RenderRecord(EPIHandleRef params, Image& image, const FrameInfo& fr
     record.bInfoPresent = 1;
     // What is lost in this frame is this call's failure and nothing that others need to hear of.
     auto& outer = platform::TextContext::Current();
-    platform::TextContext met(outer.Encoding(), [&outer](const platform::Report& report) {
+    platform::TextContext met(outer, [&outer](const platform::Report& report) {
         if (report.kind != platform::ReportKind::kTextNotDrawn)
             outer.Tell(report);
     });

@@ -17,7 +17,6 @@
 #include <nlohmann/json.hpp>
 
 #include "platform/CoreFoundation.h"
-#include "platform/Languages.h"
 #include "platform/StringTable.h"
 #include "platform/TextContext.h"
 
@@ -245,7 +244,7 @@ std::string CFBundleGetVersion(CFBundleRef bundle) {
 CFStringRef CFBundleCopyLocalizedString(CFBundleRef bundle, std::string_view key, const char* value,
                                         const char* table) {
     const std::string file = std::string(table ? table : "Localizable") + ".strings";
-    for (const std::string& language : UserLanguages()) {
+    for (const std::string& language : TextContext::Current().Languages()) {
         const StringTable& strings =
             TableAt(bundle, bundle->resources / (language + ".lproj") / file);
         const auto found = strings.find(key);
@@ -262,7 +261,7 @@ fs::path CFBundleCopyResourceURL(CFBundleRef bundle, std::string_view name, std:
         file += "." + std::string(type);
     const fs::path folder = bundle->resources / subDir;
     std::vector<fs::path> places { folder };
-    for (const std::string& language : UserLanguages())
+    for (const std::string& language : TextContext::Current().Languages())
         places.push_back(folder / (language + ".lproj"));
     for (const fs::path& place : places) {
         std::error_code error;

@@ -46,8 +46,8 @@ const std::filesystem::path& CFBundleGetPath(CFBundleRef bundle);
 std::string CFBundleGetIdentifier(CFBundleRef bundle);
 std::string CFBundleGetVersion(CFBundleRef bundle);
 
-// The string for key in the user's language (LANGUAGE, LC_ALL, LC_MESSAGES, LANG), else in English,
-// else value; null when value is null too. table null means "Localizable".
+// The string for key in the languages of the thread's text context, else in English, else value;
+// null when value is null too. table null means "Localizable".
 CFStringRef CFBundleCopyLocalizedString(CFBundleRef bundle, std::string_view key, const char* value,
                                         const char* table);
 

@@ -43,16 +43,19 @@ void AddLocale(std::vector<std::string>& languages, std::string_view locale) {
 
 } // namespace
 
-std::vector<std::string> UserLanguages() {
+std::vector<std::string> LanguagesOf(std::string_view locales) {
     std::vector<std::string> languages;
-    for (std::string_view list = Environment("LANGUAGE"); !list.empty();) {
-        const std::size_t end = std::min(list.find(':'), list.size());
-        AddLocale(languages, list.substr(0, end));
-        list.remove_prefix(std::min(end + 1, list.size()));
+    while (!locales.empty()) {
+        const std::size_t end = std::min(locales.find(':'), locales.size());
+        AddLocale(languages, locales.substr(0, end));
+        locales.remove_prefix(std::min(end + 1, locales.size()));
     }
-    AddLocale(languages, MessagesLocale());
     AddOnce(languages, "en");
     return languages;
+}
+
+std::vector<std::string> UserLanguages() {
+    return LanguagesOf(std::string(Environment("LANGUAGE")) + ":" + std::string(MessagesLocale()));
 }
 
 } // namespace platform

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <new>
 
+#include "platform/Languages.h"
+
 namespace platform {
 namespace {
 
@@ -43,10 +45,16 @@ std::string Describe(const Report& report) {
     return line;
 }
 
-TextContext::TextContext() : TextContext(Current().Encoding()) {}
+TextContext::TextContext() : TextContext(Current(), {}) {}
 
-TextContext::TextContext(TextEncoding encoding, Handler handler)
-    : m_encoding(&encoding.Details()), m_handler(std::move(handler)) {}
+TextContext::TextContext(const TextContext& outer, Handler handler)
+    : m_encoding(&outer.Encoding().Details()), m_language(outer.m_language),
+      m_handler(std::move(handler)) {}
+
+TextContext::TextContext(TextEncoding encoding, Handler handler, std::string language)
+    : m_encoding(&encoding.Details()),
+      m_language(language.empty() ? Current().m_language : std::move(language)),
+      m_handler(std::move(handler)) {}
 
 // Never destroyed: modules report while a process ends.
 TextContext& TextContext::TheProcess() {
@@ -66,6 +74,10 @@ TextEncoding TextContext::Encoding() const {
         encoding = m_encoding.compare_exchange_strong(encoding, initial) ? initial : encoding;
     }
     return TextEncoding(*encoding);
+}
+
+std::vector<std::string> TextContext::Languages() const {
+    return m_language.empty() ? UserLanguages() : LanguagesOf(m_language);
 }
 
 void TextContext::Tell(const Report& report) {

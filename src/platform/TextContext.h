@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// What a document or a run wants of text, and what became of it: the encoding of its bytes and the list
-// of what could not be honoured to the letter. Whoever draws makes one and puts it on a thread for a
-// scope; a thread without one has the process's own.
+// What a document or a run wants of text, and what became of it: the encoding of its bytes, the language
+// of a bundle's own words, and the list of what could not be honoured to the letter. Whoever draws makes
+// one and puts it on a thread for a scope; a thread without one has the process's own.
 #pragma once
 
 #include <atomic>
@@ -45,9 +45,13 @@ public:
     // A text made to be malformed in ever new ways shall not fill the memory.
     static constexpr std::size_t kMaxReports = 4096;
 
-    // With the encoding of the current one.
+    // With the encoding and the language of the current one.
     TextContext();
-    explicit TextContext(TextEncoding encoding, Handler handler = {});
+    // With those of another one, which may belong to another thread.
+    TextContext(const TextContext& outer, Handler handler);
+    // language is a locale such as "ja" or "pt_BR", or several with colons between them, the best
+    // first; empty for that of the current one.
+    explicit TextContext(TextEncoding encoding, Handler handler = {}, std::string language = {});
     TextContext(const TextContext&) = delete;
     TextContext& operator=(const TextContext&) = delete;
 
@@ -57,6 +61,8 @@ public:
     // What follows may be called on any thread.
 
     TextEncoding Encoding() const;
+    // Names of language folders, as UserLanguages gives them for the environment.
+    std::vector<std::string> Languages() const;
     // Keeps the report and hands it to the handler, unless one of the same kind and subject went
     // before it in this context.
     void Tell(const Report& report);
@@ -76,6 +82,7 @@ private:
 
     // Null: the environment's, which is looked up when it is asked for.
     mutable std::atomic<const EncodingDetails*> m_encoding { nullptr };
+    std::string m_language; // empty: the environment's, too
     Handler m_handler;
     std::atomic<bool> m_notDrawn { false };
     mutable std::mutex m_mutex; // guards what follows

@@ -133,14 +133,21 @@ TEST_F(BundleTest, CodeOutsideABundleIsNotRegistered) {
     EXPECT_EQ(Localized(CFBundleGetMainBundle(), "key", "key"), "key");
 }
 
-TEST_F(BundleTest, ThreadsReadTheSameTexts) {
+TEST_F(BundleTest, ThreadsReadTextsInTheLanguageOfTheirContext) {
     const BundleHolder bundle(CFBundleCreate(Path()));
     std::atomic<int> wrong = 0;
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {
-        threads.emplace_back([&] {
-            for (int round = 0; round < 100; ++round)
-                wrong += Localized(bundle.get(), "b", "b") == "b" ? 1 : 0;
+        threads.emplace_back([&, isJapanese = i % 2 == 0] {
+            TextContext own(TextEncoding::Utf8(), {}, isJapanese ? "ja_JP.UTF-8" : "fr:en");
+            const TextScope ownScope(own);
+            for (int round = 0; round < 100; ++round) {
+                const TextContext under; // takes the language over
+                TextContext frame(under, {});
+                const TextScope scope(frame);
+                wrong += Localized(bundle.get(), "b", "b") !=
+                         (isJapanese ? "B in Japanese" : "B in English");
+            }
         });
     }
     for (std::thread& thread : threads)

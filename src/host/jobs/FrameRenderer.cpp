@@ -23,7 +23,7 @@ FrameRenderer::FrameRenderer(const Effect& effect, const FrameText& text,
 RenderResult FrameRenderer::Render(Frame& frame, const TokenValues& values, PixelRect& touched,
                                    std::string& why) const {
     touched = {};
-    platform::TextContext met(m_run.Encoding(),
+    platform::TextContext met(m_run,
                               [this](const platform::Report& report) { m_run.Tell(report); });
     const platform::TextScope scope(met);
     const bool on = m_apply.Contains(values.frame);
