@@ -134,12 +134,8 @@ void ControlsDialog::InitMenu() {
     m_menu.AppendItem("First", 10);
     m_menu.AppendItem("Second", 20);
     m_menu.AppendSeparator();
-    const MenuItemIndex more = m_menu.AppendItem("More");
+    m_menu.AppendItem("Third");
     m_menu.AppendItem("Not now", 0, kMenuItemAttrDisabled);
-    auto submenu = std::make_unique<Menu>();
-    for (const char* text : { "Third", "Fourth" })
-        submenu->Append(text);
-    m_menu.GetMenu()->SetSubmenu(more, std::move(submenu));
     m_menu.SetValue(1);
     m_menu.CheckItem(1, true);
 }

@@ -27,7 +27,7 @@ public:
 
     void CheckItem(platform::MenuItemIndex item, bool checked);
     bool IsItemChecked(platform::MenuItemIndex item) const;
-    void ClearCheckMarks(); // of the submenus too
+    void ClearCheckMarks();
 
     // Appends the installed font families and makes the item count the maximum.
     platform::OSStatus AppendFontMenu();

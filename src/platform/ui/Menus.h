@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Menus of popup buttons: what stands behind a MenuRef. Items with reference values, check marks,
-// separators and submenus, and the installed font families as items. Knows no widget; whoever shows it
-// is told of changes. User-interface thread only.
+// Menus of popup buttons: what stands behind a MenuRef. Items with reference values and check marks,
+// separators, and the installed font families as items. Knows no widget; whoever shows it is told of
+// changes. User-interface thread only.
 #pragma once
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -21,23 +20,20 @@ inline constexpr std::uint32_t kMenuItemAttrSeparator = 0x40;
 // Without it the text "-" makes a separator.
 inline constexpr std::uint32_t kMenuItemAttrIgnoreMeta = 0x100;
 
-class Menu;
-
 struct MenuItem {
     std::string text; // UTF-8
     std::uint32_t attributes = 0;
     std::int32_t refCon = 0;
     bool checked = false;
     bool fontFamily = false; // text is the English name of an installed family
-    std::unique_ptr<Menu> submenu;
 
     bool IsSeparator() const { return attributes & kMenuItemAttrSeparator; }
     bool IsPickable() const {
-        return !submenu && !(attributes & (kMenuItemAttrSeparator | kMenuItemAttrDisabled));
+        return !(attributes & (kMenuItemAttrSeparator | kMenuItemAttrDisabled));
     }
 };
 
-// A popup button owns its menu, and a menu its submenus; those end with them.
+// A popup button owns its menu, which ends with it.
 class Menu final : public UIObject {
 public:
     Menu();
@@ -61,8 +57,7 @@ public:
     void Delete(MenuItemIndex first, MenuItemIndex count);
     bool SetText(MenuItemIndex item, std::string text);
     bool SetChecked(MenuItemIndex item, bool checked);
-    void ClearChecks();                                                 // of the submenus, too
-    bool SetSubmenu(MenuItemIndex item, std::unique_ptr<Menu> submenu); // ends the one before
+    void ClearChecks();
 
     // The installed families by name, after the item (0: first). One flat list: typing finds a family
     // in it faster than any grouping would.
@@ -73,7 +68,7 @@ public:
     // The item that stands for a family, under whichever of its names; 0 when there is none.
     MenuItemIndex FindFontFamily(FontNumber family) const;
 
-    // Called after each change of the menu or one below it.
+    // Called after each change of the menu.
     std::function<void()> whenChanged;
 
 private:
@@ -81,7 +76,6 @@ private:
     void Changed();
 
     std::vector<MenuItem> m_items;
-    Menu* m_parent = nullptr;
 };
 
 } // namespace platform

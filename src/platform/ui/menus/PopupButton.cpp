@@ -12,7 +12,9 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
+#include "platform/ui/controls/Control.h"
 #include "platform/ui/menus/PopupDelegate.h"
+#include "platform/ui/windows/Input.h"
 
 namespace platform {
 namespace {
@@ -64,43 +66,26 @@ PopupButton::PopupButton(QWidget* parent) : QComboBox(parent), m_rows(new PopupM
     setMinimumContentsLength(6);
     setIconSize({ 0, 0 });
     setFocusPolicy(Qt::StrongFocus); // the wheel alone shall not take the focus
-    m_rows->beforeReset = [this] { KeepPick(); };
-    m_rows->afterReset = [this] { RestorePick(); };
+    m_rows->beforeReset = [this] { m_keptValue = Value(); };
+    m_rows->afterReset = [this] {
+        SetValue(m_keptValue);
+        m_widestText = -1;
+        updateGeometry();
+        update();
+    };
 }
 
 // The picked item --------------------------------------------------------------------------------
 
-std::int32_t PopupButton::Value() const {
-    const PopupModel::Row* const row = m_rows->At(currentIndex());
-    return row ? row->topItem : 0;
-}
-
 void PopupButton::SetValue(std::int32_t item) {
-    setCurrentIndex(m_rows->RowOfTopItem(item));
-}
-
-void PopupButton::KeepPick() {
-    const PopupModel::Row* const row = m_rows->At(currentIndex());
-    m_keptValue = row ? row->topItem : 0;
-    m_keptMenu = row && row->depth > 0 ? row->menu : nullptr;
-    m_keptItem = row ? row->item : MenuItemIndex { 0 };
-}
-
-void PopupButton::RestorePick() {
-    const int below = m_keptMenu ? m_rows->RowOf(m_keptMenu, m_keptItem) : -1;
-    const PopupModel::Row* const row = m_rows->At(below);
-    const bool same = row && row->topItem == m_keptValue;
-    setCurrentIndex(same ? below : m_rows->RowOfTopItem(m_keptValue));
-    m_widestText = -1;
-    updateGeometry();
-    update();
+    setCurrentIndex(m_rows->At(item - 1) ? item - 1 : -1);
 }
 
 // Picking while the list is closed ---------------------------------------------------------------
 
 bool PopupButton::HasPickable() const {
-    const PopupModel::Row* const row = m_rows->At(currentIndex());
-    return row && row->pickable;
+    const MenuItem* const item = m_rows->At(currentIndex());
+    return item && item->IsPickable();
 }
 
 // The pickable row so many steps away, or the last one before a separator: what lies beyond is often
@@ -109,9 +94,9 @@ int PopupButton::RowAfter(int row, int steps) const {
     const int direction = steps < 0 ? -1 : 1;
     int reached = row;
     int left = std::abs(steps);
-    const PopupModel::Row* next = m_rows->At(row += direction);
-    for (; next && !next->separator && left > 0; next = m_rows->At(row += direction)) {
-        if (!next->pickable)
+    const MenuItem* next = m_rows->At(row += direction);
+    for (; next && !next->IsSeparator() && left > 0; next = m_rows->At(row += direction)) {
+        if (!next->IsPickable())
             continue;
         reached = row;
         --left;
@@ -135,7 +120,7 @@ void PopupButton::PickBySteps(int steps) {
 
 bool PopupButton::HasSeparatorBetween(int row, int other) const {
     for (int i = std::min(row, other); i < std::max(row, other); ++i)
-        if (m_rows->At(i)->separator)
+        if (m_rows->At(i)->IsSeparator())
             return true;
     return false;
 }
@@ -181,18 +166,11 @@ void PopupButton::wheelEvent(QWheelEvent* event) {
 int PopupButton::WidestText() const {
     if (m_widestText >= 0)
         return m_widestText;
-    QFont bold = font();
-    bold.setBold(true);
-    const QFontMetrics plainMetrics(font());
-    const QFontMetrics titleMetrics(bold);
+    const QFontMetrics metrics(font());
     m_widestText = 0;
-    for (int i = 0; const PopupModel::Row* row = m_rows->At(i); ++i) {
-        const QFontMetrics& metrics = row->title ? titleMetrics : plainMetrics;
-        const int text = metrics.horizontalAdvance(itemText(i));
-        const int beside =
-            PopupDelegate::WidthBesideText(plainMetrics, row->depth, m_rows->HasCheckMarks());
-        m_widestText = std::max(m_widestText, text + beside);
-    }
+    for (int i = 0; i < count(); ++i)
+        m_widestText = std::max(m_widestText, metrics.horizontalAdvance(itemText(i)));
+    m_widestText += PopupDelegate::WidthBesideText(metrics, m_rows->HasCheckMarks());
     return m_widestText;
 }
 
@@ -216,6 +194,39 @@ void PopupButton::changeEvent(QEvent* event) {
     if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
         m_widestText = -1;
     QComboBox::changeEvent(event);
+}
+
+// The control ------------------------------------------------------------------------------------
+
+namespace {
+
+class PopupControl final : public WidgetControl {
+public:
+    PopupControl(PopupButton& button, Window& owner)
+        : WidgetControl(button, owner), m_button(button) {
+        connect(&button, &QComboBox::activated, this,
+                [this] { Guarded([this] { SendHit(kControlMenuPart); }); });
+    }
+
+    std::int32_t Value() const override { return m_button.Value(); }
+    // The menu says how many values there are. A maximum that is set could only repeat that, and it
+    // would be wrong after the next change of the menu.
+    std::int32_t Maximum() const override { return PopupMenu()->Count(); }
+    Menu* PopupMenu() const override { return &m_button.Rows().Shown(); }
+    ControlPartCode FocusPart() const override { return kControlMenuPart; }
+
+protected:
+    void ApplyValue(std::int32_t value) override { m_button.SetValue(value); }
+
+private:
+    PopupButton& m_button;
+};
+
+} // namespace
+
+Control* MakePopupControl(QWidget& widget, Window& owner) {
+    auto* const button = dynamic_cast<PopupButton*>(&widget);
+    return button ? new PopupControl(*button, owner) : nullptr;
 }
 
 } // namespace platform

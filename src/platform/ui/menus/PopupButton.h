@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The widget of a popup button: shows the picked item of a menu and opens the menu as a list. Knows
-// menus, but no controls.
+// The widget of a popup button: shows the picked item of a menu and opens the menu as a list.
 #pragma once
 
 #include <QComboBox>
@@ -15,9 +14,8 @@ public:
     explicit PopupButton(QWidget* parent = nullptr);
 
     PopupModel& Rows() const { return *m_rows; }
-    // The item of the menu, from 1, that is picked or has the picked one below it; 0: none.
-    std::int32_t Value() const;
-    void SetValue(std::int32_t item); // one that the menu lacks: none
+    std::int32_t Value() const { return currentIndex() + 1; } // the picked item, from 1; 0: none
+    void SetValue(std::int32_t item);                         // one that the menu lacks: none
 
     void showPopup() override;
     QSize sizeHint() const override;
@@ -28,8 +26,6 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
-    void KeepPick();
-    void RestorePick();
     bool HasPickable() const;
     int RowAfter(int row, int steps) const;
     bool HasSeparatorBetween(int row, int other) const;
@@ -39,9 +35,7 @@ private:
     int WidestText() const;
 
     PopupModel* m_rows;
-    std::int32_t m_keptValue = 0;
-    MenuRef m_keptMenu = nullptr;
-    MenuItemIndex m_keptItem = 0;
+    std::int32_t m_keptValue = 0;  // while the rows change
     int m_wheel = 0;               // eighths of a degree that made no step yet
     mutable int m_widestText = -1; // below 0: not measured since the menu changed
 };

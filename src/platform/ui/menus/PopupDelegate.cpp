@@ -15,8 +15,8 @@ int Margin(const QFontMetrics& metrics) {
     return metrics.height() / 3;
 }
 
-int TextStart(const QFontMetrics& metrics, int depth, bool checkMarks) {
-    return Margin(metrics) + (depth + (checkMarks ? 1 : 0)) * metrics.height();
+int TextStart(const QFontMetrics& metrics, bool checkMarks) {
+    return Margin(metrics) + (checkMarks ? metrics.height() : 0);
 }
 
 void DrawSeparator(QPainter& painter, const QStyleOptionViewItem& option) {
@@ -35,17 +35,17 @@ void DrawCheckMark(QPainter& painter, const QRectF& box, const QColor& color) {
     painter.strokePath(mark, QPen(color, box.height() / 9, Qt::SolidLine, Qt::RoundCap));
 }
 
-QColor TextColor(const QStyleOptionViewItem& option, bool title) {
-    const bool enabled = title || option.state & QStyle::State_Enabled;
-    const bool selected = !title && option.state & QStyle::State_Selected;
+QColor TextColor(const QStyleOptionViewItem& option) {
+    const bool enabled = option.state & QStyle::State_Enabled;
+    const bool selected = option.state & QStyle::State_Selected;
     return option.palette.color(enabled ? QPalette::Normal : QPalette::Disabled,
                                 selected ? QPalette::HighlightedText : QPalette::Text);
 }
 
 } // namespace
 
-int PopupDelegate::WidthBesideText(const QFontMetrics& metrics, int depth, bool checkMarks) {
-    return TextStart(metrics, depth, checkMarks) + Margin(metrics);
+int PopupDelegate::WidthBesideText(const QFontMetrics& metrics, bool checkMarks) {
+    return TextStart(metrics, checkMarks) + Margin(metrics);
 }
 
 void PopupDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
@@ -56,17 +56,13 @@ void PopupDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     style.drawPrimitive(QStyle::PE_PanelItemViewItem, &option, painter, option.widget);
 
     const auto& model = static_cast<const PopupModel&>(*index.model());
-    const bool title = index.data(PopupModel::kTitle).toBool();
-    const int depth = index.data(PopupModel::kDepth).toInt();
-    const int start = TextStart(option.fontMetrics, depth, model.HasCheckMarks());
+    const int start = TextStart(option.fontMetrics, model.HasCheckMarks());
     const auto placed = [&](const QRect& place) {
         return QStyle::visualRect(option.direction, option.rect, place);
     };
     painter->save();
-    QFont font = option.font;
-    font.setBold(title || font.bold());
-    painter->setFont(font);
-    painter->setPen(TextColor(option, title));
+    painter->setFont(option.font);
+    painter->setPen(TextColor(option));
     const QRect text = placed(option.rect.adjusted(start, 0, -Margin(option.fontMetrics), 0));
     const QString shown =
         painter->fontMetrics().elidedText(index.data().toString(), Qt::ElideRight, text.width());

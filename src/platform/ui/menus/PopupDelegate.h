@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Draws the rows of an open popup: check marks, separators, titles of submenus with their items
-// indented. The size of a row depends on its kind alone, so that long menus open at once.
+// Draws the rows of an open popup, with check marks and separators. The size of a row depends on its
+// kind alone, so that long menus open at once.
 #pragma once
 
 #include <QStyledItemDelegate>
@@ -12,7 +12,7 @@ public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
     // What a row's text has beside it, both sides together.
-    static int WidthBesideText(const QFontMetrics& metrics, int depth, bool checkMarks);
+    static int WidthBesideText(const QFontMetrics& metrics, bool checkMarks);
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;

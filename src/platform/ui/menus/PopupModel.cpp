@@ -2,17 +2,7 @@
 // Rows from items, made anew after each change of the menu.
 #include "platform/ui/menus/PopupModel.h"
 
-#include <algorithm>
-
 namespace platform {
-namespace {
-
-const MenuItem* ItemOf(const PopupModel::Row& row) {
-    const Menu* const menu = Menu::Find(row.menu);
-    return menu ? menu->Item(row.item) : nullptr;
-}
-
-} // namespace
 
 PopupModel::PopupModel(QObject* parent) : QAbstractListModel(parent) {
     m_menu->whenChanged = [this] { Rebuild(); };
@@ -22,76 +12,46 @@ void PopupModel::Rebuild() {
     if (beforeReset)
         beforeReset();
     beginResetModel();
-    m_rows.clear();
+    m_count = m_menu->Count();
     m_hasCheckMarks = false;
-    AddRows(*m_menu, 0, 0);
+    for (int row = 0; row < m_count; ++row)
+        m_hasCheckMarks |= At(row)->checked;
     endResetModel();
     if (afterReset)
         afterReset();
 }
 
-void PopupModel::AddRows(const Menu& menu, MenuItemIndex topItem, int depth) {
-    for (std::size_t i = 1; i <= menu.Count(); ++i) {
-        const auto number = static_cast<MenuItemIndex>(i);
-        const MenuItem& item = *menu.Item(number);
-        const MenuItemIndex top = depth == 0 ? number : topItem;
-        m_rows.push_back({ menu.Ref(), number, top, depth, item.IsPickable(), item.IsSeparator(),
-                           item.submenu != nullptr });
-        m_hasCheckMarks |= item.checked;
-        if (item.submenu)
-            AddRows(*item.submenu, top, depth + 1);
-    }
-}
-
-const PopupModel::Row* PopupModel::At(int row) const {
-    const bool there = row >= 0 && static_cast<std::size_t>(row) < m_rows.size();
-    return there ? &m_rows[static_cast<std::size_t>(row)] : nullptr;
-}
-
-int PopupModel::RowOfTopItem(std::int32_t item) const {
-    const auto row = std::ranges::lower_bound(
-        m_rows, item, {}, [](const Row& candidate) { return std::int32_t { candidate.topItem }; });
-    const bool found = row != m_rows.end() && row->topItem == item;
-    return found ? static_cast<int>(row - m_rows.begin()) : -1;
-}
-
-int PopupModel::RowOf(MenuRef menu, MenuItemIndex item) const {
-    const auto row = std::ranges::find_if(
-        m_rows, [=](const Row& r) { return r.menu == menu && r.item == item; });
-    return row != m_rows.end() ? static_cast<int>(row - m_rows.begin()) : -1;
+const MenuItem* PopupModel::At(int row) const {
+    const bool there = row >= 0 && row < m_count;
+    return there ? m_menu->Item(static_cast<MenuItemIndex>(row + 1)) : nullptr;
 }
 
 int PopupModel::rowCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : static_cast<int>(m_rows.size());
+    return parent.isValid() ? 0 : m_count;
 }
 
 QVariant PopupModel::data(const QModelIndex& index, int role) const {
-    const Row* const row = At(index.row());
-    const MenuItem* const item = row ? ItemOf(*row) : nullptr;
+    const MenuItem* const item = At(index.row());
     if (!item)
         return {};
     switch (role) {
     case Qt::DisplayRole:
     case Qt::EditRole:
-        return row->separator ? QString() : QString::fromStdString(item->text);
+        return item->IsSeparator() ? QString() : QString::fromStdString(item->text);
     case Qt::CheckStateRole: // none, so that readers of the screen call only marked items checked
         return item->checked ? QVariant(Qt::Checked) : QVariant();
     case Qt::AccessibleDescriptionRole: // which is how a combo box knows separators
-        return row->separator ? QStringLiteral("separator") : QString();
-    case kDepth:
-        return row->depth;
-    case kTitle:
-        return row->title;
+        return item->IsSeparator() ? QStringLiteral("separator") : QString();
     case kSeparator:
-        return row->separator;
+        return item->IsSeparator();
     default:
         return {};
     }
 }
 
 Qt::ItemFlags PopupModel::flags(const QModelIndex& index) const {
-    const Row* const row = At(index.row());
-    if (!row || !row->pickable)
+    const MenuItem* const item = At(index.row());
+    if (!item || !item->IsPickable())
         return Qt::NoItemFlags;
     return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemNeverHasChildren;
 }
@@ -99,20 +59,16 @@ Qt::ItemFlags PopupModel::flags(const QModelIndex& index) const {
 bool PopupModel::insertRows(int row, int count, const QModelIndex& parent) {
     if (parent.isValid() || row < 0 || row > rowCount() || count <= 0)
         return false;
-    const Row* const before = At(row);
-    if (before && before->depth > 0)
-        return false;
-    const auto place = static_cast<MenuItemIndex>(before ? before->item : m_menu->Count() + 1);
-    m_menu->Insert(place, std::vector<MenuItem>(static_cast<std::size_t>(count)));
+    m_menu->Insert(static_cast<MenuItemIndex>(row + 1),
+                   std::vector<MenuItem>(static_cast<std::size_t>(count)));
     return true;
 }
 
 bool PopupModel::setData(const QModelIndex& index, const QVariant& value, int role) {
-    const Row* const row = At(index.row());
-    Menu* const menu = row ? Menu::Find(row->menu) : nullptr;
-    if (!menu || (role != Qt::EditRole && role != Qt::DisplayRole))
+    if (!At(index.row()) || (role != Qt::EditRole && role != Qt::DisplayRole))
         return false;
-    return menu->SetText(row->item, value.toString().toStdString());
+    return m_menu->SetText(static_cast<MenuItemIndex>(index.row() + 1),
+                           value.toString().toStdString());
 }
 
 } // namespace platform

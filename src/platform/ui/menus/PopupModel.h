@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// A menu as rows for a list: the items in order, those of a submenu indented below their title.
+// A menu as rows for a list: the items in order.
 #pragma once
 
-#include <optional>
-#include <vector>
+#include <memory>
 
 #include <QAbstractListModel>
 
@@ -13,23 +12,12 @@ namespace platform {
 
 class PopupModel final : public QAbstractListModel {
 public:
-    struct Row {
-        MenuRef menu; // that the item is in
-        MenuItemIndex item;
-        MenuItemIndex topItem; // of the whole menu, which the item is or lies below
-        int depth;
-        bool pickable;
-        bool separator;
-        bool title; // of a submenu
-    };
-    enum Role { kDepth = Qt::UserRole, kTitle, kSeparator };
+    enum Role { kSeparator = Qt::UserRole };
 
     explicit PopupModel(QObject* parent); // of an empty menu
 
     Menu& Shown() const { return *m_menu; }
-    const Row* At(int row) const;              // null for none
-    int RowOfTopItem(std::int32_t item) const; // -1 for none
-    int RowOf(MenuRef menu, MenuItemIndex item) const;
+    const MenuItem* At(int row) const; // null for none
     bool HasCheckMarks() const { return m_hasCheckMarks; }
 
     // Called around each change of the rows.
@@ -45,10 +33,9 @@ public:
 
 private:
     void Rebuild();
-    void AddRows(const Menu& menu, MenuItemIndex topItem, int depth);
 
     const std::unique_ptr<Menu> m_menu = std::make_unique<Menu>();
-    std::vector<Row> m_rows;
+    int m_count = 0; // of the rows, which are made anew after the menu has changed
     bool m_hasCheckMarks = false;
 };
 
