@@ -9,22 +9,15 @@ namespace host {
 
 namespace {
 
-void SetInfoString(char (&field)[64], const std::string& text) {
-    field[text.copy(field, sizeof field - 1)] = 0;
-}
-
 void FillIn(_EPIRECORD& record, const Dialog::Frame& frame) {
     record.nFrameWidth = frame.width;
     record.nFrameHeight = frame.height;
     record.hComposite = frame.composite ? frame.composite->Ref() : nullptr;
     record.pPreviewSwitch = frame.previewSwitch;
     record.bInfoPresent = frame.strings ? 1 : 0;
-    if (!frame.strings)
-        return;
-    SetInfoString(record.szInfo1, (*frame.strings)[0]);
-    SetInfoString(record.szInfo2, (*frame.strings)[1]);
-    SetInfoString(record.szInfo3, (*frame.strings)[2]);
-    SetInfoString(record.szInfo4, (*frame.strings)[3]);
+    std::string cut; // a preview shows what fits
+    for (std::size_t i = 0; frame.strings && i < frame.strings->size(); ++i)
+        SetInfoString(record, i, (*frame.strings)[i], cut);
 }
 
 } // namespace

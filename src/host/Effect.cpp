@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "host/Effect.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "host/Archive.h"
@@ -18,26 +17,6 @@ constexpr std::size_t kMaxArchiveFile = std::size_t { 1 } << 24;
 
 std::span<const std::uint8_t> BytesOf(const _TEXTPARAM& params) {
     return { reinterpret_cast<const std::uint8_t*>(&params), sizeof params };
-}
-
-bool SetInfoString(char (&field)[64], std::string_view text, int number, std::string& why) {
-    if (text.size() >= sizeof field) {
-        why = "information string " + std::to_string(number) + " has " +
-              std::to_string(text.size()) + " bytes, and " + std::to_string(sizeof field - 1) +
-              " fit";
-        return false;
-    }
-    // The record that it goes into is zeroed, so the end is there.
-    std::copy(text.begin(), text.end(), field);
-    return true;
-}
-
-bool SetInfoStrings(_EPIRECORD& record, const std::array<std::string_view, 4>& strings,
-                    std::string& why) {
-    return SetInfoString(record.szInfo1, strings[0], 1, why) &&
-           SetInfoString(record.szInfo2, strings[1], 2, why) &&
-           SetInfoString(record.szInfo3, strings[2], 3, why) &&
-           SetInfoString(record.szInfo4, strings[3], 4, why);
 }
 
 } // namespace
@@ -114,7 +93,10 @@ bool Effect::RenderRecord(EPIHandleRef params, Image& image, const FrameInfo& fr
             outer.Tell(report);
     });
     const platform::TextScope scope(met);
-    if (!SetInfoStrings(record, frame.strings, why) || !m_plugin->Run(epiDoFilter, record, why))
+    for (std::size_t i = 0; i < frame.strings.size(); ++i)
+        if (!SetInfoString(record, i, frame.strings[i], why))
+            return false;
+    if (!m_plugin->Run(epiDoFilter, record, why))
         return false;
     const auto failure = met.Failure();
     if (!failure.empty())

@@ -205,4 +205,15 @@ _EPIRECORD MakeRecord(LateEntries late) {
     return record;
 }
 
+bool SetInfoString(_EPIRECORD& record, std::size_t index, std::string_view text, std::string& why) {
+    constexpr std::size_t kRoom = sizeof record.szInfo1 - 1;
+    char* const fields[] { record.szInfo1, record.szInfo2, record.szInfo3, record.szInfo4 };
+    fields[index][text.copy(fields[index], kRoom)] = '\0';
+    if (text.size() <= kRoom)
+        return true;
+    why = "information string " + std::to_string(index + 1) + " has " +
+          std::to_string(text.size()) + " bytes, and " + std::to_string(kRoom) + " fit";
+    return false;
+}
+
 } // namespace host

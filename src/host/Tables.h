@@ -2,8 +2,10 @@
 // The callback tables over the host's objects, and the hooks through which a front end takes part.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include <epi/epi.h>
 
@@ -43,5 +45,9 @@ FrontEnd* TheFrontEnd();
 
 // A zeroed record with the tables in it. The tables of notifications are null without a front end.
 _EPIRECORD MakeRecord(LateEntries late = LateEntries::kPresent);
+
+// Puts one of the score line's parts (0 to 3) into a record. One that does not fit is cut, and false
+// with the reason.
+bool SetInfoString(_EPIRECORD& record, std::size_t index, std::string_view text, std::string& why);
 
 } // namespace host
