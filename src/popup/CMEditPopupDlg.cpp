@@ -202,13 +202,13 @@ void CMEditPopupDlg::ResetList() {
 void CMEditPopupDlg::LoadList() {
     HuxGetFileDialog dialog;
     SetUp(dialog, kLoadPreference, GetWindowRef());
-    const FSSpec* file = dialog.Run() ? dialog.GetFiles().GetAt(0) : nullptr;
-    if (!file || !m_pRecord)
+    if (!dialog.Run() || !m_pRecord)
         return;
+    const FSSpec file = dialog.GetFile();
     _POPUPSTRING loaded = m_list;
     bool isLoaded = false;
     try {
-        isLoaded = CText::OpenPopupString(m_pRecord, file, loaded.szPreset) != 0;
+        isLoaded = CText::OpenPopupString(m_pRecord, &file, loaded.szPreset) != 0;
     } catch (std::int32_t) {
         isLoaded = false;
     }

@@ -7,11 +7,11 @@
 #include <utility>
 
 #include "effect/VamRect.h"
+#include "platform/StateSavers.h"
 #include "preview/HostImage.h"
 #include "preview/ScaledCopy.h"
 #include "render/ImageOperations.h"
 #include "render/Rounding.h"
-#include "render/StateSavers.h"
 
 namespace {
 

@@ -10,6 +10,7 @@
 #include "effect/PIHandle.h"
 #include "effect/VamRect.h"
 #include "huxCommon/huxUtility/VamWindowItem.h"
+#include "platform/StateSavers.h"
 #include "preview/GridLines.h"
 #include "preview/HostImage.h"
 #include "preview/PreviewControl.h"
@@ -17,7 +18,6 @@
 #include "render/CTextRenderer.h"
 #include "render/ColorRef.h"
 #include "render/Rounding.h"
-#include "render/StateSavers.h"
 #include "render/TextFields.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <vector>
 
-#include "render/StateSavers.h"
+#include "platform/StateSavers.h"
 
 namespace {
 

@@ -10,12 +10,12 @@
 #include <string_view>
 
 #include "platform/Drawing.h"
+#include "platform/StateSavers.h"
 #include "platform/TextContext.h"
 #include "render/ColorRef.h"
 #include "render/LineWalk.h"
 #include "render/PIOffscreen.h"
 #include "render/Rounding.h"
-#include "render/StateSavers.h"
 #include "render/TextChoice.h"
 #include "render/TextFields.h"
 

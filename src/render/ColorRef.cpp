@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "render/StateSavers.h"
+#include "platform/StateSavers.h"
 
 namespace {
 

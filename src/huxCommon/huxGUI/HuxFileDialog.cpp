@@ -12,17 +12,7 @@ void HuxFileDialog::SetTitle(const HuxString& title) {
     m_options.title = title.GetUTF8();
 }
 
-bool HuxGetFileDialog::Run() {
-    m_files = HuxArray<FSSpec>(RunGetFileDialog(m_options));
-    return !m_files.IsEmpty();
-}
-
-void HuxPutFileDialog::SetFileName(const HuxString& name) {
-    m_options.fileName = name.GetUTF8();
-}
-
-bool HuxPutFileDialog::Run() {
-    const std::vector<FSSpec> files = RunPutFileDialog(m_options);
-    m_file = files.empty() ? FSSpec {} : files.front();
-    return !files.empty();
+bool HuxFileDialog::Take(const std::optional<FSSpec>& file) {
+    m_file = file.value_or(FSSpec {});
+    return file.has_value();
 }

@@ -2,7 +2,8 @@
 // The dialogs that open and save files.
 #pragma once
 
-#include "huxCommon/huxCoreFoundation/HuxArray.h"
+#include <optional>
+
 #include "huxCommon/huxCoreFoundation/HuxString.h"
 #include "platform/ui/Dialogs.h"
 
@@ -14,31 +15,30 @@ public:
     void SetType(const HuxString& name, const char* pattern);
     void SetTitle(const HuxString& title);
     void SetParent(platform::WindowRef parent) { m_options.parent = parent; }
+    const FSSpec& GetFile() const { return m_file; } // empty until the user has chosen one
 
 protected:
     HuxFileDialog() = default;
     ~HuxFileDialog() = default;
+    bool Take(const std::optional<FSSpec>& file); // true: there is one
 
     platform::FileDialogOptions m_options;
-};
-
-// Asks the user for files to open.
-class HuxGetFileDialog : public HuxFileDialog {
-public:
-    bool Run(); // true: the user chose
-    const HuxArray<FSSpec>& GetFiles() const { return m_files; }
 
 private:
-    HuxArray<FSSpec> m_files;
+    FSSpec m_file {};
+};
+
+// Asks the user for a file to open.
+class HuxGetFileDialog : public HuxFileDialog {
+public:
+    bool Run() { return Take(platform::RunGetFileDialog(m_options)); } // true: the user chose
 };
 
 // Asks the user where to save a file.
 class HuxPutFileDialog : public HuxFileDialog {
 public:
-    void SetFileName(const HuxString& name);         // to begin with
-    bool Run();                                      // true: the user chose
-    const FSSpec& GetFile() const { return m_file; } // empty until then
-
-private:
-    FSSpec m_file {};
+    void SetFileName(const HuxString& name) {
+        m_options.fileName = name.GetUTF8();
+    }                                                                  // to begin with
+    bool Run() { return Take(platform::RunPutFileDialog(m_options)); } // true: the user chose
 };

@@ -6,31 +6,13 @@
 #include <new>
 #include <vector>
 
-#include "platform/Drawing.h"
+#include "platform/StateSavers.h"
 #include "platform/drawing/World.h"
 
 namespace platform {
 namespace {
 
 constexpr std::ptrdiff_t kPixelBytes = 4;
-
-// Keeps a world's pixels in place until its end.
-class ScopedPixels {
-public:
-    explicit ScopedPixels(GWorldPtr world)
-        : m_map(GetGWorldPixMap(world)), m_locked(LockPixels(m_map)) {}
-    ScopedPixels(const ScopedPixels&) = delete;
-    ScopedPixels& operator=(const ScopedPixels&) = delete;
-    ~ScopedPixels() {
-        if (m_locked)
-            UnlockPixels(m_map);
-    }
-    PixMapHandle Map() const { return m_map; }
-
-private:
-    PixMapHandle m_map;
-    bool m_locked;
-};
 
 // How one axis maps: each of the target's pixels from first on takes its pixel of the source.
 struct Axis {
@@ -101,14 +83,14 @@ private:
 };
 
 OSStatus CopyMapped(GWorldPtr from, GWorldPtr to, const Axis& columns, const Axis& rows) {
-    const ScopedPixels lockedFrom(from);
-    const ScopedPixels lockedTo(to);
+    const XPixMapLocker lockedFrom(&from->pixels);
+    const XPixMapLocker lockedTo(&to->pixels);
     // Writing gives a world pixels of its own, so the source is asked for afterwards.
-    std::uint8_t* const base = GetWritablePixBaseAddr(lockedTo.Map());
+    std::uint8_t* const base = GetWritablePixBaseAddr(&to->pixels);
     const SourceRows source(from, rows, from == to);
     if (!base || !source)
         return kMemFullErr;
-    const std::ptrdiff_t rowBytes = GetPixRowBytes(lockedTo.Map());
+    const std::ptrdiff_t rowBytes = GetPixRowBytes(&to->pixels);
     for (std::size_t i = 0; i < rows.source.size(); ++i) {
         std::uint8_t* const row = base + (rows.first + static_cast<std::ptrdiff_t>(i)) * rowBytes;
         if (i > 0 && rows.source[i] == rows.source[i - 1]) // stretched: the row above once more

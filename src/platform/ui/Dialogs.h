@@ -4,9 +4,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/ui/Windows.h"
 
@@ -29,8 +29,8 @@ struct FileDialogOptions {
     std::string fileName;       // of a file to save, to begin with
     WindowRef parent = nullptr; // null: the active window
 };
-// Empty when the user cancels. The save dialog asks before it gives a file that exists.
-std::vector<FSSpec> RunGetFileDialog(const FileDialogOptions& options);
-std::vector<FSSpec> RunPutFileDialog(const FileDialogOptions& options);
+// Nothing when the user cancels. The save dialog asks before it gives a file that exists.
+std::optional<FSSpec> RunGetFileDialog(const FileDialogOptions& options);
+std::optional<FSSpec> RunPutFileDialog(const FileDialogOptions& options);
 
 } // namespace platform

@@ -68,17 +68,19 @@ private:
     EventRef m_event = nullptr;
 };
 
+inline void NoMore(const MadeEvent&) {}
+
 // Makes an event of the class and kind with the object as its direct object and sends it to the
 // object's target. more may add parameters. The object may be gone afterwards.
-template <class More>
+template <class More = decltype(&NoMore)>
 OSStatus SendObjectEvent(const UIObject& object, OSType eventClass, std::uint32_t kind,
-                         OSType typeOfObject, More more) {
+                         OSType typeOfObject, More more = NoMore) {
     if (eventClass != kEventClassCommand &&
         CountEventHandlers(object.Target(), { eventClass, kind }) == 0)
         return kEventNotHandledErr;
     const MadeEvent event(eventClass, kind);
     event.Set(kEventParamDirectObject, typeOfObject, object.As<void*>());
-    more(event.Get());
+    more(event);
     return SendEventToEventTarget(event.Get(), object.Target());
 }
 

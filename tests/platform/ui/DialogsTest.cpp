@@ -13,7 +13,6 @@
 namespace platform {
 namespace {
 
-using testing::IsEmpty;
 
 // Answers the dialogs that run while it lives, one after the other, and cancels what comes then.
 class Answers {
@@ -68,8 +67,8 @@ Answers::Answer PressButton(QMessageBox::StandardButton button) {
         [button](QDialog& dialog) { dynamic_cast<QMessageBox&>(dialog).button(button)->click(); };
 }
 
-std::string Only(const std::vector<FSSpec>& files) {
-    return files.size() == 1 ? files[0].path : "(" + std::to_string(files.size()) + " files)";
+std::string Only(const std::optional<FSSpec>& file) {
+    return file ? file->path : "(0 files)";
 }
 
 TEST_F(DialogsTest, AnAlertShowsItsMessageAsItIsAndClosesWithItsOneButton) {
@@ -96,10 +95,10 @@ TEST_F(DialogsTest, OpeningRemembersTheFolderByItsKey) {
         dialog.reject();
     };
     const Answers answers({ note, note });
-    EXPECT_THAT(RunGetFileDialog(options), IsEmpty());
+    EXPECT_FALSE(RunGetFileDialog(options));
     EXPECT_EQ(begun, QDir(folder.path()).absolutePath());
     options.preferenceKey = 10002;
-    EXPECT_THAT(RunGetFileDialog(options), IsEmpty());
+    EXPECT_FALSE(RunGetFileDialog(options));
     EXPECT_EQ(begun, QDir::homePath());
 }
 
@@ -132,7 +131,7 @@ TEST_F(DialogsTest, APathThatDoesNotFitIsRefusedWithAMessage) {
                                message = dynamic_cast<QMessageBox&>(dialog).text();
                                dialog.accept();
                            } });
-    EXPECT_THAT(RunPutFileDialog(options), IsEmpty());
+    EXPECT_FALSE(RunPutFileDialog(options));
     EXPECT_THAT(message.toStdString(), testing::HasSubstr("4095"));
 }
 
@@ -142,7 +141,7 @@ TEST_F(DialogsTest, AWindowThatGoesEndsItsDialog) {
         EXPECT_EQ(dialog.parentWidget(), widget);
         delete widget;
     } });
-    EXPECT_THAT(RunPutFileDialog(options), IsEmpty());
+    EXPECT_FALSE(RunPutFileDialog(options));
 }
 
 } // namespace

@@ -5,9 +5,8 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
-#include "platform/ui/controls/ColorValues.h"
+#include "platform/ui/QtValues.h"
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/controls/Mnemonics.h"
 
 namespace platform {
 namespace {

@@ -3,13 +3,12 @@
 #include "platform/ui/controls/Control.h"
 
 #include <algorithm>
-#include <memory>
 
 #include <QHash>
 #include <QPointer>
 #include <QPushButton>
 
-#include "platform/ui/windows/Points.h"
+#include "platform/ui/QtValues.h"
 #include "platform/ui/windows/Window.h"
 
 namespace platform {
@@ -95,8 +94,8 @@ WindowRef Control::OwnerRef() const {
 
 void Control::SendHit(ControlPartCode part) {
     const ControlRef self = Ref();
-    const auto withPart = [part](EventRef event) {
-        SetEventParameter(event, kEventParamControlPart, kTypeControlPartCode, sizeof part, &part);
+    const auto withPart = [part](const MadeEvent& event) {
+        event.Set(kEventParamControlPart, kTypeControlPartCode, part);
     };
     const OSStatus status =
         SendObjectEvent(*this, kEventClassControl, kEventControlHit, kTypeControlRef, withPart);
@@ -107,18 +106,16 @@ void Control::SendHit(ControlPartCode part) {
 }
 
 void Control::SendCommand() {
-    EventRef made = nullptr;
-    if (commandID == 0 || CreateEvent(kEventClassCommand, kEventCommandProcess, &made))
+    if (commandID == 0)
         return;
-    const std::unique_ptr<Event, decltype(&ReleaseEvent)> event(made, ReleaseEvent);
     HICommandExtended command {};
     command.attributes = kHICommandFromControl;
     command.commandID = commandID;
     command.source.control = Ref();
-    const std::uint32_t modifiers = GetCurrentEventKeyModifiers();
-    SetEventParameter(made, kEventParamDirectObject, kTypeHICommand, sizeof command, &command);
-    SetEventParameter(made, kEventParamKeyModifiers, kTypeUInt32, sizeof modifiers, &modifiers);
-    SendEventToEventTarget(made, Target());
+    const MadeEvent event(kEventClassCommand, kEventCommandProcess);
+    event.Set(kEventParamDirectObject, kTypeHICommand, command);
+    event.Set(kEventParamKeyModifiers, kTypeUInt32, GetCurrentEventKeyModifiers());
+    SendEventToEventTarget(event.Get(), Target());
 }
 
 // Ending -----------------------------------------------------------------------------------------
@@ -127,8 +124,7 @@ void Control::SendDisposed() {
     if (m_disposedSent)
         return;
     m_disposedSent = true;
-    SendObjectEvent(*this, kEventClassControl, kEventControlDisposed, kTypeControlRef,
-                    [](EventRef) {});
+    SendObjectEvent(*this, kEventClassControl, kEventControlDisposed, kTypeControlRef);
 }
 
 void EndControls(QWidget& root) {

@@ -37,6 +37,11 @@ Control* MakeUserPaneControl(QWidget& widget, Window& owner);   // UserPane
 Control* MakePopupControl(QWidget& widget, Window& owner);      // PopupButton
 Control* MakeListControl(QWidget& widget, Window& owner);       // ListView
 
+// Puts everything in a hidden window where it will be when it is shown; the window grows to what its
+// contents need at least. Layouts do not settle by themselves before, but dialogs ask where their
+// controls lie while they set them up. Does nothing for a window that is shown.
+void SettleLayouts(QWidget& window);
+
 QWidget* NewColorButton(QWidget* parent); // what MakeCustomWidget gives for "ColorButton"
 
 } // namespace platform

@@ -12,7 +12,7 @@
 #include <QPushButton>
 
 #include "platform/TextEncoding.h"
-#include "platform/ui/controls/ColorValues.h"
+#include "platform/ui/QtValues.h"
 #include "platform/ui/controls/Control.h"
 
 namespace platform {

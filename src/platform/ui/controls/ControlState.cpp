@@ -5,9 +5,8 @@
 
 #include <QLayout>
 
-#include "platform/ui/Layouts.h"
+#include "platform/ui/QtValues.h"
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/windows/Points.h"
 #include "platform/ui/windows/Window.h"
 
 namespace platform {
@@ -20,6 +19,17 @@ void TakeOutOfLayout(QLayout* layout, QWidget& widget) {
     layout->removeWidget(&widget);
     for (int i = 0; i < layout->count(); ++i)
         TakeOutOfLayout(layout->itemAt(i)->layout(), widget);
+}
+
+// From the outside inwards: a layout needs the place that the one around it has given.
+void Activate(QWidget& widget) {
+    if (QLayout* const layout = widget.layout()) {
+        layout->invalidate();
+        layout->activate();
+    }
+    for (QObject* const child : widget.children())
+        if (child->isWidgetType())
+            Activate(*static_cast<QWidget*>(child));
 }
 
 QRect BoundsOf(const Control& control) {
@@ -97,6 +107,15 @@ void Control::Invalidate() {
 }
 
 // Bounds -----------------------------------------------------------------------------------------
+
+void SettleLayouts(QWidget& window) {
+    if (window.isVisible())
+        return;
+    window.ensurePolished();
+    if (window.layout())
+        window.resize(window.size().expandedTo(window.layout()->totalMinimumSize()));
+    Activate(window);
+}
 
 Rect Control::Bounds() const {
     SettleLayouts(m_owner->Widget());

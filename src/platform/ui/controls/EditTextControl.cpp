@@ -8,10 +8,8 @@
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QInputMethodEvent>
-#include <QPointer>
-#include <QScopeGuard>
 
-#include "platform/ui/QtStrings.h"
+#include "platform/ui/QtValues.h"
 
 namespace platform {
 namespace {
@@ -127,7 +125,7 @@ ControlPartCode EditTextControl::FocusPart() const {
 
 bool EditTextControl::BlocksKey(std::uint32_t keyCode, std::int16_t charCode,
                                 std::uint32_t modifiers) {
-    const QPointer<EditTextControl> alive(this);
+    const Alive alive(*this);
     Validate(); // of what came before the key
     if (!alive)
         return true;
@@ -220,11 +218,7 @@ void EditTextControl::Validate() {
     m_unvalidated = false;
     if (!validation)
         return;
-    m_validating = true;
-    const auto done = qScopeGuard([alive = QPointer<EditTextControl>(this)] {
-        if (alive)
-            alive->m_validating = false;
-    });
+    const WhileSet validating(*this, m_validating, true);
     validation(Ref());
 }
 

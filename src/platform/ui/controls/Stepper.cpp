@@ -9,7 +9,6 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPointer>
 #include <QStyle>
 #include <QStyleOptionButton>
 #include <QWheelEvent>
@@ -206,10 +205,10 @@ public:
         TakeFromForm("minimum", &Stepper::SetMinimum);
         TakeFromForm("maximum", &Stepper::SetMaximum);
         TakeFromForm("value", &Stepper::SetValue);
-        stepper.onStep = [self = QPointer<StepperControl>(this)](Stepper::Arrow arrow) {
-            if (self)
-                self->SendHit(arrow == Stepper::Arrow::kUp ? kControlUpButtonPart
-                                                           : kControlDownButtonPart);
+        stepper.onStep = [this, alive = Alive(*this)](Stepper::Arrow arrow) {
+            if (alive)
+                SendHit(arrow == Stepper::Arrow::kUp ? kControlUpButtonPart
+                                                     : kControlDownButtonPart);
         };
     }
     std::int32_t Value() const override { return m_stepper->Value(); }

@@ -7,8 +7,8 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include "platform/ui/QtValues.h"
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/controls/Mnemonics.h"
 #include "platform/ui/controls/RadioGroup.h"
 
 namespace platform {

@@ -2,50 +2,23 @@
 // User panes: a draw event for each paint, and what it drew put on the screen.
 #include "platform/ui/controls/UserPane.h"
 
-#include <algorithm>
-#include <bit>
 #include <cmath>
-#include <cstring>
 
 #include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QPointer>
 #include <QStyle>
 #include <QStyleOptionFocusRect>
 
-#include "platform/ui/controls/ColorValues.h"
+#include "platform/StateSavers.h"
+#include "platform/ui/QtValues.h"
 #include "platform/ui/controls/Control.h"
+#include "platform/ui/cursors/PortImage.h"
 
 namespace platform {
 namespace {
 
 constexpr ControlPartCode kPanePart = 1;
-
-// Makes the world the current one until its end, whatever way out is taken.
-class ScopedPort {
-public:
-    explicit ScopedPort(GWorldPtr world) {
-        GetGWorld(&m_port, &m_device);
-        SetGWorld(world, nullptr);
-    }
-    ScopedPort(const ScopedPort&) = delete;
-    ScopedPort& operator=(const ScopedPort&) = delete;
-    ~ScopedPort() { SetGWorld(m_port, m_device); }
-
-private:
-    CGrafPtr m_port = nullptr;
-    GDHandle m_device = nullptr;
-};
-
-// Bytes unused, red, green, blue of one pixel, as the word 0xffRRGGBB.
-QRgb ToScreen(const std::uint8_t* pixel) {
-    std::uint32_t word = 0;
-    std::memcpy(&word, pixel, sizeof word);
-    if constexpr (std::endian::native == std::endian::little)
-        word = __builtin_bswap32(word);
-    return word | 0xFF000000U;
-}
 
 } // namespace
 
@@ -71,7 +44,8 @@ bool UserPane::FitWorld() {
 }
 
 void UserPane::DrawWorld() {
-    const ScopedPort port(m_world.get());
+    const XSaveGWorld saved;
+    SetGWorld(m_world.get(), nullptr);
     // What the handlers leave undrawn looks like the window around it, in light and dark palettes.
     RGBBackColor(ToRGBColor(palette().color(QPalette::Window)));
     RGBForeColor(ToRGBColor(palette().color(QPalette::WindowText)));
@@ -91,19 +65,7 @@ void UserPane::DrawWorld() {
 bool UserPane::TakePicture(const QRect& part) {
     if (m_picture.size() != m_worldSize)
         m_picture = QImage(m_worldSize, QImage::Format_RGB32);
-    const PixMapHandle pixels = GetGWorldPixMap(m_world.get());
-    if (m_picture.isNull() || !LockPixels(pixels))
-        return false;
-    const std::uint8_t* const base = GetPixBaseAddr(pixels);
-    const std::ptrdiff_t rowBytes = GetPixRowBytes(pixels);
-    for (int y = part.top(); base && y <= part.bottom(); ++y) {
-        const std::uint8_t* const from = base + y * rowBytes;
-        auto* const to = reinterpret_cast<QRgb*>(m_picture.scanLine(y));
-        for (int x = part.left(); x <= part.right(); ++x)
-            to[x] = ToScreen(from + std::ptrdiff_t { 4 } * x);
-    }
-    UnlockPixels(pixels);
-    return base;
+    return CopyToImage(m_world.get(), part, m_picture);
 }
 
 void UserPane::paintEvent(QPaintEvent* event) {
@@ -163,15 +125,15 @@ namespace {
 class UserPaneControl : public WidgetControl {
 public:
     UserPaneControl(UserPane& pane, Window& owner) : WidgetControl(pane, owner), m_pane(&pane) {
-        const QPointer<UserPaneControl> self(this);
-        pane.onDraw = [self] {
-            if (self)
-                self->SendDraw();
+        const Alive alive(*this); // the pane may outlive it by some calls
+        pane.onDraw = [this, alive] {
+            if (alive)
+                SendDraw();
         };
-        pane.onPress = [self](QPoint place) { return self && self->Track(place); };
-        pane.onClick = [self] {
-            if (self)
-                self->SendHit(kPanePart);
+        pane.onPress = [this, alive](QPoint place) { return alive && Track(place); };
+        pane.onClick = [this, alive] {
+            if (alive)
+                SendHit(kPanePart);
         };
     }
     ControlPartCode FocusPart() const override { return kPanePart; }
@@ -180,18 +142,16 @@ public:
 
 private:
     void SendDraw() {
-        SendObjectEvent(*this, kEventClassControl, kEventControlDraw, kTypeControlRef,
-                        [](EventRef) {});
+        SendObjectEvent(*this, kEventClassControl, kEventControlDraw, kTypeControlRef);
     }
     // The part that a handler of the hit test says lies there; the pane's only one without any.
     ControlPartCode PartAt(const HIPoint& place) {
         ControlPartCode part = kPanePart;
         EventRef test = nullptr;
         SendObjectEvent(*this, kEventClassControl, kEventControlHitTest, kTypeControlRef,
-                        [&](EventRef event) {
-                            SetEventParameter(event, kEventParamMouseLocation, kTypeHIPoint,
-                                              sizeof place, &place);
-                            test = RetainEvent(event);
+                        [&](const MadeEvent& event) {
+                            event.Set(kEventParamMouseLocation, kTypeHIPoint, place);
+                            test = RetainEvent(event.Get());
                         });
         GetEventParameter(test, kEventParamControlPart, kTypeControlPartCode, nullptr, sizeof part,
                           nullptr, &part);
@@ -199,18 +159,17 @@ private:
         return part;
     }
     bool Track(QPoint where) {
-        const QPointer<UserPaneControl> alive(this);
+        const Alive alive(*this);
         const HIPoint place { static_cast<float>(where.x()), static_cast<float>(where.y()) };
         const ControlPartCode part = PartAt(place);
         if (!alive || part == kControlNoPart)
             return true;
-        const OSStatus status = SendObjectEvent(
-            *this, kEventClassControl, kEventControlTrack, kTypeControlRef, [&](EventRef event) {
-                SetEventParameter(event, kEventParamMouseLocation, kTypeHIPoint, sizeof place,
-                                  &place);
-                SetEventParameter(event, kEventParamControlPart, kTypeControlPartCode, sizeof part,
-                                  &part);
-            });
+        const OSStatus status =
+            SendObjectEvent(*this, kEventClassControl, kEventControlTrack, kTypeControlRef,
+                            [&](const MadeEvent& event) {
+                                event.Set(kEventParamMouseLocation, kTypeHIPoint, place);
+                                event.Set(kEventParamControlPart, kTypeControlPartCode, part);
+                            });
         return status != kEventNotHandledErr;
     }
 

@@ -1,43 +1,26 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "platform/ui/cursors/PortImage.h"
 
-#include <algorithm>
+#include <bit>
 #include <cstddef>
+#include <cstring>
 
 #include <QPainter>
 
+#include "platform/StateSavers.h"
 #include "platform/drawing/World.h"
 
 namespace platform {
 namespace {
 
-// Keeps a world's pixels locked.
-class Locked {
-public:
-    explicit Locked(GWorldPtr world) : m_pixels(GetGWorldPixMap(world)) {
-        m_locked = LockPixels(m_pixels);
-    }
-    Locked(const Locked&) = delete;
-    Locked& operator=(const Locked&) = delete;
-    ~Locked() {
-        if (m_locked)
-            UnlockPixels(m_pixels);
-    }
-
-    QSize Size() const { return { m_pixels->width, m_pixels->height }; }
-    // Null without memory. For a row within the size.
-    const std::uint8_t* Row(int y) const { return At(GetPixBaseAddr(m_pixels), y); }
-    std::uint8_t* WritableRow(int y) const { return At(GetWritablePixBaseAddr(m_pixels), y); }
-
-private:
-    template <class Byte>
-    Byte* At(Byte* base, int y) const {
-        return base ? base + std::ptrdiff_t { GetPixRowBytes(m_pixels) } * y : nullptr;
-    }
-
-    PixMapHandle m_pixels;
-    bool m_locked = false;
-};
+// Bytes unused, red, green, blue of one pixel, as the word 0xffRRGGBB.
+QRgb ToScreen(const std::uint8_t* pixel) {
+    std::uint32_t word = 0;
+    std::memcpy(&word, pixel, sizeof word);
+    if constexpr (std::endian::native == std::endian::little)
+        word = __builtin_bswap32(word);
+    return word | 0xFF000000U;
+}
 
 // The part of the image that shows when it fills target, premultiplied.
 QImage LayerOf(const QImage& image, const QRect& target, const QRect& part) {
@@ -81,31 +64,37 @@ OSStatus DrawImageInPort(const QImage& image, const Rect& destination) {
     if (part.isEmpty())
         return kNoErr;
     const QImage layer = LayerOf(image, target, part);
-    const Locked pixels(port);
-    if (layer.isNull() || !pixels.WritableRow(0))
+    const XPixMapLocker locker(&port->pixels);
+    std::uint8_t* const base = GetWritablePixBaseAddr(&port->pixels);
+    if (layer.isNull() || !base)
         return kMemFullErr;
-    for (int y = 0; y < part.height(); ++y) {
-        const auto* const row = reinterpret_cast<const QRgb*>(layer.constScanLine(y));
-        BlendRow(pixels.WritableRow(part.y() + y) + std::ptrdiff_t { 4 } * part.x(), row,
-                 part.width());
-    }
+    const std::ptrdiff_t rowBytes = GetPixRowBytes(&port->pixels);
+    for (int y = 0; y < part.height(); ++y)
+        BlendRow(base + (part.y() + y) * rowBytes + std::ptrdiff_t { 4 } * part.x(),
+                 reinterpret_cast<const QRgb*>(layer.constScanLine(y)), part.width());
     return kNoErr;
+}
+
+bool CopyToImage(GWorldPtr world, const QRect& part, QImage& image) {
+    const XPixMapLocker locker(GetGWorldPixMap(world));
+    const std::uint8_t* const base = GetPixBaseAddr(GetGWorldPixMap(world));
+    if (image.isNull() || !base)
+        return false;
+    const std::ptrdiff_t rowBytes = GetPixRowBytes(GetGWorldPixMap(world));
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        const std::uint8_t* const from = base + y * rowBytes;
+        auto* const to = reinterpret_cast<QRgb*>(image.scanLine(y));
+        for (int x = part.left(); x <= part.right(); ++x)
+            to[x] = ToScreen(from + std::ptrdiff_t { 4 } * x);
+    }
+    return true;
 }
 
 QImage ImageOfWorld(GWorldPtr world) {
     if (!world)
         return {};
-    const Locked pixels(world);
-    QImage image(pixels.Size(), QImage::Format_ARGB32);
-    if (image.isNull() || !pixels.Row(0))
-        return {};
-    for (int y = 0; y < image.height(); ++y) {
-        const std::uint8_t* from = pixels.Row(y);
-        auto* const to = reinterpret_cast<QRgb*>(image.scanLine(y));
-        for (int x = 0; x < image.width(); ++x, from += 4)
-            to[x] = qRgb(from[1], from[2], from[3]);
-    }
-    return image;
+    QImage image(world->pixels.width, world->pixels.height, QImage::Format_ARGB32);
+    return CopyToImage(world, image.rect(), image) ? image : QImage();
 }
 
 } // namespace platform

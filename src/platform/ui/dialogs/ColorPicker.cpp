@@ -3,7 +3,7 @@
 #include <QColorDialog>
 
 #include "platform/ui/Dialogs.h"
-#include "platform/ui/QtStrings.h"
+#include "platform/ui/QtValues.h"
 #include "platform/ui/UIObject.h"
 #include "platform/ui/dialogs/OwnedDialog.h"
 

@@ -84,12 +84,11 @@ std::optional<FSSpec> ToFSSpec(const QString& file, QWidget* parent) {
     return std::nullopt;
 }
 
-std::vector<FSSpec> Result(const FileDialogOptions& options, const QString& file) {
+std::optional<FSSpec> Result(const FileDialogOptions& options, const QString& file) {
     const std::optional<FSSpec> spec = ToFSSpec(file, DialogParent(options.parent));
-    if (!spec)
-        return {};
-    RememberFolder(options, file);
-    return { *spec };
+    if (spec)
+        RememberFolder(options, file);
+    return spec;
 }
 
 // The file to save -------------------------------------------------------------------------------
@@ -116,17 +115,17 @@ bool MayReplace(const QString& file, QWidget* parent) {
 
 } // namespace
 
-std::vector<FSSpec> RunGetFileDialog(const FileDialogOptions& options) {
+std::optional<FSSpec> RunGetFileDialog(const FileDialogOptions& options) {
     if (!EnsureUserInterface())
         return {};
     const OwnedDialog<QFileDialog> dialog(DialogParent(options.parent));
     SetUp(*dialog, options);
     dialog->setFileMode(QFileDialog::ExistingFile);
     const std::optional<QString> file = Ask(dialog);
-    return file ? Result(options, *file) : std::vector<FSSpec>();
+    return file ? Result(options, *file) : std::nullopt;
 }
 
-std::vector<FSSpec> RunPutFileDialog(const FileDialogOptions& options) {
+std::optional<FSSpec> RunPutFileDialog(const FileDialogOptions& options) {
     if (!EnsureUserInterface())
         return {};
     const OwnedDialog<QFileDialog> dialog(DialogParent(options.parent));

@@ -32,14 +32,12 @@ public:
     DataBrowserItemID EditedItem() const override { return m_view.EditedItem(); }
 
 private:
-    using Self = QPointer<ListControl>;
-
     ListModel& Rows() const { return m_view.Rows(); }
     OSStatus Ask(DataBrowserItemID item, DataBrowserPropertyID property, DataBrowserItemData& data,
                  bool set) const;
     void Tell(DataBrowserItemID item, DataBrowserItemNotification message) const;
-    static void TellOfAll(const Self& self, Items items, DataBrowserItemNotification message);
-    static void LetGo(const Self& self, Items items);
+    void TellOfAll(Items items, DataBrowserItemNotification message) const;
+    void LetGo(Items items);
 
     ListView& m_view;
     DataBrowserCallbacks m_callbacks;
@@ -47,13 +45,14 @@ private:
 
 // The view may outlive this control by some calls.
 ListControl::ListControl(ListView& view, Window& owner) : WidgetControl(view, owner), m_view(view) {
-    view.Rows().source = [self = Self(this)](DataBrowserItemID item, DataBrowserPropertyID property,
-                                             DataBrowserItemData& data, bool set) {
-        return self ? self->Ask(item, property, data, set) : kErrDataNotSupported;
+    const Alive alive(*this);
+    view.Rows().source = [this, alive](DataBrowserItemID item, DataBrowserPropertyID property,
+                                       DataBrowserItemData& data, bool set) {
+        return alive ? Ask(item, property, data, set) : kErrDataNotSupported;
     };
-    view.notify = [self = Self(this)](DataBrowserItemID item, DataBrowserItemNotification message) {
-        if (self)
-            self->Tell(item, message);
+    view.notify = [this, alive](DataBrowserItemID item, DataBrowserItemNotification message) {
+        if (alive)
+            Tell(item, message);
     };
 }
 
@@ -72,10 +71,11 @@ void ListControl::Tell(DataBrowserItemID item, DataBrowserItemNotification messa
         Guarded([&] { m_callbacks.itemNotification(Ref(), item, message); });
 }
 
-void ListControl::TellOfAll(const Self& self, Items items, DataBrowserItemNotification message) {
+void ListControl::TellOfAll(Items items, DataBrowserItemNotification message) const {
+    const Alive alive(*this);
     for (const DataBrowserItemID item : items)
-        if (self)
-            self->Tell(item, message);
+        if (alive)
+            Tell(item, message);
 }
 
 // Rows -------------------------------------------------------------------------------------------
@@ -83,36 +83,38 @@ void ListControl::TellOfAll(const Self& self, Items items, DataBrowserItemNotifi
 OSStatus ListControl::AddItems(Items items) {
     if (!Rows().Add(items))
         return kParamErr;
-    TellOfAll(this, items, kDataBrowserItemAdded);
+    TellOfAll(items, kDataBrowserItemAdded);
     return kNoErr;
 }
 
 // Ends what goes on in rows that are about to go, so that its notifications meet whole rows.
-void ListControl::LetGo(const Self& self, Items items) {
+void ListControl::LetGo(Items items) {
+    const Alive alive(*this);
     QItemSelection rows;
     bool edited = false;
     for (const DataBrowserItemID item : items) {
-        const QModelIndex index = self->Rows().IndexOf(item);
+        const QModelIndex index = Rows().IndexOf(item);
         if (index.isValid())
             rows.select(index, index);
-        edited |= item != kDataBrowserNoItem && item == self->EditedItem();
+        edited |= item != kDataBrowserNoItem && item == EditedItem();
     }
-    self->m_view.selectionModel()->select(rows, QItemSelectionModel::Deselect);
-    if (self && edited)
-        self->m_view.EndEdit(ListView::Text::kDrop);
+    m_view.selectionModel()->select(rows, QItemSelectionModel::Deselect);
+    if (alive && edited)
+        m_view.EndEdit(ListView::Text::kDrop);
 }
 
 OSStatus ListControl::RemoveItems(Items items) {
-    const Self self(this);
-    LetGo(self, items);
+    const Alive alive(*this);
+    LetGo(items);
     std::vector<DataBrowserItemID> removed;
     for (const DataBrowserItemID item : items) {
-        if (!self || !Rows().IndexOf(item).isValid())
+        if (!alive || !Rows().IndexOf(item).isValid())
             continue;
         Rows().Remove(item);
         removed.push_back(item);
     }
-    TellOfAll(self, removed, kDataBrowserItemRemoved);
+    if (alive)
+        TellOfAll(removed, kDataBrowserItemRemoved);
     return removed.size() == items.size() ? kNoErr : kParamErr;
 }
 

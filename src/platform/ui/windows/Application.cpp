@@ -15,7 +15,6 @@
 
 #include "platform/Languages.h"
 #include "platform/ui/Windows.h"
-#include "platform/ui/windows/Display.h"
 #include "platform/ui/windows/Input.h"
 
 namespace platform {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Which of Qt's platforms can be opened here: its plug-in is installed, and the display answers.
-#include "platform/ui/windows/Display.h"
+#include "platform/ui/windows/Input.h"
 
 #include <algorithm>
 

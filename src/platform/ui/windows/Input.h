@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <exception>
+#include <string>
 
 #include <QPointer>
 #include <QWidget>
@@ -36,6 +37,10 @@ void Guarded(Call call) noexcept {
         qWarning("An exception left an event handler");
     }
 }
+
+// The name of the Qt platform to open, as in QT_QPA_PLATFORM; empty when none can be opened. Qt ends the
+// process when it is asked to open one and cannot, so it is looked at first.
+std::string FindDisplayPlatform();
 
 // The filter that sees every event of the application and looks only at those of widgets in our
 // windows. The application's.

@@ -53,9 +53,8 @@ void SendSetCursor(const QWidget& receiver, const QMouseEvent& mouse) {
         return;
     const HIPoint place = ToHIPoint(control->Widget().mapFromGlobal(mouse.globalPosition()));
     SendObjectEvent(*control, kEventClassControl, kEventControlSetCursor, kTypeControlRef,
-                    [&place](EventRef event) {
-                        SetEventParameter(event, kEventParamMouseLocation, kTypeHIPoint,
-                                          sizeof place, &place);
+                    [&place](const MadeEvent& event) {
+                        event.Set(kEventParamMouseLocation, kTypeHIPoint, place);
                     });
 }
 

@@ -13,8 +13,8 @@
 #include <QMouseEvent>
 #include <QTimer>
 
+#include "platform/ui/QtValues.h"
 #include "platform/ui/windows/Input.h"
-#include "platform/ui/windows/Points.h"
 #include "platform/ui/windows/Window.h"
 
 namespace platform {

@@ -15,8 +15,7 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
-#include "platform/ui/Layouts.h"
-#include "platform/ui/QtStrings.h"
+#include "platform/ui/QtValues.h"
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/windows/Window.h"
 

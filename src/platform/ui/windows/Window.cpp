@@ -13,10 +13,10 @@
 #include <QPushButton>
 #include <QScreen>
 
+#include "platform/ui/QtValues.h"
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/windows/Input.h"
 #include "platform/ui/windows/MouseTracker.h"
-#include "platform/ui/windows/Points.h"
 
 namespace platform {
 
@@ -111,7 +111,8 @@ void WidgetWindow::End() {
     if (!alive)
         return; // a handler deleted the widget, and this with it
     ReleaseWindowsOver(*this);
-    EndControls(*m_widget);
+    if (alive)
+        EndControls(*m_widget);
     if (alive)
         delete this;
 }
@@ -236,7 +237,7 @@ void WidgetWindow::SetCancelButton(Control* button) {
 // Events -----------------------------------------------------------------------------------------
 
 OSStatus WidgetWindow::Send(std::uint32_t kind) const {
-    return SendObjectEvent(*this, kEventClassWindow, kind, kTypeWindowRef, [](EventRef) {});
+    return SendObjectEvent(*this, kEventClassWindow, kind, kTypeWindowRef);
 }
 
 void WidgetWindow::NoticeBounds() {

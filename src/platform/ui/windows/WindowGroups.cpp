@@ -73,12 +73,17 @@ void WindowGroup::Remove(Window& window) {
 }
 
 void ReleaseWindowsOver(const Window& window) {
-    for (UIObject* const object : UIObject::All(ObjectKind::kWindow)) {
-        auto& other = static_cast<WidgetWindow&>(*object);
-        if (!other.liesOverGroup || other.Widget().parentWidget() != &window.Widget())
+    const QWidget* const below = &window.Widget();
+    std::vector<WindowRef> others;
+    for (UIObject* const object : UIObject::All(ObjectKind::kWindow))
+        others.push_back(object->As<WindowRef>());
+    for (const WindowRef reference : others) {
+        // Who hears of the new parent of one may end the next.
+        auto* const other = static_cast<WidgetWindow*>(Window::Find(reference));
+        if (!other || !other->liesOverGroup || other->Widget().parentWidget() != below)
             continue;
-        other.liesOverGroup = false;
-        MoveBelow(other.Widget(), nullptr);
+        other->liesOverGroup = false;
+        MoveBelow(other->Widget(), nullptr);
     }
 }
 
