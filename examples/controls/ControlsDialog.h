@@ -12,7 +12,7 @@
 #include "huxCommon/huxGUI/HuxBevelButton.h"
 #include "huxCommon/huxGUI/HuxCheckBox.h"
 #include "huxCommon/huxGUI/HuxDataBrowser.h"
-#include "huxCommon/huxGUI/HuxDialogImpl.h"
+#include "huxCommon/huxGUI/HuxDialog.h"
 #include "huxCommon/huxGUI/HuxEditText.h"
 #include "huxCommon/huxGUI/HuxLittleArrows.h"
 #include "huxCommon/huxGUI/HuxPopupButton.h"

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "huxCommon/huxCoreFoundation/HuxString.h"
-#include "huxCommon/huxGUI/HuxDialogImpl.h"
+#include "huxCommon/huxGUI/HuxDialog.h"
 
 // Lent; null when this code is no part of a bundle, and then the program's own bundle is asked.
 platform::CFBundleRef PluginBundle();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Window objects with a form and wrapped controls, and their runs.
-#include "huxCommon/huxGUI/HuxDialogImpl.h"
+#include "huxCommon/huxGUI/HuxDialog.h"
 
 #include "huxCommon/HostErrors.h"
 #include "platform/ui/UIFixture.h"

@@ -53,3 +53,19 @@ private:
 
     HuxCFObject<platform::CFStringRef> m_ref; // never null
 };
+
+// Text that is put together and cut down, character by character of Unicode.
+class HuxMutableString : public HuxString {
+public:
+    using HuxString::HuxString;
+    HuxMutableString() = default;
+    HuxMutableString(const HuxString& text) : HuxString(text) {}
+
+    void Append(const HuxString& text);
+    void Clear();
+    // Cuts to the first count characters.
+    void Truncate(std::size_t count);
+    // The text without the characters of the set, and with no others than those.
+    void RemoveCharacters(const HuxString& set);
+    void KeepCharacters(const HuxString& set);
+};

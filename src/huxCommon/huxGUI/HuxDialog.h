@@ -60,3 +60,15 @@ private:
     std::uint32_t m_uParentAttributes = 0;
     Run m_run = Run::kNone;
 };
+
+// What dialogs derive from.
+class HuxDialogImpl : public HuxDialog {
+public:
+    // Does nothing. It keeps the operations after it where callers that count slots expect them.
+    virtual void DummyHuxDialog() {}
+    // Dialogs override this; unhandled events go on to the classes below.
+    platform::OSStatus HandleEventCurrentSelf(platform::EventHandlerCallRef,
+                                              platform::EventRef) override {
+        return platform::kEventNotHandledErr;
+    }
+};

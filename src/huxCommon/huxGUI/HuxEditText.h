@@ -7,7 +7,7 @@
 // Lengths, limits and selections count UTF-16 units; no character is ever cut in two.
 #pragma once
 
-#include "huxCommon/huxCoreFoundation/HuxMutableString.h"
+#include "huxCommon/huxCoreFoundation/HuxString.h"
 #include "huxCommon/huxGUI/HuxCarbonEventPatcherT.h"
 #include "huxCommon/huxGUI/HuxControlImpl.h"
 

@@ -35,11 +35,6 @@ const MenuItem* HuxPopupButton::GetItem(MenuItemIndex item) const {
     return menu ? menu->Item(item) : nullptr;
 }
 
-HuxString HuxPopupButton::GetItemText(MenuItemIndex item) const {
-    const MenuItem* const found = GetItem(item);
-    return found ? HuxString::FromUTF8(found->text) : HuxString();
-}
-
 // Reference values -------------------------------------------------------------------------------
 
 std::int32_t HuxPopupButton::GetItemRefCon(MenuItemIndex item) const {
@@ -72,11 +67,6 @@ std::optional<std::int32_t> HuxPopupButton::GetSelectRefCon() const {
 void HuxPopupButton::CheckItem(MenuItemIndex item, bool checked) {
     if (Menu* const menu = GetMenu())
         menu->SetChecked(item, checked);
-}
-
-bool HuxPopupButton::IsItemChecked(MenuItemIndex item) const {
-    const MenuItem* const found = GetItem(item);
-    return found && found->checked;
 }
 
 void HuxPopupButton::ClearCheckMarks() {

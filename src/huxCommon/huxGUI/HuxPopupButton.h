@@ -17,7 +17,6 @@ public:
                                        std::uint32_t attributes = 0);
     void AppendSeparator();
 
-    HuxString GetItemText(platform::MenuItemIndex item) const;
     std::int32_t GetItemRefCon(platform::MenuItemIndex item) const; // 0 without one
     // The first or last item with the reference value; 0 when there is none.
     platform::MenuItemIndex FindItem(std::int32_t refCon) const;
@@ -26,7 +25,6 @@ public:
     std::optional<std::int32_t> GetSelectRefCon() const;
 
     void CheckItem(platform::MenuItemIndex item, bool checked);
-    bool IsItemChecked(platform::MenuItemIndex item) const;
     void ClearCheckMarks();
 
     // Appends the installed font families and makes the item count the maximum.

@@ -7,7 +7,6 @@
 // One of several choices; the group that it lies in sees to it that no other is selected.
 class HuxRadioButton : public HuxControlImpl {
 public:
-    bool IsSelected() const { return GetValue() != 0; }
     void Select() { SetValue(1); }
 };
 
