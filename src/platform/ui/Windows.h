@@ -16,11 +16,13 @@
 #include "platform/Drawing.h"
 #include "platform/ui/UIObject.h"
 
+class QEventLoop;
 class QWidget;
 
 namespace platform {
 
 class Control;
+class WindowGroup;
 
 inline constexpr OSStatus kErrInvalidWindow = -5600;
 inline constexpr OSStatus kErrNoUserInterface = -4960; // neither a display nor an application
@@ -55,77 +57,117 @@ inline constexpr std::uint32_t kWindowModalityNone = 0;
 inline constexpr std::uint32_t kWindowModalityAppModal = 2;
 inline constexpr std::uint32_t kWindowModalityWindowModal = 3;
 
-// What a WindowRef means. Whatever sends events (showing, moving, focus, runs) may end it.
-class Window : public UIObject {
+// What a WindowRef means: a widget, with which it ends, whoever deletes that. Whatever sends events
+// (showing, moving, focus, runs) may end it.
+class Window final : public UIObject {
 public:
     // Null when it is gone.
     static Window* Find(WindowRef window) {
         return static_cast<Window*>(UIObject::Find(window, ObjectKind::kWindow));
     }
-    // The window that a widget lies in; null for a widget of the host.
+    // The window that a widget lies in, which may itself be embedded in another; null for a widget of
+    // the host.
     static Window* Of(const QWidget* widget);
+    // The window of the widget itself alone.
+    static Window* At(const QWidget* widget);
     // Hidden, without controls; null without a user interface.
     static WindowRef Create(const Rect& contentBounds);
+    explicit Window(QWidget& widget);
+    ~Window() override;
     WindowRef Ref() const { return As<WindowRef>(); }
     // A host may put it into a layout of its own (it reparents like any widget) and shows it with
     // Show. It belongs to the window: deleting it, or the widget around it, disposes the window.
-    virtual QWidget& Widget() const = 0;
+    QWidget& Widget() const { return *m_widget; }
     // Sends the closed event ('wind', 73), ends its controls and handlers. Allowed from inside any of
     // its own handlers and modal runs.
-    virtual void Dispose() = 0;
+    void Dispose();
 
-    virtual void Show() = 0;
-    virtual void Hide() = 0;
-    virtual bool IsVisible() const = 0;
-    virtual void BringToFront() = 0;
+    void Show();
+    void Hide();
+    bool IsVisible() const;
+    void BringToFront();
     // Puts the content's top left there.
-    virtual void MoveTo(std::int16_t left, std::int16_t top) = 0;
-    virtual void Resize(std::int16_t width, std::int16_t height) = 0;
-    virtual void CenterOnMainScreen() = 0;
-    virtual Rect ContentBounds() const = 0; // global
-    virtual Point ToLocal(Point global) const = 0;
-    virtual Point ToGlobal(Point local) const = 0;
-    virtual void SetTitle(std::string_view utf8) = 0;
+    void MoveTo(std::int16_t left, std::int16_t top);
+    void Resize(std::int16_t width, std::int16_t height);
+    void CenterOnMainScreen();
+    Rect ContentBounds() const; // global
+    Point ToLocal(Point global) const;
+    Point ToGlobal(Point local) const;
+    void SetTitle(std::string_view utf8);
 
-    virtual std::uint32_t Attributes() const = 0;
-    virtual void ChangeAttributes(std::uint32_t set, std::uint32_t clear) = 0;
+    std::uint32_t Attributes() const { return m_attributes; }
+    void ChangeAttributes(std::uint32_t set, std::uint32_t clear);
     // Scope 0: showing it does not activate it. 1 and 2: it may have the keyboard, or all of it.
-    virtual void SetActivationScope(std::uint32_t scope) = 0;
+    void SetActivationScope(std::uint32_t scope);
     // over: the window that it lies over; null: whatever is there.
-    virtual void SetModality(std::uint32_t modality, const Window* over) = 0;
+    void SetModality(std::uint32_t modality, const Window* over);
 
     // What handlers draw in the part (local; null: all) is drawn again when the loop gets to it. Other
     // controls see to that themselves.
-    virtual void Invalidate(const Rect* part) = 0;
+    void Invalidate(const Rect* part);
     // Shows at once what is drawn already.
-    virtual void Flush() = 0;
+    void Flush();
 
     // Return and Enter press the default button, Escape the cancel button, unless a handler of the
     // window or the focused control took the key. Null: none.
-    virtual Control* DefaultButton() const = 0;
-    virtual Control* CancelButton() const = 0;
-    virtual void SetDefaultButton(Control* button) = 0;
-    virtual void SetCancelButton(Control* button) = 0;
+    Control* DefaultButton() const;
+    Control* CancelButton() const;
+    void SetDefaultButton(Control* button);
+    void SetCancelButton(Control* button);
 
-    virtual void TakeUserFocus() = 0;
-    virtual Control* KeyboardFocus() const = 0; // null: no control has it
+    void TakeUserFocus();
+    Control* KeyboardFocus() const; // null: no control has it
     // Fires what a click into the control would fire. Null takes the focus away from the control that
     // has it. False: it cannot have it, or is another window's.
-    virtual bool SetKeyboardFocus(const Control* control) = 0;
+    bool SetKeyboardFocus(const Control* control);
 
     // Returns when QuitModal was called or the window is gone. The other windows of the process do
     // not react meanwhile, but for the window's group. Runs nest; a window has one at a time. Events
     // of the main queue are delivered.
-    virtual void RunModal() = 0;
-    virtual void QuitModal() = 0;
+    void RunModal();
+    void QuitModal();
 
     // Waits for the mouse to do something, with a loop of its own; timeout in seconds, below 0 means
     // for ever. where is global. Gives kUserCancelled at once when no button of the mouse is down any
     // more and its release was reported already.
-    virtual MouseTracking TrackMouse(EventTime timeout, Point* where) = 0;
+    MouseTracking TrackMouse(EventTime timeout, Point* where);
 
-protected:
-    Window() : UIObject(ObjectKind::kWindow, GetApplicationEventTarget()) {}
+    // What follows is this layer's own business ---------------------------------------------------
+
+    // Sends an event of class 'wind'. The window may be gone afterwards.
+    OSStatus Send(std::uint32_t kind) const;
+    // It was moved or resized. The event follows when the widget is through with it: Qt does not
+    // expect the widget to go in the middle.
+    void NoticeBounds();
+    void TellOfActivation(bool active);
+
+    WindowGroup* group = nullptr;
+    bool liesOverGroup = false;       // a child of the widget of its group's first window
+    std::uint64_t lastActivation = 0; // counts up; 0: never
+    ControlRef toldOfFocus = nullptr; // the control that was last told that it has the focus
+
+private:
+    void End();
+    void SendBounds();
+    void ApplyAttributes(std::uint32_t changed);
+    void ApplyOwnModality();
+    void ShowWithModality(int modality);
+    void ReleaseWindowsOver() const;
+    // Tells the controls that the focus moves to one of them (null: to none), where no widget says
+    // so: in a window that is not active.
+    void TellFocus(const Control* control);
+    // Does it when the loop gets to it, unless the window has gone by then.
+    void Later(void (Window::*act)());
+
+    QWidget* m_widget;
+    ControlRef m_defaultButton = nullptr;
+    ControlRef m_cancelButton = nullptr;
+    QEventLoop* m_modalLoop = nullptr; // while it runs modally
+    std::uint32_t m_attributes = kWindowCloseBoxAttribute | kWindowCollapseBoxAttribute;
+    std::uint32_t m_modality = kWindowModalityNone;
+    bool m_isQuiet = false; // being shown or hidden is not the user's doing now
+    bool m_ending = false;
+    bool m_boundsNoticed = false; // and not told yet
 };
 
 // Makes the hidden window of a form with its controls; on failure *window is null. The form is the file

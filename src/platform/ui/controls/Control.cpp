@@ -9,7 +9,7 @@
 #include <QPushButton>
 
 #include "platform/ui/QtValues.h"
-#include "platform/ui/windows/Window.h"
+#include "platform/ui/Windows.h"
 
 namespace platform {
 namespace {

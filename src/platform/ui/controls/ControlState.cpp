@@ -6,8 +6,8 @@
 #include <QLayout>
 
 #include "platform/ui/QtValues.h"
+#include "platform/ui/Windows.h"
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/windows/Window.h"
 
 namespace platform {
 namespace {

@@ -10,12 +10,12 @@
 #include <QAccessibleWidget>
 #include <QLabel>
 
+#include "platform/ui/Windows.h"
 #include "platform/ui/controls/RadioGroup.h"
 #include "platform/ui/controls/Stepper.h"
 #include "platform/ui/controls/UserPane.h"
 #include "platform/ui/lists/ListView.h"
 #include "platform/ui/menus/PopupButton.h"
-#include "platform/ui/windows/Window.h"
 
 namespace platform {
 namespace {

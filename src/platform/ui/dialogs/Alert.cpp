@@ -5,9 +5,9 @@
 #include <QPushButton>
 
 #include "platform/ui/Dialogs.h"
+#include "platform/ui/Windows.h"
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/dialogs/OwnedDialog.h"
-#include "platform/ui/windows/Window.h"
 
 namespace platform {
 namespace {
@@ -25,7 +25,7 @@ bool RunStandardAlert(std::string_view title, std::string_view message, bool can
     if (!EnsureUserInterface())
         return false;
     const OwnedDialog<QMessageBox> box(DialogParent());
-    auto& window = *new WidgetWindow(*box); // ends with the box
+    auto& window = *new Window(*box); // ends with the box
     window.SetTitle(title);
     box->setTextFormat(Qt::PlainText); // a message may quote what somebody typed
     box->setText(QString::fromUtf8(message.data(), static_cast<qsizetype>(message.size())));

@@ -10,9 +10,9 @@
 #include <QWheelEvent>
 #include <QWidget>
 
+#include "platform/ui/Windows.h"
 #include "platform/ui/windows/Input.h"
 #include "platform/ui/windows/MouseTracker.h"
-#include "platform/ui/windows/Window.h"
 
 namespace platform {
 
@@ -32,7 +32,7 @@ bool IsInput(QEvent::Type type) {
 }
 
 // The user wants the window closed. Qt does nothing further about it.
-bool TurnClose(WidgetWindow& window, QEvent& event) {
+bool TurnClose(Window& window, QEvent& event) {
     const MadeEvent made(kEventClassWindow, kEventWindowClose);
     made.Set(kEventParamDirectObject, kTypeWindowRef, window.Ref());
     const Passage passage(window.Widget(), event, made.Get());
@@ -44,7 +44,7 @@ bool TurnClose(WidgetWindow& window, QEvent& event) {
 }
 
 // What happens to the window's own widget.
-bool TurnWindowChange(WidgetWindow& window, QEvent& event) {
+bool TurnWindowChange(Window& window, QEvent& event) {
     const QPointer<QWidget> alive(&window.Widget());
     switch (event.type()) {
     case QEvent::Close:
@@ -111,8 +111,7 @@ bool EventSource::Turn(QWidget& receiver, QEvent& event) {
     switch (type) {
     case QEvent::FocusIn:
     case QEvent::FocusOut:
-        if (WidgetWindow* const window =
-                Passage::IsFeeding(event) ? nullptr : WidgetWindow::Of(&receiver))
+        if (Window* const window = Passage::IsFeeding(event) ? nullptr : Window::Of(&receiver))
             return TurnFocus(*window, receiver, static_cast<QFocusEvent&>(event));
         return false;
     case QEvent::Close:
@@ -121,8 +120,7 @@ bool EventSource::Turn(QWidget& receiver, QEvent& event) {
     case QEvent::Hide:
     case QEvent::Move:
     case QEvent::Resize:
-        if (WidgetWindow* const window =
-                Passage::IsFeeding(event) ? nullptr : WidgetWindow::At(&receiver))
+        if (Window* const window = Passage::IsFeeding(event) ? nullptr : Window::At(&receiver))
             return TurnWindowChange(*window, event);
         return false;
     default:
@@ -137,7 +135,7 @@ bool EventSource::TurnInput(QWidget& receiver, QInputEvent& event) {
     SetCurrentEventKeyModifiers(TranslateModifiers(event.modifiers()));
     const bool offered = WasOffered(receiver, event);
     bool done = !offered && MouseTracker::Of().Takes(event);
-    WidgetWindow* const window = done || offered ? nullptr : WidgetWindow::Of(&receiver);
+    Window* const window = done || offered ? nullptr : Window::Of(&receiver);
     if (window && IsKey(event.type()))
         done = TurnKey(*window, receiver, static_cast<QKeyEvent&>(event));
     else if (window && event.type() == QEvent::Wheel)

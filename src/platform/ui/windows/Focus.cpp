@@ -7,9 +7,9 @@
 #include <QApplication>
 #include <QFocusEvent>
 
+#include "platform/ui/Windows.h"
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/windows/Input.h"
-#include "platform/ui/windows/Window.h"
 
 namespace platform {
 
@@ -70,7 +70,7 @@ void Tell(const Control& control, ControlPartCode part) {
 
 // Moving it --------------------------------------------------------------------------------------
 
-void WidgetWindow::TakeUserFocus() {
+void Window::TakeUserFocus() {
     const QPointer<QWidget> widget(m_widget);
     FocusSomethingIn(*widget);
     if (widget)
@@ -84,12 +84,12 @@ void FocusFrontWindow() {
 }
 
 // That of the window, active or not.
-Control* WidgetWindow::KeyboardFocus() const {
+Control* Window::KeyboardFocus() const {
     const QWidget* const widget = m_widget->window()->focusWidget();
     return widget && Of(widget) == this ? Control::Of(widget) : nullptr;
 }
 
-bool WidgetWindow::SetKeyboardFocus(const Control* control) {
+bool Window::SetKeyboardFocus(const Control* control) {
     if (control && !CanFocus(*this, *control))
         return false;
     if (!control && !KeyboardFocus())
@@ -108,7 +108,7 @@ bool WidgetWindow::SetKeyboardFocus(const Control* control) {
 
 // Telling of it ----------------------------------------------------------------------------------
 
-bool TurnFocus(WidgetWindow& window, QWidget& receiver, QFocusEvent& event) {
+bool TurnFocus(Window& window, QWidget& receiver, QFocusEvent& event) {
     const Control* const control = Control::Of(&receiver);
     if (event.gotFocus()) {
         const ControlRef now = control ? control->Ref() : nullptr;
@@ -124,7 +124,7 @@ bool TurnFocus(WidgetWindow& window, QWidget& receiver, QFocusEvent& event) {
     return Turn(*control, kControlNoPart, receiver, event);
 }
 
-void WidgetWindow::TellFocus(const Control* control) {
+void Window::TellFocus(const Control* control) {
     const ControlRef now = control ? control->Ref() : nullptr;
     const ControlRef before = std::exchange(toldOfFocus, now);
     if (now == before)

@@ -23,7 +23,7 @@ namespace platform {
 
 class Control;
 class UIObject;
-class WidgetWindow;
+class Window;
 
 // Where handlers are called from Qt's loop: no exception of theirs goes on into the loop, which would
 // not survive it.
@@ -82,12 +82,12 @@ private:
 
 // What becomes of a key, the mouse, the wheel and the focus. They give whether the event was dealt with;
 // else the widget gets it. The window may be gone afterwards.
-bool TurnKey(WidgetWindow& window, QWidget& receiver, QKeyEvent& key);
-bool TurnMouse(WidgetWindow& window, QWidget& receiver, QMouseEvent& mouse);
-bool TurnWheel(WidgetWindow& window, QWidget& receiver, QWheelEvent& wheel);
-bool TurnFocus(WidgetWindow& window, QWidget& receiver, QFocusEvent& event);
+bool TurnKey(Window& window, QWidget& receiver, QKeyEvent& key);
+bool TurnMouse(Window& window, QWidget& receiver, QMouseEvent& mouse);
+bool TurnWheel(Window& window, QWidget& receiver, QWheelEvent& wheel);
+bool TurnFocus(Window& window, QWidget& receiver, QFocusEvent& event);
 // The end of a window's chain, for a key.
-OSStatus HandleKey(WidgetWindow& window, EventRef event);
+OSStatus HandleKey(Window& window, EventRef event);
 // Clicks the control when it is a button and enabled; gives whether it was one.
 bool PressButton(const Control* control);
 

@@ -7,9 +7,9 @@
 #include <QAbstractItemView>
 #include <QKeyEvent>
 
+#include "platform/ui/Windows.h"
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/windows/Input.h"
-#include "platform/ui/windows/Window.h"
 
 namespace platform {
 
@@ -69,7 +69,7 @@ std::uint32_t KindOf(const QKeyEvent& key) {
     return key.isAutoRepeat() ? kEventRawKeyRepeat : kEventRawKeyDown;
 }
 
-bool IsWanted(const WidgetWindow& window, const Control* control, std::uint32_t kind) {
+bool IsWanted(const Window& window, const Control* control, std::uint32_t kind) {
     const EventTypeSpec type { kEventClassKeyboard, kind };
     return CountEventHandlers(window.Target(), type) > 1 || // one is the standard handler
            (control && CountEventHandlers(control->Target(), type) > 0);
@@ -110,8 +110,7 @@ bool IsRowEditor(const QWidget* widget) {
 }
 
 // What the platform itself does with a key press before the widget gets it: whether it is done.
-bool PressButtonOrBlock(WidgetWindow& window, Control* control, const QWidget* receiver,
-                        const Key& key) {
+bool PressButtonOrBlock(Window& window, Control* control, const QWidget* receiver, const Key& key) {
     if (!IsRowEditor(receiver)) {
         if (key.IsReturn()) {
             const bool own = control && control->TakesReturn();
@@ -127,7 +126,7 @@ bool PressButtonOrBlock(WidgetWindow& window, Control* control, const QWidget* r
            control->BlocksKey(key.codes.keyCode, key.codes.charCode, key.modifiers);
 }
 
-void SetParameters(const MadeEvent& event, const WidgetWindow& window, const QKeyEvent& key) {
+void SetParameters(const MadeEvent& event, const Window& window, const QKeyEvent& key) {
     const KeyCodes codes = TranslateKey(key);
     event.Set(kEventParamDirectObject, kTypeWindowRef, window.Ref());
     event.Set(kEventParamKeyCode, kTypeUInt32, codes.keyCode);
@@ -136,7 +135,7 @@ void SetParameters(const MadeEvent& event, const WidgetWindow& window, const QKe
     event.Set(kEventParamKeyModifiers, kTypeUInt32, TranslateModifiers(key.modifiers()));
 }
 
-OSStatus SendToControl(const WidgetWindow& window, const Passage* passage, EventRef event) {
+OSStatus SendToControl(const Window& window, const Passage* passage, EventRef event) {
     const QWidget* const receiver = passage ? passage->Receiver() : nullptr;
     const Control* const control = passage ? Control::Of(receiver) : window.KeyboardFocus();
     return control ? SendEventToEventTarget(event, control->Target()) : kEventNotHandledErr;
@@ -178,7 +177,7 @@ std::uint32_t TranslateModifiers(Qt::KeyboardModifiers modifiers) {
     return bits;
 }
 
-bool TurnKey(WidgetWindow& window, QWidget& receiver, QKeyEvent& key) {
+bool TurnKey(Window& window, QWidget& receiver, QKeyEvent& key) {
     const std::uint32_t kind = KindOf(key);
     const bool releasesWhileHeld = kind == kEventRawKeyUp && key.isAutoRepeat();
     if (releasesWhileHeld || IsModifierKey(key.key()))
@@ -193,7 +192,7 @@ bool TurnKey(WidgetWindow& window, QWidget& receiver, QKeyEvent& key) {
     return true;
 }
 
-OSStatus HandleKey(WidgetWindow& window, EventRef event) {
+OSStatus HandleKey(Window& window, EventRef event) {
     const Alive alive(window);
     Passage* const passage = Passage::Of(event);
     const OSStatus status = SendToControl(window, passage, event);

@@ -5,9 +5,10 @@
 #include <array>
 
 #include <QEventLoop>
+#include <QWidget>
 #include <QWindow>
 
-#include "platform/ui/windows/Window.h"
+#include "platform/ui/Windows.h"
 
 namespace platform {
 
@@ -27,7 +28,7 @@ constexpr std::array kFlags {
 
 } // namespace
 
-void WidgetWindow::ChangeAttributes(std::uint32_t set, std::uint32_t clear) {
+void Window::ChangeAttributes(std::uint32_t set, std::uint32_t clear) {
     const std::uint32_t before = m_attributes;
     m_attributes = (before | set) & ~clear;
     if (m_attributes != before && m_widget->isWindow())
@@ -35,7 +36,7 @@ void WidgetWindow::ChangeAttributes(std::uint32_t set, std::uint32_t clear) {
 }
 
 // A window that is visible stays so; the window system is told of the new flags.
-void WidgetWindow::ApplyAttributes(std::uint32_t changed) {
+void Window::ApplyAttributes(std::uint32_t changed) {
     Qt::WindowFlags flags = m_widget->windowFlags() | Qt::CustomizeWindowHint;
     for (const NamedFlag& named : kFlags)
         if (changed & named.attribute)
@@ -45,13 +46,13 @@ void WidgetWindow::ApplyAttributes(std::uint32_t changed) {
         handle->setFlags(flags);
 }
 
-void WidgetWindow::SetActivationScope(std::uint32_t scope) {
+void Window::SetActivationScope(std::uint32_t scope) {
     m_widget->setAttribute(Qt::WA_ShowWithoutActivating, scope == 0);
 }
 
 // Modality ---------------------------------------------------------------------------------------
 
-void WidgetWindow::SetModality(std::uint32_t modality, const Window* over) {
+void Window::SetModality(std::uint32_t modality, const Window* over) {
     m_modality = modality;
     QWidget* const below = over ? over->Widget().window() : nullptr;
     if (below && m_widget->isWindow() && m_widget != below) {
@@ -60,26 +61,22 @@ void WidgetWindow::SetModality(std::uint32_t modality, const Window* over) {
         below->winId();
         m_widget->windowHandle()->setTransientParent(below->windowHandle());
     }
-    if (!m_modalLoop)
-        ShowWithModality(OwnModality());
+    ApplyOwnModality();
 }
 
-// What SetModality asked for.
-Qt::WindowModality WidgetWindow::OwnModality() const {
-    switch (m_modality) {
-    case kWindowModalityNone:
-        return Qt::NonModal;
-    case kWindowModalityWindowModal:
-        return Qt::WindowModal;
-    default:
-        return Qt::ApplicationModal;
-    }
+// What SetModality asked for, unless a run is on.
+void Window::ApplyOwnModality() {
+    if (!m_modalLoop)
+        ShowWithModality(m_modality == kWindowModalityNone          ? Qt::NonModal
+                         : m_modality == kWindowModalityWindowModal ? Qt::WindowModal
+                                                                    : Qt::ApplicationModal);
 }
 
 // In case the widget is a window of the screen: one that a host embeds, or that lies over another, is
 // as modal as what is around it.
-void WidgetWindow::ShowWithModality(Qt::WindowModality modality) {
-    if (!m_widget->isWindow() || m_widget->windowModality() == modality)
+void Window::ShowWithModality(int modality) {
+    const auto wanted = static_cast<Qt::WindowModality>(modality);
+    if (!m_widget->isWindow() || m_widget->windowModality() == wanted)
         return;
     const bool shown = m_widget->isVisible();
     const bool wasActive = m_widget->isActiveWindow();
@@ -90,7 +87,7 @@ void WidgetWindow::ShowWithModality(Qt::WindowModality modality) {
         m_widget->hide();
     if (!alive)
         return;
-    m_widget->setWindowModality(modality);
+    m_widget->setWindowModality(wanted);
     if (!shown)
         return;
     m_widget->setGeometry(place);
@@ -101,7 +98,7 @@ void WidgetWindow::ShowWithModality(Qt::WindowModality modality) {
 
 // Modal runs -------------------------------------------------------------------------------------
 
-void WidgetWindow::RunModal() {
+void Window::RunModal() {
     if (m_modalLoop)
         return;
     const Alive alive(*this);
@@ -116,16 +113,10 @@ void WidgetWindow::RunModal() {
     // Whoever ran it mostly hides it now. One that stays lets go of the others when the loop gets to
     // it, and does not flicker in the first case.
     if (alive)
-        QMetaObject::invokeMethod(
-            this,
-            [this] {
-                if (!m_modalLoop)
-                    ShowWithModality(OwnModality());
-            },
-            Qt::QueuedConnection);
+        Later(&Window::ApplyOwnModality);
 }
 
-void WidgetWindow::QuitModal() {
+void Window::QuitModal() {
     if (m_modalLoop)
         m_modalLoop->quit();
 }

@@ -4,9 +4,9 @@
 #include <QMouseEvent>
 #include <QWheelEvent>
 
+#include "platform/ui/Windows.h"
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/windows/Input.h"
-#include "platform/ui/windows/Window.h"
 
 namespace platform {
 
@@ -70,7 +70,7 @@ std::int32_t TakeNotches(const QWheelEvent& wheel) {
 
 } // namespace
 
-bool TurnMouse(WidgetWindow& window, QWidget& receiver, QMouseEvent& mouse) {
+bool TurnMouse(Window& window, QWidget& receiver, QMouseEvent& mouse) {
     const std::uint32_t kind = KindOf(mouse);
     const QPointer<QWidget> alive(&receiver);
     const bool wanted = IsWanted(window, kind);
@@ -84,7 +84,7 @@ bool TurnMouse(WidgetWindow& window, QWidget& receiver, QMouseEvent& mouse) {
     return wanted || !alive;
 }
 
-bool TurnWheel(WidgetWindow& window, QWidget& receiver, QWheelEvent& wheel) {
+bool TurnWheel(Window& window, QWidget& receiver, QWheelEvent& wheel) {
     if (!IsWanted(window, kEventMouseWheelMoved))
         return false;
     const std::int32_t notches = TakeNotches(wheel);

@@ -14,8 +14,8 @@
 #include <QTimer>
 
 #include "platform/ui/QtValues.h"
+#include "platform/ui/Windows.h"
 #include "platform/ui/windows/Input.h"
-#include "platform/ui/windows/Window.h"
 
 namespace platform {
 
@@ -110,7 +110,7 @@ void MouseTracker::Cancel(WindowRef window) {
     m_buttons = Qt::NoButton;
 }
 
-MouseTracking WidgetWindow::TrackMouse(EventTime timeout, Point* where) {
+MouseTracking Window::TrackMouse(EventTime timeout, Point* where) {
     const MouseTracker::Step step = MouseTracker::Of().Wait(Ref(), timeout);
     *where = ToPoint(step.where);
     return step.what;

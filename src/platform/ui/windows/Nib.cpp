@@ -16,8 +16,8 @@
 #include <QXmlStreamWriter>
 
 #include "platform/ui/QtValues.h"
+#include "platform/ui/Windows.h"
 #include "platform/ui/controls/Control.h"
-#include "platform/ui/windows/Window.h"
 
 namespace platform {
 
@@ -97,7 +97,7 @@ OSType CodeOf(const QVariant& value, OSType otherwise) {
     return code;
 }
 
-void MakeFormControl(QWidget& widget, WidgetWindow& window) {
+void MakeFormControl(QWidget& widget, Window& window) {
     const QVariant number = widget.property("controlID");
     if (!number.isValid())
         return;
@@ -113,7 +113,7 @@ void MakeFormControl(QWidget& widget, WidgetWindow& window) {
         window.SetCancelButton(control);
 }
 
-void MakeFormControls(WidgetWindow& window) {
+void MakeFormControls(Window& window) {
     for (QWidget* const widget : window.Widget().findChildren<QWidget*>()) {
         // Return is the business of the window's default button, in a host's dialog as well.
         if (auto* const button = qobject_cast<QPushButton*>(widget))
@@ -140,7 +140,7 @@ OSStatus MakeWindow(const QString& path, CFBundleRef bundle, WindowRef* window) 
     std::unique_ptr<QWidget> widget = MakeFormWidget(form, &why);
     if (!widget)
         return Broken(path, why);
-    WidgetWindow& made = WidgetWindow::Adopt(std::move(widget));
+    Window& made = *new Window(*widget.release()); // they end together
     MakeFormControls(made);
     *window = made.Ref();
     return kNoErr;

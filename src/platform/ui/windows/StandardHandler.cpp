@@ -6,9 +6,9 @@
 #include <QAbstractButton>
 #include <QDialog>
 
+#include "platform/ui/Windows.h"
 #include "platform/ui/controls/Control.h"
 #include "platform/ui/windows/Input.h"
-#include "platform/ui/windows/Window.h"
 
 namespace platform {
 
@@ -66,8 +66,7 @@ OSStatus Close(Window& window, EventRef event) {
 }
 
 OSStatus HandleForWindow(EventHandlerCallRef /*call*/, EventRef event, void* reference) {
-    auto* const window =
-        static_cast<WidgetWindow*>(Window::Find(static_cast<WindowRef>(reference)));
+    Window* const window = Window::Find(static_cast<WindowRef>(reference));
     if (!window)
         return kEventNotHandledErr;
     switch (GetEventClass(event)) {

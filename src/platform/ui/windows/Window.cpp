@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // One window: found from its widgets, shown and placed, and its end, which any of its own handlers may
 // bring about.
-#include "platform/ui/windows/Window.h"
+#include "platform/ui/Windows.h"
 
 #include <algorithm>
 #include <utility>
@@ -22,8 +22,8 @@ namespace platform {
 
 namespace {
 
-QHash<const QWidget*, WidgetWindow*>& Windows() {
-    static auto& windows = *new QHash<const QWidget*, WidgetWindow*>;
+QHash<const QWidget*, Window*>& Windows() {
+    static auto& windows = *new QHash<const QWidget*, Window*>;
     return windows;
 }
 
@@ -44,15 +44,19 @@ void ShowAsDefault(const Control* control, bool isDefault) {
 
 } // namespace
 
-WidgetWindow::WidgetWindow(QWidget& widget) : QObject(&widget), m_widget(&widget) {
+Window::Window(QWidget& widget)
+    : UIObject(ObjectKind::kWindow, GetApplicationEventTarget()), m_widget(&widget) {
     Windows().insert(&widget, this);
     // The plug-in's windows do not decide when the host's process ends.
     widget.setAttribute(Qt::WA_QuitOnClose, false);
     // A widget says so before it deletes its children, so the controls are whole at that time.
-    connect(&widget, &QObject::destroyed, this, [this] { End(); });
+    QObject::connect(&widget, &QObject::destroyed, [this, alive = Alive(*this)] {
+        if (alive)
+            End();
+    });
 }
 
-WidgetWindow::~WidgetWindow() {
+Window::~Window() {
     if (group)
         group->Remove(*this);
     MouseTracker::Of().Cancel(Ref());
@@ -60,25 +64,21 @@ WidgetWindow::~WidgetWindow() {
     Windows().remove(m_widget);
 }
 
-Window* Window::Of(const QWidget* widget) {
-    return WidgetWindow::Of(widget);
-}
-
 WindowRef Window::Create(const Rect& contentBounds) {
     if (!EnsureUserInterface())
         return nullptr;
-    auto widget = std::make_unique<QWidget>();
+    auto* const widget = new QWidget; // the window's, and ends with it
     widget->setGeometry(ToQRect(contentBounds));
-    return WidgetWindow::Adopt(std::move(widget)).Ref();
+    return (new Window(*widget))->Ref();
 }
 
-WidgetWindow* WidgetWindow::At(const QWidget* widget) {
+Window* Window::At(const QWidget* widget) {
     return Windows().value(widget);
 }
 
-WidgetWindow* WidgetWindow::Of(const QWidget* widget) {
+Window* Window::Of(const QWidget* widget) {
     while (widget) {
-        if (WidgetWindow* const window = At(widget))
+        if (Window* const window = At(widget))
             return window;
         // A popup or dialog belongs to itself, also when it was opened from one of our windows.
         widget = widget->isWindow() ? nullptr : widget->parentWidget();
@@ -88,7 +88,7 @@ WidgetWindow* WidgetWindow::Of(const QWidget* widget) {
 
 // The end ----------------------------------------------------------------------------------------
 
-void WidgetWindow::Dispose() {
+void Window::Dispose() {
     const Alive alive(*this);
     const QPointer<QWidget> widget(m_widget);
     End();
@@ -103,14 +103,14 @@ void WidgetWindow::Dispose() {
 
 // Sends the closed event while all is whole, then ends the controls and the window itself. The widget
 // stays.
-void WidgetWindow::End() {
+void Window::End() {
     if (std::exchange(m_ending, true))
         return;
     const Alive alive(*this);
     Guarded([this] { Send(kEventWindowClosed); });
     if (!alive)
         return; // a handler deleted the widget, and this with it
-    ReleaseWindowsOver(*this);
+    ReleaseWindowsOver();
     if (alive)
         EndControls(*m_widget);
     if (alive)
@@ -119,7 +119,7 @@ void WidgetWindow::End() {
 
 // Showing ----------------------------------------------------------------------------------------
 
-void WidgetWindow::Show() {
+void Window::Show() {
     const Alive alive(*this);
     m_widget->show();
     if (alive && !m_widget->isWindow())
@@ -128,25 +128,29 @@ void WidgetWindow::Show() {
         SendBounds();
 }
 
-void WidgetWindow::Hide() {
+void Window::Hide() {
     const Alive alive(*this);
     m_widget->hide();
-    if (alive && !m_modalLoop) // its run is over, and was what made it modal
-        ShowWithModality(OwnModality());
+    if (alive) // its run may be over, which was what made it modal
+        ApplyOwnModality();
 }
 
-void WidgetWindow::BringToFront() {
+bool Window::IsVisible() const {
+    return m_widget->isVisible();
+}
+
+void Window::BringToFront() {
     m_widget->raise();
 }
 
 // Of the active window's, else the one that was active last.
 Window* FrontWindow() {
-    const auto rank = [](const WidgetWindow& window) {
+    const auto rank = [](const Window& window) {
         return std::pair(window.Widget().isActiveWindow(), window.lastActivation);
     };
-    WidgetWindow* front = nullptr;
+    Window* front = nullptr;
     for (UIObject* const object : UIObject::All(ObjectKind::kWindow)) {
-        auto& window = static_cast<WidgetWindow&>(*object);
+        auto& window = static_cast<Window&>(*object);
         if (window.IsVisible() && (!front || rank(window) >= rank(*front)))
             front = &window;
     }
@@ -155,17 +159,17 @@ Window* FrontWindow() {
 
 // Places -----------------------------------------------------------------------------------------
 
-void WidgetWindow::MoveTo(std::int16_t left, std::int16_t top) {
+void Window::MoveTo(std::int16_t left, std::int16_t top) {
     MoveContentTo(*m_widget, { left, top });
     SendBounds();
 }
 
-void WidgetWindow::Resize(std::int16_t width, std::int16_t height) {
+void Window::Resize(std::int16_t width, std::int16_t height) {
     m_widget->resize(std::max<int>(width, 0), std::max<int>(height, 0));
     SendBounds();
 }
 
-void WidgetWindow::CenterOnMainScreen() {
+void Window::CenterOnMainScreen() {
     const QScreen* const screen = QGuiApplication::primaryScreen();
     if (!screen)
         return;
@@ -175,19 +179,19 @@ void WidgetWindow::CenterOnMainScreen() {
     SendBounds();
 }
 
-Rect WidgetWindow::ContentBounds() const {
+Rect Window::ContentBounds() const {
     return ToRect({ m_widget->mapToGlobal(QPoint()), m_widget->size() });
 }
 
-Point WidgetWindow::ToLocal(Point global) const {
+Point Window::ToLocal(Point global) const {
     return ToPoint(m_widget->mapFromGlobal(ToQPoint(global)));
 }
 
-Point WidgetWindow::ToGlobal(Point local) const {
+Point Window::ToGlobal(Point local) const {
     return ToPoint(m_widget->mapToGlobal(ToQPoint(local)));
 }
 
-void WidgetWindow::SetTitle(std::string_view utf8) {
+void Window::SetTitle(std::string_view utf8) {
     m_widget->setWindowTitle(QString::fromUtf8(utf8.data(), static_cast<qsizetype>(utf8.size())));
 }
 
@@ -195,7 +199,7 @@ void WidgetWindow::SetTitle(std::string_view utf8) {
 
 // Widgets keep themselves fresh; what handlers draw alone, they cannot know to be stale. A window full
 // of widgets takes longer to paint than its picture, so they are left alone.
-void WidgetWindow::Invalidate(const Rect* part) {
+void Window::Invalidate(const Rect* part) {
     const QRect stale = part ? ToQRect(*part) : m_widget->rect();
     for (UIObject* const object : UIObject::All(ObjectKind::kControl)) {
         const auto& control = static_cast<const Control&>(*object);
@@ -209,52 +213,59 @@ void WidgetWindow::Invalidate(const Rect* part) {
 
 // Drawing ends on the screen by itself, so what is left are updates that wait for the loop: the
 // window's as a whole, as no part of them can be had alone.
-void WidgetWindow::Flush() {
+void Window::Flush() {
     QCoreApplication::sendPostedEvents(m_widget->window(), QEvent::UpdateRequest);
 }
 
 // The default and the cancel button --------------------------------------------------------------
 // They belong to the window, not to a dialog of Qt's that a host may have around it.
 
-Control* WidgetWindow::DefaultButton() const {
+Control* Window::DefaultButton() const {
     return Control::Find(m_defaultButton);
 }
 
-Control* WidgetWindow::CancelButton() const {
+Control* Window::CancelButton() const {
     return Control::Find(m_cancelButton);
 }
 
-void WidgetWindow::SetDefaultButton(Control* button) {
+void Window::SetDefaultButton(Control* button) {
     ShowAsDefault(DefaultButton(), false);
     m_defaultButton = button ? button->Ref() : nullptr;
     ShowAsDefault(button, true);
 }
 
-void WidgetWindow::SetCancelButton(Control* button) {
+void Window::SetCancelButton(Control* button) {
     m_cancelButton = button ? button->Ref() : nullptr;
 }
 
 // Events -----------------------------------------------------------------------------------------
 
-OSStatus WidgetWindow::Send(std::uint32_t kind) const {
+OSStatus Window::Send(std::uint32_t kind) const {
     return SendObjectEvent(*this, kEventClassWindow, kind, kTypeWindowRef);
 }
 
-void WidgetWindow::NoticeBounds() {
+void Window::NoticeBounds() {
     if (m_isQuiet || m_boundsNoticed ||
         CountEventHandlers(Target(), { kEventClassWindow, kEventWindowBoundsChanged }) == 0)
         return;
     m_boundsNoticed = true;
-    QMetaObject::invokeMethod(
-        this, [this] { SendBounds(); }, Qt::QueuedConnection);
+    Later(&Window::SendBounds);
 }
 
-void WidgetWindow::SendBounds() {
+void Window::Later(void (Window::*act)()) {
+    const auto call = [this, act, alive = Alive(*this)] {
+        if (alive)
+            (this->*act)();
+    };
+    QMetaObject::invokeMethod(m_widget, call, Qt::QueuedConnection);
+}
+
+void Window::SendBounds() {
     if (std::exchange(m_boundsNoticed, false))
         Guarded([this] { Send(kEventWindowBoundsChanged); });
 }
 
-void WidgetWindow::TellOfActivation(bool active) {
+void Window::TellOfActivation(bool active) {
     static std::uint64_t count = 0;
     if (m_isQuiet)
         return;

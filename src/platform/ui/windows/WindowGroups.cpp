@@ -4,7 +4,9 @@
 // embeds both.
 #include <map>
 
-#include "platform/ui/windows/Window.h"
+#include <QWidget>
+
+#include "platform/ui/Windows.h"
 
 namespace platform {
 
@@ -25,7 +27,7 @@ void MoveBelow(QWidget& widget, QWidget* parent) {
     }
 }
 
-void LieOver(WidgetWindow& window, const Window& first) {
+void LieOver(Window& window, const Window& first) {
     QWidget* const below = &first.Widget();
     // A host's layout keeps what it has, and nothing lies over what lies over it.
     if (!window.Widget().isWindow() || window.Widget().isAncestorOf(below))
@@ -42,7 +44,7 @@ WindowGroup::WindowGroup(std::uint32_t attributes) : m_attributes(attributes) {}
 
 WindowGroup::~WindowGroup() {
     for (Window* const window : m_windows)
-        static_cast<WidgetWindow*>(window)->group = nullptr;
+        window->group = nullptr;
 }
 
 WindowGroup& WindowGroup::OfClass(std::uint32_t windowClass) {
@@ -51,35 +53,35 @@ WindowGroup& WindowGroup::OfClass(std::uint32_t windowClass) {
 }
 
 void WindowGroup::Add(Window& window) {
-    auto& added = static_cast<WidgetWindow&>(window);
-    if (added.group == this)
+    if (window.group == this)
         return;
-    if (added.group)
-        added.group->Remove(window);
-    if (added.liesOverGroup) {
-        added.liesOverGroup = false;
-        MoveBelow(added.Widget(), nullptr);
+    if (window.group)
+        window.group->Remove(window);
+    if (window.liesOverGroup) {
+        window.liesOverGroup = false;
+        MoveBelow(window.Widget(), nullptr);
     }
-    added.group = this;
+    window.group = this;
     m_windows.push_back(&window);
     constexpr std::uint32_t kTogether = kMoveTogether | kLayerTogether;
     if ((m_attributes & kTogether) == kTogether && m_windows.front() != &window)
-        LieOver(added, *m_windows.front());
+        LieOver(window, *m_windows.front());
 }
 
 void WindowGroup::Remove(Window& window) {
     std::erase(m_windows, &window);
-    static_cast<WidgetWindow&>(window).group = nullptr;
+    window.group = nullptr;
 }
 
-void ReleaseWindowsOver(const Window& window) {
-    const QWidget* const below = &window.Widget();
+// Those that lie over this one because of a group become hidden windows of their own.
+void Window::ReleaseWindowsOver() const {
+    const QWidget* const below = m_widget;
     std::vector<WindowRef> others;
     for (UIObject* const object : UIObject::All(ObjectKind::kWindow))
         others.push_back(object->As<WindowRef>());
     for (const WindowRef reference : others) {
         // Who hears of the new parent of one may end the next.
-        auto* const other = static_cast<WidgetWindow*>(Window::Find(reference));
+        Window* const other = Find(reference);
         if (!other || !other->liesOverGroup || other->Widget().parentWidget() != below)
             continue;
         other->liesOverGroup = false;
