@@ -42,18 +42,14 @@ void RecordMisuse(const char* what) {
 
 } // namespace
 
-Archive::Archive() : m_cell(MakeReference(RefKind::kArchive, this)) {
+Archive::Archive() {
     Ledger::Get().Lend(Lent::kArchive);
 }
 
 Archive::~Archive() {
     if (IsOpen())
         Close();
-    auto& ledger = Ledger::Get();
-    if (IsGiven())
-        ledger.Return(Lent::kObject);
-    EndReference(m_cell);
-    ledger.Return(Lent::kArchive);
+    Ledger::Get().Return(Lent::kArchive);
 }
 
 void Archive::Reset(Mode mode) {
@@ -162,16 +158,6 @@ bool Archive::Flush() {
         WriteWhole(m_file, m_bytes, Existing::kOverwrite, m_error) == OutputResult::kWritten)
         m_error.clear();
     return m_error.empty();
-}
-
-Archive* Archive::FromRef(EPIArchiveRef ref, const char* call) {
-    return static_cast<Archive*>(ResolveReference(ref, RefKind::kArchive, call));
-}
-
-EPIArchiveRef Archive::Give(std::unique_ptr<Archive> archive) {
-    archive->m_cell->given = true;
-    Ledger::Get().Lend(Lent::kObject);
-    return archive.release()->Ref();
 }
 
 } // namespace host

@@ -18,11 +18,9 @@ namespace host {
 // What is written gathers in memory. A file is replaced by Flush, and only when every write before
 // it went well: an archive that is closed without a flush leaves the file as it was, and so does a
 // full disk. Used by one thread at a time.
-class Archive {
+class Archive : public Referenced<Archive, EPIArchiveRef, RefKind::kArchive> {
 public:
     Archive(); // closed
-    Archive(const Archive&) = delete;
-    Archive& operator=(const Archive&) = delete;
     ~Archive();
 
     void OpenForReading(std::span<const std::uint8_t> bytes);
@@ -47,18 +45,10 @@ public:
     // Why the last Open, Write or Flush failed; empty when it did not.
     const std::string& Error() const { return m_error; }
 
-    // The reference that goes into a record; good as long as the archive.
-    EPIArchiveRef Ref() const { return reinterpret_cast<EPIArchiveRef>(m_cell); }
-    static Archive* FromRef(EPIArchiveRef ref, const char* call = "an archive callback");
-    // Hands the archive to a plug-in, which ends it with the object table's Release.
-    static EPIArchiveRef Give(std::unique_ptr<Archive> archive);
-    bool IsGiven() const { return m_cell->given; }
-
 private:
     enum class Mode { kClosed, kRead, kWrite };
     void Reset(Mode mode);
 
-    ReferenceCell* m_cell = nullptr;
     Mode m_mode = Mode::kClosed;
     std::vector<std::uint8_t> m_bytes;
     std::size_t m_position = 0;

@@ -18,8 +18,7 @@ std::unique_ptr<std::uint8_t[]> Allocate(std::size_t size) {
 
 } // namespace
 
-Handle::Handle(std::size_t size)
-    : m_size(size), m_bytes(Allocate(size)), m_cell(MakeReference(RefKind::kHandle, this)) {
+Handle::Handle(std::size_t size) : m_size(size), m_bytes(Allocate(size)) {
     Ledger::Get().Lend(Lent::kHandle);
 }
 
@@ -29,9 +28,6 @@ Handle::Handle(std::span<const std::uint8_t> bytes) : Handle(bytes.size()) {
 
 Handle::~Handle() {
     auto& ledger = Ledger::Get();
-    if (IsGiven())
-        ledger.Return(Lent::kObject);
-    EndReference(m_cell);
     ledger.Return(Lent::kHandle);
     if (m_locks == 0)
         return;
@@ -71,16 +67,6 @@ void Handle::Move() {
     std::copy_n(m_bytes.get(), m_size, moved.get());
     std::fill_n(m_bytes.get(), m_size, kPoison);
     m_bytes = std::move(moved);
-}
-
-Handle* Handle::FromRef(EPIHandleRef ref, const char* call) {
-    return static_cast<Handle*>(ResolveReference(ref, RefKind::kHandle, call));
-}
-
-EPIHandleRef Handle::Give(std::unique_ptr<Handle> handle) {
-    handle->m_cell->given = true;
-    Ledger::Get().Lend(Lent::kObject);
-    return handle.release()->Ref();
 }
 
 } // namespace host

@@ -18,14 +18,12 @@ namespace host {
 // Any number of threads may lock at once; all see one address until the last of them unlocks. Then
 // the bytes go to a new address, unless there is no memory for it, and the old ones are overwritten with
 // kPoison before they are freed.
-class Handle {
+class Handle : public Referenced<Handle, EPIHandleRef, RefKind::kHandle> {
 public:
     static constexpr std::uint8_t kPoison = 0xA5;
 
     explicit Handle(std::size_t size); // zeroed
     explicit Handle(std::span<const std::uint8_t> bytes);
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
     // The memory ends also when it is still locked, with a note in the ledger.
     ~Handle();
 
@@ -34,14 +32,6 @@ public:
     void* Lock();
     void Unlock() noexcept;
 
-    // The reference that goes into a record; good as long as the handle.
-    EPIHandleRef Ref() const { return reinterpret_cast<EPIHandleRef>(m_cell); }
-    static Handle* FromRef(EPIHandleRef ref, const char* call = "a handle callback");
-
-    // Hands the memory to a plug-in, which ends it with the handle table's Dispose.
-    static EPIHandleRef Give(std::unique_ptr<Handle> handle);
-    bool IsGiven() const { return m_cell->given; }
-
 private:
     void Move();
 
@@ -49,7 +39,6 @@ private:
     mutable std::mutex m_mutex;
     std::unique_ptr<std::uint8_t[]> m_bytes;
     std::int32_t m_locks = 0;
-    ReferenceCell* m_cell; // the last, so that it is made only for a handle that comes into being
 };
 
 // Pins a handle's memory, seen as one T, for as long as this lives. T is a plain record that fits.

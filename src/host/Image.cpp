@@ -22,15 +22,12 @@ bool PixelFormat::IsValid() const {
     return std::popcount(places) == (hasAlpha ? 4 : 3);
 }
 
-Image::Image() : m_cell(MakeReference(RefKind::kImage, this)) {
+Image::Image() {
     Ledger::Get().Lend(Lent::kImage);
 }
 
 Image::~Image() {
     auto& ledger = Ledger::Get();
-    if (IsGiven())
-        ledger.Return(Lent::kObject);
-    EndReference(m_cell);
     ledger.Return(Lent::kImage);
     if (m_locks == 0)
         return;
@@ -79,16 +76,6 @@ std::span<std::uint8_t> Image::Bytes() {
 std::span<const std::uint8_t> Image::Bytes() const {
     return { m_pixels.get(),
              static_cast<std::size_t>(m_rowBytes) * static_cast<std::size_t>(m_height) };
-}
-
-Image* Image::FromRef(EPIImageRef ref, const char* call) {
-    return static_cast<Image*>(ResolveReference(ref, RefKind::kImage, call));
-}
-
-EPIImageRef Image::Give(std::unique_ptr<Image> image) {
-    image->m_cell->given = true;
-    Ledger::Get().Lend(Lent::kObject);
-    return image.release()->Ref();
 }
 
 bool Image::Lock(bool writable) {

@@ -38,7 +38,7 @@ inline constexpr PixelFormat kRgba64 { 64, 3, 0, 1, 2 };
 
 // Top row first; rows lie RowBytes() apart, which may exceed width * BytesPerPixel(); 16-bit
 // channels are in the machine's order; alpha is straight. Owned by one thread at a time.
-class Image {
+class Image : public Referenced<Image, EPIImageRef, RefKind::kImage> {
 public:
     // Nothing when a side is below 1, the format is none of the boundary's, rowPadding (bytes
     // behind each row) is below 0, or there is no memory. The pixels and the padding are zero.
@@ -50,8 +50,6 @@ public:
     // locked.
     bool Allocate(std::int32_t width, std::int32_t height, PixelFormat format,
                   std::int32_t rowPadding = 0);
-    Image(const Image&) = delete;
-    Image& operator=(const Image&) = delete;
     ~Image();
 
     std::int32_t Width() const { return m_width; }
@@ -64,14 +62,6 @@ public:
     // The whole buffer, padding included.
     std::span<std::uint8_t> Bytes();
     std::span<const std::uint8_t> Bytes() const;
-
-    // The reference that goes into a record; good as long as the image.
-    EPIImageRef Ref() const { return reinterpret_cast<EPIImageRef>(m_cell); }
-    // Null, with a note in the ledger, for a reference that is no living image's.
-    static Image* FromRef(EPIImageRef ref, const char* call = "an image callback");
-    // Hands the image to a plug-in, which ends it with the object table's Release.
-    static EPIImageRef Give(std::unique_ptr<Image> image);
-    bool IsGiven() const { return m_cell->given; }
 
     // Locks count. False, and no lock, for an image without pixels.
     bool Lock(bool writable);
@@ -110,7 +100,6 @@ private:
     std::uint8_t Channel8(const std::uint8_t* pixel, std::int32_t index) const;
     void SetChannel8(std::uint8_t* pixel, std::int32_t index, std::uint8_t value) const;
 
-    ReferenceCell* m_cell = nullptr;
     std::int32_t m_width = 0;
     std::int32_t m_height = 0;
     std::int32_t m_rowBytes = 0;

@@ -5,8 +5,6 @@
 #include <mutex>
 #include <utility>
 
-#include "host/Ledger.h"
-
 namespace host {
 
 namespace {

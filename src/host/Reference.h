@@ -4,7 +4,11 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
+#include <memory>
+
+#include "host/Ledger.h"
 
 namespace host {
 
@@ -28,5 +32,37 @@ inline constexpr std::size_t kCellsInQuarantine = 1024;
 // The object behind a reference. Null, with a note in the ledger that names the call, for a null
 // reference, one of another kind, or one whose object has ended.
 void* ResolveReference(const void* reference, RefKind kind, const char* call);
+
+// An object that has a reference, of the type that records take, from its beginning to its end.
+template <class Object, class Reference, RefKind kind>
+class Referenced {
+public:
+    Referenced(const Referenced&) = delete;
+    Referenced& operator=(const Referenced&) = delete;
+
+    Reference Ref() const { return reinterpret_cast<Reference>(m_cell); }
+    // Null, with a note in the ledger, for a reference that is no living object's.
+    static Object* FromRef(Reference ref, const char* call) {
+        return static_cast<Object*>(ResolveReference(ref, kind, call));
+    }
+    // Hands the object to a plug-in, which ends it through a table of the host.
+    static Reference Give(std::unique_ptr<Object> object) {
+        object->m_cell->given = true;
+        Ledger::Get().Lend(Lent::kObject);
+        return object.release()->Ref();
+    }
+    bool IsGiven() const { return m_cell->given; }
+
+protected:
+    Referenced() : m_cell(MakeReference(kind, static_cast<Object*>(this))) {}
+    ~Referenced() {
+        if (IsGiven())
+            Ledger::Get().Return(Lent::kObject);
+        EndReference(m_cell);
+    }
+
+private:
+    ReferenceCell* m_cell;
+};
 
 } // namespace host

@@ -15,7 +15,7 @@ public:
     void DoFilter(PIOffscreen* image, tagRECT visible) override {
         ++filtered;
         seen = { visible.left, visible.top, visible.right, visible.bottom };
-        auto& pixels = *host::Image::FromRef(static_cast<EPIImageRef>(image->Object()));
+        auto& pixels = *host::Image::FromRef(static_cast<EPIImageRef>(image->Object()), "a test");
         if (!image->Lock(PIOffscreen::Access::kWrite))
             return;
         for (int y = visible.top; y < visible.bottom; ++y) {
