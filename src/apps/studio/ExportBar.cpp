@@ -129,11 +129,10 @@ void ExportBar::End() {
     m_thread.join();
     m_timer.stop();
     hide();
-    auto lines = Failures(m_result, m_export->Missing());
-    const bool failed = !lines.isEmpty();
+    QStringList reports;
     for (const auto& report : m_export->Reports())
-        lines += QString::fromStdString(platform::Describe(report));
-    onEnd(Summary(m_result), lines.join(QLatin1Char('\n')), failed);
+        reports += QString::fromStdString(platform::Describe(report));
+    onEnd(Summary(m_result), Failures(m_result, m_export->Missing()), reports);
 }
 
 } // namespace studio

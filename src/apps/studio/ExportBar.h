@@ -33,7 +33,9 @@ public:
 
     // One line on what became of it, and what the user should know a line each: failures, and what
     // was not drawn to the letter.
-    std::function<void(const QString& summary, const QString& troubles, bool failed)> onEnd;
+    std::function<void(const QString& summary, const QStringList& failures,
+                       const QStringList& reports)>
+        onEnd;
 
 private:
     void FrameWritten(std::int64_t, const std::string&) override { ++m_done; }

@@ -56,8 +56,7 @@ void FrameView::SetPicture(const QImage& picture, const QString& insteadOfIt) {
 }
 
 void FrameView::ScaleIsOther() {
-    if (onScaleChanged)
-        onScaleChanged();
+    onScaleChanged();
     update();
 }
 

@@ -31,7 +31,7 @@ public:
     void ZoomBy(int step, QPointF around);
     void ZoomBy(int step) { ZoomBy(step, QRectF(rect()).center()); }
 
-    std::function<void()> onScaleChanged;
+    std::function<void()> onScaleChanged = [] {};
 
     QSize sizeHint() const override { return { 960, 540 }; }
     QSize minimumSizeHint() const override { return { 240, 135 }; }

@@ -89,8 +89,9 @@ void MainWindow::Connect() {
     };
     m_player.onFrame = [this](std::size_t index) { ShowFrame(index); };
     m_player.onChanged = [this] { UpdateActions(); };
-    m_exportBar->onEnd = [this](const QString& summary, const QString& troubles, bool failed) {
-        EndExport(summary, troubles, failed);
+    m_exportBar->onEnd = [this](const QString& summary, const QStringList& failures,
+                                const QStringList& reports) {
+        EndExport(summary, failures, reports);
     };
 }
 
@@ -312,13 +313,16 @@ void MainWindow::StartExport(const host::ExportOptions& options) {
     UpdateActions();
 }
 
-void MainWindow::EndExport(const QString& summary, const QString& troubles, bool failed) {
+// The bar has room for the first of each kind.
+void MainWindow::EndExport(const QString& summary, const QStringList& failures,
+                           const QStringList& reports) {
     UpdateActions();
+    const auto troubles = (failures + reports).join(QLatin1Char('\n'));
     if (troubles.isEmpty())
         return m_messages->Show(MessageBar::Kind::kInformation, summary);
-    m_messages->Show(failed ? MessageBar::Kind::kError : MessageBar::Kind::kWarning,
-                     summary + QLatin1Char('\n') + troubles.section(QLatin1Char('\n'), 0, 0),
-                     T("De&tails…"), [this, summary, troubles] {
+    const auto shown = QStringList { summary } + failures.mid(0, 1) + reports.mid(0, 1);
+    m_messages->Show(failures.isEmpty() ? MessageBar::Kind::kWarning : MessageBar::Kind::kError,
+                     shown.join(QLatin1Char('\n')), T("De&tails…"), [this, summary, troubles] {
                          QMessageBox box(QMessageBox::Warning, T("Export"), summary,
                                          QMessageBox::NoButton, this);
                          box.setInformativeText(T("What is not as it should be, and why:"));

@@ -94,7 +94,8 @@ private:
 
     // Exporting
     void AskForExport();
-    void EndExport(const QString& summary, const QString& troubles, bool failed);
+    void EndExport(const QString& summary, const QStringList& failures,
+                   const QStringList& reports);
 
     MessageBar* m_messages;
     PluginSession* m_plugin;

@@ -14,8 +14,7 @@ Player::Player() {
         if (due == m_shown)
             return;
         m_shown = due;
-        if (onFrame)
-            onFrame(due);
+        onFrame(due);
     });
 }
 
@@ -24,16 +23,14 @@ void Player::Start(std::size_t index, std::size_t count) {
     m_count = count;
     m_clock.start();
     m_timer.start();
-    if (onChanged)
-        onChanged();
+    onChanged();
 }
 
 void Player::Stop() {
     if (!IsPlaying())
         return;
     m_timer.stop();
-    if (onChanged)
-        onChanged();
+    onChanged();
 }
 
 std::size_t Player::FrameAt(std::size_t start, std::size_t count, qint64 milliseconds) {

@@ -23,8 +23,8 @@ public:
     // The frame that is due so many milliseconds after the start.
     static std::size_t FrameAt(std::size_t start, std::size_t count, qint64 milliseconds);
 
-    std::function<void(std::size_t index)> onFrame;
-    std::function<void()> onChanged; // it started or stopped
+    std::function<void(std::size_t index)> onFrame = [](std::size_t) {};
+    std::function<void()> onChanged = [] {}; // it started or stopped
 
 private:
     QTimer m_timer;

@@ -29,8 +29,7 @@ platform::WindowRef Window(EPIWindowRef window) {
 
 PluginSession::PluginSession(QWidget* parent)
     : QWidget(parent), m_errors([this](const PluginError& error) {
-          if (onError)
-              onError(Describe(error));
+          onError(Describe(error));
       }),
       m_message(new QLabel(this)) {
     auto* const column = new QVBoxLayout(this);

@@ -49,7 +49,7 @@ public:
 
     std::function<void()> onModal;                    // a modal dialog began or ended
     std::function<void()> onEdited;                   // one changed the live parameters
-    std::function<void(const QString& what)> onError; // inside the plug-in
+    std::function<void(const QString& what)> onError = [](const QString&) {}; // inside the plug-in
 
 private:
     std::int32_t ParametersChanged(EPIHandleRef fixedParam) override;

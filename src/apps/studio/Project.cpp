@@ -87,8 +87,7 @@ Project::Project(host::Effect* effect) : m_effect(effect), m_shot(Shot::TestCard
     m_initial = m_content;
     m_initialBlock = m_savedBlock = Block();
     QObject::connect(&m_undo, &QUndoStack::cleanChanged, &m_undo, [this] {
-        if (onModified)
-            onModified();
+        onModified();
     });
 }
 
@@ -101,8 +100,7 @@ void Project::SetShot(std::shared_ptr<const Shot> shot) {
 
 void Project::SetModified() {
     m_isOther = true;
-    if (onModified)
-        onModified();
+    onModified();
 }
 
 _TEXTPARAM Project::LiveParams() const {
@@ -153,8 +151,7 @@ void Project::Apply(const Content& content) {
     m_content = content;
     if (m_effect)
         m_effect->SetParams(content.params);
-    if (onChanged)
-        onChanged();
+    onChanged();
 }
 
 std::vector<std::uint8_t> Project::Block() const {
@@ -172,8 +169,7 @@ void Project::SetUnmodified() {
     m_isOther = false;
     m_savedBlock = Block();
     m_undo.setClean();
-    if (onModified)
-        onModified();
+    onModified();
 }
 
 host::Document Project::ToDocument() {

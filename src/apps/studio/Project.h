@@ -80,8 +80,8 @@ public:
     void SetModified();
 
     // The content changed, by hand, undo or loading.
-    std::function<void()> onChanged;
-    std::function<void()> onModified; // whether it is modified may have changed
+    std::function<void()> onChanged = [] {};
+    std::function<void()> onModified = [] {}; // whether it is modified may have changed
 
 private:
     class Step;

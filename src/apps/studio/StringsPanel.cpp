@@ -78,8 +78,7 @@ ShotStrings StringsPanel::Typed() const {
 void StringsPanel::Change(int which) {
     m_body->setEnabled(m_present->isChecked());
     ShowNotes();
-    if (onChanged)
-        onChanged(Typed(), which);
+    onChanged(Typed(), which);
 }
 
 void StringsPanel::ShowNotes() {

@@ -67,8 +67,7 @@ void Timeline::ChangeSpans(OnSpans spans) {
     m_spans = std::move(spans);
     update();
     // A copy, as whoever hears of it sets the spans anew.
-    if (onSpansChanged)
-        onSpansChanged(OnSpans(m_spans));
+    onSpansChanged(OnSpans(m_spans));
 }
 
 // Places
@@ -138,8 +137,7 @@ void Timeline::mousePressEvent(QMouseEvent* event) {
     m_dragStart = IndexAt(event->position().x());
     m_spansBefore = m_rest = m_spans;
     if (m_drag == Drag::kScrub) {
-        if (onScrub)
-            onScrub(m_dragStart);
+        onScrub(m_dragStart);
         return;
     }
     m_selected.reset();
@@ -168,7 +166,7 @@ void Timeline::mouseMoveEvent(QMouseEvent* event) {
 
 void Timeline::DragTo(std::size_t index) {
     if (m_drag == Drag::kScrub) {
-        if (onScrub && index != m_current)
+        if (index != m_current)
             onScrub(index);
         return;
     }
@@ -223,8 +221,7 @@ void Timeline::keyPressEvent(QKeyEvent* event) {
 void Timeline::contextMenuEvent(QContextMenuEvent* event) {
     const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
     const auto index = byMouse ? IndexAt(event->pos().x()) : m_current;
-    if (onMenu)
-        onMenu(index, byMouse ? event->globalPos() : mapToGlobal(BarPoint(index)));
+    onMenu(index, byMouse ? event->globalPos() : mapToGlobal(BarPoint(index)));
 }
 
 void Timeline::changeEvent(QEvent* event) {

@@ -25,9 +25,9 @@ public:
     const OnSpans& Spans() const { return m_spans; }
 
     // By the user.
-    std::function<void(std::size_t index)> onScrub;
-    std::function<void(const OnSpans& spans)> onSpansChanged;
-    std::function<void(std::size_t index, QPoint global)> onMenu;
+    std::function<void(std::size_t index)> onScrub = [](std::size_t) {};
+    std::function<void(const OnSpans& spans)> onSpansChanged = [](const OnSpans&) {};
+    std::function<void(std::size_t index, QPoint global)> onMenu = [](std::size_t, QPoint) {};
 
     // The middle of a frame in the bar of ranges.
     QPoint BarPoint(std::size_t index) const;

@@ -57,8 +57,7 @@ Transport::Transport(const QList<QAction*>& actions, const QList<QAction*>& more
     m_number->setKeyboardTracking(false);
     m_number->setAccessibleName(T("Frame number"));
     connect(m_number, &QSpinBox::valueChanged, this, [this](int number) {
-        if (onNumber)
-            onNumber(number);
+        onNumber(number);
     });
 }
 

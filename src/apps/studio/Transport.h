@@ -24,7 +24,7 @@ public:
     void SetCurrent(std::int64_t number);
     QSpinBox& Field() { return *m_number; }
 
-    std::function<void(std::int64_t number)> onNumber; // typed or stepped to
+    std::function<void(std::int64_t number)> onNumber = [](std::int64_t) {}; // typed or stepped to
 
 private:
     QSpinBox* m_number;

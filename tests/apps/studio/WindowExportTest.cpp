@@ -45,7 +45,8 @@ TEST_F(WindowExportTest, TellsOfWhatIsNotAsItShouldBe) {
                 AllOf(HasSubstr("3 frames written.\n"), HasSubstr("No Such Family")));
     m_home.Write("shot/shot.0002.png", "no picture");
     EXPECT_THAT(Export(To("broken")),
-                AllOf(HasSubstr("2 frames written, 1 failed"), HasSubstr("shot.0002.png")));
+                AllOf(HasSubstr("2 frames written, 1 failed"), HasSubstr("shot.0002.png"),
+                      HasSubstr("No Such Family")));
     EXPECT_EQ(Frame("broken", 2), "");
     const auto size = Project().LiveParams().nFontSize;
     Edit([](auto& params) { params.nFontSize = 32000; });
