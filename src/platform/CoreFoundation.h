@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -20,6 +21,16 @@ void CFRetain(CFStringRef string);
 void CFRelease(CFStringRef string);
 void CFRetain(CFBundleRef bundle);
 void CFRelease(CFBundleRef bundle);
+
+// Holds a count; null is none.
+struct CFReleaser {
+    template <class Object>
+    void operator()(Object* object) const {
+        CFRelease(object);
+    }
+};
+using StringHolder = std::unique_ptr<const CFString, CFReleaser>;
+using BundleHolder = std::unique_ptr<CFBundle, CFReleaser>;
 
 CFStringRef CFStringCreateWithUTF8(std::string_view utf8);
 // The string's UTF-8 text; good as long as the string.

@@ -61,8 +61,11 @@ private:
             if (At("//")) {
                 m_at = std::min(m_text.find('\n', m_at), m_text.size());
             } else if (At("/*")) {
-                const std::size_t end = m_text.find("*/", m_at + 2);
-                if (end == std::string_view::npos) {
+                // Behind one without an end none has any.
+                const std::size_t end =
+                    m_lastComment ? std::string_view::npos : m_text.find("*/", m_at + 2);
+                m_lastComment = end == std::string_view::npos;
+                if (m_lastComment) {
                     m_entry = m_at;
                     throw Malformed("the comment has no end");
                 }
@@ -161,7 +164,8 @@ private:
     std::size_t m_at = 0;
     std::size_t m_entry = 0; // where the entry at hand starts
     std::size_t m_counted = 0;
-    std::size_t m_line = 1; // of m_counted
+    std::size_t m_line = 1;     // of m_counted
+    bool m_lastComment = false; // one without an end was met
 };
 
 } // namespace

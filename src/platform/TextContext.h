@@ -52,8 +52,6 @@ public:
     // language is a locale such as "ja" or "pt_BR", or several with colons between them, the best
     // first; empty for that of the current one.
     explicit TextContext(TextEncoding encoding, Handler handler = {}, std::string language = {});
-    TextContext(const TextContext&) = delete;
-    TextContext& operator=(const TextContext&) = delete;
 
     // The calling thread's.
     static TextContext& Current();

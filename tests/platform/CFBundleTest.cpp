@@ -45,13 +45,6 @@ TEST(Languages, FollowTheEnvironmentInItsOrder) {
     }
 }
 
-struct ReleaseObject {
-    void operator()(const CFString* string) const { CFRelease(string); }
-    void operator()(CFBundle* bundle) const { CFRelease(bundle); }
-};
-using StringHolder = std::unique_ptr<const CFString, ReleaseObject>;
-using BundleHolder = std::unique_ptr<CFBundle, ReleaseObject>;
-
 class BundleTest : public testing::Test {
 protected:
     BundleTest() {

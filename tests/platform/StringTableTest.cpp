@@ -60,5 +60,16 @@ TEST(StringTable, NamesWhatItCannotReadAndGoesOn) {
     }
 }
 
+// Each of them would be looked for to the end of the text.
+TEST(StringTable, ReadsATableOfCommentsWithoutEnds) {
+    std::string text;
+    for (int i = 0; i < 100'000; ++i)
+        text += "/*\n";
+    std::size_t faults = 0;
+    ParseStringTable(text,
+                     [&](std::size_t line, std::string_view) { faults += line == faults + 1; });
+    EXPECT_EQ(faults, 100'000U);
+}
+
 } // namespace
 } // namespace platform

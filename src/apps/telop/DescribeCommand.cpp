@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdio>
-#include <memory>
 #include <optional>
 #include <string>
 
@@ -43,11 +42,7 @@ void PrintBundle(const host::Plugin& plugin) {
     Print("bundle", plugin.Bundle().string());
     Print("module", plugin.Module().string());
     Print("exports", EPI_ENTRY_POINT_NAME);
-    struct Release {
-        void operator()(platform::CFBundleRef bundle) const { platform::CFRelease(bundle); }
-    };
-    const std::unique_ptr<platform::CFBundle, Release> bundle(
-        platform::CFBundleCreate(plugin.Bundle()));
+    const platform::BundleHolder bundle(platform::CFBundleCreate(plugin.Bundle()));
     if (!bundle)
         return;
     Print("identifier", platform::CFBundleGetIdentifier(bundle.get()));

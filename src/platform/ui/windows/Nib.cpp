@@ -27,11 +27,8 @@ QString Localized(const QString& text, CFBundleRef bundle) {
     if (!text.startsWith(QLatin1String("IDS_")))
         return text;
     const std::string key = text.toStdString();
-    const CFStringRef string = CFBundleCopyLocalizedString(bundle, key, key.c_str(), nullptr);
-    QString localized = QStringFrom(string);
-    if (string)
-        CFRelease(string);
-    return localized;
+    const StringHolder string(CFBundleCopyLocalizedString(bundle, key, key.c_str(), nullptr));
+    return QStringFrom(string.get());
 }
 
 class FormLoader : public QUiLoader {

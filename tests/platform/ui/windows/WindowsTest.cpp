@@ -161,6 +161,29 @@ TEST_F(WindowsTest, AGroupLiesOverItsFirstWindow) {
     EXPECT_TRUE(Widget(editor).isWindow());
 }
 
+// Ends a window as soon as a widget hears of another parent.
+struct EndsWithParent : QObject {
+    explicit EndsWithParent(WindowRef window) : window(window) {}
+    bool eventFilter(QObject* /*widget*/, QEvent* event) override {
+        if (event->type() == QEvent::ParentChange)
+            test::Dispose(window);
+        return false;
+    }
+    WindowRef window;
+};
+
+TEST_F(WindowsTest, AWindowThatAGroupLetsGoOfMayEndTheNext) {
+    const WindowRef frame = MakeActive(), one = Make(), next = Make();
+    WindowGroup group(0x1FU);
+    for (const WindowRef window : { frame, one, next })
+        group.Add(test::At(window));
+    EndsWithParent filter(next);
+    Widget(one).installEventFilter(&filter);
+    test::Dispose(frame);
+    EXPECT_TRUE(Widget(one).isWindow());
+    EXPECT_FALSE(test::IsThere(next));
+}
+
 TEST_F(WindowsTest, AHostEmbedsAWindow) {
     QWidget host;
     auto* const own = new QLineEdit(&host);
