@@ -5,7 +5,7 @@
 include(GoogleTest)
 
 # What a machine has more of must not change what tests see. Scripts that are tests ask for it, too.
-if(NOT TELOP_CORE_ONLY)
+if(TELOP_TESTS AND NOT TELOP_CORE_ONLY)
     set(TELOP_TEST_FONTS ${CMAKE_BINARY_DIR}/fonts.conf)
     execute_process(COMMAND ${PROJECT_SOURCE_DIR}/scripts/font-config ${TELOP_TEST_FONTS}
         COMMAND_ERROR_IS_FATAL ANY)
