@@ -10,12 +10,12 @@
 #include "RowData.h"
 #include "TextPane.h"
 #include "huxCommon/huxGUI/HuxBevelButton.h"
-#include "huxCommon/huxGUI/HuxCheckBox.h"
 #include "huxCommon/huxGUI/HuxDataBrowser.h"
 #include "huxCommon/huxGUI/HuxDialog.h"
 #include "huxCommon/huxGUI/HuxEditText.h"
 #include "huxCommon/huxGUI/HuxLittleArrows.h"
 #include "huxCommon/huxGUI/HuxPopupButton.h"
+#include "huxCommon/huxGUI/HuxSwitches.h"
 
 class ControlsDialog : public HuxDialogImpl {
 public:

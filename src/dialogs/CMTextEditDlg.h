@@ -7,11 +7,10 @@
 
 #include "dialogs/PluginDialog.h"
 #include "huxCommon/huxGUI/HuxBevelButton.h"
-#include "huxCommon/huxGUI/HuxCheckBox.h"
 #include "huxCommon/huxGUI/HuxEditText.h"
 #include "huxCommon/huxGUI/HuxLittleArrows.h"
 #include "huxCommon/huxGUI/HuxPopupButton.h"
-#include "huxCommon/huxGUI/HuxRadioGroup.h"
+#include "huxCommon/huxGUI/HuxSwitches.h"
 #include "preview/CMTextPreviewStatic.h"
 #include "preview/CTextEditDlg.h"
 

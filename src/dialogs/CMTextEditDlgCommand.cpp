@@ -207,7 +207,6 @@ bool CMTextEditDlg::OnOK() {
     const bool isConfirmed =
         (record.dwDialogFlags & EPI_DIALOG_NO_OPTION) == 0 &&
         ((record.dwDialogFlags & EPI_DIALOG_TEXT_EDIT) != 0 || m_optionCheck.IsChecked());
-    using render::FindEntry;
     if (const auto changed = FindEntry(record.pParamProcs, &EPIParamProcs::ParametersChanged))
         changed(record.hFixedParam);
     if (const auto option = FindEntry(record.pParamProcs, &EPIParamProcs::Option);

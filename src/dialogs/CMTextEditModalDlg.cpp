@@ -66,7 +66,6 @@ platform::OSStatus CMTextEditModalDlg::InstallSelf(platform::EventTargetRef targ
 
 bool CMTextEditModalDlg::OnInitDialog() {
     m_announced = GetWindowRef();
-    using render::FindEntry;
     if (const auto opens = FindEntry(m_pRecord->pWindowProcs, &EPIWindowProcs::ModalOpens))
         opens(m_announced);
     if (!m_announced)
@@ -183,6 +182,6 @@ void CMTextEditModalDlg::EndEditor() {
     const platform::WindowRef frame = std::exchange(m_announced, nullptr);
     if (!frame)
         return;
-    if (const auto ends = render::FindEntry(m_pRecord->pWindowProcs, &EPIWindowProcs::ModalEnds))
+    if (const auto ends = FindEntry(m_pRecord->pWindowProcs, &EPIWindowProcs::ModalEnds))
         ends(frame);
 }

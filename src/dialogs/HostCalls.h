@@ -6,7 +6,6 @@
 #include <epi/epi.h>
 
 #include "effect/PIHandle.h"
-#include "render/TableEntry.h"
 
 // The host's text parameters, pinned while this lives. Null when the host cannot pin them.
 class LockedParam {
@@ -26,7 +25,7 @@ private:
 
 // Tells the host that a text edit dialog's window was made, once more when it answers 0.
 inline void TellEditorOpened(const _EPIRECORD& record) {
-    const auto call = render::FindEntry(record.pHostProcs, &EPIHostProcs::Call);
+    const auto call = FindEntry(record.pHostProcs, &EPIHostProcs::Call);
     if (call && call(1) == 0)
         call(0);
 }

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The base of the wrappers over host objects: releases the object if the wrapper's user made it.
+// What the wrappers over the host's tables have in common, and their base: releases the object if the
+// wrapper's user made it.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <exception>
 #include <utility>
@@ -40,6 +42,18 @@ private:
     const Unwinding m_unwinding;
     Call m_call;
 };
+
+// A call out of a table of the host, which opens with its own size: that of an older host ends earlier.
+// Null when there is no table, or it ends before the entry, or holds null there.
+template <class Table, class Entry>
+Entry FindEntry(const Table* table, Entry Table::*entry) {
+    if (!table)
+        return nullptr;
+    const auto offset = reinterpret_cast<const std::byte*>(&(table->*entry)) -
+                        reinterpret_cast<const std::byte*>(table);
+    const auto end = static_cast<std::size_t>(offset) + sizeof(Entry);
+    return end <= table->nSize ? table->*entry : nullptr;
+}
 
 class PIObject {
 public:

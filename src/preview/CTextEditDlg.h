@@ -27,8 +27,6 @@ class CTextEditDlg {
 public:
     // The number of the preview's control in its window.
     explicit CTextEditDlg(long previewItem);
-    CTextEditDlg(const CTextEditDlg&) = delete;
-    CTextEditDlg& operator=(const CTextEditDlg&) = delete;
     virtual ~CTextEditDlg();
 
     // The user drags: show the preview now.

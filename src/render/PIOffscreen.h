@@ -10,7 +10,6 @@
 
 #include "effect/PIObject.h"
 #include "render/PixelRow.h"
-#include "render/TableEntry.h"
 
 class PIOffscreen : public PIObject {
     using Procs = EPIOffscreenProcs;
@@ -81,7 +80,7 @@ private:
     EPIImageRef Image() const { return static_cast<EPIImageRef>(m_object); }
     template <class Entry>
     Entry Find(Entry Procs::*entry) const {
-        return m_object ? render::FindEntry(pOffscreenProcs, entry) : nullptr;
+        return m_object ? FindEntry(pOffscreenProcs, entry) : nullptr;
     }
     // The two entries that came later exist together or not at all.
     template <class Entry>

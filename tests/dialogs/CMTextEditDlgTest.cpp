@@ -10,7 +10,7 @@
 #include <QMessageBox>
 
 #include "dialogs/DialogFixture.h"
-#include "dialogs/MessageBox.h"
+#include "dialogs/PluginDialog.h"
 #include "huxCommon/huxGUI/HuxCarbonEvent.h"
 
 namespace {

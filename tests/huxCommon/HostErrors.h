@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "huxCommon/huxGUI/HuxError.h"
+#include "huxCommon/huxGUI/HuxCarbonEventHandler.h"
 #include "support/ChainHandler.h"
 
 namespace test {

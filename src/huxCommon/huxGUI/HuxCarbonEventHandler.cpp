@@ -3,8 +3,6 @@
 
 #include <algorithm>
 
-#include "huxCommon/huxGUI/HuxError.h"
-
 using namespace platform;
 
 std::vector<HuxCarbonEventHandler*> HuxCarbonEventHandler::s_ObjectStack;

@@ -1,8 +1,15 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Radio buttons, and what makes them exclude each other.
+// What is on or off: check boxes, radio buttons, and what makes these exclude each other.
 #pragma once
 
 #include "huxCommon/huxGUI/HuxControlImpl.h"
+
+// A box that is checked or not.
+class HuxCheckBox : public HuxControlImpl {
+public:
+    bool IsChecked() const { return GetValue() != 0; }
+    void SetChecked(bool checked) { SetValue(checked ? 1 : 0); }
+};
 
 // One of several choices; the group that it lies in sees to it that no other is selected.
 class HuxRadioButton : public HuxControlImpl {
