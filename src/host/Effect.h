@@ -36,8 +36,6 @@ public:
     // them filled with its defaults. Null with the reason when the parameters are not a _TEXTPARAM.
     static std::unique_ptr<Effect> Make(std::shared_ptr<Plugin> plugin, std::string& why,
                                         LateEntries late = LateEntries::kPresent);
-    Effect(const Effect&) = delete;
-    Effect& operator=(const Effect&) = delete;
 
     const Plugin& ThePlugin() const { return *m_plugin; }
 

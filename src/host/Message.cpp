@@ -14,13 +14,13 @@ bool IsControl(char32_t value) {
     return value < 0x20 || (value >= 0x7F && value < 0xA0);
 }
 
+} // namespace
+
 void AppendEscaped(std::string& text, std::string_view bytes) {
     static constexpr const char* kDigits = "0123456789ABCDEF";
     for (const unsigned char byte : bytes)
         text.append("\\x").append({ kDigits[byte >> 4], kDigits[byte & 15] });
 }
-
-} // namespace
 
 std::string Printable(std::string_view text) {
     std::string printable;

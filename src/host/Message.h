@@ -7,6 +7,9 @@
 
 namespace host {
 
+// Each byte as "\xHH".
+void AppendEscaped(std::string& text, std::string_view bytes);
+
 // Text from outside, such as a file's name, as it may stand in a line on a terminal or in a log:
 // control characters, line ends too, and bytes that are no UTF-8 are "\xHH".
 std::string Printable(std::string_view text);

@@ -54,8 +54,6 @@ public:
     // effect (null: frames are shown without text) must outlive it. deliver is called on the thread of
     // the maker, from its event loop, and no more once this is gone.
     Compositor(const host::Effect* effect, Deliver deliver);
-    Compositor(const Compositor&) = delete;
-    Compositor& operator=(const Compositor&) = delete;
     ~Compositor();
 
     // Takes the place of a request that was not begun yet. Of the requests that are, the results come

@@ -21,7 +21,6 @@ public:
 
     // Whole frame, whatever the size of the window.
     void Fit();
-    bool IsFitted() const { return m_fits; }
     // Screen pixels for each frame pixel: 1 shows the frame's pixels as they are. The point (of the
     // widget) stays where it is.
     void SetScale(double scale, QPointF around);

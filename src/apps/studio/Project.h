@@ -36,8 +36,6 @@ class Project {
 public:
     // effect is null where there is no plug-in (frames can be looked at then), else outlives this.
     explicit Project(host::Effect* effect);
-    Project(const Project&) = delete;
-    Project& operator=(const Project&) = delete;
     // The stack clears itself at its end, and what it tells of is gone by then.
     ~Project() { m_undo.disconnect(); }
 

@@ -194,11 +194,6 @@ std::string Fitting(const std::string& name, const std::string& bytes, bool cut)
     return fitting;
 }
 
-std::string Lacking(std::string name, const std::string& utf8) {
-    name.append(": '").append(utf8).append("' has characters that ");
-    return name.append(platform::ApplicationTextEncoding()).append(" lacks");
-}
-
 std::vector<std::string> EntriesOfLines(const ListsOptions& options) {
     SetEncoding(options.encoding);
     const auto encoding = platform::ApplicationTextEncoding();
@@ -208,7 +203,7 @@ std::vector<std::string> EntriesOfLines(const ListsOptions& options) {
     for (const auto& [name, utf8] : lines) {
         const auto encoded = platform::EncodeText(utf8);
         if (!encoded.complete)
-            throw CommandError(ExitCode::kBadInput, Lacking(name, utf8));
+            throw CommandError(ExitCode::kBadInput, name + ": " + host::LackReason(utf8));
         entries.push_back(Fitting(name, encoded.bytes, options.cut));
     }
     return entries;

@@ -50,9 +50,6 @@ void CheckStreams(const RenderOptions& options) {
         FailUsage("--start numbers the frames of a stream; those of files have numbers");
     if (options.input == kStream && isatty(STDIN_FILENO))
         FailUsage("INPUT is - and standard input is a terminal; pipe PAM pictures into it");
-}
-
-void CheckOutput(const RenderOptions& options) {
     if (options.output == kStream && isatty(STDOUT_FILENO))
         FailUsage("OUTPUT is - and standard output is a terminal; pipe it or send it to a file");
 }
@@ -79,7 +76,6 @@ host::FramePlan PlanRun(const RenderOptions& options) {
     const auto frames =
         options.frames ? ParseRanges("--frames", *options.frames) : host::FrameRanges::All();
     CheckStreams(options);
-    CheckOutput(options);
     host::PlanProblem problem;
     auto plan = host::FramePlan::Make({ .input = options.input,
                                         .output = options.output,
@@ -205,13 +201,6 @@ ExitCode Conclude(const host::FramePlan& plan, const host::RunResult& result,
                                          : ExitCode::kSuccess;
 }
 
-// The process's end while a thread waits for a stream that nobody gives or takes: nothing that the
-// thread uses goes away before it.
-void EndIfStuck(const host::RunResult& result, ExitCode code) {
-    if (result.isStuck)
-        std::_Exit(static_cast<int>(code));
-}
-
 ExitCode RenderFrames(const host::FramePlan& plan, const host::FrameRenderer& renderer,
                       const RenderOptions& options) {
     PrepareFolder(plan);
@@ -224,7 +213,10 @@ ExitCode RenderFrames(const host::FramePlan& plan, const host::FrameRenderer& re
         { .jobs = options.jobs, .compression = options.compression, .memory = options.memory });
     const auto result = pump.Run();
     const auto code = Conclude(plan, result, missing);
-    EndIfStuck(result, code);
+    // The process's end while a thread waits for a stream that nobody gives or takes: nothing that the
+    // thread uses goes away before it.
+    if (result.isStuck)
+        std::_Exit(static_cast<int>(code));
     return code;
 }
 

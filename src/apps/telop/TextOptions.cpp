@@ -83,20 +83,18 @@ void SetSuffix(_TEXTPARAM& params, const TextOptions& options) {
              options.off ? TEXT_OFFCHARACTER : TEXT_MONOLOGUE);
 }
 
-void SetDocumentStrings(host::FrameText& text, const host::Document& document) {
-    std::string why;
-    if (!text.SetStrings(document, why))
-        throw CommandError(ExitCode::kBadInput, "--document: " + why);
-}
-
 void SetStrings(host::FrameText& text, const TextOptions& options, const host::Document* document) {
     if (!(text.Params().dwFlags & TEXT_SCORE)) {
         if (options.strings)
             FailUsage("--strings are the parts of a score line; give --score 0 to 3 with them");
         return;
     }
-    if (!options.strings && document)
-        return SetDocumentStrings(text, *document);
+    if (!options.strings && document) {
+        std::string why;
+        if (!text.SetStrings(*document, why))
+            throw CommandError(ExitCode::kBadInput, "--document: " + why);
+        return;
+    }
     const auto strings = SplitStrings("--strings", options.strings.value_or(kDefaultStrings));
     for (std::size_t i = 0; i < strings.size(); ++i)
         AddLine(text, "--strings, part " + std::to_string(i + 1),

@@ -150,22 +150,6 @@ bool Translate(FrameChunk& chunk, const FrameHeader& was, const FrameHeader& now
 
 } // namespace
 
-std::string_view ColorKindName(ColorKind kind) {
-    switch (kind) {
-    case ColorKind::kGrey:
-        return "grey";
-    case ColorKind::kGreyAlpha:
-        return "grey with alpha";
-    case ColorKind::kPalette:
-        return "palette";
-    case ColorKind::kRgb:
-        return "RGB";
-    case ColorKind::kRgba:
-        return "RGB with alpha";
-    }
-    return "unknown";
-}
-
 std::size_t ChannelsOf(ColorKind kind) {
     switch (kind) {
     case ColorKind::kGreyAlpha:

@@ -33,8 +33,6 @@ enum class ColorKind : std::uint8_t {
     kRgba = 6
 };
 
-// "grey", "RGB", "palette", "grey with alpha", "RGB with alpha".
-std::string_view ColorKindName(ColorKind kind);
 // How many values a pixel has in the file: 1 to 4.
 std::size_t ChannelsOf(ColorKind kind);
 

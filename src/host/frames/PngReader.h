@@ -38,8 +38,6 @@ std::optional<PngOutline> LookAtPng(const std::filesystem::path& file);
 class PngReader {
 public:
     explicit PngReader(const PngLimits& limits = {});
-    PngReader(const PngReader&) = delete;
-    PngReader& operator=(const PngReader&) = delete;
     ~PngReader();
 
     // False: `why` names the file and the reason, and the frame's contents are unspecified but safe

@@ -21,8 +21,6 @@ class PngWriter {
 public:
     // Level 0 stores, 1 is fastest, 9 smallest; others are clamped.
     explicit PngWriter(int level = kPngLevelDefault);
-    PngWriter(const PngWriter&) = delete;
-    PngWriter& operator=(const PngWriter&) = delete;
     ~PngWriter();
 
     // Encodes with HeaderFor(frame, touched), beside the file and then in its place; FlushFolder puts

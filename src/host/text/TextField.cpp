@@ -2,10 +2,9 @@
 #include "host/text/TextField.h"
 
 #include <algorithm>
-#include <array>
 #include <charconv>
-#include <cstdio>
 
+#include "host/Message.h"
 #include "platform/TextEncoding.h"
 
 namespace host {
@@ -16,24 +15,11 @@ bool IsControl(char c) {
     return (c >= 0 && c < 0x20) || c == 0x7F;
 }
 
-void AppendEscaped(std::string& text, std::string_view bytes) {
-    for (const char byte : bytes) {
-        std::array<char, 5> escape {};
-        std::snprintf(escape.data(), escape.size(), "\\x%02X", static_cast<unsigned char>(byte));
-        text += escape.data();
-    }
-}
-
 // One character of the application's encoding as UTF-8; empty when it would not come back.
 std::string Decoded(std::string_view character) {
     auto text = platform::DecodeText(character);
     const auto back = platform::EncodeText(text);
     return back.complete && back.bytes == character ? text : std::string();
-}
-
-std::string LackReason(std::string_view utf8) {
-    return "'" + std::string(utf8) + "' has characters that " +
-           platform::ApplicationTextEncoding() + " lacks";
 }
 
 bool IsPrintableAscii(std::string_view bytes) {
@@ -52,6 +38,11 @@ std::optional<char> EscapedByte(std::string_view text) {
 }
 
 } // namespace
+
+std::string LackReason(std::string_view utf8) {
+    return "'" + std::string(utf8) + "' has characters that " +
+           platform::ApplicationTextEncoding() + " lacks";
+}
 
 std::string_view FieldBytes(std::span<const char> field) {
     const auto end = std::find(field.begin(), field.end(), '\0');

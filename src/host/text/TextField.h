@@ -21,6 +21,9 @@ bool SetFieldBytes(std::span<char> field, std::string_view name, std::string_vie
 bool SetField(std::span<char> field, std::string_view name, std::string_view utf8,
               std::string& why);
 
+// "'...' has characters that CP932 lacks".
+std::string LackReason(std::string_view utf8);
+
 // UTF-8 of bytes in the application's encoding, in which "\xHH" stands for a byte that is no text
 // or a control character, and "\\" for a backslash.
 std::string EscapeBytes(std::string_view bytes);
