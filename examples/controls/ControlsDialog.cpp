@@ -270,7 +270,8 @@ void ControlsDialog::HandleMenu() {
     const auto item = static_cast<MenuItemIndex>(m_menu.GetValue());
     m_menu.ClearCheckMarks();
     m_menu.CheckItem(item, true);
-    Log("menu", m_menu.GetItemText(item));
+    const MenuItem* const picked = m_menu.GetMenu()->Item(item);
+    Log("menu", picked ? HuxString::FromUTF8(picked->text) : HuxString());
 }
 
 void ControlsDialog::HandleFont() {

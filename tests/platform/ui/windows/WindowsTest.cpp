@@ -173,7 +173,7 @@ struct EndsWithParent : QObject {
 };
 
 TEST_F(WindowsTest, AWindowThatAGroupLetsGoOfMayEndTheNext) {
-    const WindowRef frame = MakeActive(), one = Make(), next = Make();
+    const WindowRef frame = MakeActiveWindow(), one = MakeWindow(), next = MakeWindow();
     WindowGroup group(0x1FU);
     for (const WindowRef window : { frame, one, next })
         group.Add(test::At(window));
