@@ -94,8 +94,7 @@ private:
 
     // Exporting
     void AskForExport();
-    void EndExport(const QString& summary, const QStringList& failures,
-                   const QStringList& reports);
+    void EndExport(const QString& summary, const QStringList& failures, const QStringList& reports);
 
     MessageBar* m_messages;
     PluginSession* m_plugin;

@@ -28,9 +28,7 @@ platform::WindowRef Window(EPIWindowRef window) {
 } // namespace
 
 PluginSession::PluginSession(QWidget* parent)
-    : QWidget(parent), m_errors([this](const PluginError& error) {
-          onError(Describe(error));
-      }),
+    : QWidget(parent), m_errors([this](const PluginError& error) { onError(Describe(error)); }),
       m_message(new QLabel(this)) {
     auto* const column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);

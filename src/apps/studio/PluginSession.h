@@ -47,8 +47,8 @@ public:
     // The project changed without the plug-in's doing.
     void Update();
 
-    std::function<void()> onModal;                    // a modal dialog began or ended
-    std::function<void()> onEdited;                   // one changed the live parameters
+    std::function<void()> onModal;  // a modal dialog began or ended
+    std::function<void()> onEdited; // one changed the live parameters
     std::function<void(const QString& what)> onError = [](const QString&) {}; // inside the plug-in
 
 private:

@@ -86,9 +86,7 @@ Project::Project(host::Effect* effect) : m_effect(effect), m_shot(Shot::TestCard
         m_content.params = m_effect->CopyParams();
     m_initial = m_content;
     m_initialBlock = m_savedBlock = Block();
-    QObject::connect(&m_undo, &QUndoStack::cleanChanged, &m_undo, [this] {
-        onModified();
-    });
+    QObject::connect(&m_undo, &QUndoStack::cleanChanged, &m_undo, [this] { onModified(); });
 }
 
 void Project::SetShot(std::shared_ptr<const Shot> shot) {

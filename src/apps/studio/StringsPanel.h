@@ -26,7 +26,8 @@ public:
     void SetFrame(const host::TokenValues& values);
 
     // The user changed one of the texts (0 to 3), or the switch (-1).
-    std::function<void(const ShotStrings& strings, int which)> onChanged = [](const ShotStrings&, int) {};
+    std::function<void(const ShotStrings& strings, int which)> onChanged = [](const ShotStrings&,
+                                                                              int) {};
 
 private:
     void AddField(std::size_t i, const QString& label, const QString& tip);

@@ -56,9 +56,7 @@ Transport::Transport(const QList<QAction*>& actions, const QList<QAction*>& more
     SetFaint(*m_count);
     m_number->setKeyboardTracking(false);
     m_number->setAccessibleName(T("Frame number"));
-    connect(m_number, &QSpinBox::valueChanged, this, [this](int number) {
-        onNumber(number);
-    });
+    connect(m_number, &QSpinBox::valueChanged, this, [this](int number) { onNumber(number); });
 }
 
 void Transport::SetFrames(std::span<const std::int64_t> numbers) {

@@ -13,7 +13,6 @@
 namespace platform {
 namespace {
 
-
 // Answers the dialogs that run while it lives, one after the other, and cancels what comes then.
 class Answers {
 public:
