@@ -3,12 +3,8 @@
 
 #include <array>
 #include <cstring>
-#include <string>
 
 #include <gmock/gmock.h>
-
-#include "huxCommon/huxUtility/HuxException.h"
-#include "support/ChainHandler.h"
 
 using namespace platform;
 
@@ -71,39 +67,6 @@ TEST(HuxCarbonEvent, ACommandLeavesOutWhatIsZeroAndReadsItAsZero) {
     EXPECT_EQ(other.GetCommandParameter(&commandID, nullptr, nullptr, nullptr),
               kEventParameterNotFoundErr);
     EXPECT_EQ(commandID, 0u);
-}
-
-TEST(HuxCarbonEvent, CommandsReachTheirTargetElseTheApplicationOrNobody) {
-    const EventTargetRef target = CreateEventTarget(nullptr);
-    std::string log;
-    const auto receives = [&log](const char* name) {
-        return [&log, name](EventRef event) {
-            std::uint32_t commandID = 0;
-            HuxCarbonEvent(event, true).GetCommandParameter(&commandID, nullptr, nullptr, nullptr);
-            log += name + std::to_string(commandID) + ' ';
-            return -43;
-        };
-    };
-    const EventTypeSpec type { kEventClassCommand, kEventCommandProcess };
-    const test::ChainHandler own(target, { type }, receives("own"));
-    const test::ChainHandler application(GetApplicationEventTarget(), { type }, receives("app"));
-    EXPECT_EQ(HuxCarbonEvent::PostEventCommand(EventTargetRef {}, 1, 0), kNoErr);
-    EXPECT_EQ(HuxCarbonEvent::SendEventCommand(target, 2, 0, nullptr), -43);
-    while (DeliverNextEvent()) {
-    }
-    EXPECT_EQ(log, "own2 app1 ");
-    DisposeEventTarget(target);
-    EXPECT_EQ(HuxCarbonEvent::PostEventCommand(target, 1, 0), kParamErr);
-    EXPECT_EQ(HuxCarbonEvent::SendEventCommand(target, 1, 0, nullptr), kParamErr);
-    EXPECT_FALSE(DeliverNextEvent());
-}
-
-TEST(HuxException, IsCopiedWithWhatFitsOfItsFile) {
-    HuxException copy;
-    copy = HuxException(std::string(2000, 'f').c_str(), 12, -9874);
-    EXPECT_EQ(std::string(copy.GetFile()), std::string(1023, 'f'));
-    EXPECT_EQ(copy.GetLine(), 12);
-    EXPECT_EQ(static_cast<long>(copy), -9874);
 }
 
 } // namespace

@@ -81,17 +81,6 @@ protected:
     test::HostErrors errors;
 };
 
-TEST_F(HuxControlImplTest, AttachingGivesAControlWithoutACommandItsIdForOne) {
-    // None, four blanks, its own.
-    for (const auto& [before, after] :
-         { std::pair { 0U, 77U }, { 0x20202020U, 77U }, { 5U, 5U } }) {
-        HuxControlImpl wrapper;
-        On(button).commandID = before;
-        EXPECT_EQ(wrapper.Attach(button), kNoErr);
-        EXPECT_EQ(wrapper.GetCommandID(), after);
-    }
-}
-
 TEST_F(HuxControlImplTest, TheControlLeadsToItsWrapperAsLongAsThatIsAttached) {
     auto first = std::make_unique<HuxControlImpl>();
     HuxControlImpl second;

@@ -22,12 +22,6 @@ constexpr const char* kForm = R"(<?xml version="1.0" encoding="UTF-8"?><ui versi
  <property name="controlID" stdset="0"><number>2</number></property></widget></item>
 </layout></widget></ui>)";
 
-class RefusingControl : public HuxControlImpl {
-public:
-    bool CheckControlValue() override { return accepts; }
-    bool accepts = true;
-};
-
 // Does at each step what the test says and notes the steps.
 class TestDialog : public HuxDialogImpl {
 public:
@@ -44,16 +38,15 @@ public:
     }
     bool OnInitDialog() override { return Run("init ", onInit); }
     bool OnOK() override { return Run("ok ", onOK); }
-    bool OnCancel() override { return Run("cancel ", onCancel); }
+    bool OnCancel() override { return Run("cancel ", nullptr); }
     void EndDialog(long code) override {
         m_log += "end" + std::to_string(code) + " ";
         HuxDialogImpl::EndDialog(code);
     }
 
     const char* nib = "Toolkit";
-    RefusingControl field;
-    HuxControlImpl missing;
-    Step onInit, onOK, onCancel;
+    HuxControlImpl field, missing;
+    Step onInit, onOK;
 
 private:
     bool Run(const char* name, const Step& answer) {
@@ -139,27 +132,6 @@ TEST_F(HuxDialogTest, AModalRunGivesTheCodeOfWhatEndedIt) {
         EXPECT_EQ(log, row.log) << row.name;
         EXPECT_EQ(Ref(), nullptr) << row.name;
     }
-}
-
-TEST_F(HuxDialogTest, StaysOpenUntilControlsAndDialogAgree) {
-    const TestDialog::Step refuses = [] { return false; };
-    dialog->field.accepts = false;
-    dialog->onCancel = refuses;
-    Later([&] {
-        EXPECT_EQ(Command(kHICommandOK), kNoErr);
-        EXPECT_EQ(log, "init ") << "a control refuses";
-        dialog->field.accepts = true;
-        dialog->onOK = refuses;
-        EXPECT_EQ(Command(kHICommandOK), kNoErr);
-        EXPECT_EQ(Command(kHICommandCancel), kNoErr);
-        EXPECT_EQ(log, "init ok cancel ");
-        EXPECT_TRUE(test::At(Ref()).IsVisible());
-        dialog->onOK = nullptr;
-        Command(kHICommandOK);
-        EXPECT_EQ(Command(kHICommandCancel), kNoErr) << "it has ended";
-    });
-    EXPECT_EQ(dialog->DoModal(nullptr), kHuxDialogOK);
-    EXPECT_EQ(log, "init ok cancel ok end1 ");
 }
 
 TEST_F(HuxDialogTest, WhatEndsInTheBeginningEndsWithoutARun) {

@@ -215,20 +215,6 @@ TEST_F(HuxEditTextTest, CorrectsNumbersAndSaysSoOnce) {
     }
 }
 
-TEST_F(HuxEditTextTest, WritesNumbersByTheFormatOfItsType) {
-    field->SetType(true, 9, -9, 0, false, "%.2f");
-    field->SetDouble(1.5, "%.5f");
-    EXPECT_EQ(Text(), "1.50") << "a field for real numbers goes by its own";
-    field->SetType(Type::kFreeText, false);
-    field->SetDouble(1.5, "%.0e");
-    EXPECT_EQ(Text(), "2e+00");
-    field->SetDouble(1.5, nullptr);
-    EXPECT_EQ(Text(), "1.5");
-    field->SetType(Type::kSignedInteger, false);
-    field->SetSInt(-5);
-    EXPECT_EQ(Text(), "-5");
-}
-
 TEST_F(HuxEditTextTest, MayEndInItsOwnNotices) {
     const struct {
         const char* what;

@@ -165,22 +165,6 @@ TEST_F(HuxPopupButtonTest, TheOpenListSkipsWhatIsNoItemAndEscapeKeepsTheValue) {
     EXPECT_TRUE(picks.empty());
 }
 
-TEST_F(HuxPopupButtonTest, APickMayDisposeOfTheWindow) {
-    FillWithStrings();
-    Show();
-    const MenuRef shown = menu->Ref();
-    const test::ChainHandler disposer(On(control).Target(), { test::kHit }, [&](EventRef) {
-        test::Dispose(window);
-        return kNoErr;
-    });
-    button->showPopup();
-    QTest::keyClick(button->view(), Qt::Key_End);
-    QTest::keyClick(button->view(), Qt::Key_Return);
-    EXPECT_FALSE(test::IsThere(window));
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(Menu::Find(shown), nullptr);
-}
-
 TEST_F(HuxPopupButtonTest, TheFontMenuHasEachFamilyAndFindsItUnderAnyName) {
     menu->Append("Before");
     ASSERT_EQ(popup.AppendFontMenu(), kNoErr);

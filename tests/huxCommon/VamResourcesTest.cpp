@@ -101,6 +101,8 @@ TEST_F(VamResources, KnowTheSystemsCursors) {
         const HuxString text(name);
         platform::SetThemeCursor(platform::kThemePlusCursor);
         vamSetNamedCursor(text.GetCFString());
+        vamSetNamedCursor(text.GetCFString());
+        EXPECT_EQ(QGuiApplication::overrideCursor() != nullptr, theme == 7) << "over all: " << name;
         EXPECT_EQ(vamIsSystemNamedCursor(text.GetCFString()), theme >= 0) << name;
         EXPECT_EQ(platform::CurrentThemeCursor(), theme < 0 ? platform::kThemePlusCursor : theme);
     }

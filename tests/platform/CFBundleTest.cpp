@@ -118,14 +118,6 @@ TEST_F(BundleTest, WhatIsNoBundleIsRefusedWithTheReason) {
     }
 }
 
-TEST_F(BundleTest, CodeOutsideABundleIsNotRegistered) {
-    const auto* code = reinterpret_cast<const void*>(&Localized);
-    EXPECT_FALSE(CFBundleRegister(code));
-    EXPECT_EQ(m_met.Reports().size(), 1u);
-    EXPECT_EQ(CFBundleGetBundleWithIdentifier(""), nullptr);
-    EXPECT_EQ(Localized(CFBundleGetMainBundle(), "key", "key"), "key");
-}
-
 TEST_F(BundleTest, ThreadsReadTextsInTheLanguageOfTheirContext) {
     const BundleHolder bundle(CFBundleCreate(Path()));
     std::atomic<int> wrong = 0;

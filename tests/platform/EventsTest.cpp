@@ -82,16 +82,6 @@ TEST_F(EventsTest, ParametersAreReadWithinTheirBufferAndByTheirType) {
     EXPECT_EQ(SetEventParameter(event, kName, kText, 1, nullptr), kParamErr);
 }
 
-TEST_F(EventsTest, StopAtTheFirstHandlerThatHandlesOrFails) {
-    for (const OSStatus status : { kNoErr, kParamErr }) {
-        m_log.clear();
-        Install(m_a, "a");
-        Install(m_b, "b", [status](auto, auto) { return status; }); // the last one is asked first
-        EXPECT_EQ(Send(), status);
-        EXPECT_EQ(m_log, "b");
-    }
-}
-
 TEST_F(EventsTest, PassingOnRunsTheRestOnceAndGivesItsResult) {
     Install(m_a, "a", [](auto, auto) { return -7; });
     Install(m_b, "b", [this](auto call, auto event) {

@@ -419,7 +419,9 @@ TEST_F(CTextEditDlgTest, ArrowKeysMoveTheTextAndAWheelZooms) {
         EXPECT_EQ(TextAt(), row.at) << row.key << " " << row.modifiers.toInt();
     }
     EXPECT_EQ(view->shown, 6); // not for those that change nothing
-    const int turns[][3] = { { 50, 120, 110 }, { 50, -240, 100 }, { 250, 120, 100 } };
+    const int turns[][3] = {
+        { 50, 60, 100 }, { 50, 60, 110 }, { 50, -240, 100 }, { 250, 120, 100 }
+    };
     for (const auto& [x, delta, scale] : turns) {
         const QPoint at = InWindow({ x, 50 });
         QWheelEvent turn(at, Widget().mapToGlobal(at), {}, { 0, delta }, Qt::NoButton,

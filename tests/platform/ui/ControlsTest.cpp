@@ -72,18 +72,6 @@ TEST_F(ControlsTest, TitlesMeanWhatTheySay) {
     EXPECT_EQ(named->text(), QStringLiteral("one\ntwo"));
 }
 
-TEST_F(ControlsTest, AreFoundByIdInTheirWindowTheOldestFirst) {
-    const ControlRef first = Make<QPushButton>();
-    constexpr ControlID kId { 0x56454C4D, 101 };
-    On(Make<QPushButton>()).id = kId;
-    On(first).id = kId;
-    EXPECT_EQ(Control::FindByID(window, kId), Control::Find(first));
-    EXPECT_EQ(Control::FindByID(window, { 0x56454C4D, 102 }), nullptr);
-    // A number that is none of a control's is as good as gone, and so is another family's.
-    EXPECT_EQ(Control::Find(reinterpret_cast<ControlRef>(window)), nullptr);
-    EXPECT_EQ(EditField::Find(first), nullptr);
-}
-
 // Commands ---------------------------------------------------------------------------------------
 
 TEST_F(ControlsTest, APressIsAHitAndThenACommandThatGoesUp) {

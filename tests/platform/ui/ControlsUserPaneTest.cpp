@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Panes that handlers draw and track: which port they draw into, what is shown, who hears a press.
+// Panes that handlers draw: which port they draw into, and what is shown.
 #include <QImage>
 
 #include "platform/ui/UIFixture.h"
@@ -9,9 +9,6 @@ namespace {
 
 using namespace platform;
 using namespace test;
-
-constexpr EventTypeSpec kHitTest { kEventClassControl, kEventControlHitTest };
-constexpr EventTypeSpec kTrack { kEventClassControl, kEventControlTrack };
 
 class ControlsUserPaneTest : public UIFixture {
 protected:
@@ -129,43 +126,6 @@ TEST_F(ControlsUserPaneTest, APictureHasNothingOfTheOneBefore) {
     EXPECT_EQ(second.pixelColor(40, 20), undrawn);
     place = { 18, 38, 22, 42 };
     EXPECT_EQ(Shown().pixelColor(78, 38), undrawn);
-}
-
-TEST_F(ControlsUserPaneTest, APressIsTestedTrackedAndElseAHit) {
-    struct Row {
-        const char* what;
-        ControlPartCode part; // what the hit test says
-        OSStatus tracked;
-        const char* log;
-    };
-    for (const Row& row : {
-             Row { "nobody tracks", 1, kEventNotHandledErr, "test track1 hit1 " },
-             Row { "another part", 7, kNoErr, "test track7 " },
-             Row { "no part there", 0, kNoErr, "test " },
-         }) {
-        log.clear();
-        HIPoint place {};
-        const ChainHandler handler(
-            On(pane).Target(), { kHitTest, kTrack, kHit }, [&](EventRef event) {
-                const std::uint32_t kind = GetEventKind(event);
-                if (kind == kEventControlHitTest) {
-                    log += "test ";
-                    return SetEventParameter(event, kEventParamControlPart, kTypeControlPartCode,
-                                             sizeof row.part, &row.part);
-                }
-                if (kind == kEventControlTrack)
-                    place = ParameterOf<HIPoint>(event, kEventParamMouseLocation, kTypeHIPoint);
-                log += (kind == kEventControlTrack ? "track" : "hit") +
-                       std::to_string(PartOf(event)) + " ";
-                return kind == kEventControlTrack ? row.tracked : kNoErr;
-            });
-        QTest::mouseClick(WidgetOf(pane), Qt::LeftButton, {}, { 12, 34 });
-        EXPECT_EQ(log, row.log) << row.what;
-        if (row.part != 0) {
-            EXPECT_EQ(place.x, 12);
-            EXPECT_EQ(place.y, 34);
-        }
-    }
 }
 
 } // namespace

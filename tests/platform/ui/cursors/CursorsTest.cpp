@@ -48,15 +48,6 @@ TEST_F(Cursors, OfAThemeLastUntilTheMouseLeavesAndAFieldHasItsOwn) {
     EXPECT_EQ(SetThemeCursor(99), kParamErr);
 }
 
-TEST_F(Cursors, TheWatchStandsOverAllUntilAnother) {
-    SetThemeCursor(kThemeWatchCursor);
-    SetThemeCursor(kThemeWatchCursor);
-    ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
-    EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
-    SetThemeCursor(kThemeArrowCursor);
-    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-}
-
 TEST_F(Cursors, OfANameAreSetWhereTheMouseIs) {
     const test::TestWorld world(32, 32);
     world.Erase();

@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: BSD-3-Clause
-#include <QLabel>
 #include <QMenu>
 
 #include "platform/ui/UIFixture.h"
@@ -31,27 +30,6 @@ protected:
 
     ControlRef a = nullptr, b = nullptr;
 };
-
-TEST_F(FocusTest, ControlsAreToldOfClicksTabsAndCalls) {
-    const ControlRef label = Add<QLabel>(window);
-    Activate(window);
-    Focus(nullptr);
-    const ChainHandler onA = Notes(a, "a"), onB = Notes(b, "b");
-    Click(*WidgetOf(a));
-    EXPECT_EQ(log, "a5 ");
-    Press(Qt::Key_Tab);
-    EXPECT_EQ(log, "a5 a0 b5 ");
-    EXPECT_TRUE(Focus(a));
-    EXPECT_TRUE(Focus(a)); // has it
-    EXPECT_EQ(log, "a5 a0 b5 b0 a5 ");
-    EXPECT_TRUE(WidgetOf(a)->hasFocus());
-    EXPECT_TRUE(Focus(nullptr));
-    EXPECT_EQ(log, "a5 a0 b5 b0 a5 a0 ");
-    EXPECT_EQ(test::At(window).KeyboardFocus(), nullptr);
-    EXPECT_FALSE(Focus(label));
-    On(b).SetEnabled(false);
-    EXPECT_FALSE(Focus(b));
-}
 
 TEST_F(FocusTest, PopupsAndOtherWindowsLeaveItWithTheControl) {
     Activate(window);

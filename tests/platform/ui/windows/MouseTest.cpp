@@ -66,18 +66,5 @@ TEST_F(MouseTest, TrackingTellsOfMovesAndOfEveryEnd) {
     EXPECT_EQ(track(-1), MouseTracking::kMouseUp) << "will not come any more";
 }
 
-TEST_F(MouseTest, WheelsAreCountedInNotches) {
-    std::vector<std::int32_t> notches;
-    const ChainHandler wheel(test::At(window).Target(),
-                             { { kEventClassMouse, kEventMouseWheelMoved } }, [&](EventRef event) {
-                                 notches.push_back(test::ParameterOf<std::int32_t>(
-                                     event, kEventParamMouseWheelDelta, kTypeSInt32));
-                                 return kNoErr;
-                             });
-    for (const int eighths : { 120, -240, 60, 60, 30 })
-        Turn(*widget, eighths);
-    EXPECT_THAT(notches, testing::ElementsAre(1, -2, 1));
-}
-
 } // namespace
 } // namespace platform
