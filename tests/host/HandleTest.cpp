@@ -29,15 +29,6 @@ TEST_F(HandleTest, MovesWithItsBytesWhenTheLastLockEnds) {
     handle.Unlock();
 }
 
-TEST_F(HandleTest, NotesUnlocksAndEndsThatAreOutOfTurn) {
-    {
-        Handle handle(4);
-        handle.Unlock();
-        handle.Lock();
-    }
-    EXPECT_THAT(TakeMisuse(), ElementsAre(HasSubstr("not locked"), HasSubstr("with 1 locks")));
-}
-
 TEST_F(HandleTest, TheTableEndsOnlyWhatItGave) {
     const auto& table = HandleTable();
     const auto given = Handle::Give(std::make_unique<Handle>(8));

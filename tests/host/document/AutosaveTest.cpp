@@ -86,23 +86,6 @@ TEST_F(AutosaveTest, CopiesAreFoundOldestFirstAndOnlyAfterTheirProgramsCrashed) 
     EXPECT_EQ(Files(), 0U);
 }
 
-TEST_F(AutosaveTest, ACleanEndLeavesNothing) {
-    std::string why;
-    {
-        Autosave autosave(Folder());
-        Autosave other(Folder());
-        EXPECT_TRUE(autosave.Keep(Numbered(1), "", why)) << why;
-        EXPECT_TRUE(other.Keep(Numbered(2), "", why)) << why;
-        EXPECT_EQ(Files(), 4U) << "two copies and their locks";
-        EXPECT_TRUE(autosave.Keep(Numbered(3), "/a.telop", why)) << why;
-        EXPECT_EQ(Files(), 4U);
-        autosave.Forget();
-        EXPECT_EQ(Files(), 2U);
-        EXPECT_TRUE(LeftCopy::Find(Folder()).empty());
-    }
-    EXPECT_EQ(Files(), 0U);
-}
-
 TEST_F(AutosaveTest, TheFolderIsTheUsersStateFolder) {
     const char* const rows[][3] { { "/s", "/h", "/s/telop/autosave" },
                                   { nullptr, "/h", "/h/.local/state/telop/autosave" },

@@ -50,18 +50,6 @@ TEST(SettingsJson, EveryFieldComesBackInFormsThatPeopleCanRead) {
         EXPECT_THAT(SettingsToJson(Example()), HasSubstr(part));
 }
 
-TEST(SettingsJson, KeysThatAreNotGivenKeepTheirValue) {
-    std::string why;
-    const auto param =
-        SettingsFromJson(R"({"kind":"info","info":"x","box":false})", Example(), why);
-    ASSERT_TRUE(param) << why;
-    auto expected = Example();
-    expected.dwFlags = TEXT_INFO | TEXT_MONOLOGUE;
-    std::memset(expected.szInfoText, 0, sizeof expected.szInfoText);
-    expected.szInfoText[0] = 'x';
-    EXPECT_TRUE(SameBytes(*param, expected)) << SettingsToJson(*param);
-}
-
 TEST(SettingsJson, NamesTheKeyAndTheReason) {
     using Row = std::tuple<std::string, std::string, std::string>;
     const auto x64 = "\"" + std::string(64, 'x') + "\"";
