@@ -92,6 +92,8 @@ Composed Compositor::Compose(const ComposeRequest& request) {
     } catch (const std::exception& error) {
         composed.why = error.what();
     }
+    if (composed.why.empty())
+        composed.why = request.trouble;
     return composed;
 }
 
@@ -113,17 +115,17 @@ std::shared_ptr<host::Frame> Compositor::Background(const Shot& shot, std::size_
 
 QImage Compositor::Draw(const ComposeRequest& request, const host::Frame& background,
                         std::string& why) {
-    if (!m_effect || !request.textIsOn)
+    const auto values = request.shot->Values(request.index);
+    if (!m_effect || !request.text.IsOn(values.frame))
         return ToPicture(*background.image);
     if (!CopyFrame(background, m_canvas)) {
         why = "there is no memory to draw the text in";
         return ToPicture(*background.image);
     }
-    const platform::TextScope scope(*request.context);
-    host::FrameInfo info;
-    std::ranges::copy(request.strings, info.strings.begin());
-    const bool drawn = m_effect->RenderWith(request.params, *m_canvas.image, info, why);
-    return ToPicture(drawn ? *m_canvas.image : *background.image);
+    host::PixelRect touched;
+    const auto result = host::FrameRenderer(*m_effect, request.text, *request.context)
+                            .Render(m_canvas, values, touched, why);
+    return ToPicture(result == host::RenderResult::kDone ? *m_canvas.image : *background.image);
 }
 
 } // namespace studio

@@ -3,7 +3,6 @@
 // The pixels are those of an export: the plug-in draws them.
 #pragma once
 
-#include <array>
 #include <condition_variable>
 #include <cstdint>
 #include <functional>
@@ -21,6 +20,7 @@
 
 #include "apps/studio/Shot.h"
 #include "host/Effect.h"
+#include "host/jobs/FrameRenderer.h"
 #include "platform/LruCache.h"
 #include "platform/TextContext.h"
 
@@ -30,9 +30,8 @@ struct ComposeRequest {
     std::uint64_t serial = 0; // the maker's, to know the result by
     std::shared_ptr<const Shot> shot;
     std::size_t index = 0;
-    bool textIsOn = true;
-    _TEXTPARAM params {};
-    std::array<std::string, 4> strings; // in the context's encoding
+    host::ShotText text;
+    std::string trouble; // why some of the text is not in it
     // The document's; it is told what could not be honoured to the letter.
     std::shared_ptr<platform::TextContext> context;
 };

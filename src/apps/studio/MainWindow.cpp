@@ -141,9 +141,11 @@ void MainWindow::ShowFrame(std::size_t index) {
 }
 
 void MainWindow::Refresh() {
-    const auto current = m_project.Current();
-    m_compositor->Request({ ++m_serial, m_project.TheShot(), current, m_project.IsOnAt(current),
-                            m_project.LiveParams(), m_project.StringsHere(), m_document.Text() });
+    std::vector<std::string> problems;
+    auto text = host::ShotText::Of(m_project.LiveDocument(), problems);
+    m_compositor->Request({ ++m_serial, m_project.TheShot(), m_project.Current(), std::move(text),
+                            problems.empty() ? std::string() : problems.front(),
+                            m_document.Text() });
 }
 
 void MainWindow::Show(const Composed& composed) {

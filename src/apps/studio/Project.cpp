@@ -22,8 +22,7 @@ bool SameBytes(const _TEXTPARAM& a, const _TEXTPARAM& b) {
 }
 
 bool SameContent(const Content& a, const Content& b) {
-    return SameBytes(a.params, b.params) && a.strings == b.strings &&
-           a.on.ToString() == b.on.ToString();
+    return a.tracks == b.tracks && a.strings == b.strings;
 }
 
 // What a step on the parameters is called: by the one thing that it changes, if it is one.
@@ -83,7 +82,7 @@ private:
 
 Project::Project(host::Effect* effect) : m_effect(effect), m_shot(Shot::TestCard()) {
     if (m_effect)
-        m_content.params = m_effect->CopyParams();
+        m_content.Selected().settings = m_effect->CopyParams();
     m_initial = m_content;
     m_initialBlock = m_savedBlock = Block();
     QObject::connect(&m_undo, &QUndoStack::cleanChanged, &m_undo, [this] { onModified(); });
@@ -102,7 +101,7 @@ void Project::SetModified() {
 }
 
 _TEXTPARAM Project::LiveParams() const {
-    return m_effect ? m_effect->CopyParams() : m_content.params;
+    return m_effect ? m_effect->CopyParams() : m_content.Selected().settings;
 }
 
 std::array<std::string, 4> Project::StringsHere() const {
@@ -111,8 +110,8 @@ std::array<std::string, 4> Project::StringsHere() const {
 
 void Project::CommitParams() {
     auto content = m_content;
-    content.params = LiveParams();
-    const auto name = NameOfChange(m_content.params, content.params);
+    content.Selected().settings = LiveParams();
+    const auto name = NameOfChange(m_content.Selected().settings, content.Selected().settings);
     Push(name, std::move(content), -1);
 }
 
@@ -127,7 +126,7 @@ void Project::ChangeStrings(const ShotStrings& strings, int which) {
 
 void Project::ChangeSpans(const OnSpans& spans) {
     auto content = m_content;
-    content.on = RangesOf(spans, m_shot->Numbers());
+    content.Selected().on = RangesOf(spans, m_shot->Numbers());
     Push(T("Change Ranges"), std::move(content), -1);
 }
 
@@ -135,8 +134,22 @@ void Project::TurnTextOnHere() {
     ChangeSpans(TurnOn(Spans(), { m_current, m_current }));
 }
 
+void Project::ChangeTracks(const QString& name, std::vector<host::Track> tracks,
+                           std::size_t selected) {
+    auto content = m_content;
+    content.tracks = std::move(tracks);
+    content.selected = std::min(selected, content.tracks.size() - 1);
+    Push(name, std::move(content), -1);
+}
+
+void Project::Select(std::size_t track) {
+    auto content = m_content;
+    content.selected = std::min(track, content.tracks.size() - 1);
+    Apply(content);
+}
+
 void Project::DropLiveChanges() {
-    if (m_effect && !SameBytes(LiveParams(), m_content.params))
+    if (m_effect && !SameBytes(LiveParams(), m_content.Selected().settings))
         Apply(Content(m_content));
 }
 
@@ -148,7 +161,7 @@ void Project::Push(const QString& text, Content content, int typing) {
 void Project::Apply(const Content& content) {
     m_content = content;
     if (m_effect)
-        m_effect->SetParams(content.params);
+        m_effect->SetParams(content.Selected().settings);
     onChanged();
 }
 
@@ -171,15 +184,20 @@ void Project::SetUnmodified() {
 }
 
 host::Document Project::ToDocument() {
-    host::Document document;
+    auto document = m_document;
     document.input = m_shot->IsTestCard() ? m_lostInput : m_shot->Input();
     document.currentFrame = m_shot->Numbers()[m_current];
-    document.textOn = m_content.on;
     document.stringsPresent = m_content.strings.present;
     document.strings = m_content.strings.texts;
     if (m_effect)
         document.TakeFrom(*m_effect);
-    document.settings = m_content.params; // without what a dialog has not confirmed
+    document.tracks = m_content.tracks;
+    return document;
+}
+
+host::Document Project::LiveDocument() {
+    auto document = ToDocument();
+    document.tracks[m_content.selected].settings = LiveParams();
     return document;
 }
 
@@ -191,7 +209,8 @@ bool Project::Take(const host::Document& document, std::shared_ptr<const Shot> s
     m_lostInput = m_shot->IsTestCard() ? document.input : std::string();
     m_current = m_shot->IndexOf(document.currentFrame);
     m_undo.clear();
-    Apply({ document.settings, { document.stringsPresent, document.strings }, document.textOn });
+    m_document = document;
+    Apply({ document.tracks, 0, { document.stringsPresent, document.strings } });
     SetUnmodified();
     return true;
 }
@@ -202,6 +221,7 @@ void Project::Reset() {
     m_shot = Shot::TestCard();
     m_lostInput.clear();
     m_current = 0;
+    m_document = {};
     m_undo.clear();
     Apply(Content(m_initial));
     SetUnmodified();

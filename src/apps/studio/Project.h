@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// What is being made: the frames, the text's settings, the information strings and the frames on which
-// the text is on, with undo. Knows the effect, but no window.
+// What is being made: the frames, the tracks of text and the information strings, with undo. One track is
+// selected: the effect's live parameters are its settings. Knows the effect, but no window.
 #pragma once
 
 #include <algorithm>
@@ -27,9 +27,12 @@ namespace studio {
 
 // All that undo brings back.
 struct Content {
-    _TEXTPARAM params {};
+    std::vector<host::Track> tracks { 1 }; // never empty
+    std::size_t selected = 0;
     ShotStrings strings;
-    host::FrameRanges on = host::FrameRanges::All();
+
+    const host::Track& Selected() const { return tracks[selected]; }
+    host::Track& Selected() { return tracks[selected]; }
 };
 
 class Project {
@@ -49,16 +52,23 @@ public:
     const Content& Committed() const { return m_content; }
     // The effect's live parameters, with what a dialog is editing.
     _TEXTPARAM LiveParams() const;
-    bool IsOnAt(std::size_t index) const { return m_content.on.Contains(m_shot->Numbers()[index]); }
+    // Of the selected track.
+    bool IsOnAt(std::size_t index) const {
+        return m_content.Selected().on.Contains(m_shot->Numbers()[index]);
+    }
     // What the current frame makes of the information strings.
     std::array<std::string, 4> StringsHere() const;
-    OnSpans Spans() const { return SpansOf(m_content.on, m_shot->Numbers()); }
+    OnSpans Spans() const { return SpansOf(m_content.Selected().on, m_shot->Numbers()); }
 
     // Each makes an undo step when something differs.
     void CommitParams(); // takes the live parameters over
     void ChangeStrings(const ShotStrings& strings, int which);
     void ChangeSpans(const OnSpans& spans);
     void TurnTextOnHere();
+    // Any change of the tracks and of which one is selected, under that name.
+    void ChangeTracks(const QString& name, std::vector<host::Track> tracks, std::size_t selected);
+    // No undo step; what a dialog left unconfirmed is dropped.
+    void Select(std::size_t track);
     // Puts the committed parameters back in the place of what a dialog left unconfirmed.
     void DropLiveChanges();
 
@@ -67,7 +77,10 @@ public:
     bool IsModified() const;
     void SetUnmodified();
 
+    // Without what a dialog has not confirmed.
     host::Document ToDocument();
+    // With it.
+    host::Document LiveDocument();
     // Takes the content and the dialogs' settings over, without an undo step, and the frames. Where
     // these could not be opened shot is the test card, and the document's input is kept. False, and
     // nothing changed, with the reason.
@@ -91,7 +104,8 @@ private:
     std::shared_ptr<const Shot> m_shot;
     std::size_t m_current = 0;
     Content m_content;
-    Content m_initial;                        // of a new document
+    host::Document m_document; // what undo does not know of: encoding, language and the like
+    Content m_initial;         // of a new document
     std::vector<std::uint8_t> m_initialBlock; // the dialogs' settings of a new document
     std::vector<std::uint8_t> m_savedBlock;   // those when it was saved last
     std::string m_lostInput;                  // frames of the document that could not be opened

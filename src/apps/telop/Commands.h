@@ -10,10 +10,12 @@
 #include <CLI/CLI.hpp>
 
 #include "apps/telop/CommandError.h"
+#include "apps/telop/TextOptions.h"
 
 namespace telop {
 
-void AddRender(CLI::App& program, ExitCode& code); // burns a text into frames
+// Burns texts into frames; earlier are those before the last one, known when the command runs.
+void AddRender(CLI::App& program, ExitCode& code, const std::vector<TextOptions>& earlier);
 void AddSettings(CLI::App& program,
                  ExitCode& code);                 // shows a settings archive, makes one from JSON
 void AddLists(CLI::App& program, ExitCode& code); // shows, takes in and makes files of texts

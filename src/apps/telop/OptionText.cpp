@@ -57,6 +57,14 @@ std::string Unescaped(std::string_view text) {
 
 } // namespace
 
+host::FrameRanges ParseRanges(std::string_view option, const std::string& text) {
+    std::string why;
+    auto ranges = host::FrameRanges::Parse(text, why);
+    if (!ranges)
+        FailUsage(std::string(option) + ": " + why);
+    return *std::move(ranges);
+}
+
 tagPOINT ParsePoint(std::string_view option, std::string_view text) {
     const auto comma = text.find(',');
     tagPOINT point {};

@@ -9,6 +9,8 @@
 
 #include <epi/epi.h>
 
+#include "host/frames/FrameRanges.h"
+
 namespace CLI {
 class Validator;
 } // namespace CLI
@@ -21,6 +23,7 @@ CLI::Validator PositiveFactor();
 
 // The others throw a usage error that names the option.
 
+host::FrameRanges ParseRanges(std::string_view option, const std::string& text);
 // "X,Y", whole numbers.
 tagPOINT ParsePoint(std::string_view option, std::string_view text);
 COLORREF ParseColorOption(std::string_view option, std::string_view text);

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/telop/Commands.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 #include <utility>
 
 #include <unistd.h>
@@ -30,14 +32,6 @@ std::string Frames(std::int64_t count) {
 }
 
 constexpr auto kStream = host::FramePlan::kStream;
-
-host::FrameRanges ParseRanges(const char* option, const std::string& text) {
-    std::string why;
-    auto ranges = host::FrameRanges::Parse(text, why);
-    if (!ranges)
-        FailUsage(std::string(option) + ": " + why);
-    return *std::move(ranges);
-}
 
 host::Existing ExistingPolicy(const RenderOptions& options) {
     return options.overwrite      ? host::Existing::kOverwrite
@@ -96,6 +90,13 @@ void PrepareFolder(const host::FramePlan& plan) {
 
 using MaybeDocument = std::optional<host::Document>;
 
+std::string TrackNames(const host::Document& document) {
+    std::string names;
+    for (const auto& track : document.tracks)
+        names += (names.empty() ? "'" : ", '") + track.name + "'";
+    return names;
+}
+
 MaybeDocument LoadDocument(const RenderOptions& options) {
     if (!options.document)
         return std::nullopt;
@@ -104,19 +105,6 @@ MaybeDocument LoadDocument(const RenderOptions& options) {
     if (!document)
         throw CommandError(ExitCode::kBadInput, why);
     return document;
-}
-
-host::FrameRanges ApplyRanges(const RenderOptions& options, const MaybeDocument& document) {
-    if (options.apply)
-        return ParseRanges("--apply", *options.apply);
-    return document ? document->textOn : host::FrameRanges::All();
-}
-
-host::Placement PlacementOf(const RenderOptions& options) {
-    host::Placement placement { .scale = options.scale };
-    if (options.origin)
-        placement.origin = ParsePoint("--origin", *options.origin);
-    return placement;
 }
 
 ProgressStyle StyleOf(const RenderOptions& options) {
@@ -129,22 +117,93 @@ ProgressStyle StyleOf(const RenderOptions& options) {
                                           : ProgressStyle::kNone;
 }
 
+// What is drawn ----------------------------------------------------------------------------------
+
+// Of the document those that are picked, of the settings theirs.
+void PickTracks(host::Document& document, const RenderOptions& options) {
+    for (const auto& name : options.tracks)
+        if (std::ranges::find(document.tracks, name, &host::Track::name) == document.tracks.end())
+            FailUsage("--track: the document has no track '" + name + "'; it has " +
+                      TrackNames(document));
+    if (!options.tracks.empty())
+        std::erase_if(document.tracks, [&](const host::Track& track) {
+            return std::ranges::find(options.tracks, track.name) == options.tracks.end();
+        });
+}
+
+// The text that the options change is the only track; they cannot know which of several is meant. The
+// others follow.
+void ApplyTexts(host::Document& document, const RenderOptions& options) {
+    auto texts = options.earlier;
+    texts.push_back(options.text);
+    if (texts == std::vector { TextOptions {} })
+        return;
+    if (document.tracks.size() > 1)
+        FailUsage(
+            "the document has several tracks; --track says which of them the options change: " +
+            TrackNames(document));
+    auto track = std::exchange(document.tracks.front(), {});
+    document.tracks.clear();
+    for (const auto& text : texts) {
+        track = MakeTrack(text, std::move(track));
+        document.tracks.push_back(track);
+        // The next one has its look.
+        track.name.clear();
+        track.on = host::FrameRanges::All();
+        track.cues.clear();
+    }
+}
+
+host::Document WhatIsDrawn(const MaybeDocument& loaded, const RenderOptions& options,
+                           host::Effect& effect) {
+    host::Document document;
+    if (loaded)
+        document = *loaded;
+    else
+        document.TakeFrom(effect);
+    PickTracks(document, options);
+    ApplyTexts(document, options);
+    if (options.strings)
+        SetStrings(document, *options.strings);
+    return document;
+}
+
 // The settings in their own archive, by the plug-in itself.
-void SaveText(host::Effect& effect, const host::FrameText& text, const RenderOptions& options) {
-    if (const auto option = text.NameWithTokens(); !option.empty())
-        FailUsage("--save-settings keeps one text for all frames, and that of " + option +
-                  " has tokens");
-    if (options.text.strings)
+void SaveText(host::Effect& effect, const host::Document& document, const RenderOptions& options) {
+    if (document.tracks.size() > 1 || !document.tracks.front().cues.empty())
+        FailUsage("--save-settings keeps one text; --save-document keeps all");
+    if (options.strings)
         Console::Get().Warn("--save-settings: settings have no room for --strings; give them again "
-                            "to each run");
-    effect.SetParams(text.Params());
+                            "to each run, or use --save-document");
+    effect.SetParams(document.tracks.front().settings);
     SaveSettings(effect, *options.saveSettings, options.overwrite);
 }
 
-void CheckTokens(const host::FramePlan& plan, const host::FrameText& text) {
+void SaveDocument(host::Document document, const RenderOptions& options) {
+    std::string why;
+    if (options.input != kStream)
+        document.input = options.input;
+    if (std::filesystem::exists(*options.saveDocument) && !options.overwrite)
+        throw CommandError(ExitCode::kCannotWrite,
+                           *options.saveDocument + " exists; --overwrite replaces it");
+    if (!document.Save(*options.saveDocument, why))
+        throw CommandError(ExitCode::kCannotWrite, why);
+}
+
+host::ShotText PrepareText(const host::Document& document, const host::FramePlan& plan,
+                           const RenderOptions& options) {
+    std::vector<std::string> problems;
+    auto text = host::ShotText::Of(document, problems);
+    if (!problems.empty())
+        throw CommandError(ExitCode::kBadInput, options.document
+                                                    ? *options.document + ": " + problems.front()
+                                                    : problems.front());
     if (plan.ReadsStream() && text.NeedsFile())
         FailUsage("{file}: the frames of a stream have no file names");
+    return text;
 }
+
+// The run ----------------------------------------------------------------------------------------
 
 std::int64_t ReportMissing(const host::FramePlan& plan) {
     std::string text;
@@ -235,7 +294,7 @@ RenderOptions WithOperandsOf(const MaybeDocument& document, RenderOptions option
 
 void CheckOperands(const RenderOptions& options) {
     const bool none = options.input.empty() && options.output.empty();
-    if (none && options.saveSettings)
+    if (options.output.empty() && (options.saveDocument || (none && options.saveSettings)))
         return;
     if (options.input.empty())
         FailUsage(options.document ? "OUTPUT is missing" : "INPUT and OUTPUT are missing");
@@ -243,18 +302,9 @@ void CheckOperands(const RenderOptions& options) {
         FailUsage("OUTPUT is missing");
 }
 
-std::unique_ptr<host::Effect> EffectFor(const RenderOptions& options,
-                                        const MaybeDocument& document) {
-    auto effect = LoadEffect(options.plugin, options.settings);
-    std::string why;
-    if (document && !document->GiveTo(*effect, why))
-        throw CommandError(ExitCode::kBadInput, *options.document + ": " + why);
-    return effect;
-}
-
 // A name that stands for another family counts too; no name means the default family.
-void CheckFamily(const host::FrameText& text) {
-    const auto name = platform::DecodeText(host::FieldBytes(text.Params().szFontName));
+void CheckFamily(const _TEXTPARAM& settings) {
+    const auto name = platform::DecodeText(host::FieldBytes(settings.szFontName));
     const auto resolution = platform::ResolveFontFamily(name);
     if (!name.empty() && resolution.match != platform::FontMatch::kInstalled)
         throw CommandError(ExitCode::kStrictFonts,
@@ -273,40 +323,48 @@ void Warn(const platform::Report& report, host::FontPolicy fonts) {
 ExitCode RunRender(const RenderOptions& typed) {
     Console::Get().SetQuiet(typed.quiet);
     SetEncoding(typed.encoding);
-    const auto document = LoadDocument(typed);
-    const auto options = WithOperandsOf(document, typed);
+    const auto loaded = LoadDocument(typed);
+    auto options = WithOperandsOf(loaded, typed);
     CheckOperands(options);
-    const auto placement = PlacementOf(options);
-    const auto apply = ApplyRanges(options, document);
+    if (options.origin)
+        options.view.origin = ParsePoint("--origin", *options.origin);
     std::optional<host::FramePlan> plan;
-    if (!options.input.empty())
+    if (!options.input.empty() && !options.output.empty())
         plan.emplace(PlanRun(options));
 
     const auto fonts = options.strictFonts ? host::FontPolicy::kStrict : host::FontPolicy::kWarn;
     auto& process = platform::TextContext::Current();
-    platform::TextContext run(document ? document->encoding : process.Encoding(),
+    platform::TextContext run(loaded ? loaded->encoding : process.Encoding(),
                               [fonts](const platform::Report& report) { Warn(report, fonts); });
     for (const auto& report : process.Reports())
         run.Tell(report);
     const platform::TextScope scope(run);
-    const auto effect = EffectFor(options, document);
-    const auto text =
-        MakeFrameText(options.text, effect->CopyParams(), document ? &*document : nullptr);
+    const auto effect = LoadEffect(options.plugin, options.settings);
+    const auto document = WhatIsDrawn(loaded, options, *effect);
     if (options.saveSettings)
-        SaveText(*effect, text, options);
+        SaveText(*effect, document, options);
+    if (options.saveDocument)
+        SaveDocument(document, options);
     if (!plan)
         return ExitCode::kSuccess;
-    CheckTokens(*plan, text);
+    const auto text = PrepareText(document, *plan, options);
     if (options.strictFonts)
-        CheckFamily(text);
-    const host::FrameRenderer renderer(*effect, text, run, apply, placement, fonts);
+        for (const auto& track : text.Tracks())
+            CheckFamily(track.TheTrack().settings);
+    const host::FrameRenderer renderer(*effect, text, run, options.view, fonts);
     return RenderFrames(*plan, renderer, options);
 }
 
 } // namespace
 
-void AddRender(CLI::App& program, ExitCode& code) {
-    AddCommand(program, code, "render", AddRenderOptions, RunRender);
+void AddRender(CLI::App& program, ExitCode& code, const std::vector<TextOptions>& earlier) {
+    auto& command = *program.add_subcommand("render");
+    const auto options = std::make_shared<RenderOptions>();
+    AddRenderOptions(command, *options);
+    command.callback([options, &earlier, &code] {
+        options->earlier = earlier;
+        code = RunRender(*options);
+    });
 }
 
 } // namespace telop

@@ -28,43 +28,21 @@ constexpr const char* kExamples =
     "  telop render --score 0 --strings ,,12,{frame} --box black shot/ out/\n"
     "  telop render --character Hanako --off --opacity 100 --box none a.png b.png\n"
     "  telop render --dialogue @line.txt --font 'Noto Sans CJK JP' --size 48 a.png b.png\n"
+    "  telop render --info PAN --at 60,40 --then --character Hanako --anchor bottom a.png b.png\n"
     "  telop render --document shot.telop out/\n"
     "  ffmpeg -i in.mov -f image2pipe -c:v pam - | telop render --info T.U. - - |\n"
     "    ffmpeg -f image2pipe -c:v pam -i - out.mov\n\n";
 
-void AddTextOptions(CLI::App& command, TextOptions& text) {
-    OptionGroup group(command, "Text (one of the first four; without any, that of the settings)");
-    auto* info = group.Add("--info", text.info, "TEXT", "A direction, one line");
-    auto* character = group.Add("--character", text.character, "NAME", "A character's name");
-    auto* dialogue =
-        group.Add("--dialogue", text.dialogue, "TEXT|@FILE",
-                  "Lines of dialogue, \\n between them, or @FILE to read them from a file");
-    auto* score = group
-                      .Add("--score", text.score, "0..3",
-                           "The score line: 0 C-3-4, 1 3-4, 2 2-3-4, 3 1-2-3-4 of --strings")
-                      ->check(WholeNumber(0, 3));
-    group.Add("--strings", text.strings, "A,B,C,D",
+void AddTextsOptions(CLI::App& command, RenderOptions& options) {
+    AddTextOptions(command, options.text);
+    OptionGroup group(command, "Texts");
+    group.Flag("--then", options.then,
+               "Begins another text, which looks like the one before unless it says otherwise");
+    group.Add("--strings", options.strings, "A,B,C,D",
               "The score line's four parts; without it the last one is the frame's number");
-    auto* off = group.Flag("--off", text.off, "The character speaks from off screen");
-    group.Flag("--monologue", text.monologue, "The character speaks to itself")->excludes(off);
-    info->excludes(character)->excludes(dialogue)->excludes(score);
-    character->excludes(dialogue)->excludes(score);
-    dialogue->excludes(score);
-}
-
-void AddLookOptions(CLI::App& command, RenderOptions& options) {
-    OptionGroup group(command, "Look");
-    auto& text = options.text;
-    group.Add("--font", text.font, "FAMILY", "Font family; 'telop fonts' lists them");
-    group.Add("--size", text.size, "POINTS", "Size in points, which are pixels")
-        ->check(WholeNumber(1, 32767));
-    group.Add("--color", text.color, "COLOR", "Of the text: #RRGGBB, #RGB, r,g,b or a name");
-    group.Add("--box", text.box, "COLOR|none", "Color of the box behind the text, or none");
     group
-        .Add("--opacity", text.opacity, "0..100", "Of the text, or of the box with it, in per cent")
-        ->check(WholeNumber(0, 100));
-    group.Add("--at", text.position, "X,Y", "Top left of the text in frame pixels");
-    group.Add("--scale", options.scale, "FACTOR", "Picture pixels for a frame pixel; moves --at")
+        .Add("--scale", options.view.scale, "FACTOR",
+             "Picture pixels for a frame pixel; moves --at, and sizes stay")
         ->check(PositiveFactor());
     group.Add("--origin", options.origin, "X,Y",
               "The picture's top left within the scaled frame, for a picture that is a part");
@@ -73,8 +51,6 @@ void AddLookOptions(CLI::App& command, RenderOptions& options) {
 void AddFrameOptions(CLI::App& command, RenderOptions& options) {
     OptionGroup group(command, "Frames");
     group.Add("--frames", options.frames, "RANGES", "Frames to make, such as 1001-1100:2,1200");
-    group.Add("--apply", options.apply, "RANGES",
-              "Frames that get the text; the others are copied as they are");
     group.Add("--start", options.start, "NUMBER", "Number of a stream's first frame (1)")
         ->check(WholeNumber(0, host::kFrameMax));
 }
@@ -83,11 +59,17 @@ void AddSettingsOptions(CLI::App& command, RenderOptions& options) {
     OptionGroup group(command, "Settings");
     auto* settings =
         group.Add("--settings", options.settings, "FILE", "Settings to start from (480 bytes)");
-    auto* document =
-        group.Add("--document", options.document, "FILE",
-                  "A telop-studio document: frames, text, ranges; INPUT may be left out");
+    auto* document = group.Add("--document", options.document, "FILE",
+                               "A telop-studio document: frames and texts; INPUT may be left out");
+    group
+        .Add("--track", options.tracks, "NAME",
+             "Only this track of the document, which the options above change; again for more")
+        ->needs(document)
+        ->allow_extra_args(false);
     group.Add("--save-settings", options.saveSettings, "FILE",
               "Write the settings with all options in them; needs no INPUT");
+    group.Add("--save-document", options.saveDocument, "FILE",
+              "Write all texts as a document, for telop-studio or later runs; needs no INPUT");
     auto* encoding = group.Add("--encoding", options.encoding, "NAME",
                                "Of texts in settings; UTF-8, CP932, ...");
     document->excludes(settings)->excludes(encoding);
@@ -127,8 +109,7 @@ void AddRenderOptions(CLI::App& command, RenderOptions& options) {
     command.description(kDescription);
     command.add_option("INPUT", options.input, "Picture, sequence, folder or -");
     command.add_option("OUTPUT", options.output, "Picture, sequence, folder or -");
-    AddTextOptions(command, options.text);
-    AddLookOptions(command, options);
+    AddTextsOptions(command, options);
     AddFrameOptions(command, options);
     AddSettingsOptions(command, options);
     AddOutputOptions(command, options);

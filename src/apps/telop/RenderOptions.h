@@ -5,8 +5,10 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "apps/telop/TextOptions.h"
+#include "host/jobs/FrameRenderer.h"
 
 namespace CLI {
 class App;
@@ -18,14 +20,19 @@ struct RenderOptions {
     std::string input, output; // both empty: only settings are saved
     std::optional<std::string> document;
 
+    std::vector<std::string> tracks; // of the document; none: all
+
+    std::vector<TextOptions> earlier; // before each "--then"
     TextOptions text;
-    double scale = 1;
+    bool then = false; // stands for the help's line
+    std::optional<std::string> strings;
+    host::View view;
     std::optional<std::string> origin;
 
-    std::optional<std::string> frames, apply;
+    std::optional<std::string> frames;
     std::optional<std::int64_t> start; // number of a stream's first frame
 
-    std::optional<std::string> settings, saveSettings;
+    std::optional<std::string> settings, saveSettings, saveDocument;
     std::optional<std::string> encoding, plugin;
     bool strictFonts = false;
 

@@ -71,15 +71,19 @@ public:
         m_app.require_subcommand(1);
         m_app.footer(kFooter);
         m_app.formatter(std::make_shared<HelpFormatter>());
-        for (auto* const add :
-             { AddRender, AddSettings, AddLists, AddFonts, AddDescribe, AddDoctor })
+        AddRender(m_app, m_result, m_earlierTexts);
+        for (auto* const add : { AddSettings, AddLists, AddFonts, AddDescribe, AddDoctor })
             add(m_app, m_result);
     }
 
     ExitCode Run(int argc, char** argv) {
         try {
-            CheckValues({ argv + 1, argv + std::max(argc, 1) });
-            m_app.parse(argc, argv);
+            std::vector<std::string> arguments(argv + 1, argv + std::max(argc, 1));
+            CheckValues(arguments);
+            if (!arguments.empty() && arguments.front() == "render")
+                m_earlierTexts = TakeEarlierTexts(arguments);
+            std::ranges::reverse(arguments); // the parser takes them from the back
+            m_app.parse(std::move(arguments));
             return m_result;
         } catch (const CLI::ParseError& error) {
             return Explain(error);
@@ -158,6 +162,7 @@ private:
     }
 
     CLI::App m_app;
+    std::vector<TextOptions> m_earlierTexts;
     ExitCode m_result = ExitCode::kSuccess;
 };
 

@@ -8,6 +8,7 @@
 
 #include "host/WholeFile.h"
 #include "host/document/RecordJson.h"
+#include "host/document/TrackJson.h"
 #include "host/frames/OutputFile.h"
 #include "platform/TextContext.h"
 #include "platform/Utf8.h"
@@ -20,8 +21,6 @@ namespace fs = std::filesystem;
 
 constexpr const char* kFormat = "telop-document";
 constexpr std::size_t kMaxFile = std::size_t { 16 } << 20;
-constexpr const char* kAllFrames = "all";
-constexpr const char* kNoFrames = "none";
 
 // The frames -------------------------------------------------------------------------------------
 
@@ -64,22 +63,6 @@ std::string InputOf(const Json& json, const fs::path& folder) {
 
 // The other parts --------------------------------------------------------------------------------
 
-std::string RangesToText(const FrameRanges& ranges) {
-    const auto text = ranges.ToString();
-    return text.empty() ? kNoFrames : text == FrameRanges::All().ToString() ? kAllFrames : text;
-}
-
-FrameRanges RangesOf(const Json& json) {
-    const auto& text = TextOf(json);
-    if (text == kNoFrames)
-        return {};
-    std::string why;
-    const auto ranges = text == kAllFrames ? FrameRanges::All() : FrameRanges::Parse(text, why);
-    if (!ranges)
-        throw Refused { why + "; or write all, or none" };
-    return *ranges;
-}
-
 void ReadStrings(const Json& json, Document& document) {
     const ObjectReader reader(json, { "present", "texts" });
     document.stringsPresent = reader.Get("present", BooleanOf);
@@ -97,7 +80,7 @@ platform::TextEncoding EncodingOf(const Json& json) {
 }
 
 // Told before anything else is looked at, for there may be keys that only a newer program knows.
-void CheckFormat(const Json& json) {
+std::int64_t CheckFormat(const Json& json) {
     const auto format = json.is_object() ? json.find("format") : json.end();
     if (!json.is_object() || format == json.end() || *format != kFormat)
         throw Refused { "is no Telop document" };
@@ -109,24 +92,50 @@ void CheckFormat(const Json& json) {
         throw Refused { "was written by a newer Telop: the document has version " +
                         std::to_string(version) + ", and this program reads up to " +
                         std::to_string(Document::kVersion) };
+    return version;
+}
+
+// Version 1 had one text, without tokens.
+std::vector<Track> TheOneTrack(const ObjectReader& reader) {
+    Track track;
+    track.on = reader.Get("textOn", RangesOf);
+    track.settings = reader.Get("settings", SettingsRecordFromJson);
+    DoubleLoneBraces(track.settings);
+    return { std::move(track) };
+}
+
+ObjectReader ReaderOf(const Json& json, std::int64_t version) {
+    if (version == 1)
+        return { json,
+                 { "format", "version", "frames", "currentFrame", "textOn", "strings", "encoding",
+                   "settings", "dialogs" } };
+    return { json,
+             { "format", "version", "frames", "currentFrame", "strings", "encoding", "tracks",
+               "dialogs" },
+             { "language", "fallbacks" } };
 }
 
 Document Read(std::string_view text, const fs::path& folder) {
     const auto json = ParseStrict(text);
-    CheckFormat(json);
-    const ObjectReader reader(json, { "format", "version", "frames", "currentFrame", "textOn",
-                                      "strings", "encoding", "settings", "dialogs" });
+    const auto version = CheckFormat(json);
+    const auto reader = ReaderOf(json, version);
     Document document;
     document.input =
         reader.Get("frames", [&](const Json& frames) { return InputOf(frames, folder); });
     document.currentFrame = reader.Get(
-        "currentFrame", [](const Json& frame) { return IntegerOf(frame, 0, kFrameMax); });
-    document.textOn = reader.Get("textOn", RangesOf);
+        "currentFrame", [](const Json& frame) { return IntegerOf(frame, -kFrameMax, kFrameMax); });
     reader.Get("strings", [&](const Json& strings) { ReadStrings(strings, document); });
     document.encoding = reader.Get("encoding", EncodingOf);
+    if (reader.Find("language"))
+        document.language = reader.Get("language", [](const Json& name) { return TextOf(name); });
+    if (reader.Find("fallbacks"))
+        reader.Get("fallbacks", [&](const Json& names) {
+            for (const auto& name : ArrayOf(names))
+                document.fallbacks.push_back(TextOf(name));
+        });
     platform::TextContext context(document.encoding);
     const platform::TextScope scope(context);
-    document.settings = reader.Get("settings", SettingsRecordFromJson);
+    document.tracks = version == 1 ? TheOneTrack(reader) : reader.Get("tracks", TracksOf);
     document.dialogs = reader.Get("dialogs", DialogsRecordFromJson);
     return document;
 }
@@ -162,13 +171,16 @@ std::string Document::ToJson(const fs::path& folder) const {
     json["version"] = kVersion;
     json["frames"] = InputToJson(input, folder);
     json["currentFrame"] = currentFrame;
-    json["textOn"] = RangesToText(textOn);
     json["strings"]["present"] = stringsPresent;
     json["strings"]["texts"] = strings;
     json["encoding"] = encoding.Name();
+    if (!language.empty())
+        json["language"] = language;
+    if (!fallbacks.empty())
+        json["fallbacks"] = fallbacks;
     platform::TextContext context(encoding);
     const platform::TextScope scope(context);
-    json["settings"] = SettingsRecordToJson(settings);
+    json["tracks"] = TracksToJson(tracks);
     json["dialogs"] = DialogsRecordToJson(dialogs);
     // Strings that are no text come from no file and no field; their bytes become U+FFFD.
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
@@ -186,7 +198,8 @@ bool Document::Save(const fs::path& file, std::string& why) const {
 }
 
 void Document::TakeFrom(Effect& effect) {
-    settings = effect.CopyParams();
+    tracks.resize(1);
+    tracks.front().settings = effect.CopyParams();
     const auto block = effect.Settings();
     if (block.size() == sizeof dialogs)
         std::memcpy(&dialogs, block.data(), sizeof dialogs);
@@ -200,16 +213,16 @@ bool Document::GiveTo(Effect& effect, std::string& why) const {
               " bytes of dialog settings, and a document has " + std::to_string(sizeof dialogs);
         return false;
     }
-    effect.SetParams(settings);
+    effect.SetParams(tracks.front().settings);
     std::memcpy(block.data(), &dialogs, sizeof dialogs);
     return true;
 }
 
 bool Document::operator==(const Document& other) const {
     return input == other.input && currentFrame == other.currentFrame &&
-           textOn.ToString() == other.textOn.ToString() && stringsPresent == other.stringsPresent &&
-           strings == other.strings && encoding == other.encoding &&
-           std::memcmp(&settings, &other.settings, sizeof settings) == 0 &&
+           stringsPresent == other.stringsPresent && strings == other.strings &&
+           encoding == other.encoding && language == other.language &&
+           fallbacks == other.fallbacks && tracks == other.tracks &&
            std::memcmp(&dialogs, &other.dialogs, sizeof dialogs) == 0;
 }
 

@@ -1,17 +1,27 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// What a person works on: frames, the text in them and where it is on. Kept as one readable file.
+// What a person works on: frames and the texts in them. Kept as one readable file.
 //
 //   { "format": "telop-document",
-//     "version": 1,
+//     "version": 2,
 //     "frames": "shot.####.png",      picture, pattern or folder: relative to the document's folder
 //                                     when it lies in it, else absolute; null when there are none
 //     "currentFrame": 1001,
-//     "textOn": "1001-1010,1020-",    or "all", or "none"
 //     "strings": { "present": true, "texts": ["", "", "12", "{frame}"] },
 //     "encoding": "UTF-8",            of the texts in settings and dialogs
-//     "settings": { ... },            as host::SettingsToJson makes it, every key
+//     "language": "ja",               of the words that the effect adds; left out: the environment's
+//     "fallbacks": ["Noto Sans"],     font families to look in first for what a text's own lacks
+//     "tracks": [                     1 to 1,000, drawn from first to last
+//       { "name": "Dialogue",
+//         "on": "1001-1010,1020-",    or "all", or "none"
+//         "shown": true, "locked": false,
+//         "anchor": { "place": "bottom", "area": "title", "margin": ["0", "5%"] },     or null
+//         "referenceHeight": 1080,    sizes are those in a frame so high; 0: in every frame
+//         "settings": { ... },        as host::SettingsToJson makes it, every key
+//         "cues": [ { "frames": [1001, 1010], "text": "two\nlines", "character": "Hanako" } ] } ],
 //     "dialogs": { "info": { "registered": ["PAN"], "history": [], "locked": false },
 //                  "character": { ... }, "option": 0, "viewState": [0, 0] } }
+//
+// Version 1 had "textOn" and "settings" of one text in the place of "tracks".
 //
 // The two records come back with every byte: where the readable keys do not say it all, "settings" has
 // an "archive" and "dialogs" a "block" besides, the record's bytes in base64, integers big-endian. A
@@ -24,28 +34,30 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <epi/epi.h>
 
 #include "host/Effect.h"
-#include "host/frames/FrameRanges.h"
+#include "host/document/Track.h"
 #include "platform/TextEncoding.h"
 
 namespace host {
 
 struct Document {
     static constexpr std::string_view kExtension = ".telop";
-    static constexpr std::int64_t kVersion = 1;
+    static constexpr std::int64_t kVersion = 2;
 
     std::string input; // as Sequence::Open takes it; Load gives an absolute one. Empty: no frames
-    std::int64_t currentFrame = 0;           // 0 to kFrameMax, not always one that there is
-    FrameRanges textOn = FrameRanges::All(); // the frames that get the text
-    bool stringsPresent = true;              // false: the shot has no information strings
+    std::int64_t currentFrame = 0; // not always one that there is
+    bool stringsPresent = true;    // false: the shot has no information strings
     // UTF-8 with tokens, which need not be right.
     std::array<std::string, 4> strings { "", "", "", "{frame}" };
     // Of the texts in the two records. Whoever draws them does it in a text context of this encoding.
     platform::TextEncoding encoding = platform::TextEncoding::Utf8();
-    _TEXTPARAM settings {};
+    std::string language;               // empty: the environment's
+    std::vector<std::string> fallbacks; // names of font families, UTF-8
+    std::vector<Track> tracks { 1 };    // never empty
     _TEXT_DIALOG_PARAM dialogs {};
 
     // Nothing, with the reason in why, which names the file, the key and what is wrong: the file is
@@ -61,9 +73,10 @@ struct Document {
     // UTF-8, indented, ended by a line break. folder: where the document will lie, absolute.
     std::string ToJson(const std::filesystem::path& folder) const;
 
-    // The effect's parameters and dialog settings, and the encoding of the thread's text context.
+    // The effect's parameters for the settings of a single track, its dialog settings, and the
+    // encoding of the thread's text context.
     void TakeFrom(Effect& effect);
-    // The reverse, but for the encoding. False when the effect's records are others.
+    // The reverse, but for the encoding: the first track's. False when the effect's records are others.
     bool GiveTo(Effect& effect, std::string& why) const;
 
     // Every byte of the records counts.

@@ -150,6 +150,12 @@ bool BooleanOf(const Json& value) {
     return value.get<bool>();
 }
 
+const Json& ArrayOf(const Json& value) {
+    if (!value.is_array())
+        throw Refused { "expected a list" };
+    return value;
+}
+
 const Json& TupleOf(const Json& value, std::size_t size) {
     if (!value.is_array() || value.size() != size)
         throw Refused { "expected a list of " + std::to_string(size) };

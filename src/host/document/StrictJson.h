@@ -62,6 +62,7 @@ const std::string& TextOf(const Json& value);
 std::int64_t IntegerOf(const Json& value, std::int64_t least, std::int64_t most);
 std::int32_t Int32Of(const Json& value);
 bool BooleanOf(const Json& value);
+const Json& ArrayOf(const Json& value);
 // Of so many values.
 const Json& TupleOf(const Json& value, std::size_t size);
 

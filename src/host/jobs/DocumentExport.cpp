@@ -25,13 +25,13 @@ std::unique_ptr<DocumentExport> DocumentExport::Make(const Document& document, c
     }
     made->m_met.emplace(document.encoding);
     const platform::TextScope scope(*made->m_met);
-    std::string why;
-    made->m_text = FrameText::Of(document, why);
-    if (!made->m_text) {
-        problem = { PlanProblem::Kind::kText, why };
+    std::vector<std::string> problems;
+    made->m_text = ShotText::Of(document, problems);
+    if (!problems.empty()) {
+        problem = { PlanProblem::Kind::kText, problems.front() };
         return nullptr;
     }
-    made->m_renderer.emplace(effect, *made->m_text, *made->m_met, document.textOn);
+    made->m_renderer.emplace(effect, made->m_text, *made->m_met);
     made->m_options = { .jobs = options.jobs, .compression = options.compression };
     return made;
 }

@@ -11,7 +11,7 @@
 #include "host/document/Document.h"
 #include "host/jobs/FramePlan.h"
 #include "host/jobs/FramePump.h"
-#include "host/jobs/FrameText.h"
+#include "host/jobs/FrameRenderer.h"
 #include "platform/TextContext.h"
 
 namespace host {
@@ -44,7 +44,7 @@ private:
 
     std::optional<FramePlan> m_plan;
     std::optional<platform::TextContext> m_met;
-    std::optional<FrameText> m_text;
+    ShotText m_text;
     std::optional<FrameRenderer> m_renderer;
     PumpOptions m_options;
 };

@@ -2,9 +2,6 @@
 #include "host/jobs/FrameRenderer.h"
 
 #include <algorithm>
-#include <utility>
-
-#include "host/text/TextField.h"
 
 namespace host {
 
@@ -14,11 +11,34 @@ bool IsFontViolation(const platform::Report& report) {
            report.kind == platform::ReportKind::kGlyphMissing;
 }
 
-FrameRenderer::FrameRenderer(const Effect& effect, const FrameText& text,
-                             platform::TextContext& run, FrameRanges apply, Placement placement,
-                             FontPolicy fonts)
-    : m_effect(effect), m_text(text), m_run(run), m_apply(std::move(apply)), m_placement(placement),
-      m_fonts(fonts) {}
+FrameRenderer::FrameRenderer(const Effect& effect, const ShotText& text, platform::TextContext& run,
+                             View view, FontPolicy fonts)
+    : m_effect(effect), m_text(text), m_run(run), m_view(view), m_fonts(fonts), m_meter(effect) {}
+
+bool FrameRenderer::Draw(const TrackText& text, const FrameText& words, Image& image,
+                         const TokenValues& values, std::string& why) const {
+    ResolvedText resolved;
+    if (!words.Resolve(values, resolved, why))
+        return false;
+    const auto& track = text.TheTrack();
+    const Extent frame { image.Width(), image.Height() };
+    double scale = 1;
+    if (track.referenceHeight > 0) {
+        scale = static_cast<double>(frame.height) / track.referenceHeight;
+        ScaleToFrame(resolved.params, track.referenceHeight, frame.height);
+    }
+    auto info = FrameInfoOf(resolved);
+    if (track.anchor.place == AnchorPlace::kNone) {
+        info.scale = m_view.scale;
+        info.origin = m_view.origin;
+    } else {
+        Extent extent;
+        if (!m_meter.Measure(resolved, extent, why))
+            return false;
+        resolved.params.ptPos = CornerAt(track.anchor, extent, frame, scale);
+    }
+    return m_effect.RenderWith(resolved.params, image, info, why);
+}
 
 RenderResult FrameRenderer::Render(Frame& frame, const TokenValues& values, PixelRect& touched,
                                    std::string& why) const {
@@ -26,31 +46,19 @@ RenderResult FrameRenderer::Render(Frame& frame, const TokenValues& values, Pixe
     platform::TextContext met(m_run,
                               [this](const platform::Report& report) { m_run.Tell(report); });
     const platform::TextScope scope(met);
-    const bool on = m_apply.Contains(values.frame);
-    ResolvedText text;
-    // A text that is not drawn may have any length.
-    if (on && !m_text.Resolve(values, text, why))
-        return RenderResult::kFailed;
-
-    FrameInfo info;
-    info.apply = on ? 1 : 0;
-    info.scale = m_placement.scale;
-    info.origin = m_placement.origin;
-    for (std::size_t i = 0; i < info.strings.size(); ++i)
-        info.strings[i] = FieldBytes(text.strings[i]);
-
-    const bool drawn = m_effect.RenderWith(text.params, *frame.image, info, why);
+    bool drawn = true;
+    for (const auto& track : m_text.Tracks())
+        if (const auto* text = track.At(values.frame); text && drawn) {
+            drawn = Draw(track, *text, *frame.image, values, why);
+            touched = { 0, 0, frame.image->Width(), frame.image->Height() };
+        }
     const auto reports = met.Reports();
     const auto violation = std::find_if(reports.begin(), reports.end(), IsFontViolation);
     if (m_fonts == FontPolicy::kStrict && violation != reports.end()) {
         why = platform::Describe(*violation);
         return RenderResult::kFontViolated;
     }
-    if (!drawn)
-        return RenderResult::kFailed;
-    if (on)
-        touched = { 0, 0, frame.image->Width(), frame.image->Height() };
-    return RenderResult::kDone;
+    return drawn ? RenderResult::kDone : RenderResult::kFailed;
 }
 
 } // namespace host

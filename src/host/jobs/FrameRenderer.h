@@ -1,20 +1,21 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// Draws the run's text into one frame through the plug-in.
+// Draws a shot's texts into one frame through the plug-in.
 #pragma once
 
 #include <string>
 
 #include "host/Effect.h"
 #include "host/frames/Frame.h"
-#include "host/frames/FrameRanges.h"
-#include "host/jobs/FrameText.h"
+#include "host/jobs/ShotText.h"
+#include "host/jobs/TextPlace.h"
 #include "platform/TextContext.h"
 
 namespace host {
 
-struct Placement {
-    double scale = 1;
-    tagPOINT origin { 0, 0 };
+// The part of a frame that a picture shows, and its scale.
+struct View {
+    double scale = 1;         // pixels of the picture for each one of the frame
+    tagPOINT origin { 0, 0 }; // the picture's top left in the scaled frame
 };
 
 enum class FontPolicy {
@@ -31,23 +32,27 @@ enum class RenderResult {
 
 class FrameRenderer {
 public:
-    // run: of the text's encoding; it is told what any frame meets. apply: the frames that get the
-    // text; the others stay as they are. The references must outlive the renderer.
-    FrameRenderer(const Effect& effect, const FrameText& text, platform::TextContext& run,
-                  FrameRanges apply, Placement placement = {},
-                  FontPolicy fonts = FontPolicy::kWarn);
+    // run: of the texts' encoding; it is told what any frame meets. view holds for texts that stand at x
+    // and y; those with an anchor stand in the picture as it is. The references must outlive the
+    // renderer.
+    FrameRenderer(const Effect& effect, const ShotText& text, platform::TextContext& run,
+                  View view = {}, FontPolicy fonts = FontPolicy::kWarn);
 
-    // touched: the pixels that may have changed. Any thread, each with a frame of its own.
+    // touched: the pixels that may have changed. Any thread, each with a frame of its own. Of a frame
+    // that failed some texts may be drawn.
     RenderResult Render(Frame& frame, const TokenValues& values, PixelRect& touched,
                         std::string& why) const;
 
 private:
+    bool Draw(const TrackText& track, const FrameText& text, Image& image,
+              const TokenValues& values, std::string& why) const;
+
     const Effect& m_effect;
-    const FrameText& m_text;
+    const ShotText& m_text;
     platform::TextContext& m_run;
-    FrameRanges m_apply;
-    Placement m_placement;
+    View m_view;
     FontPolicy m_fonts;
+    TextMeter m_meter;
 };
 
 } // namespace host

@@ -4,30 +4,58 @@
 #include <algorithm>
 #include <utility>
 
-#include "host/document/Document.h"
 #include "host/text/TextField.h"
+#include "platform/TextEncoding.h"
 
 namespace host {
 
-std::optional<FrameText> FrameText::Of(const Document& document, std::string& why) {
-    FrameText text(document.settings);
-    return text.SetStrings(document, why) ? std::optional(std::move(text)) : std::nullopt;
+namespace {
+
+constexpr const char* NameOf(TextKind kind) {
+    return kind == TextKind::kInfo        ? "direction"
+           : kind == TextKind::kCharacter ? "character"
+                                          : "dialogue";
 }
 
-bool FrameText::SetStrings(const Document& document, std::string& why) {
-    // Only the score line draws them, and one that is not drawn may be anything.
-    if (!document.stringsPresent || !(Params().dwFlags & TEXT_SCORE))
-        return true;
-    for (std::size_t i = 0; i < document.strings.size(); ++i) {
-        const auto field = static_cast<Field>(static_cast<std::size_t>(Field::kString1) + i);
-        if (!SetText(field, "information string " + std::to_string(i + 1), document.strings[i],
+} // namespace
+
+FrameInfo FrameInfoOf(const ResolvedText& text) {
+    FrameInfo info;
+    for (std::size_t i = 0; i < info.strings.size(); ++i)
+        info.strings[i] = FieldBytes(text.strings[i]);
+    return info;
+}
+
+std::optional<FrameText> FrameText::Of(const _TEXTPARAM& settings, const Cue* cue,
+                                       std::span<const std::string> strings, std::string& why) {
+    FrameText text;
+    text.m_text.params = settings;
+    const bool isSet = KindOf(settings) == TextKind::kScore ? text.SetStrings(strings, why)
+                                                            : text.SetOwnText(cue, why);
+    return isSet ? std::optional(std::move(text)) : std::nullopt;
+}
+
+bool FrameText::SetStrings(std::span<const std::string> strings, std::string& why) {
+    for (std::size_t i = 0; i < strings.size(); ++i)
+        if (!SetText("information string " + std::to_string(i + 1), TextKind::kScore, i, strings[i],
                      why))
             return false;
-    }
     return true;
 }
 
-bool FrameText::SetText(Field field, const std::string& name, std::string_view utf8,
+bool FrameText::SetOwnText(const Cue* cue, std::string& why) {
+    const auto kind = KindOf(m_text.params);
+    if (kind == TextKind::kNone)
+        return true;
+    if (cue)
+        return SetText(NameOf(kind), kind, 0, WithCarriageReturns(CueText(*cue, kind)), why);
+    const auto text = platform::DecodeText(FieldBytes(FieldOf(m_text, kind, 0)));
+    // Bytes without a token stay as they are, also those that are no text.
+    return text.find_first_of("{}") == std::string::npos ||
+           SetText(NameOf(kind), kind, 0, text, why);
+}
+
+bool FrameText::SetText(std::string name, TextKind kind, std::size_t string, std::string_view utf8,
                         std::string& why) {
     auto parsed = TokenText::Parse(utf8, why);
     if (!parsed) {
@@ -35,33 +63,24 @@ bool FrameText::SetText(Field field, const std::string& name, std::string_view u
         return false;
     }
     // What is too long whatever the frame is found now and not a thousand times later.
-    if (!SetField(FieldOf(m_text, field), name, parsed->Shortest(), why))
+    if (!SetField(FieldOf(m_text, kind, string), name, parsed->Shortest(), why))
         return false;
-    std::erase_if(m_parts, [field](const Part& part) { return part.field == field; });
     if (parsed->HasTokens())
-        m_parts.push_back({ name, field, *std::move(parsed) });
+        m_parts.push_back({ std::move(name), kind, string, *std::move(parsed) });
     return true;
 }
 
-std::span<char> FrameText::FieldOf(ResolvedText& text, Field field) {
-    switch (field) {
-    case Field::kInfo:
+std::span<char> FrameText::FieldOf(ResolvedText& text, TextKind kind, std::size_t string) {
+    switch (kind) {
+    case TextKind::kInfo:
         return text.params.szInfoText;
-    case Field::kCharacter:
+    case TextKind::kCharacter:
         return text.params.szCharacter;
-    case Field::kDialogue:
+    case TextKind::kDialogue:
         return text.params.szDialogue;
     default:
-        return text
-            .strings[static_cast<std::size_t>(field) - static_cast<std::size_t>(Field::kString1)];
+        return text.strings[string];
     }
-}
-
-std::string FrameText::NameWithTokens() const {
-    for (const auto& part : m_parts)
-        if (part.field < Field::kString1)
-            return part.name;
-    return {};
 }
 
 bool FrameText::NeedsFile() const {
@@ -72,7 +91,8 @@ bool FrameText::NeedsFile() const {
 bool FrameText::Resolve(const TokenValues& values, ResolvedText& text, std::string& why) const {
     text = m_text;
     return std::all_of(m_parts.begin(), m_parts.end(), [&](const Part& part) {
-        return SetField(FieldOf(text, part.field), part.name, part.text.Resolve(values), why);
+        return SetField(FieldOf(text, part.kind, part.string), part.name, part.text.Resolve(values),
+                        why);
     });
 }
 

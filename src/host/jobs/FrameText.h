@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The text that a run draws: parameters, and the tokens that each frame fills in.
+// One text as the effect takes it, and the tokens in it that each frame fills in.
 #pragma once
 
 #include <array>
@@ -12,52 +12,48 @@
 
 #include <epi/epi.h>
 
+#include "host/Effect.h"
+#include "host/document/Track.h"
 #include "host/text/TokenText.h"
 
 namespace host {
 
-struct Document;
-
 // What a frame is drawn with.
 struct ResolvedText {
     _TEXTPARAM params {};
-    std::array<std::array<char, 64>, 4> strings {}; // in the application's encoding
+    std::array<std::array<char, 64>, 4> strings {}; // in the thread's encoding
 };
+
+// As the effect's call takes it; refers to the text.
+FrameInfo FrameInfoOf(const ResolvedText& text);
 
 class FrameText {
 public:
-    enum class Field { kInfo, kCharacter, kDialogue, kString1, kString2, kString3, kString4 };
+    // Of a track's settings, whose texts are in the thread's encoding, with the cue's text in the place
+    // of theirs where there is a cue. strings are the four parts of a score line, UTF-8, or empty.
+    // Nothing, with the reason in why, when the text that is drawn has a token that is none, or is too
+    // long whatever the frame is.
+    static std::optional<FrameText> Of(const _TEXTPARAM& settings, const Cue* cue,
+                                       std::span<const std::string> strings, std::string& why);
 
-    // The parameters' texts as they stand, and no information strings.
-    explicit FrameText(const _TEXTPARAM& params) { m_text.params = params; }
-    // A document's settings, and its strings where the settings draw them. Nothing, with the reason
-    // in why, when one of those has an unknown token or is too long whatever the frame is.
-    static std::optional<FrameText> Of(const Document& document, std::string& why);
-
-    // The document's strings, where the parameters draw them.
-    bool SetStrings(const Document& document, std::string& why);
-    // A text with tokens, UTF-8, in the place of the field's. name is what messages call it. False
-    // with the reason.
-    bool SetText(Field field, const std::string& name, std::string_view utf8, std::string& why);
-
-    // Without what the tokens make of it. Changes hold for all frames.
-    _TEXTPARAM& Params() { return m_text.params; }
-    const _TEXTPARAM& Params() const { return m_text.params; }
-    // The name of a text in the parameters that has tokens; empty when none has.
-    std::string NameWithTokens() const;
     bool NeedsFile() const;
 
     // False, with a reason that names the text, when one is too long for this frame. Any thread.
     bool Resolve(const TokenValues& values, ResolvedText& text, std::string& why) const;
 
 private:
-    // A text that has to be filled in; field is where it goes.
+    // A text that has to be filled in: of the parameters, or a part of the score line.
     struct Part {
         std::string name;
-        Field field;
+        TextKind kind;
+        std::size_t string; // of kScore
         TokenText text;
     };
-    static std::span<char> FieldOf(ResolvedText& text, Field field);
+    static std::span<char> FieldOf(ResolvedText& text, TextKind kind, std::size_t string);
+    bool SetStrings(std::span<const std::string> strings, std::string& why);
+    bool SetOwnText(const Cue* cue, std::string& why);
+    bool SetText(std::string name, TextKind kind, std::size_t string, std::string_view utf8,
+                 std::string& why);
 
     ResolvedText m_text;
     std::vector<Part> m_parts;

@@ -112,10 +112,10 @@ TEST_F(WindowDocumentsTest, AsksBeforeChangesAreLost) {
 TEST_F(WindowDocumentsTest, EachHasTheEncodingOfItsTexts) {
     OpenShot(2);
     auto document = Project().ToDocument();
-    document.settings.dwFlags = TEXT_INFO;
+    document.tracks.front().settings.dwFlags = TEXT_INFO;
     for (const auto& [name, bytes] : { std::pair("UTF-8", "道"), { "CP932", "\x93\xB9" } }) {
         document.encoding = *platform::TextEncoding::Find(name);
-        std::strcpy(document.settings.szInfoText, bytes);
+        std::strcpy(document.tracks.front().settings.szInfoText, bytes);
         std::string why;
         ASSERT_TRUE(document.Save(Path(name), why)) << why;
     }

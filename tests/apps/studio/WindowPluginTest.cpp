@@ -26,7 +26,7 @@ protected:
 };
 
 TEST_F(WindowPluginTest, EachReportedChangeIsOneStepWithANameOfItsOwn) {
-    const auto before = Project().Committed().params;
+    const auto before = Project().Committed().Selected().settings;
     struct Row {
         const char* name;
         std::function<void(_TEXTPARAM&)> edit;

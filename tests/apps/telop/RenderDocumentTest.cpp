@@ -17,8 +17,8 @@ protected:
         m_document.TakeFrom(*m_effect);
         m_document.input = Path("a").string();
         m_document.strings = { "", "", "12", "{frame}" };
-        m_document.textOn = *host::FrameRanges::Parse("2-3", why);
-        m_document.settings.nOpacity = 90;
+        m_document.tracks.front().on = *host::FrameRanges::Parse("2-3", why);
+        m_document.tracks.front().settings.nOpacity = 90;
     }
 
     void Save(const std::string& name = "shot.telop") {
@@ -80,8 +80,9 @@ TEST_F(RenderDocument, OptionsBesideItCountMore) {
 TEST_F(RenderDocument, BringsItsEncoding) {
     WriteSequence("a", 2, 2);
     std::string why;
-    m_document.settings.dwFlags = TEXT_INFO | TEXT_BOX;
-    ASSERT_TRUE(host::SetField(m_document.settings.szInfoText, "info", "表示", why)) << why;
+    m_document.tracks.front().settings.dwFlags = TEXT_INFO | TEXT_BOX;
+    ASSERT_TRUE(host::SetField(m_document.tracks.front().settings.szInfoText, "info", "表示", why))
+        << why;
     Save("utf8.telop");
     auto json = Contents("utf8.telop");
     json.replace(json.find("\"UTF-8\""), 7, "\"CP932\"");
@@ -89,6 +90,55 @@ TEST_F(RenderDocument, BringsItsEncoding) {
     Run("render --document utf8.telop u/");
     Run("render --document cp932.telop c/");
     EXPECT_EQ(Contents("u/shot.2.png"), Contents("c/shot.2.png"));
+}
+
+TEST_F(RenderDocument, SeveralTextsAreDrawnOneAfterTheOther) {
+    WriteSequence("a", 1, 3);
+    const std::string pan = "--info 'PAN {frame}' --at 9,9 --box none ";
+    const std::string name = "--character Hanako --size 30 --at 20,30 --box red --apply 2- ";
+    Run("render " + pan + "a/ pan/");
+    Run("render " + name + "pan/ expected/");
+    Run("render " + pan + "--then --font '' " + name + "--save-document s.telop a/ both/");
+    Run("render --document s.telop again/");
+    Run("render --document s.telop --track Direction first/");
+    Run("render --document s.telop --track Direction --opacity 0 none/");
+    for (const std::string file : { "/shot.1.png", "/shot.2.png", "/shot.3.png" }) {
+        EXPECT_EQ(Contents("both" + file), Contents("expected" + file)) << file;
+        EXPECT_EQ(Contents("again" + file), Contents("expected" + file)) << file;
+        EXPECT_EQ(Contents("first" + file), Contents("pan" + file)) << file;
+        EXPECT_EQ(Contents("none" + file), Contents("a" + file)) << file;
+    }
+    ExpectEndings("render --document",
+                  { { "s.telop --track Score b/", 2, "no track 'Score'; it has 'Direction', 'Ch" },
+                    { "s.telop --info x b/", 2, "--track says which" } });
+}
+
+TEST_F(RenderDocument, AnchoredTextsStandAtTheEdgeToThePixel) {
+    WritePicture("a.png", MakeFrame(0, host::kRgb24, 300, 200));
+    const auto box = [&](const std::string& options) {
+        Run("render --info {frame}g --box '#FF0000' --opacity 100 --overwrite " + options +
+            " a.png b.png");
+        return Compare(ReadPicture("a.png"), ReadPicture("b.png")).bounds;
+    };
+    const auto corner = box("--size 20 --at 0,0");
+    const auto width = corner.right, height = corner.bottom;
+    const auto expect = [&](const std::string& options, int left, int top) {
+        const auto there = box("--size 20 " + options);
+        EXPECT_EQ(there.left, left) << options;
+        EXPECT_EQ(there.top, top) << options;
+        EXPECT_EQ(there.right, left + width) << options;
+        EXPECT_EQ(there.bottom, top + height) << options;
+    };
+    expect("--anchor bottom-right", 300 - width, 200 - height);
+    expect("--anchor top@title80 --margin 0,5%", 30 + (240 - width) / 2, 20 + 10);
+    expect("--anchor left@action --margin 7,-3", 11 + 7, 7 + (186 - height) / 2 - 3);
+    expect("--anchor centre", (300 - width) / 2, (200 - height) / 2);
+    // Of half the reference's height: the text is half as large, and stands half as far.
+    const auto large = box("--size 40 --at 20,20 --reference-height 400");
+    EXPECT_EQ(large.left, 10);
+    EXPECT_EQ(large.top, 10);
+    EXPECT_EQ(large.right, 10 + width);
+    EXPECT_EQ(large.bottom, 10 + height);
 }
 
 TEST_F(RenderDocument, TroubleIsNamed) {

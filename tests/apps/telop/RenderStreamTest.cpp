@@ -75,9 +75,9 @@ TEST_F(RenderStream, MeetsFilesOnEitherSide) {
 }
 
 TEST_F(RenderStream, ATextThatFailsCostsNoFrame) {
-    const auto outcome =
-        Run("render --info " + std::string(62, 'x') + "{frame} - -",
-            { .code = 1, .says = "frame 10 of the input stream: --info", .input = Stream(11) });
+    const auto outcome = Run(
+        "render --info " + std::string(62, 'x') + "{frame} - -",
+        { .code = 1, .says = "frame 10 of the input stream: direction: ", .input = Stream(11) });
     ASSERT_EQ(outcome.out.size(), 11 * PamSize());
     EXPECT_EQ(outcome.out.substr(9 * PamSize(), PamSize()), Pam(SmallFrame(10)));
 }

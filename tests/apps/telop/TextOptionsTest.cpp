@@ -14,16 +14,16 @@ namespace {
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-_TEXTPARAM Defaults() {
-    _TEXTPARAM params {};
-    params.dwFlags = TEXT_SCORE | TEXT_BOX;
-    params.nFontSize = 36;
-    return params;
+host::Track Defaults() {
+    host::Track track;
+    track.settings.dwFlags = TEXT_SCORE | TEXT_BOX;
+    track.settings.nFontSize = 36;
+    return track;
 }
 
 TEST(TextOptions, ANewKindTakesTheOldOnesPlace) {
-    auto settings = Defaults();
-    settings.dwFlags = TEXT_CHARACTER | TEXT_DIALOGUE | TEXT_OFFCHARACTER | TEXT_BOX;
+    auto track = Defaults();
+    track.settings.dwFlags = TEXT_CHARACTER | TEXT_DIALOGUE | TEXT_OFFCHARACTER | TEXT_BOX;
     using Row = std::tuple<TextOptions, std::uint32_t>;
     for (const auto& [options, flags] : {
              Row { { .info = "a" }, TEXT_INFO | TEXT_OFFCHARACTER | TEXT_BOX },
@@ -31,16 +31,27 @@ TEST(TextOptions, ANewKindTakesTheOldOnesPlace) {
              Row { { .dialogue = "a" }, TEXT_DIALOGUE | TEXT_OFFCHARACTER | TEXT_BOX },
              Row { { .score = 2 }, TEXT_SCORE | TEXT_OFFCHARACTER | TEXT_BOX },
          })
-        EXPECT_EQ(MakeFrameText(options, settings).Params().dwFlags, flags);
+        EXPECT_EQ(MakeTrack(options, track).settings.dwFlags, flags);
 }
 
-TEST(TextOptions, AScoreLineWithoutStringsNumbersTheFrames) {
-    const auto text = MakeFrameText({}, Defaults());
-    host::ResolvedText resolved;
-    std::string why;
-    ASSERT_TRUE(text.Resolve({ 7, "" }, resolved, why)) << why;
-    EXPECT_EQ(host::FieldBytes(resolved.strings[3]), "7");
-    EXPECT_EQ(text.NameWithTokens(), "") << "strings are not part of the settings";
+TEST(TextOptions, ATextThatIsLongOnlyByItsTokensIsKept) {
+    const auto text = std::string(60, 'x') + "{frame}";
+    const auto track = MakeTrack({ .info = text }, Defaults());
+    ASSERT_EQ(track.cues.size(), 1U);
+    EXPECT_EQ(track.CueAt(-1001)->text, text);
+    EXPECT_STREQ(MakeTrack({ .info = "{frame}" }, track).settings.szInfoText, "{frame}");
+    EXPECT_TRUE(MakeTrack({ .info = "{frame}" }, track).cues.empty());
+}
+
+TEST(TextOptions, EachTextBeforeThenHasItsOwnOptions) {
+    std::vector<std::string> arguments { "render", "--info", "PAN", "--jobs", "4",
+                                         "--then", "--size", "48",  "in/",    "--then",
+                                         "--at",   "-1,2",   "out/" };
+    const auto texts = TakeEarlierTexts(arguments);
+    ASSERT_EQ(texts.size(), 2U);
+    EXPECT_EQ(texts[0].info, "PAN");
+    EXPECT_EQ(texts[1].size, 48);
+    EXPECT_THAT(arguments, ElementsAre("render", "--jobs", "4", "in/", "--at", "-1,2", "out/"));
 }
 
 TEST(OptionText, ReadsPoints) {
@@ -90,17 +101,19 @@ TEST(TextOptions, NamesTheOptionThatIsWrong) {
              Row { { .info = "{cut}" }, "--info: '{cut}' is no token" },
              Row { { .info = "two\nlines" }, "--info: the text has a line break" },
              Row { { .dialogue = std::string(256, 'x') }, "--dialogue: the text has 256 bytes" },
-             Row { { .score = 0, .strings = "1,2,3" }, "--strings: '1,2,3' has 3 of the four" },
-             Row { { .info = "x", .strings = ",,," }, "--strings are the parts of a score line" },
              Row { { .off = true }, "--off says how a character speaks" },
              Row { { .info = "x", .monologue = true }, "--monologue says how" },
              Row { { .font = std::string(70, 'x') }, "--font: the text has 70 bytes" },
              Row { { .color = "bleu" }, "--color: 'bleu' is no color" },
              Row { { .box = "nothing" }, "--box: 'nothing' is no color" },
              Row { { .position = "12" }, "--at: '12' is not X,Y" },
+             Row { { .anchor = "bottom@safe" }, "--anchor: 'bottom@safe' is no place" },
+             Row { { .margin = "1,2" }, "--margin is the distance from an anchor" },
+             Row { { .anchor = "top", .margin = "1,x" }, "--margin: '1,x' is not X,Y" },
+             Row { { .apply = "5-1" }, "--apply: '5-1': ends before it starts" },
          })
         try {
-            MakeFrameText(options, Defaults());
+            MakeTrack(options, Defaults());
             ADD_FAILURE() << named;
         } catch (const CommandError& error) {
             EXPECT_EQ(error.Code(), ExitCode::kUsage);

@@ -26,12 +26,14 @@ protected:
         document.input = Path("shot.####.png");
         document.currentFrame = 1012;
         std::string why;
-        document.textOn = *FrameRanges::Parse("1001-1010,1020-", why);
+        auto& track = document.tracks.front();
+        track.name = "Line";
+        track.on = *FrameRanges::Parse("1001-1010,1020-", why);
         document.strings = { "Hügel", "", "12", "{frame:04}" };
-        document.settings.dwFlags = TEXT_DIALOGUE | TEXT_BOX;
-        document.settings.nFontSize = 48;
-        document.settings.nOpacity = 80;
-        std::strcpy(document.settings.szDialogue, "次の町まで\rあと少し。");
+        track.settings.dwFlags = TEXT_DIALOGUE | TEXT_BOX;
+        track.settings.nFontSize = 48;
+        track.settings.nOpacity = 80;
+        std::strcpy(track.settings.szDialogue, "次の町まで\rあと少し。");
         std::strcpy(document.dialogs.infoPopup.szPreset[0], "PAN");
         std::strcpy(document.dialogs.characterPopup.szHistory[0], "美香");
         document.dialogs.infoPopup.bLock = 1;
@@ -69,17 +71,17 @@ TEST_F(DocumentTest, ComesBackWhole) {
     auto document = Sample();
     EXPECT_TRUE(Reloaded(document) == document);
     EXPECT_THAT(JsonOf(document), AllOf(HasSubstr("\"frames\": \"shot.####.png\""),
-                                        HasSubstr("\"textOn\": \"1001-1010,1020-\""),
+                                        HasSubstr("\"on\": \"1001-1010,1020-\""),
                                         HasSubstr("次の町まで"), HasSubstr("\"present\": true"),
                                         Not(HasSubstr("archive")), Not(HasSubstr("block"))));
     document = {};
     document.stringsPresent = false;
-    document.textOn = {};
+    document.tracks.front().on = {};
     EXPECT_TRUE(Reloaded(document) == document);
-    document.textOn = FrameRanges::All();
+    document.tracks.front().on = FrameRanges::All();
     EXPECT_TRUE(Reloaded(document) == document);
     EXPECT_THAT(JsonOf(document),
-                AllOf(HasSubstr("\"frames\": null"), HasSubstr("\"textOn\": \"all\"")));
+                AllOf(HasSubstr("\"frames\": null"), HasSubstr("\"on\": \"all\"")));
 }
 
 TEST_F(DocumentTest, FramesAreRelativeWhereTheyMoveAlong) {
@@ -117,7 +119,7 @@ TEST_F(DocumentTest, EveryByteOfTheRecordsComesBack) {
                 for (std::size_t i = 0; i < sizeof record; ++i)
                     bytes[i] = random() % 40 <= round ? static_cast<unsigned char>(random()) : 0;
             };
-            fill(document.settings);
+            fill(document.tracks.front().settings);
             fill(document.dialogs);
             EXPECT_TRUE(Reloaded(document) == document) << encoding << ", round " << round;
         }
@@ -126,8 +128,9 @@ TEST_F(DocumentTest, EveryByteOfTheRecordsComesBack) {
 
 TEST_F(DocumentTest, BytesBehindATextStayAndWhatAPersonChangesCounts) {
     auto document = Sample();
-    std::memset(document.settings.szFontName, 'x', sizeof document.settings.szFontName);
-    std::strcpy(document.settings.szFontName, "DejaVu Sans");
+    std::memset(document.tracks.front().settings.szFontName, 'x',
+                sizeof document.tracks.front().settings.szFontName);
+    std::strcpy(document.tracks.front().settings.szFontName, "DejaVu Sans");
     std::strcpy(document.dialogs.infoPopup.szHistory[3], "behind an empty one");
     auto json = JsonOf(document);
     EXPECT_THAT(json, AllOf(HasSubstr("\"archive\": \""), HasSubstr("\"block\": \"")));
@@ -137,7 +140,7 @@ TEST_F(DocumentTest, BytesBehindATextStayAndWhatAPersonChangesCounts) {
     std::string why;
     const auto changed = Document::FromJson(json, m_folder.Path(), why);
     ASSERT_TRUE(changed) << why;
-    document.settings.nFontSize = 52;
+    document.tracks.front().settings.nFontSize = 52;
     std::strcpy(document.dialogs.infoPopup.szPreset[0], "FOLLOW");
     std::strcpy(document.dialogs.infoPopup.szPreset[1], "PAN");
     EXPECT_TRUE(*changed == document);
@@ -146,7 +149,8 @@ TEST_F(DocumentTest, BytesBehindATextStayAndWhatAPersonChangesCounts) {
 TEST_F(DocumentTest, TextsKeepTheirOwnEncoding) {
     Document document;
     document.encoding = *platform::TextEncoding::Find("CP932");
-    std::strcpy(document.settings.szInfoText, "\x95\x5C\x8E\xA6"); // with a backslash's byte
+    std::strcpy(document.tracks.front().settings.szInfoText,
+                "\x95\x5C\x8E\xA6"); // with a backslash's byte
     // Whatever the thread uses: it is asked nothing and keeps what it has.
     platform::TextContext context(*platform::TextEncoding::Find("EUC-JP"));
     const platform::TextScope scope(context);
@@ -161,23 +165,24 @@ TEST_F(DocumentTest, BadFilesAreRefusedWithTheKeyAndTheReason) {
     for (const auto& [part, by, reason] : {
              Row { "{", "[", "not readable as JSON: " },
              Row { "telop-document", "other", "is no Telop document" },
-             Row { "\"version\": 1", "\"version\": 2, \"colors\": 3", "newer Telop" },
+             Row { "\"version\": 2", "\"version\": 3, \"colors\": 3", "newer Telop" },
              Row { "\"currentFrame\": 1012,", "", "currentFrame: is missing" },
              Row { "\"currentFrame\"", "\"frames\": \"b\", \"currentFrame\"",
                    "frames: given twice" },
-             Row { "1012", "-1", "currentFrame: -1 is outside" },
+             Row { "1012", "9e20", "currentFrame: expected a whole number" },
              Row { "\"shot.####.png\"", "\"\"", "frames: is no path" },
              Row { "\"shot.####.png\"", "\"a\\u0000b\"", "frames: is no path" },
              Row { "\"shot.####.png\"", "{\"base64\": \"a\"}", "frames.base64: is not base64" },
-             Row { "1001-1010,1020-", "10-1", "textOn: '10-1': ends before it starts" },
+             Row { "1001-1010,1020-", "10-1", "tracks.track 1.on: '10-1': ends before it starts" },
              Row { "\"12\"", "12", "strings.texts: expected a text" },
              Row { "\"12\",", "", "strings.texts: expected a list of 4" },
-             Row { "\"size\": 48,", "", "settings.size: is missing" },
-             Row { "\"size\": 48", "\"size\": 48, \"bold\": 1", "settings.bold: is unknown" },
+             Row { "\"size\": 48,", "", "tracks.track 1.settings.size: is missing" },
+             Row { "\"size\": 48", "\"size\": 48, \"bold\": 1",
+                   "tracks.track 1.settings.bold: is unknown" },
              Row { "\"size\": 48", "\"size\": 48, \"archive\": \"AAAA\"",
-                   "settings.archive: expected 480 bytes" },
+                   "tracks.track 1.settings.archive: expected 480 bytes" },
              Row { "\"size\": 48", "\"size\": 48, \"archive\": \"AA-A\"",
-                   "settings.archive: is not base64" },
+                   "tracks.track 1.settings.archive: is not base64" },
              Row { "[\n        \"PAN\"\n      ]", "\"PAN\"", "dialogs.info.registered: expected" },
              Row { "\"PAN\"", "\"\"", "dialogs.info.registered: entry 1: is empty" },
              Row { "\"history\": []", "\"locked\": true", "dialogs.info.locked: given twice" },
@@ -187,6 +192,65 @@ TEST_F(DocumentTest, BadFilesAreRefusedWithTheKeyAndTheReason) {
         EXPECT_THAT(Refusal(part, by),
                     AllOf(HasSubstr(Path("bad.telop") + ": "), HasSubstr(reason)))
             << part << " -> " << by;
+}
+
+TEST_F(DocumentTest, TracksComeBackWithTheirCuesInOrder) {
+    auto document = Sample();
+    document.language = "ja";
+    document.fallbacks = { "Noto Sans CJK JP" };
+    auto& track = document.tracks.emplace_back(document.tracks.front());
+    track.name = "Ω";
+    track.isShown = false;
+    track.isLocked = true;
+    track.anchor = { AnchorPlace::kBottomRight, AnchorArea::kTitle80, { 2.5, true }, { -10 } };
+    track.referenceHeight = 1080;
+    track.cues = { { 20, 30, "two\nlines {frame}", "Hanako" }, { -5, 40, "long", "" } };
+    auto json = JsonOf(document);
+    track.SortCues();
+    std::string why;
+    const auto loaded = Document::FromJson(json, m_folder.Path(), why);
+    ASSERT_TRUE(loaded) << why;
+    EXPECT_TRUE(*loaded == document);
+    const auto textAt = [&](std::int64_t frame) {
+        const auto* cue = loaded->tracks[1].CueAt(frame);
+        return cue ? cue->text : "(none)";
+    };
+    EXPECT_EQ(textAt(-6), "(none)");
+    EXPECT_EQ(textAt(-5), "long");
+    EXPECT_EQ(textAt(30), "two\nlines {frame}") << "of two the one that begins last";
+    EXPECT_EQ(textAt(31), "long") << "behind a shorter one";
+    EXPECT_EQ(textAt(41), "(none)");
+    const auto refused = [&](std::string part, const char* by) {
+        auto bad = json;
+        bad.replace(bad.find(part), part.size(), by);
+        EXPECT_FALSE(Document::FromJson(bad, m_folder.Path(), why)) << by;
+        return why;
+    };
+    EXPECT_THAT(refused("\"Hanako\"", "7"), HasSubstr("tracks.track 2.cues.cue 1.character"));
+    EXPECT_THAT(refused("40", "-40"), HasSubstr("cue 2.frames: ends before it starts"));
+    EXPECT_THAT(refused("bottom-right", "below"), HasSubstr("anchor.place: 'below' is no place"));
+    EXPECT_THAT(refused("2.5%", "2.5%%"), HasSubstr("anchor.margin: '2.5%%' is no margin"));
+}
+
+TEST_F(DocumentTest, AFirstVersionHasOneTrackWhoseBracesStayBraces) {
+    auto json = JsonOf(Sample());
+    const auto begin = json.find("\"settings\""), end = json.find("\"dialogs\"");
+    const auto settings = json.substr(begin, json.rfind('}', json.rfind(']', end)) - begin);
+    const auto tracks = json.find("\"tracks\"");
+    json.replace(tracks, end - tracks, "\"textOn\": \"2-3\", " + settings + ", ");
+    json.replace(json.find("\"version\": 2"), 12, "\"version\": 1");
+    for (const auto& [typed, kept] :
+         { std::pair { "a {b}", "a {{b}}" }, std::pair { "a {frame} {{", "a {frame} {{" } }) {
+        auto old = json;
+        old.replace(old.find("\"info\": \"\""), 10, std::string("\"info\": \"") + typed + "\"");
+        std::string why;
+        const auto document = Document::FromJson(old, m_folder.Path(), why);
+        ASSERT_TRUE(document) << why;
+        ASSERT_EQ(document->tracks.size(), 1U);
+        EXPECT_EQ(document->tracks[0].on.ToString(), "2-3");
+        EXPECT_EQ(document->tracks[0].settings.nFontSize, 48);
+        EXPECT_STREQ(document->tracks[0].settings.szInfoText, kept);
+    }
 }
 
 // Each of these took minutes, or the stack, when a reader looked at them after building them.
