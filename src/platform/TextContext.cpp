@@ -18,6 +18,7 @@ const char* Noun(ReportKind kind) {
     case ReportKind::kFontBroken:
         return "font file";
     case ReportKind::kGlyphMissing:
+    case ReportKind::kInkCut:
         return "character";
     case ReportKind::kTextMalformed:
         return "text bytes";
@@ -33,8 +34,9 @@ const char* Noun(ReportKind kind) {
 
 std::string Describe(const Report& report) {
     // Characters and bytes stand in a notation of their own and need no quotes.
-    const bool isNamed =
-        report.kind != ReportKind::kGlyphMissing && report.kind != ReportKind::kTextMalformed;
+    const bool isNamed = report.kind != ReportKind::kGlyphMissing &&
+                         report.kind != ReportKind::kInkCut &&
+                         report.kind != ReportKind::kTextMalformed;
     const char* const quote = isNamed ? "'" : "";
     std::string line = Noun(report.kind);
     if (!report.asked.empty())

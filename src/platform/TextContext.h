@@ -22,6 +22,7 @@ enum class ReportKind {
     kFontSubstituted, // the family asked for is not installed
     kFontBroken,      // a font file could not be read
     kGlyphMissing,    // no installed font has the character
+    kInkCut,          // a part of the character lies above or below its picture
     kTextMalformed,   // bytes that are no text in the encoding
     kTextNotDrawn,    // no font at all, no picture can hold the text, or there is no memory for it
     kBundleBroken,    // a bundle's file is missing or not readable

@@ -86,6 +86,8 @@ LinePtr LayOutLine(FontNumber /*font*/, std::int32_t size, std::string_view byte
         std::make_shared<BlockLine>(std::move(blocks), pen, block_font::Ascent(size)));
 }
 
+void TellCut(const Line& /*line*/, std::int64_t /*y*/, std::int64_t /*height*/) {} // blocks fit
+
 void PaintLine(const Line& line, std::int64_t x, std::int64_t y, CoverageTarget& target) {
     const auto& blocks = static_cast<const BlockLine&>(line);
     for (const Block& block : blocks.Blocks())

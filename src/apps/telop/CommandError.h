@@ -12,7 +12,7 @@ enum class ExitCode : int {
     kFramesFailed = 1,  // the others are finished; for doctor: something is wrong
     kUsage = 2,         // the command line
     kBadInput = 3,      // settings, plug-in or frames that cannot be used
-    kStrictFonts = 4,   // a font or character is not there, and --strict-fonts was given
+    kStrictFonts = 4,   // a font or character is not there, or cut, and --strict-fonts was given
     kCannotWrite = 5,   // an output exists or cannot be written
     kInterrupted = 130, // SIGINT
     kTerminated = 143,  // SIGTERM
@@ -25,7 +25,7 @@ inline constexpr const char* kExitCodeHelp =
     "  1    some frames failed, each is named; the others are finished\n"
     "  2    the command line cannot be understood\n"
     "  3    settings, plug-in or input cannot be used\n"
-    "  4    --strict-fonts: a font or a character is not there\n"
+    "  4    --strict-fonts: a font or a character is not there, or not whole\n"
     "  5    an output exists already or cannot be written\n"
     "  130  interrupted (143: terminated); only whole frames are left\n";
 

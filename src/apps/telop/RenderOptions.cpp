@@ -74,7 +74,7 @@ void AddSettingsOptions(CLI::App& command, RenderOptions& options) {
                                "Of texts in settings; UTF-8, CP932, ...");
     document->excludes(settings)->excludes(encoding);
     group.Flag("--strict-fonts", options.strictFonts,
-               "Stop when a font is not installed or no font has a character");
+               "Stop when a font is not installed or a character is not there, or is cut off");
     group.Add("--plugin", options.plugin, "BUNDLE", "The bundle to use");
 }
 

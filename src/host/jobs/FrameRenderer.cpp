@@ -8,7 +8,8 @@ namespace host {
 bool IsFontViolation(const platform::Report& report) {
     return report.kind == platform::ReportKind::kFontSubstituted ||
            report.kind == platform::ReportKind::kFontBroken ||
-           report.kind == platform::ReportKind::kGlyphMissing;
+           report.kind == platform::ReportKind::kGlyphMissing ||
+           report.kind == platform::ReportKind::kInkCut;
 }
 
 FrameRenderer::FrameRenderer(const Effect& effect, const ShotText& text, platform::TextContext& run,

@@ -20,7 +20,7 @@ struct View {
 
 enum class FontPolicy {
     kWarn,   // others stand in for what is not installed
-    kStrict, // a font or a character that is not there is a violation
+    kStrict, // a font or a character that is not there or is cut off is a violation
 };
 bool IsFontViolation(const platform::Report& report);
 

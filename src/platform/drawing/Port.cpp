@@ -36,6 +36,7 @@ std::int32_t Saturate(std::int64_t value) {
 void DrawBytes(std::string_view bytes) {
     PortState* const state = CurrentState();
     if (const text::LinePtr line = LineOf(state, bytes)) {
+        text::TellCut(*line, state->penY, GetPort()->pixels.height);
         GetPort()->pixels.Text(state->penX, state->penY, line, ToPixel(state->fore));
         state->penX = Saturate(state->penX + line->WidthPx());
     }

@@ -15,7 +15,7 @@ constexpr char32_t kOrdinaryCharacters[] =
     U"AHQgjpqyfl|()[]{}@$,;_/ÀÂÃÄÅÇÉÊÑÖÜÝŮŻŞŢĢçşąįğ日本語鬱鷹龍驚書あがぽゃをアガポリ。、「」ー｜"
     U"ЙЁЩДуфщΆΏξψφאלקךףעجغحيّ";
 
-constexpr InkRange kNoInk { 16383, -32768 };
+constexpr GlyphInk kNoInk { 16383, -32768, 0, 0 };
 
 // Where an extent ends. Broken outlines reach anywhere.
 std::int32_t EndOf(hb_position_t start, hb_position_t length) {
@@ -106,7 +106,7 @@ std::unique_ptr<Face> Face::OpenOnce(const FaceLocation& location, std::string& 
         return nullptr;
     }
     opened->m_unitsPerEm = static_cast<std::int32_t>(hb_face_get_upem(face));
-    opened->m_ink = std::vector<std::atomic<std::uint32_t>>(glyphs);
+    opened->m_ink = std::vector<std::atomic<std::uint64_t>>(glyphs);
     for (char32_t character = 0; character < opened->m_ascii.size(); ++character)
         opened->m_ascii[character] = opened->HasInTable(character);
     opened->ReadMetrics();
@@ -187,22 +187,25 @@ void Face::IncludeInk(char32_t character) {
     }
 }
 
-// left and right clamped to 15 and 16 bits, with the top bit as the mark of an answer.
-std::uint32_t Face::PackInk(InkRange ink) {
-    constexpr std::uint32_t kAsked = 0x80000000;
-    const std::int32_t left = std::clamp(ink.left, -16384, 16383);
-    const std::int32_t right = std::clamp(ink.right, -32768, 32767);
-    return kAsked | (static_cast<std::uint32_t>(left + 16384) << 16) |
-           static_cast<std::uint32_t>(right + 32768);
+// left clamped to 15 bits and the others to 16, with the top bit as the mark of an answer.
+std::uint64_t Face::PackInk(const GlyphInk& ink) {
+    constexpr std::uint64_t kAsked = std::uint64_t { 1 } << 63;
+    const auto packed = [](std::int32_t units, std::int32_t limit, int bit) {
+        const std::int32_t clamped = std::clamp(units, -limit, limit - 1);
+        return static_cast<std::uint64_t>(clamped + limit) << bit;
+    };
+    return kAsked | packed(ink.left, 16384, 48) | packed(ink.right, 32768, 32) |
+           packed(ink.bottom, 32768, 16) | packed(ink.top, 32768, 0);
 }
 
-InkRange Face::ReadInk(std::uint32_t glyph) const {
+GlyphInk Face::ReadInk(std::uint32_t glyph) const {
     if (glyph >= m_ink.size())
         return kNoInk;
-    const InkRange ink = WithAllMemory([this, glyph] {
+    const GlyphInk ink = WithAllMemory([this, glyph] {
         hb_glyph_extents_t extents {};
         return hb_font_get_glyph_extents(Font(), glyph, &extents) && extents.width != 0
-                   ? InkRange { extents.x_bearing, EndOf(extents.x_bearing, extents.width) }
+                   ? GlyphInk { extents.x_bearing, EndOf(extents.x_bearing, extents.width),
+                                EndOf(extents.y_bearing, extents.height), extents.y_bearing }
                    : kNoInk;
     });
     m_ink[glyph].store(PackInk(ink), std::memory_order_relaxed);

@@ -48,9 +48,9 @@ struct FaceLocation {
     }
 };
 
-// What a glyph covers from its origin, in font units; left > right for one without ink.
-struct InkRange {
-    std::int32_t left, right;
+// What a glyph covers from its origin, in font units, y up; left > right for one without ink.
+struct GlyphInk {
+    std::int32_t left, right, bottom, top;
 };
 
 // Characters of one script and direction, in the text that they stand in.
@@ -82,8 +82,8 @@ public:
     std::int32_t LineGap() const { return m_lineGap; }
     std::int32_t MaxAdvance() const { return m_maxAdvance; }
 
-    InkRange InkOf(std::uint32_t glyph) const {
-        const std::uint32_t packed =
+    GlyphInk InkOf(std::uint32_t glyph) const {
+        const std::uint64_t packed =
             glyph < m_ink.size() ? m_ink[glyph].load(std::memory_order_relaxed) : 0;
         return packed ? UnpackInk(packed) : ReadInk(glyph);
     }
@@ -96,11 +96,14 @@ private:
     static std::unique_ptr<Face> OpenOnce(const FaceLocation& location, std::string& why);
     hb_font_t* KnownShaper(const Run& run) const;
     bool HasInTable(char32_t character) const;
-    InkRange ReadInk(std::uint32_t glyph) const;
-    static std::uint32_t PackInk(InkRange ink);
-    static InkRange UnpackInk(std::uint32_t packed) {
-        return { static_cast<std::int32_t>((packed >> 16) & 0x7FFF) - 16384,
-                 static_cast<std::int32_t>(packed & 0xFFFF) - 32768 };
+    GlyphInk ReadInk(std::uint32_t glyph) const;
+    static std::uint64_t PackInk(const GlyphInk& ink);
+    static GlyphInk UnpackInk(std::uint64_t packed) {
+        const auto from = [packed](int bit) {
+            return static_cast<std::int32_t>((packed >> bit) & 0xFFFF) - 32768;
+        };
+        return { static_cast<std::int32_t>((packed >> 48) & 0x7FFF) - 16384, from(32), from(16),
+                 from(0) };
     }
     void ReadMetrics();
     void IncludeInk(char32_t character);
@@ -124,7 +127,7 @@ private:
     std::int32_t m_ascent = 0, m_descent = 0, m_lineGap = 0, m_maxAdvance = 0;
     std::bitset<128> m_ascii; // which of these characters it has
     // Per glyph: what PackInk makes of it, or 0 while it was not asked for.
-    mutable std::vector<std::atomic<std::uint32_t>> m_ink;
+    mutable std::vector<std::atomic<std::uint64_t>> m_ink;
 };
 
 // Font units to 26.6 pixels at size pixels an em, down and up.
@@ -142,6 +145,10 @@ inline std::int64_t ToPixels26_6(std::int64_t units, std::int32_t size, std::int
 }
 inline std::int64_t WholePixelsUp(std::int64_t pixels26_6) {
     return (pixels26_6 + 63) >> 6;
+}
+// Font units to whole pixels, up.
+inline std::int32_t ToPixelsUp(std::int64_t units, std::int32_t size, std::int32_t perEm) {
+    return static_cast<std::int32_t>(WholePixelsUp(ToPixels26_6Up(units, size, perEm)));
 }
 
 } // namespace platform::text

@@ -243,8 +243,8 @@ void RasteriseInto(FT_Outline& outline, std::int64_t x, std::int64_t y, Coverage
 // A glyph whose origin lies at a 26.6 position, y down: the pixel of the origin, and what is cached
 // for where in that pixel it lies.
 struct Origin {
-    Origin(const PlacedGlyph& glyph, std::int32_t size, std::int64_t x26, std::int64_t y26)
-        : key { glyph.face->Id(), glyph.glyph, size, Quarters(x26) | (Quarters(y26) << 2) },
+    Origin(const PlacedGlyph& glyph, std::int64_t x26, std::int64_t y26)
+        : key { glyph.face->Id(), glyph.glyph, glyph.size, Quarters(x26) | (Quarters(y26) << 2) },
           hash(key.Hash()), x(x26 >> 6), y(y26 >> 6) {}
 
     GlyphKey key;
@@ -306,25 +306,62 @@ PixelBox InkOfGlyph(const Face& face, const Origin& origin, RecentGlyphs& recent
     return view ? Shifted(BoxOf(*view), origin.x, origin.y) : PixelBox {};
 }
 
+// Notes the rows that get coverage.
+class RowFinder final : public CoverageTarget {
+public:
+    explicit RowFinder(const PixelBox& clip) : m_clip(clip) {}
+
+    PixelBox Clip() const override { return m_clip; }
+    void PaintBitmap(std::int64_t /*x*/, std::int64_t y, const CoverageBitmap& bitmap) override {
+        for (std::int64_t row = 0; row < bitmap.height; ++row) {
+            const std::uint8_t* const pixels = bitmap.pixels + row * bitmap.stride;
+            if (std::any_of(pixels, pixels + bitmap.width, [](std::uint8_t c) { return c != 0; }))
+                Include(y + row);
+        }
+    }
+    void PaintSpan(std::int64_t /*x*/, std::int64_t y, std::int64_t /*length*/,
+                   std::uint8_t coverage) override {
+        if (coverage != 0)
+            Include(y);
+    }
+    Rows Found() const { return m_found; }
+
+private:
+    void Include(std::int64_t row) {
+        const bool first = m_found.top == m_found.bottom;
+        m_found = { first ? row : std::min(m_found.top, row),
+                    first ? row + 1 : std::max(m_found.bottom, row + 1) };
+    }
+
+    PixelBox m_clip;
+    Rows m_found { 0, 0 };
+};
+
 } // namespace
 
-void PaintGlyphs(std::span<const PlacedGlyph> glyphs, std::int32_t size, std::int64_t x,
-                 std::int64_t y, CoverageTarget& target) {
+void PaintGlyphs(std::span<const PlacedGlyph> glyphs, std::int64_t x, std::int64_t y,
+                 CoverageTarget& target) {
     RecentGlyphs& recent = Recent();
     for (const PlacedGlyph& glyph : glyphs) {
-        const Origin origin(glyph, size, x * 64 + glyph.x, y * 64 - glyph.y);
+        const Origin origin(glyph, x * 64 + glyph.x, y * 64 - glyph.y);
         PaintGlyph(*glyph.face, origin, recent, target);
     }
 }
 
-PixelBox InkOfGlyphs(std::span<const PlacedGlyph> glyphs, std::int32_t size) {
+PixelBox InkOfGlyphs(std::span<const PlacedGlyph> glyphs) {
     RecentGlyphs& recent = Recent();
     PixelBox ink {};
     for (const PlacedGlyph& glyph : glyphs) {
-        const Origin origin(glyph, size, glyph.x, -std::int64_t { glyph.y });
+        const Origin origin(glyph, glyph.x, -std::int64_t { glyph.y });
         ink = Union(ink, InkOfGlyph(*glyph.face, origin, recent));
     }
     return ink;
+}
+
+Rows RowsOfGlyph(const PlacedGlyph& glyph) {
+    RowFinder finder(InkOfGlyphs({ &glyph, 1 }));
+    PaintGlyphs({ &glyph, 1 }, 0, 0, finder);
+    return finder.Found();
 }
 
 CacheCount CountGlyphs() {

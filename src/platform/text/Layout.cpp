@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <fribidi.h>
 #include <hb.h>
+#include <span>
 
 #include "platform/TextContext.h"
 #include "platform/Utf8.h"
@@ -17,6 +18,15 @@ struct FaceRun {
     const Face* face;
     hb_script_t script;
     FriBidiLevel level;
+    std::size_t firstGlyph = 0, glyphCount = 0;
+    std::int32_t size = 0;
+};
+
+// Font units.
+struct ShapedGlyph {
+    std::uint32_t glyph;
+    std::uint32_t cluster; // index of its first character
+    std::int32_t advance, x, y;
 };
 
 // What a thread lays out with; kept, so that lines allocate nothing but their result.
@@ -26,6 +36,7 @@ struct Workspace {
     std::vector<hb_script_t> scripts;
     std::vector<FriBidiLevel> levels;
     std::vector<FaceRun> runs;
+    std::vector<ShapedGlyph> glyphs; // of the runs, one after the other
     hb_buffer_t* buffer = hb_buffer_create();
 
     Workspace() {
@@ -35,6 +46,10 @@ struct Workspace {
     ~Workspace() { hb_buffer_destroy(buffer); }
     Workspace(const Workspace&) = delete;
     Workspace& operator=(const Workspace&) = delete;
+
+    std::span<const ShapedGlyph> GlyphsOf(const FaceRun& run) const {
+        return std::span(glyphs).subspan(run.firstGlyph, run.glyphCount);
+    }
 };
 
 hb_unicode_funcs_t* Unicode() {
@@ -87,6 +102,15 @@ void ReadCharacters(std::u32string& text, std::string_view utf8) {
             text += c;
         utf8.remove_prefix(length);
     }
+}
+
+// "U+0041", with at least four digits.
+std::string NameOf(char32_t c) {
+    constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string name = "U+";
+    for (int shift = c > 0xFFFFF ? 20 : c > 0xFFFF ? 16 : 12; shift >= 0; shift -= 4)
+        name += kDigits[(c >> shift) & 15];
+    return name;
 }
 
 // Faces ------------------------------------------------------------------------------------------
@@ -147,11 +171,7 @@ private:
     // Nothing has the character: the replacement character stands in, or the main face's own glyph
     // for what it lacks.
     const Face* Replace(char32_t& c) {
-        constexpr char kDigits[] = "0123456789ABCDEF";
-        std::string asked = "U+";
-        for (int shift = c > 0xFFFFF ? 20 : c > 0xFFFF ? 16 : 12; shift >= 0; shift -= 4)
-            asked += kDigits[(c >> shift) & 15];
-        TextContext::Current().Tell({ ReportKind::kGlyphMissing, asked, "a replacement glyph",
+        TextContext::Current().Tell({ ReportKind::kGlyphMissing, NameOf(c), "a replacement glyph",
                                       "no installed font has it" });
         c = kReplacementCharacter;
         const Face* const face = ForCharacter(c);
@@ -235,7 +255,11 @@ void FindRuns(Workspace& work) {
         if (same)
             ++work.runs.back().length;
         else
-            work.runs.push_back({ i, 1, work.faces[i], work.scripts[i], work.levels[i] });
+            work.runs.push_back({ .start = i,
+                                  .length = 1,
+                                  .face = work.faces[i],
+                                  .script = work.scripts[i],
+                                  .level = work.levels[i] });
     }
 }
 
@@ -258,6 +282,29 @@ void OrderRuns(std::vector<FaceRun>& runs) {
 
 // Shaping ----------------------------------------------------------------------------------------
 
+void ShapeRuns(Workspace& work) {
+    work.glyphs.clear();
+    for (FaceRun& run : work.runs) {
+        run.face->Shape({ work.text, run.start, run.length, run.script, (run.level & 1) != 0 },
+                        work.buffer);
+        unsigned count = 0;
+        const hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(work.buffer, &count);
+        const hb_glyph_position_t* const places =
+            hb_buffer_get_glyph_positions(work.buffer, &count);
+        run.firstGlyph = work.glyphs.size();
+        run.glyphCount = count;
+        for (unsigned i = 0; i < count; ++i)
+            work.glyphs.push_back({ infos[i].codepoint, infos[i].cluster, places[i].x_advance,
+                                    places[i].x_offset, places[i].y_offset });
+    }
+}
+
+// Placing ----------------------------------------------------------------------------------------
+
+bool HasInk(const GlyphInk& ink) {
+    return ink.left <= ink.right;
+}
+
 std::int32_t ToQuarter(std::int64_t pixels26_6) {
     // Far outside every world, and two of them still add up.
     constexpr std::int64_t kLimit = std::int64_t { 1 } << 28;
@@ -265,27 +312,44 @@ std::int32_t ToQuarter(std::int64_t pixels26_6) {
     return static_cast<std::int32_t>((clamped + kQuarterPixel / 2) & ~(kQuarterPixel - 1));
 }
 
+// Most glyphs have no offset.
+std::int64_t ToOffset(std::int32_t units, std::int32_t size, std::int32_t perEm) {
+    return units == 0 ? 0 : ToPixels26_6(units, size, perEm);
+}
+
+// The rows of a line, which the next one's begin below.
+struct LineRoom {
+    std::int32_t ascent, descent; // whole pixels
+
+    // By the glyph's outline, which may reach farther than what it covers; y is its origin's.
+    bool Holds(const GlyphInk& ink, std::int32_t size, std::int32_t perEm, std::int64_t y) const {
+        const std::int64_t unit = std::int64_t { size } * 64;
+        return ink.top * unit <= (std::int64_t { ascent } * 64 - y) * perEm &&
+               -ink.bottom * unit <= (std::int64_t { descent } * 64 + y) * perEm;
+    }
+    bool Holds(const PlacedGlyph& glyph) const {
+        return Holds(glyph.face->InkOf(glyph.glyph), glyph.size, glyph.face->UnitsPerEm(), glyph.y);
+    }
+    bool Holds(const Rows& rows) const { return rows.top >= -ascent && rows.bottom <= descent; }
+};
+
 // Places glyphs from run to run and knows how far the ink reaches.
 class LineBuilder {
 public:
-    LineBuilder(std::int32_t size, std::size_t characters) : m_size(size) {
-        m_line.glyphs.reserve(characters);
+    LineBuilder(const LineRoom& room, std::size_t glyphs) : m_room(room) {
+        m_line.glyphs.reserve(glyphs);
     }
 
-    void Add(const FaceRun& run, const std::u32string& text, hb_buffer_t* buffer) {
-        run.face->Shape({ text, run.start, run.length, run.script, (run.level & 1) != 0 }, buffer);
-        unsigned count = 0;
-        const hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(buffer, &count);
-        const hb_glyph_position_t* const places = hb_buffer_get_glyph_positions(buffer, &count);
+    void Add(const FaceRun& run, std::span<const ShapedGlyph> glyphs) {
         const std::int32_t perEm = run.face->UnitsPerEm();
-        for (unsigned i = 0; i < count; ++i) {
-            if (HasInk(run.face->InkOf(infos[i].codepoint))) {
-                const std::int64_t x = m_pen + Scaled(places[i].x_offset, perEm);
-                const std::int64_t y = Scaled(places[i].y_offset, perEm);
+        for (const ShapedGlyph& glyph : glyphs) {
+            if (HasInk(run.face->InkOf(glyph.glyph))) {
+                const std::int64_t x = m_pen + ToOffset(glyph.x, run.size, perEm);
+                const std::int64_t y = ToOffset(glyph.y, run.size, perEm);
                 m_line.glyphs.push_back(
-                    { run.face, infos[i].codepoint, ToQuarter(x), ToQuarter(y) });
+                    { run.face, glyph.glyph, run.size, ToQuarter(x), ToQuarter(y) });
             }
-            m_pen += ToPixels26_6(places[i].x_advance, m_size, perEm);
+            m_pen += ToPixels26_6(glyph.advance, run.size, perEm);
         }
     }
 
@@ -300,32 +364,172 @@ public:
         return std::move(m_line);
     }
 
+    // Once finished: no glyph can reach out of the room.
+    bool IsInRoom() const { return m_isInRoom; }
+
 private:
-    static bool HasInk(const InkRange& ink) { return ink.left <= ink.right; }
-
-    // Most glyphs have no offset.
-    std::int64_t Scaled(std::int32_t units, std::int32_t perEm) const {
-        return units == 0 ? 0 : ToPixels26_6(units, m_size, perEm);
-    }
-
     // Ink that stays within what is known is found to do so by products alone: a division for each
     // end of each glyph would be a good part of the layout.
     void IncludeInk(const PlacedGlyph& glyph) {
         constexpr std::int64_t kFar = std::int64_t { 1 } << 40; // beyond the ink of any glyph
-        const InkRange ink = glyph.face->InkOf(glyph.glyph);
+        const GlyphInk ink = glyph.face->InkOf(glyph.glyph);
         const std::int32_t perEm = glyph.face->UnitsPerEm();
-        const std::int64_t unit = std::int64_t { m_size } * 64;
+        const std::int64_t unit = std::int64_t { glyph.size } * 64;
         if (ink.left * unit < (m_inkLeft - glyph.x) * perEm)
-            m_inkLeft = glyph.x + ToPixels26_6Down(ink.left, m_size, perEm);
+            m_inkLeft = glyph.x + ToPixels26_6Down(ink.left, glyph.size, perEm);
         if (ink.right * unit > std::min(m_inkRight - glyph.x, kFar) * perEm)
-            m_inkRight = glyph.x + ToPixels26_6Up(ink.right, m_size, perEm);
+            m_inkRight = glyph.x + ToPixels26_6Up(ink.right, glyph.size, perEm);
+        m_isInRoom = m_isInRoom && m_room.Holds(ink, glyph.size, perEm, glyph.y);
     }
 
-    std::int32_t m_size;
+    LineRoom m_room;
     GlyphLine m_line;
     std::int64_t m_pen = 0; // 26.6
     std::int64_t m_inkLeft = 0, m_inkRight = 0;
+    bool m_isInRoom = true;
 };
+
+// What does not fit ------------------------------------------------------------------------------
+
+struct TallGlyph {
+    const FaceRun* run;
+    std::uint32_t cluster;
+    Rows rows;
+};
+
+// The glyphs that leave coverage above or below the room.
+std::vector<TallGlyph> FindTall(const Workspace& work, const GlyphLine& line,
+                                const LineRoom& room) {
+    std::vector<TallGlyph> tall;
+    auto placed = line.glyphs.begin();
+    for (const FaceRun& run : work.runs) {
+        for (const ShapedGlyph& glyph : work.GlyphsOf(run)) {
+            if (!HasInk(run.face->InkOf(glyph.glyph)))
+                continue;
+            const PlacedGlyph& here = *placed++;
+            if (room.Holds(here))
+                continue;
+            if (const Rows rows = RowsOfGlyph(here); !room.Holds(rows))
+                tall.push_back({ &run, glyph.cluster, rows });
+        }
+    }
+    return tall;
+}
+
+// At most size; with an ink that is beyond all measure a quarter of it, which can still be read.
+std::int32_t SizeThatFits(const Face& face, const ShapedGlyph& glyph, const LineRoom& room,
+                          std::int32_t size) {
+    const GlyphInk ink = face.InkOf(glyph.glyph);
+    const std::int32_t perEm = face.UnitsPerEm(), least = std::max(size / 4, 1);
+    const auto bound = [perEm, size](std::int64_t units, std::int64_t pixels) {
+        return units > 0 ? std::min<std::int64_t>(pixels * perEm / units, size) : size;
+    };
+    auto fits = static_cast<std::int32_t>(
+        std::min(bound(std::int64_t { ink.top } + glyph.y, room.ascent),
+                 bound(-(std::int64_t { ink.bottom } + glyph.y), room.descent)));
+    // Origins are rounded, which may cost another point or two.
+    const auto holds = [&](std::int32_t at) {
+        return room.Holds(ink, at, perEm, ToQuarter(ToOffset(glyph.y, at, perEm)));
+    };
+    while (fits > least && !holds(fits))
+        --fits;
+    return std::max(fits, least);
+}
+
+bool ShowsInk(const Workspace& work, const FaceRun& run) {
+    return std::ranges::any_of(work.GlyphsOf(run), [&run](const ShapedGlyph& glyph) {
+        return HasInk(run.face->InkOf(glyph.glyph));
+    });
+}
+
+// The largest size at which all of the face in these runs fits.
+std::int32_t SizeThatFits(const Workspace& work, std::span<const FaceRun> runs, const Face& face,
+                          const LineRoom& room, std::int32_t size) {
+    for (const FaceRun& run : runs)
+        for (const ShapedGlyph& glyph : work.GlyphsOf(run))
+            if (run.face == &face && HasInk(face.InkOf(glyph.glyph)))
+                size = SizeThatFits(face, glyph, room, size);
+    return size;
+}
+
+// What comes from one face with nothing but spaces between keeps one size, so that the words of a phrase
+// look alike. False when nothing becomes smaller.
+bool ShrinkFallbacks(Workspace& work, const std::vector<TallGlyph>& tall, const Face* main,
+                     const LineRoom& room) {
+    bool isSmaller = false;
+    for (auto first = work.runs.begin(); first != work.runs.end();) {
+        const Face* const face = first->face;
+        const auto last = std::find_if(first, work.runs.end(), [&](const FaceRun& run) {
+            return run.face != face && ShowsInk(work, run);
+        });
+        const std::span<FaceRun> phrase(first, last);
+        first = last;
+        if (face == main || std::ranges::none_of(tall, [&](const TallGlyph& glyph) {
+                return glyph.run->face == face && glyph.run >= &phrase.front() &&
+                       glyph.run <= &phrase.back();
+            }))
+            continue;
+        const std::int32_t size = SizeThatFits(work, phrase, *face, room, phrase.front().size);
+        isSmaller = isSmaller || size < phrase.front().size;
+        for (FaceRun& run : phrase)
+            if (run.face == face)
+                run.size = size;
+    }
+    return isSmaller;
+}
+
+// The characters that were shaped into one: up to the next cluster of their run.
+std::string CharactersOf(const Workspace& work, const TallGlyph& tall) {
+    std::size_t end = tall.run->start + tall.run->length;
+    for (const ShapedGlyph& glyph : work.GlyphsOf(*tall.run))
+        if (glyph.cluster > tall.cluster)
+            end = std::min<std::size_t>(end, glyph.cluster);
+    std::string name;
+    for (std::size_t i = tall.cluster; i < end; ++i)
+        name += (name.empty() ? "" : " ") + NameOf(work.text[i]);
+    return name;
+}
+
+// A character may have several glyphs.
+void AddTall(std::vector<TallCharacter>& all, TallCharacter character) {
+    const auto known = std::ranges::find(all, character.name, &TallCharacter::name);
+    if (known == all.end()) {
+        all.push_back(std::move(character));
+    } else {
+        known->rows.top = std::min(known->rows.top, character.rows.top);
+        known->rows.bottom = std::max(known->rows.bottom, character.rows.bottom);
+    }
+}
+
+GlyphLine Place(const Workspace& work, const LineRoom& room, bool& isInRoom) {
+    LineBuilder builder(room, work.glyphs.size());
+    for (const FaceRun& run : work.runs)
+        builder.Add(run, work.GlyphsOf(run));
+    GlyphLine line = builder.Finish();
+    isInRoom = builder.IsInRoom();
+    return line;
+}
+
+GlyphLine PlaceInRoom(Workspace& work, const Face* main, std::int32_t size) {
+    const auto pixels = [&](std::int32_t units) {
+        return ToPixelsUp(units, size, main->UnitsPerEm());
+    };
+    const LineRoom room { pixels(main->Ascent()), pixels(main->Descent()) };
+    for (FaceRun& run : work.runs)
+        run.size = size;
+    bool isInRoom = false;
+    GlyphLine line = Place(work, room, isInRoom);
+    if (isInRoom)
+        return line;
+    std::vector<TallGlyph> tall = FindTall(work, line, room);
+    if (ShrinkFallbacks(work, tall, main, room)) {
+        line = Place(work, room, isInRoom);
+        tall = FindTall(work, line, room);
+    }
+    for (const TallGlyph& glyph : tall)
+        AddTall(line.tall, { CharactersOf(work, glyph), glyph.rows });
+    return line;
+}
 
 // Called once for each line: where the compiler sees into it, it asks for the address at each use.
 [[gnu::noinline]] Workspace& ThreadsWorkspace() {
@@ -346,10 +550,8 @@ GlyphLine LayOutGlyphs(Family& family, std::int32_t size, std::string_view utf8)
     FindLevels(work);
     FindRuns(work);
     OrderRuns(work.runs);
-    LineBuilder builder(size, work.text.size());
-    for (const FaceRun& run : work.runs)
-        builder.Add(run, work.text, work.buffer);
-    return builder.Finish();
+    ShapeRuns(work);
+    return PlaceInRoom(work, chooser.Main(), size);
 }
 
 } // namespace platform::text

@@ -41,9 +41,9 @@ public:
         : Line(line.widthPx,
                static_cast<std::int64_t>(sizeof *this + key.bytes.size() +
                                          line.glyphs.capacity() * sizeof(PlacedGlyph) +
-                                         met.size() * kReportBytes)),
+                                         (met.size() + line.tall.size()) * kReportBytes)),
           m_font(key.font), m_size(key.size), m_encoding(key.encoding), m_bytes(key.bytes),
-          m_glyphs(std::move(line.glyphs)), m_met(std::move(met)) {}
+          m_glyphs(std::move(line.glyphs)), m_tall(std::move(line.tall)), m_met(std::move(met)) {}
 
     bool Matches(const LineKey& key) const {
         return m_font == key.font && m_size == key.size && m_encoding == key.encoding &&
@@ -54,8 +54,9 @@ public:
         for (const Report& report : m_met)
             context.Tell(report);
     }
-    std::int32_t Size() const { return m_size; }
+    FontNumber Font() const { return m_font; }
     const std::vector<PlacedGlyph>& Glyphs() const { return m_glyphs; }
+    const std::vector<TallCharacter>& Tall() const { return m_tall; }
 
 private:
     static constexpr std::size_t kReportBytes = 256; // with its words
@@ -65,6 +66,7 @@ private:
     std::uint32_t m_encoding;
     std::string m_bytes;
     std::vector<PlacedGlyph> m_glyphs;
+    std::vector<TallCharacter> m_tall;
     std::vector<Report> m_met;
 };
 
@@ -109,8 +111,7 @@ FontMetrics MetricsOf(FontNumber font, std::int32_t size) {
     if (!face)
         return {};
     const auto pixels = [&](std::int32_t units) {
-        return static_cast<std::int32_t>(
-            WholePixelsUp(ToPixels26_6Up(units, size, face->UnitsPerEm())));
+        return ToPixelsUp(units, size, face->UnitsPerEm());
     };
     return { pixels(face->Ascent()), pixels(face->Descent()), pixels(face->MaxAdvance()),
              pixels(face->LineGap()) };
@@ -136,33 +137,44 @@ LinePtr LayOutLine(FontNumber font, std::int32_t size, std::string_view bytes) {
     return line;
 }
 
-void PaintLine(const Line& line, std::int64_t x, std::int64_t y, CoverageTarget& target) {
+void TellCut(const Line& line, std::int64_t y, std::int64_t height) {
     const auto& cached = static_cast<const CachedLine&>(line);
-    PaintGlyphs(cached.Glyphs(), cached.Size(), x, y, target);
+    for (const TallCharacter& character : cached.Tall()) {
+        const bool top = y + character.rows.top < 0;
+        const bool bottom = y + character.rows.bottom > height;
+        if (!top && !bottom)
+            continue;
+        const Family* const family = FontCatalog::Get().ByNumber(cached.Font());
+        TextContext::Current().Tell({ ReportKind::kInkCut, character.name, "",
+                                      std::string(!bottom ? "its top is"
+                                                  : !top  ? "its bottom is"
+                                                          : "its top and bottom are") +
+                                          " cut off, for a line of '" +
+                                          (family ? family->name : "") + "' has no room for it" });
+    }
+}
+
+void PaintLine(const Line& line, std::int64_t x, std::int64_t y, CoverageTarget& target) {
+    PaintGlyphs(static_cast<const CachedLine&>(line).Glyphs(), x, y, target);
 }
 
 PixelBox InkOf(const Line& line) {
-    const auto& cached = static_cast<const CachedLine&>(line);
-    return InkOfGlyphs(cached.Glyphs(), cached.Size());
+    return InkOfGlyphs(static_cast<const CachedLine&>(line).Glyphs());
 }
 
 // A counter that goes on by one changes a glyph or two: what the lines have in common at either end
 // is left out.
 PixelBox DifferenceOf(const Line& a, const Line& b) {
-    const auto& lineA = static_cast<const CachedLine&>(a);
-    const auto& lineB = static_cast<const CachedLine&>(b);
-    std::span<const PlacedGlyph> glyphsA(lineA.Glyphs());
-    std::span<const PlacedGlyph> glyphsB(lineB.Glyphs());
-    if (lineA.Size() == lineB.Size()) {
-        const auto heads = std::ranges::mismatch(glyphsA, glyphsB);
-        glyphsA = { heads.in1, glyphsA.end() };
-        glyphsB = { heads.in2, glyphsB.end() };
-        const auto tails = std::ranges::mismatch(glyphsA.rbegin(), glyphsA.rend(), //
-                                                 glyphsB.rbegin(), glyphsB.rend());
-        glyphsA = { glyphsA.begin(), tails.in1.base() };
-        glyphsB = { glyphsB.begin(), tails.in2.base() };
-    }
-    return Union(InkOfGlyphs(glyphsA, lineA.Size()), InkOfGlyphs(glyphsB, lineB.Size()));
+    std::span<const PlacedGlyph> glyphsA(static_cast<const CachedLine&>(a).Glyphs());
+    std::span<const PlacedGlyph> glyphsB(static_cast<const CachedLine&>(b).Glyphs());
+    const auto heads = std::ranges::mismatch(glyphsA, glyphsB);
+    glyphsA = { heads.in1, glyphsA.end() };
+    glyphsB = { heads.in2, glyphsB.end() };
+    const auto tails = std::ranges::mismatch(glyphsA.rbegin(), glyphsA.rend(), //
+                                             glyphsB.rbegin(), glyphsB.rend());
+    glyphsA = { glyphsA.begin(), tails.in1.base() };
+    glyphsB = { glyphsB.begin(), tails.in2.base() };
+    return Union(InkOfGlyphs(glyphsA), InkOfGlyphs(glyphsB));
 }
 
 ServiceCacheCounts CountServiceCaches() {

@@ -67,6 +67,10 @@ public:
                            std::uint8_t coverage) = 0;
 };
 
+// Tells the thread's text context of what a picture of height rows, with the line's baseline at the top
+// of row y, loses at its top or bottom for it does not fit into a line of its font. Any thread.
+void TellCut(const Line& line, std::int64_t y, std::int64_t height);
+
 // Hands the line's glyphs to target, with the left end of the baseline at the top left corner of
 // pixel (x, y). No lock is held while the target paints. Any thread.
 void PaintLine(const Line& line, std::int64_t x, std::int64_t y, CoverageTarget& target);

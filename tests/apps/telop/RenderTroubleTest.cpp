@@ -86,6 +86,11 @@ TEST_F(RenderTrouble, FontsAndCharactersThatAreNotThereAreSaidOrStopTheRun) {
     for (const auto& name : Files("e"))
         EXPECT_LT(name, "shot.3.png") << "was drawn with a stand-in";
     Run("render --info 'Latin 日本語' --strict-fonts a f/");
+
+    // The second of the letter's accents is above the line.
+    const std::string tall = "render --font 'DejaVu Sans' --info Ẫ a ";
+    Run(tall + "g/", { .says = "warning: character U+1EAA: its top is cut off" });
+    Run(tall + "h/ --strict-fonts", { .code = 4, .says = "U+1EAA" });
 }
 
 TEST_F(RenderTrouble, MemoryForFewerFramesMakesThemOneAfterTheOtherOrNamesThem) {

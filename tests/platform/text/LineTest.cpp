@@ -99,6 +99,68 @@ TEST_F(LineTest, MissingCharactersComeFromAnotherFamilyWithTheirMarks) {
     EXPECT_THAT(m_met.Reports(), testing::IsEmpty());
 }
 
+// The first row of ink and the one below the last, from the baseline down.
+std::pair<int, int> RowsOfInk(const std::string& font, const std::string& text) {
+    const Picture picture = PictureOf(font, 40, text);
+    const auto isInk = [](std::uint32_t pixel) { return pixel != 0xFFFFFF; };
+    const auto first = std::ranges::find_if(picture, isInk) - picture.begin();
+    const auto last = picture.rend() - std::find_if(picture.rbegin(), picture.rend(), isInk) - 1;
+    return { first / 400 - 100, last / 400 + 1 - 100 };
+}
+
+TEST_F(LineTest, WhatIsTooTallForTheAskedFontIsSmallerByJustSoMuch) {
+    const TestWorld world(1, 1);
+    UseFont("Liberation Sans", 40);
+    FontInfo info;
+    GetFontInfo(&info);
+    for (const char* text : { "ກີ້", "⎧" }) { // of DejaVu Sans, the first at the top
+        const auto [ownTop, ownBottom] = RowsOfInk("DejaVu Sans", text);
+        EXPECT_TRUE(ownTop < -info.ascent || ownBottom > info.descent) << text;
+        const auto [top, bottom] = RowsOfInk("Liberation Sans", text);
+        EXPECT_TRUE(top >= -info.ascent && bottom <= info.descent) << text;
+        EXPECT_TRUE(top == -info.ascent || bottom == info.descent) << text;
+    }
+    EXPECT_EQ(PictureOf("Liberation Sans", 40, "ກ"), PictureOf("DejaVu Sans", 40, "ກ"));
+    // The words of a phrase have one size; what stands apart keeps its own.
+    const std::int32_t fits = WidthIn("Liberation Sans", 40, "ກກກກກກ a ");
+    const std::int32_t tall = WidthIn("Liberation Sans", 40, "⎧");
+    EXPECT_NEAR(WidthIn("Liberation Sans", 40, "ກກກກກກ a ⎧"), fits + tall, 1);
+    EXPECT_LT(WidthIn("Liberation Sans", 40, "ກກກກກກ  ⎧a"), fits + tall - 10);
+    EXPECT_THAT(m_met.Reports(), testing::IsEmpty());
+}
+
+// What a picture of that many rows above and below the line's own loses of the text, drawn twice.
+std::vector<std::string> LostOf(const std::string& text, int above, int below) {
+    TextContext met;
+    const TextScope scope(met);
+    FontInfo info {};
+    {
+        const TestWorld world(1, 1);
+        UseFont("DejaVu Sans", 40);
+        GetFontInfo(&info);
+    }
+    const TestWorld world(400,
+                          static_cast<std::int16_t>(above + info.ascent + info.descent + below));
+    UseFont("DejaVu Sans", 40);
+    for (int round = 0; round < 2; ++round)
+        Draw(0, static_cast<std::int16_t>(above + info.ascent), text);
+    std::vector<std::string> lost;
+    for (const Report& report : met.Reports())
+        lost.push_back(Describe(report));
+    return lost;
+}
+
+TEST_F(LineTest, WhatAPictureLosesAboveOrBelowIsSaidForEachCharacter) {
+    const std::string noRoom = " cut off, for a line of 'DejaVu Sans' has no room for it";
+    EXPECT_THAT(LostOf("Ẫ, aA\u0302\u0303Ẫ", 0, 0),
+                testing::ElementsAre("character U+1EAA: its top is" + noRoom,
+                                     "character U+0041 U+0302 U+0303: its top is" + noRoom));
+    EXPECT_THAT(LostOf("Ẫ, aA\u0302\u0303Ẫ", 10, 0),
+                testing::IsEmpty()); // room, as below another line
+    EXPECT_THAT(LostOf("⎧", 0, 0),
+                testing::ElementsAre("character U+23A7: its bottom is" + noRoom));
+}
+
 TEST_F(LineTest, ACharacterThatNoFontHasIsReplacedAndReportedOnce) {
     const Picture missing = PictureOf("DejaVu Sans", 40, "\U0010FFFD");
     PurgeTextCaches();

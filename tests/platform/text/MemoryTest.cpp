@@ -89,8 +89,7 @@ TEST(MemoryTest, AFaceThatIsOpenedIsWholeOrNotThere) {
                 opened->family.face = opened->face.get();
             }
             CoveragePlane plane({ 0, 0, 300, 60 });
-            text::PaintGlyphs(text::LayOutGlyphs(opened->family, 30, kText).glyphs, 30, 2, 40,
-                              plane);
+            text::PaintGlyphs(text::LayOutGlyphs(opened->family, 30, kText).glyphs, 2, 40, plane);
             std::copy_n(plane.Row(0), pixels.size(), pixels.begin());
             return true;
         };
