@@ -2,6 +2,7 @@
 #include "platform/TextContext.h"
 
 #include <algorithm>
+#include <map>
 #include <new>
 
 #include "platform/Languages.h"
@@ -47,16 +48,31 @@ std::string Describe(const Report& report) {
     return line;
 }
 
+const FontFallbacks& FontFallbacks::Of(const std::vector<std::string>& families) {
+    static const FontFallbacks none;
+    if (families.empty())
+        return none;
+    // Never destroyed: threads may still draw while the process ends.
+    static auto& mutex = *new std::mutex;
+    static auto& known = *new std::map<std::vector<std::string>, FontFallbacks>;
+    const std::lock_guard lock(mutex);
+    const auto [entry, isNew] = known.try_emplace(families);
+    if (isNew)
+        entry->second = { families, static_cast<std::uint32_t>(known.size()) };
+    return entry->second;
+}
+
 TextContext::TextContext() : TextContext(Current(), {}) {}
 
 TextContext::TextContext(const TextContext& outer, Handler handler)
     : m_encoding(&outer.Encoding().Details()), m_language(outer.m_language),
-      m_handler(std::move(handler)) {}
+      m_fallbacks(outer.m_fallbacks), m_handler(std::move(handler)) {}
 
-TextContext::TextContext(TextEncoding encoding, Handler handler, std::string language)
+TextContext::TextContext(TextEncoding encoding, Handler handler, std::string language,
+                         const std::vector<std::string>& fallbacks)
     : m_encoding(&encoding.Details()),
       m_language(language.empty() ? Current().m_language : std::move(language)),
-      m_handler(std::move(handler)) {}
+      m_fallbacks(&FontFallbacks::Of(fallbacks)), m_handler(std::move(handler)) {}
 
 // Never destroyed: modules report while a process ends.
 TextContext& TextContext::TheProcess() {

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // What a document or a run wants of text, and what became of it: the encoding of its bytes, the language
-// of a bundle's own words, and the list of what could not be honoured to the letter. Whoever draws makes
-// one and puts it on a thread for a scope; a thread without one has the process's own.
+// of a bundle's own words, the fonts to fall back on, and the list of what could not be honoured to the
+// letter. Whoever draws makes one and puts it on a thread for a scope; a thread without one has the
+// process's own.
 #pragma once
 
 #include <atomic>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <mutex>
 #include <set>
@@ -38,6 +40,15 @@ struct Report {
 // One line for people: what was asked, what is used instead and why.
 std::string Describe(const Report& report);
 
+// Families to look in, in their order, for a character that the asked one lacks, before the machine's
+// own choice. There is one object for each list, which stays until the process ends.
+struct FontFallbacks {
+    std::vector<std::string> families; // UTF-8, as GetFNum understands them
+    std::uint32_t serial = 0;          // 0 for the empty list
+
+    static const FontFallbacks& Of(const std::vector<std::string>& families);
+};
+
 class TextContext {
 public:
     // Called on the thread that met the fact, with no lock of the platform held. The fact may be met
@@ -46,13 +57,14 @@ public:
     // A text made to be malformed in ever new ways shall not fill the memory.
     static constexpr std::size_t kMaxReports = 4096;
 
-    // With the encoding and the language of the current one.
+    // With what the current one wants.
     TextContext();
-    // With those of another one, which may belong to another thread.
+    // With what another one wants, which may belong to another thread.
     TextContext(const TextContext& outer, Handler handler);
     // language is a locale such as "ja" or "pt_BR", or several with colons between them, the best
     // first; empty for that of the current one.
-    explicit TextContext(TextEncoding encoding, Handler handler = {}, std::string language = {});
+    explicit TextContext(TextEncoding encoding, Handler handler = {}, std::string language = {},
+                         const std::vector<std::string>& fallbacks = {});
 
     // The calling thread's.
     static TextContext& Current();
@@ -62,6 +74,7 @@ public:
     TextEncoding Encoding() const;
     // Names of language folders, as UserLanguages gives them for the environment.
     std::vector<std::string> Languages() const;
+    const FontFallbacks& Fallbacks() const { return *m_fallbacks; }
     // Keeps the report and hands it to the handler, unless one of the same kind and subject went
     // before it in this context.
     void Tell(const Report& report);
@@ -82,6 +95,7 @@ private:
     // Null: the environment's, which is looked up when it is asked for.
     mutable std::atomic<const EncodingDetails*> m_encoding { nullptr };
     std::string m_language; // empty: the environment's, too
+    const FontFallbacks* m_fallbacks = &FontFallbacks::Of({});
     Handler m_handler;
     std::atomic<bool> m_notDrawn { false };
     mutable std::mutex m_mutex; // guards what follows

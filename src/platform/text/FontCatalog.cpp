@@ -7,8 +7,6 @@
 #include <limits>
 #include <tuple>
 
-#include "platform/TextContext.h"
-
 namespace platform::text {
 namespace {
 
@@ -269,6 +267,22 @@ const Face* FontCatalog::OpenAnyFace() {
         if (const Face* const face = Open(family.regular))
             return face;
     return nullptr;
+}
+
+std::vector<const Face*> FontCatalog::FacesOf(const FontFallbacks& fallbacks) {
+    std::vector<const Face*> faces;
+    for (const std::string& name : fallbacks.families) {
+        Family* family = Find(name);
+        if (!family)
+            family = FindAlias(name);
+        if (!family)
+            TextContext::Current().Tell({ ReportKind::kFontSubstituted, name, "",
+                                          "it is to stand in for missing characters, and no "
+                                          "installed family has this name" });
+        else if (const Face* const face = Open(family->regular))
+            faces.push_back(face);
+    }
+    return faces;
 }
 
 const Face* FontCatalog::FallbackFor(Family& family, std::u32string_view characters) {

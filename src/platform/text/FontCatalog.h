@@ -17,6 +17,7 @@
 #include <fontconfig/fontconfig.h>
 
 #include "platform/Fonts.h"
+#include "platform/TextContext.h"
 #include "platform/text/Face.h"
 
 namespace platform::text {
@@ -63,6 +64,8 @@ public:
 
     // The family's face, or the default family's when its file is broken. Null without any font.
     const Face* FaceOf(Family& family);
+    // Those of the families that are installed, in their order; the text context is told of the others.
+    std::vector<const Face*> FacesOf(const FontFallbacks& fallbacks);
     // The first fallback of family that has all of the characters; null when there is none.
     const Face* FallbackFor(Family& family, std::u32string_view characters);
 

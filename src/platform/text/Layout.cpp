@@ -117,8 +117,9 @@ std::string NameOf(char32_t c) {
 
 class FaceChooser {
 public:
-    explicit FaceChooser(Family& family)
-        : m_family(family), m_main(FontCatalog::Get().FaceOf(family)) {}
+    FaceChooser(Family& family, const FontFallbacks& fallbacks)
+        : m_family(family), m_main(FontCatalog::Get().FaceOf(family)),
+          m_named(FontCatalog::Get().FacesOf(fallbacks)) {}
 
     const Face* Main() const { return m_main; }
 
@@ -152,10 +153,14 @@ private:
         return true;
     }
 
-    // The main face, then the one that served the characters before, so that words keep to one.
+    // The main face, those that were named, then the one that served the characters before, so that
+    // words keep to one.
     const Face* ForCluster(std::u32string_view cluster) {
         if (HasAll(*m_main, cluster))
             return m_main;
+        for (const Face* const face : m_named)
+            if (HasAll(*face, cluster))
+                return face;
         if (m_last && HasAll(*m_last, cluster))
             return m_last;
         return Remember(FontCatalog::Get().FallbackFor(m_family, cluster));
@@ -180,6 +185,7 @@ private:
 
     Family& m_family;
     const Face* m_main;
+    std::vector<const Face*> m_named;
     const Face* m_last = nullptr;
 };
 
@@ -541,7 +547,7 @@ GlyphLine PlaceInRoom(Workspace& work, const Face* main, std::int32_t size) {
 
 GlyphLine LayOutGlyphs(Family& family, std::int32_t size, std::string_view utf8) {
     Workspace& work = ThreadsWorkspace();
-    FaceChooser chooser(family);
+    FaceChooser chooser(family, TextContext::Current().Fallbacks());
     ReadCharacters(work.text, utf8);
     if (!chooser.Main() || work.text.empty())
         return {};

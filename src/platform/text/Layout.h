@@ -29,6 +29,7 @@ struct GlyphLine {
 //     |<-- shift -->|<------------- advance ------------->|<- overhang ->|
 //     |  ink left of the first origin                     ink right of the last one
 //
+// A character that the family lacks comes from the text context's fallbacks, then from the machine's.
 // What comes from another face than the family's own, and would not fit between its ascent and descent,
 // is smaller by just so much that it does.
 GlyphLine LayOutGlyphs(Family& family, std::int32_t size, std::string_view utf8);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The text service over the font libraries: lines are cached by font, size, encoding and bytes.
+// The text service over the font libraries: lines are cached by font, size, encoding, fallbacks
+// and bytes.
 #include "platform/text/TextService.h"
 
 #include <algorithm>
@@ -21,17 +22,24 @@ constexpr std::size_t kLineShards = 8;
 constexpr std::size_t kRecentLines = 16;
 constexpr std::int64_t kMaxRecentBytes = 16 << 10;
 
-struct LineKey {
+// All that a line depends on but its bytes.
+struct LineStyle {
     FontNumber font;
     std::int32_t size;
-    std::uint32_t encoding;
+    std::uint32_t encoding, fallbacks; // serials
+
+    bool operator==(const LineStyle&) const = default;
+};
+
+struct LineKey {
+    LineStyle style;
     std::string_view bytes;
 
     std::uint64_t Hash() const {
-        const std::uint64_t style = (static_cast<std::uint64_t>(encoding) << 32) |
-                                    (static_cast<std::uint64_t>(size) << 16) |
-                                    static_cast<std::uint16_t>(font);
-        return HashBytes(style, bytes);
+        const std::uint64_t word = (static_cast<std::uint64_t>(style.encoding) << 32) |
+                                   (static_cast<std::uint64_t>(style.size) << 16) |
+                                   static_cast<std::uint16_t>(style.font);
+        return HashBytes(MixHash(style.fallbacks, word), bytes);
     }
 };
 
@@ -42,28 +50,23 @@ public:
                static_cast<std::int64_t>(sizeof *this + key.bytes.size() +
                                          line.glyphs.capacity() * sizeof(PlacedGlyph) +
                                          (met.size() + line.tall.size()) * kReportBytes)),
-          m_font(key.font), m_size(key.size), m_encoding(key.encoding), m_bytes(key.bytes),
-          m_glyphs(std::move(line.glyphs)), m_tall(std::move(line.tall)), m_met(std::move(met)) {}
+          m_style(key.style), m_bytes(key.bytes), m_glyphs(std::move(line.glyphs)),
+          m_tall(std::move(line.tall)), m_met(std::move(met)) {}
 
-    bool Matches(const LineKey& key) const {
-        return m_font == key.font && m_size == key.size && m_encoding == key.encoding &&
-               m_bytes == key.bytes;
-    }
+    bool Matches(const LineKey& key) const { return m_style == key.style && m_bytes == key.bytes; }
     // Whoever draws the line hears of what could not be honoured in it, laid out just now or long ago.
     void TellWhatWasMet(TextContext& context) const {
         for (const Report& report : m_met)
             context.Tell(report);
     }
-    FontNumber Font() const { return m_font; }
+    FontNumber Font() const { return m_style.font; }
     const std::vector<PlacedGlyph>& Glyphs() const { return m_glyphs; }
     const std::vector<TallCharacter>& Tall() const { return m_tall; }
 
 private:
     static constexpr std::size_t kReportBytes = 256; // with its words
 
-    FontNumber m_font;
-    std::int32_t m_size;
-    std::uint32_t m_encoding;
+    LineStyle m_style;
     std::string m_bytes;
     std::vector<PlacedGlyph> m_glyphs;
     std::vector<TallCharacter> m_tall;
@@ -81,10 +84,10 @@ std::shared_ptr<const CachedLine> MakeLine(const LineKey& key) {
     TextContext met;
     const TextScope scope(met);
     FontCatalog& catalog = FontCatalog::Get();
-    Family* const family = catalog.ByNumber(key.font);
+    Family* const family = catalog.ByNumber(key.style.font);
     GlyphLine line;
     if (family && catalog.FaceOf(*family)) {
-        line = LayOutGlyphs(*family, key.size, DecodeText(key.bytes));
+        line = LayOutGlyphs(*family, key.style.size, DecodeText(key.bytes));
     } else if (!key.bytes.empty()) {
         met.Tell({ ReportKind::kTextNotDrawn, "", "",
                    family ? "no installed font can be read" : "no font is installed" });
@@ -119,7 +122,9 @@ FontMetrics MetricsOf(FontNumber font, std::int32_t size) {
 
 LinePtr LayOutLine(FontNumber font, std::int32_t size, std::string_view bytes) {
     TextContext& context = TextContext::Current();
-    const LineKey key { Given(font), size, context.Encoding().Serial(), bytes };
+    const LineKey key {
+        { Given(font), size, context.Encoding().Serial(), context.Fallbacks().serial }, bytes
+    };
     const std::uint64_t hash = key.Hash();
     thread_local RecentValues<CachedLine, kRecentLines> recent(Lines(), kMaxRecentBytes);
     if (const auto* const line = recent.Find(hash, key)) {

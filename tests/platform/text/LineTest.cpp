@@ -99,6 +99,36 @@ TEST_F(LineTest, MissingCharactersComeFromAnotherFamilyWithTheirMarks) {
     EXPECT_THAT(m_met.Reports(), testing::IsEmpty());
 }
 
+TEST_F(LineTest, NamedFamiliesComeBeforeTheMachinesChoice) {
+    const struct {
+        std::vector<std::string> fallbacks;
+        const char* drawsLike;
+        const char* says;
+    } rows[] = {
+        { {}, "Noto Sans CJK JP", "" },
+        { { "Noto Serif CJK JP", "Noto Sans CJK JP" }, "Noto Serif CJK JP", "" },
+        // One without the characters, one that is not there, and one by another name.
+        { { "DejaVu Sans", "Nirgendwo", "ＭＳ 明朝" },
+          "Noto Serif CJK JP",
+          "font family 'Nirgendwo': it is to stand in for missing characters, and no installed "
+          "family has this name" },
+    };
+    const Picture latin = PictureOf("Liberation Sans", 40, "Latin");
+    for (int i = 0; i < 9; ++i) { // lines are kept from the second time on
+        const auto& row = rows[i % 3];
+        const TextContext wanted(TextEncoding::Utf8(), {}, "", row.fallbacks);
+        TextContext met(wanted, {});
+        const TextScope scope(met);
+        EXPECT_EQ(PictureOf("Liberation Sans", 40, "日本語"),
+                  PictureOf(row.drawsLike, 40, "日本語"));
+        EXPECT_EQ(PictureOf("Liberation Sans", 40, "Latin"), latin);
+        std::string says;
+        for (const Report& report : met.Reports())
+            says += Describe(report);
+        EXPECT_EQ(says, row.says);
+    }
+}
+
 // The first row of ink and the one below the last, from the baseline down.
 std::pair<int, int> RowsOfInk(const std::string& font, const std::string& text) {
     const Picture picture = PictureOf(font, 40, text);
