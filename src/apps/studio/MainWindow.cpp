@@ -16,6 +16,7 @@
 #include <QMimeData>
 #include <QUrl>
 
+#include "apps/studio/CueEditor.h"
 #include "apps/studio/ExportBar.h"
 #include "apps/studio/ExportDialog.h"
 #include "apps/studio/FrameView.h"
@@ -33,6 +34,8 @@ MainWindow::MainWindow()
     BuildEditActions();
     BuildViewActions();
     BuildFrameActions();
+    BuildCueActions();
+    BuildPlaybackRates();
     BuildBody();
     BuildMenus();
     BuildToolBar();
@@ -76,7 +79,13 @@ void MainWindow::Connect() {
         ShowTitle();
     };
     m_timeline->onScrub = [this](std::size_t index) { GoTo(index); };
-    m_timeline->onSpansChanged = [this](const OnSpans& spans) { m_project.ChangeSpans(spans); };
+    m_timeline->onSelect = [this](std::size_t track) { m_project.Select(track); };
+    m_timeline->onChange = [this](const QString& step, const host::Track& track) {
+        m_cues->Change(step, track);
+    };
+    m_timeline->onNewCue = [this](FrameSpan frames) { m_cues->InsertOn(frames); };
+    m_timeline->onInsert = [this] { m_cues->Insert(); };
+    m_timeline->onEdit = [this] { m_cues->EditWords(); };
     m_timeline->onMenu = [this](std::size_t index, QPoint global) { TimelineMenu(index, global); };
     m_transport->onNumber = [this](std::int64_t number) {
         GoTo(m_project.TheShot()->IndexOf(number));
@@ -185,18 +194,22 @@ void MainWindow::ShowTrouble(const Composed& composed) {
 
 void MainWindow::ShowContent() {
     m_strings->SetStrings(m_project.Committed().strings);
-    m_timeline->SetSpans(m_project.Spans());
+    ShowTracks();
     m_plugin->Update();
     UpdateActions();
     ShowTitle();
     Refresh();
 }
 
+void MainWindow::ShowTracks() {
+    m_timeline->SetTracks(m_project.Committed().tracks, m_project.Committed().selected);
+}
+
 void MainWindow::ShowShot() {
     m_player.Stop();
     const auto numbers = m_project.TheShot()->Numbers();
     m_timeline->SetFrames({ numbers.begin(), numbers.end() });
-    m_timeline->SetSpans(m_project.Spans());
+    ShowTracks();
     m_transport->SetFrames(numbers);
     ShowFrame(m_project.Current());
     ShowTitle();
@@ -221,6 +234,8 @@ void MainWindow::UpdateActions() {
     Action("redo")->setEnabled(free && stack.canRedo());
     Action("export")->setEnabled(free && m_plugin->Effect() && !m_exportBar->IsRunning());
     Action("textOn")->setChecked(m_project.IsOnAt(m_project.Current()));
+    for (const auto* const name : { "textOn", "start", "end", "everywhere", "nowhere" })
+        Action(name)->setEnabled(free && !m_cues->IsLocked());
     Action("play")->setIcon(MakeIcon(m_player.IsPlaying() ? "pause" : "play"));
     Action("play")->setText(m_player.IsPlaying() ? T("&Pause") : T("P&lay"));
 }
@@ -252,6 +267,8 @@ void MainWindow::TurnHere(bool on, std::size_t index) {
 
 // The stretch around the frame, else the next one on that side, begins or ends here.
 void MainWindow::SetEdgeHere(bool end) {
+    if (m_cues->SetEdgeHere(end))
+        return;
     const auto spans = m_project.Spans();
     const auto here = m_project.Current();
     OnSpan span { here, here };
@@ -273,6 +290,14 @@ void MainWindow::SetEdgeHere(bool end) {
 
 void MainWindow::TimelineMenu(std::size_t index, QPoint global) {
     QMenu menu(this);
+    if (m_cues->HasCues()) {
+        GoTo(index); // what the menu does is done here
+        for (const auto* const name :
+             { "cueInsert", "cueEdit", "cueSplit", "cueDelete", "textFromCues" })
+            menu.addAction(Action(name));
+        menu.exec(global);
+        return;
+    }
     const bool on = m_project.IsOnAt(index);
     auto* const turnOn =
         menu.addAction(T("Text On Here"), this, [this, index] { TurnHere(true, index); });
@@ -288,6 +313,9 @@ void MainWindow::TimelineMenu(std::size_t index, QPoint global) {
     menu.addSeparator();
     menu.addAction(Action("everywhere"));
     menu.addAction(Action("nowhere"));
+    menu.addSeparator();
+    menu.addAction(Action("cueInsert"));
+    menu.addAction(Action("cuesFromText"));
     menu.exec(global);
 }
 

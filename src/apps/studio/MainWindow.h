@@ -23,6 +23,7 @@ class QMenu;
 
 namespace studio {
 
+class CueEditor;
 class ExportBar;
 class FrameView;
 class StringsPanel;
@@ -61,6 +62,8 @@ private:
     void BuildEditActions();
     void BuildViewActions();
     void BuildFrameActions();
+    void BuildCueActions();
+    void BuildPlaybackRates();
     void BuildMenus();
     void BuildToolBar();
     void BuildBody();
@@ -72,6 +75,7 @@ private:
     void Connect();
     void RestoreLayout();
     void ChooseTheme(Theme theme);
+    void UsePlaybackRate(const PlaybackRate& rate);
 
     // Showing
     void Refresh();
@@ -80,6 +84,7 @@ private:
     void ShowTrouble(const Composed& composed);
     void ShowContent();
     void ShowTitle();
+    void ShowTracks();
     void ShowShot();
     void UpdateActions();
     void Complain(const QString& text, const std::string& why);
@@ -109,6 +114,7 @@ private:
     FrameView* m_view = nullptr;
     Transport* m_transport = nullptr;
     Timeline* m_timeline = nullptr;
+    std::unique_ptr<CueEditor> m_cues;
     ExportBar* m_exportBar = nullptr;
     StringsPanel* m_strings = nullptr;
     QMenu* m_recentMenu = nullptr;

@@ -18,6 +18,7 @@
 #include <QToolBar>
 #include <QVBoxLayout>
 
+#include "apps/studio/CueEditor.h"
 #include "apps/studio/ExportBar.h"
 #include "apps/studio/FrameView.h"
 #include "apps/studio/MainWindow.h"
@@ -32,8 +33,12 @@ namespace studio {
 namespace {
 
 // The actions with keys that only the frame and the timeline take.
-constexpr std::array kFrameKeys { "first", "previous", "play",  "next",
-                                  "last",  "textOn",   "start", "end" };
+constexpr std::array kFrameKeys { "first",  "previous", "play", "next",    "last",
+                                  "textOn", "start",    "end",  "cueSplit" };
+// Those that only the timeline takes.
+constexpr std::array kTimelineKeys { "timelineIn", "timelineOut", "timelineFit" };
+
+constexpr double kTimelineZoom = 1.5;
 
 } // namespace
 
@@ -91,6 +96,12 @@ void MainWindow::BuildViewActions() {
     Make("zoomIn", T("Zoom &In"), {}, [this] { m_view->ZoomBy(1); });
     Make("zoomOut", T("Zoom &Out"), { "Ctrl+-" }, [this] { m_view->ZoomBy(-1); });
     Action("zoomIn")->setShortcuts({ { "Ctrl++" }, { "Ctrl+=" } });
+    Make("timelineIn", T("Zoom &Timeline In"), { Qt::Key_Plus },
+         [this] { m_timeline->ZoomBy(kTimelineZoom); });
+    Make("timelineOut", T("Zoom Ti&meline Out"), { Qt::Key_Minus },
+         [this] { m_timeline->ZoomBy(1 / kTimelineZoom); });
+    Make("timelineFit", T("Fit Tim&eline"), { Qt::Key_0 }, [this] { m_timeline->FitFrames(); });
+    Action("timelineIn")->setShortcuts({ { Qt::Key_Plus }, { Qt::Key_Equal } });
     auto* const group = new QActionGroup(this);
     constexpr std::pair<const char*, Theme> kThemes[] { { N("&System Colors"), Theme::kSystem },
                                                         { N("&Light"), Theme::kLight },
@@ -119,19 +130,55 @@ void MainWindow::BuildFrameActions() {
     });
     Make("nowhere", T("Text Off Every&where"), {}, [this] { m_project.ChangeSpans({}); });
     Action("textOn")->setCheckable(true);
-    // Keys without Control belong to whatever has the keyboard: these are only for the frame and the
-    // timeline.
-    for (const auto* const name : kFrameKeys)
+}
+
+// Their keys are the timeline's own.
+void MainWindow::BuildCueActions() {
+    Make("cueInsert", T("&Insert Cue…"), { Qt::Key_Insert }, [this] { m_cues->Insert(); });
+    Make("cueEdit", T("&Words of Cue…"), { Qt::Key_Return }, [this] { m_cues->EditWords(); });
+    Make("cueSplit", T("&Split Cue Here"), { Qt::Key_S }, [this] { m_cues->Split(); });
+    Make("cueDelete", T("&Delete Cue"), { Qt::Key_Delete },
+         [this] { m_timeline->DeleteSelected(); });
+    Make("cuesFromText", T("Cues from the &Text"), {}, [this] { m_cues->MakeCues(); });
+    Make("textFromCues", T("Te&xt from the Cues"), {}, [this] { m_cues->MakeText(); });
+    for (const auto* const name : { "cueInsert", "cueEdit", "cueDelete" })
         Action(name)->setShortcutContext(Qt::WidgetShortcut);
+}
+
+void MainWindow::BuildPlaybackRates() {
+    auto* const menu = new QMenu(this);
+    Make("rate", T("Playback &Rate"), {}, [] {})->setMenu(menu);
+    Action("rate")->setToolTip(T("Frames a second in playback"));
+    auto* const group = new QActionGroup(menu);
+    const auto chosen = Preferences().value("playback/rate", "24").toString();
+    for (const auto& rate : kPlaybackRates) {
+        const auto name = QString::fromLatin1(rate.name);
+        auto* const action = menu->addAction(name, this, [this, rate, name] {
+            Preferences().setValue("playback/rate", name);
+            UsePlaybackRate(rate);
+        });
+        action->setCheckable(true);
+        action->setActionGroup(group);
+        if (name == chosen) {
+            action->setChecked(true);
+            UsePlaybackRate(rate);
+        }
+    }
+}
+
+void MainWindow::UsePlaybackRate(const PlaybackRate& rate) {
+    m_player.SetRate(rate);
+    Action("rate")->setIconText(T("%1 fps").arg(QLatin1String(rate.name)));
 }
 
 void MainWindow::BuildBody() {
     auto* const body = new QWidget(this);
     m_view = new FrameView(body);
-    m_transport = new Transport(
-        { Action("first"), Action("previous"), Action("play"), Action("next"), Action("last") },
-        { Action("textOn"), Action("fit"), Action("actual") }, body);
+    m_transport = new Transport({ Action("first"), Action("previous"), Action("play"),
+                                  Action("next"), Action("last"), Action("rate") },
+                                { Action("textOn"), Action("fit"), Action("actual") }, body);
     m_timeline = new Timeline(body);
+    m_cues = std::make_unique<CueEditor>(m_project, *m_timeline, *m_messages, *this);
     m_exportBar = new ExportBar(body);
     auto* const column = new QVBoxLayout(body);
     column->setContentsMargins(0, 0, 0, 0);
@@ -143,10 +190,18 @@ void MainWindow::BuildBody() {
     column->addSpacing(4);
     column->addWidget(m_exportBar);
     setCentralWidget(body);
+    // Keys without Control belong to whatever has the keyboard: these are only for the frame and the
+    // timeline.
     for (const auto* const name : kFrameKeys) {
+        Action(name)->setShortcutContext(Qt::WidgetShortcut);
         m_view->addAction(Action(name));
         m_timeline->addAction(Action(name));
     }
+    for (const auto* const name : kTimelineKeys) {
+        Action(name)->setShortcutContext(Qt::WidgetShortcut);
+        m_timeline->addAction(Action(name));
+    }
+    m_view->setMinimumHeight(160);
     m_strings = new StringsPanel(this);
     auto* const area = new QScrollArea(this);
     area->setWidgetResizable(true);
@@ -183,10 +238,13 @@ void MainWindow::BuildMenus() {
     add(file, { "card", nullptr, "save", "saveAs", nullptr, "export", nullptr, "quit" });
     add(menuBar()->addMenu(T("&Edit")), { "undo", "redo" });
     auto* const frame = menuBar()->addMenu(T("F&rame"));
-    add(frame, { "play", nullptr, "first", "previous", "next", "last", nullptr, "textOn", "start",
-                 "end", "everywhere", "nowhere" });
+    add(frame, { "play", "rate", nullptr, "first", "previous", "next", "last", nullptr, "textOn",
+                 "start", "end", "everywhere", "nowhere" });
+    add(menuBar()->addMenu(T("&Cues")), { "cueInsert", "cueEdit", "cueSplit", "cueDelete", nullptr,
+                                          "cuesFromText", "textFromCues" });
     auto* const view = menuBar()->addMenu(T("&View"));
-    add(view, { "fit", "actual", "zoomIn", "zoomOut", nullptr });
+    add(view, { "fit", "actual", "zoomIn", "zoomOut", nullptr, "timelineIn", "timelineOut",
+                "timelineFit", nullptr });
     add(view->addMenu(T("&Colors")), { "theme0", "theme1", "theme2" });
     view->addSeparator();
     for (auto* const dock : findChildren<QDockWidget*>())

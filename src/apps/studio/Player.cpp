@@ -7,15 +7,22 @@ namespace studio {
 
 Player::Player() {
     m_timer.setTimerType(Qt::PreciseTimer);
-    // Finer than a frame, so that each is shown within a short time of when it is due.
-    m_timer.setInterval(std::chrono::milliseconds(1000 / kFramesPerSecond / 4));
+    SetRate({});
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this] {
-        const auto due = FrameAt(m_start, m_count, m_clock.elapsed());
+        const auto due = FrameAt(m_start, m_count, m_rate, m_clock.elapsed());
         if (due == m_shown)
             return;
         m_shown = due;
         onFrame(due);
     });
+}
+
+void Player::SetRate(const PlaybackRate& rate) {
+    m_rate = rate;
+    // Finer than a frame, so that each is shown within a short time of when it is due.
+    m_timer.setInterval(std::chrono::milliseconds(250 * rate.seconds / rate.frames));
+    m_start = m_shown;
+    m_clock.start();
 }
 
 void Player::Start(std::size_t index, std::size_t count) {
@@ -33,8 +40,10 @@ void Player::Stop() {
     onChanged();
 }
 
-std::size_t Player::FrameAt(std::size_t start, std::size_t count, qint64 milliseconds) {
-    return (start + static_cast<std::size_t>(milliseconds * kFramesPerSecond / 1000)) % count;
+std::size_t Player::FrameAt(std::size_t start, std::size_t count, const PlaybackRate& rate,
+                            qint64 milliseconds) {
+    const auto played = milliseconds * rate.frames / (1000 * rate.seconds);
+    return (start + static_cast<std::size_t>(played)) % count;
 }
 
 } // namespace studio

@@ -3,8 +3,6 @@
 
 #include <utility>
 
-#include <epi/epi.h>
-
 #include "apps/studio/Texts.h"
 #include "platform/TextEncoding.h"
 
@@ -12,22 +10,21 @@ namespace studio {
 
 namespace {
 
-constexpr std::size_t kRoom = sizeof(_EPIRECORD::szInfo1) - 1; // bytes
-
-QString TroubleWith(const platform::EncodedText& encoded) {
+QString TroubleWith(const platform::EncodedText& encoded, FieldRoom field) {
     if (!encoded.complete)
         return T("The text encoding %1 lacks a character of this text.")
             .arg(QString::fromStdString(platform::ApplicationTextEncoding()));
-    if (encoded.bytes.size() > kRoom)
-        return T("Too long: %1 bytes, and %2 fit.").arg(encoded.bytes.size()).arg(kRoom);
-    if (encoded.bytes.find_first_of(std::string("\r\n\0", 3)) != std::string::npos)
+    if (encoded.bytes.size() > field.room)
+        return T("Too long: %1 bytes, and %2 fit.").arg(encoded.bytes.size()).arg(field.room);
+    if (encoded.bytes.find_first_of(std::string("\0\r\n", field.lines ? 1 : 3)) !=
+        std::string::npos)
         return T("The text must be one line.");
     return {};
 }
 
 } // namespace
 
-StringHere Resolve(const std::string& text, const host::TokenValues& values) {
+StringHere Resolve(const std::string& text, const host::TokenValues& values, FieldRoom field) {
     std::string why;
     const auto parsed = host::TokenText::Parse(text, why);
     if (!parsed)
@@ -35,7 +32,7 @@ StringHere Resolve(const std::string& text, const host::TokenValues& values) {
                               "stands for a brace.") };
     StringHere here { .hasTokens = parsed->HasTokens(), .text = parsed->Resolve(values) };
     auto encoded = platform::EncodeText(here.text);
-    here.trouble = TroubleWith(encoded);
+    here.trouble = TroubleWith(encoded, field);
     if (here.trouble.isEmpty())
         here.bytes = std::move(encoded.bytes);
     return here;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
+// What is where in the timeline, and what mouse and keys do there; TimelinePaint.cpp draws it.
 #include "apps/studio/Timeline.h"
 
 #include <algorithm>
@@ -6,9 +7,13 @@
 #include <utility>
 
 #include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QPainter>
+#include <QScreen>
+#include <QScrollBar>
+#include <QToolTip>
+#include <QWheelEvent>
 
 #include "apps/studio/Texts.h"
 
@@ -18,150 +23,319 @@ namespace {
 
 constexpr int kSide = 14; // left and right of the first and last frame
 constexpr int kGrip = 6;  // how near to an edge it is taken
-constexpr int kBarHeight = 24;
+constexpr int kGap = 4;   // below the last row
+
+// Keys that the timeline takes although the window has shortcuts with them.
+bool IsOwnKey(int key) {
+    return key == Qt::Key_Delete || key == Qt::Key_Backspace || key == Qt::Key_Insert ||
+           key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Up ||
+           key == Qt::Key_Down;
+}
 
 } // namespace
 
-Timeline::Timeline(QWidget* parent) : QWidget(parent) {
+QString NameOf(const host::Track& track, std::size_t index) {
+    return track.name.empty() ? T("Text %1").arg(index + 1) : QString::fromStdString(track.name);
+}
+
+QString LabelOf(const host::Cue& cue) {
+    const auto text = QString::fromStdString(cue.text).simplified();
+    const auto character = QString::fromStdString(cue.character).simplified();
+    return character.isEmpty() ? text
+           : text.isEmpty()    ? character
+                               : T("%1: %2").arg(character, text);
+}
+
+Timeline::Timeline(QWidget* parent) : QAbstractScrollArea(parent) {
+    setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
-    setMouseTracking(true);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    viewport()->setMouseTracking(true);
+    viewport()->setBackgroundRole(QPalette::Window);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     setAccessibleName(T("Timeline"));
     Describe();
 }
 
 void Timeline::SetFrames(std::vector<std::int64_t> numbers) {
     EndDrag(false);
-    m_numbers = std::move(numbers);
+    m_scale.SetFrames(std::move(numbers));
     m_current = 0;
-    m_spans.clear();
-    m_selected.reset();
+    m_item.reset();
+    UpdateBars();
     Describe();
-    update();
 }
 
 void Timeline::SetCurrent(std::size_t index) {
-    m_current = std::min(index, m_numbers.size() - 1);
+    m_current = std::min(index, m_scale.Count() - 1);
+    Reveal(m_current);
     Describe();
-    update();
 }
 
-void Timeline::SetSpans(OnSpans spans) {
-    if (spans == m_spans && m_drag == Drag::kNone)
+void Timeline::SetTracks(std::vector<host::Track> tracks, std::size_t selected) {
+    if (tracks == m_tracks && selected == m_track && m_drag == Drag::kNone)
         return;
     EndDrag(false);
-    m_spans = std::move(spans);
-    if (m_selected && *m_selected >= m_spans.size())
-        m_selected.reset();
+    const bool isOther = selected != m_track || tracks.size() != m_tracks.size();
+    m_tracks = std::move(tracks);
+    m_track = selected;
+    const auto items = SelectedCues().empty() ? Spans().size() : SelectedCues().size();
+    if (isOther || (m_item && *m_item >= items))
+        m_item.reset();
+    updateGeometry();
+    UpdateBars();
+    if (isOther)
+        RevealRow();
     Describe();
-    update();
+}
+
+OnSpans Timeline::SpansOfTrack(std::size_t track) const {
+    return SpansOf(m_tracks[track].on, m_scale.Numbers());
+}
+
+OnSpans Timeline::Spans() const {
+    return SpansOfTrack(m_track);
+}
+
+std::optional<std::size_t> Timeline::TheCue() const {
+    if (SelectedCues().empty() || m_item)
+        return SelectedCues().empty() ? std::nullopt : m_item;
+    const auto* const here = m_tracks[m_track].CueAt(m_scale.Numbers()[m_current]);
+    return here ? std::optional(static_cast<std::size_t>(here - SelectedCues().data()))
+                : std::nullopt;
+}
+
+void Timeline::SelectCue(std::optional<std::size_t> cue) {
+    m_item = cue;
+    viewport()->update();
 }
 
 void Timeline::Describe() {
-    setAccessibleDescription(
-        (IsOn(m_spans, m_current) ? T("Frame %1: the text is on") : T("Frame %1: the text is off"))
-            .arg(m_numbers[m_current]));
-}
-
-void Timeline::ChangeSpans(OnSpans spans) {
-    m_spans = std::move(spans);
-    update();
-    // A copy, as whoever hears of it sets the spans anew.
-    onSpansChanged(OnSpans(m_spans));
+    const auto number = m_scale.Numbers()[m_current];
+    const auto& track = m_tracks[m_track];
+    const auto* const cue = track.CueAt(number);
+    const bool on = track.on.Contains(number) && (track.cues.empty() || cue);
+    auto text = (on ? T("Frame %1: the text is on") : T("Frame %1: the text is off")).arg(number);
+    if (on && cue)
+        text += QLatin1Char('\n') + LabelOf(*cue);
+    setAccessibleDescription(text);
+    viewport()->update();
 }
 
 // Places
 
+int Timeline::HeightOf(std::size_t rows) const {
+    const int bar = m_scale.IsFit() ? 0 : horizontalScrollBar()->sizeHint().height();
+    return RulerHeight() + static_cast<int>(rows) * RowHeight() + kGap + bar;
+}
+
+// The frame above gets the most of the window.
 QSize Timeline::sizeHint() const {
-    return { 600, fontMetrics().height() + kBarHeight + 26 };
+    const auto most = static_cast<std::size_t>(
+        std::max((screen()->availableGeometry().height() / 4 - RulerHeight()) / RowHeight(), 2));
+    return { 600, HeightOf(std::min({ m_tracks.size(), most, std::size_t { 8 } })) };
 }
 
 QSize Timeline::minimumSizeHint() const {
-    return { 160, sizeHint().height() };
+    return { NamesWidth() + 100, HeightOf(std::min<std::size_t>(m_tracks.size(), 2)) };
 }
 
-QRect Timeline::RulerArea() const {
-    return { 0, 0, width(), fontMetrics().height() + 12 };
+QRect Timeline::RowArea(std::size_t track) const {
+    const int top = RulerHeight() + static_cast<int>(track) * RowHeight();
+    return { 0, top - verticalScrollBar()->value(), viewport()->width(), RowHeight() };
 }
 
-QRect Timeline::BarArea() const {
-    return { 0, RulerArea().bottom() + 4, width(), kBarHeight };
+QRect Timeline::FramesArea() const {
+    return viewport()->rect().adjusted(NamesWidth(), RulerHeight(), 0, 0);
 }
 
-double Timeline::EdgeAt(std::size_t index) const {
-    return kSide + (width() - 2.0 * kSide) * static_cast<double>(index) /
-                       static_cast<double>(m_numbers.size());
+std::optional<std::size_t> Timeline::RowAt(double y) const {
+    const auto row = std::floor((y - RowArea(0).top()) / RowHeight());
+    if (y < RulerHeight() || row < 0 || row >= static_cast<double>(m_tracks.size()))
+        return std::nullopt;
+    return static_cast<std::size_t>(row);
 }
 
-std::size_t Timeline::IndexAt(double x) const {
-    const auto share = (x - kSide) / std::max(width() - 2.0 * kSide, 1.0);
-    const auto count = static_cast<double>(m_numbers.size());
-    return static_cast<std::size_t>(std::clamp(std::floor(share * count), 0.0, count - 1));
+QRectF Timeline::SpanArea(std::size_t track, const OnSpan& span) const {
+    const auto area = RowArea(track);
+    const auto left = m_scale.EdgeAt(span.first);
+    return { left, area.top() + 1.0, std::max(m_scale.EdgeAt(span.last + 1) - left, 2.0),
+             area.height() - 2.0 };
 }
 
-QRectF Timeline::SpanArea(const OnSpan& span) const {
-    const auto area = BarArea();
-    const auto left = EdgeAt(span.first);
-    return { left, static_cast<double>(area.top()), std::max(EdgeAt(span.last + 1) - left, 2.0),
-             static_cast<double>(area.height()) };
+QRectF Timeline::CueArea(std::size_t track, const host::Cue& cue) const {
+    const auto [first, end] = m_scale.PartOf(cue.first, cue.last);
+    return first < end ? SpanArea(track, { first, end - 1 }) : QRectF();
 }
 
-QPoint Timeline::BarPoint(std::size_t index) const {
-    return { static_cast<int>(MiddleOf(index)), BarArea().center().y() };
+QPoint Timeline::RowPoint(std::size_t track, std::size_t index) const {
+    return { static_cast<int>(m_scale.MiddleOf(index)), RowArea(track).center().y() };
 }
 
-// Input
+FrameSpan Timeline::ShotSpan() const {
+    return { m_scale.Numbers().front(), m_scale.Numbers().back() };
+}
 
-Timeline::Hit Timeline::HitTest(QPointF point) const {
-    if (point.y() < BarArea().top())
-        return { Drag::kScrub, 0 };
-    for (std::size_t i = 0; i < m_spans.size(); ++i) {
-        const auto area = SpanArea(m_spans[i]);
+// Room, zoom and scrolling
+
+void Timeline::UpdateBars() {
+    m_scale.SetRoom(NamesWidth() + kSide, viewport()->width() - kSide);
+    auto& rows = *verticalScrollBar();
+    rows.setSingleStep(RowHeight());
+    rows.setPageStep(viewport()->height() - RulerHeight());
+    rows.setRange(0,
+                  std::max(static_cast<int>(m_tracks.size()) * RowHeight() - rows.pageStep(), 0));
+    auto& frames = *horizontalScrollBar();
+    const auto scroll = m_scale.Scroll(); // the bar tells of each change
+    frames.setPageStep(viewport()->width() - NamesWidth());
+    frames.setSingleStep(std::max(static_cast<int>(m_scale.Cell()), 1));
+    frames.setRange(0, static_cast<int>(std::ceil(m_scale.MostScroll())));
+    frames.setValue(static_cast<int>(std::lround(scroll)));
+    viewport()->update();
+}
+
+void Timeline::resizeEvent(QResizeEvent*) {
+    UpdateBars();
+}
+
+void Timeline::scrollContentsBy(int, int) {
+    m_scale.SetScroll(horizontalScrollBar()->value());
+    viewport()->update();
+}
+
+void Timeline::ZoomAround(double x, double factor) {
+    const bool wasFit = m_scale.IsFit();
+    m_scale.ZoomAround(x, factor);
+    if (m_scale.IsFit() != wasFit)
+        updateGeometry(); // with the bar or without
+    UpdateBars();
+}
+
+void Timeline::ZoomBy(double factor) {
+    Reveal(m_current);
+    ZoomAround(m_scale.MiddleOf(m_current), factor);
+}
+
+void Timeline::FitFrames() {
+    ZoomAround(0, 0);
+}
+
+void Timeline::Reveal(std::size_t index) {
+    m_scale.Reveal(index);
+    horizontalScrollBar()->setValue(static_cast<int>(std::lround(m_scale.Scroll())));
+}
+
+void Timeline::RevealRow() {
+    const auto top = static_cast<int>(m_track) * RowHeight();
+    const auto room = viewport()->height() - RulerHeight();
+    auto& bar = *verticalScrollBar();
+    bar.setValue(std::min(std::max(bar.value(), top + RowHeight() - room), top));
+}
+
+void Timeline::wheelEvent(QWheelEvent* event) {
+    const auto turn = event->angleDelta();
+    if (event->modifiers().testFlag(Qt::ControlModifier)) {
+        ZoomAround(event->position().x(), std::pow(1.2, turn.y() / 120.0));
+        event->accept();
+    } else if (event->modifiers().testFlag(Qt::ShiftModifier) && turn.y() != 0) {
+        auto& bar = *horizontalScrollBar();
+        bar.setValue(bar.value() - turn.y());
+        event->accept();
+    } else {
+        QAbstractScrollArea::wheelEvent(event);
+    }
+}
+
+// Mouse
+
+Timeline::Hit Timeline::HitTest(std::size_t track, QPointF point) const {
+    Hit found { Drag::kCreate, 0 };
+    const auto look = [&, x = point.x()](const QRectF& area, std::size_t item) {
+        const auto aside = kGrip / 2.0;
+        const bool isIn = area.left() <= x && x < area.right();
+        if (area.isEmpty() || x < area.left() - aside || x > area.right() + aside ||
+            (!isIn && found.drag != Drag::kCreate))
+            return;
         // Short stretches keep a middle by which they are moved.
         const auto inside = std::min<double>(kGrip, area.width() / 4);
-        if (point.x() < area.left() - kGrip / 2.0 || point.x() > area.right() + kGrip / 2.0)
-            continue;
-        return { point.x() <= area.left() + inside    ? Drag::kStart
-                 : point.x() >= area.right() - inside ? Drag::kEnd
-                                                      : Drag::kMove,
-                 i };
+        found = { x <= area.left() + inside    ? Drag::kStart
+                  : x >= area.right() - inside ? Drag::kEnd
+                                               : Drag::kMove,
+                  item };
+    };
+    const auto& cues = m_tracks[track].cues;
+    const auto spans = cues.empty() ? SpansOfTrack(track) : OnSpans();
+    for (std::size_t i = 0; i < cues.size(); ++i)
+        look(CueArea(track, cues[i]), i);
+    for (std::size_t i = 0; i < spans.size(); ++i)
+        look(SpanArea(track, spans[i]), i);
+    return found;
+}
+
+void Timeline::SelectTrack(std::size_t track) {
+    if (track == m_track)
+        return;
+    m_track = track;
+    m_item.reset();
+    RevealRow();
+    Describe();
+    onSelect(track);
+}
+
+bool Timeline::Press(QPointF point) {
+    const auto row = RowAt(point.y());
+    if (!row)
+        return false;
+    SelectTrack(*row);
+    m_item.reset();
+    viewport()->update();
+    if (point.x() < NamesWidth())
+        return false;
+    const auto hit = HitTest(m_track, point);
+    m_drag = hit.drag;
+    m_dragStart = m_scale.IndexAt(point.x());
+    m_before = m_tracks[m_track];
+    m_dragged = { m_dragStart, m_dragStart };
+    m_rest = Spans();
+    if (hit.drag == Drag::kCreate)
+        return true;
+    m_item = hit.item;
+    if (m_before.cues.empty()) {
+        m_dragged = m_rest[hit.item];
+        m_rest.erase(m_rest.begin() + static_cast<std::ptrdiff_t>(hit.item));
     }
-    return { Drag::kCreate, 0 };
+    return true;
 }
 
 void Timeline::mousePressEvent(QMouseEvent* event) {
     if (event->button() != Qt::LeftButton)
         return;
-    const auto hit = HitTest(event->position());
-    m_drag = hit.drag;
-    m_dragStart = IndexAt(event->position().x());
-    m_spansBefore = m_rest = m_spans;
-    if (m_drag == Drag::kScrub) {
-        onScrub(m_dragStart);
-        return;
+    EndDrag(false);
+    if (event->position().y() < RulerHeight()) {
+        m_drag = Drag::kScrub;
+        onScrub(m_scale.IndexAt(event->position().x()));
+    } else if (Press(event->position()) && m_before.isLocked) {
+        m_drag = Drag::kNone;
     }
-    m_selected.reset();
-    m_dragged = { m_dragStart, m_dragStart };
-    if (m_drag != Drag::kCreate) {
-        m_selected = hit.span;
-        m_dragged = m_spans[hit.span];
-        m_rest.erase(m_rest.begin() + static_cast<std::ptrdiff_t>(hit.span));
-    }
-    update();
 }
 
 void Timeline::mouseMoveEvent(QMouseEvent* event) {
     if (m_drag != Drag::kNone)
-        return DragTo(IndexAt(event->position().x()));
-    switch (HitTest(event->position()).drag) {
-    case Drag::kStart:
-    case Drag::kEnd:
-        return setCursor(Qt::SizeHorCursor);
-    case Drag::kMove:
-        return setCursor(Qt::OpenHandCursor);
-    default:
-        unsetCursor();
+        DragTo(m_scale.IndexAt(event->position().x()));
+    else
+        ShowCursor(event->position());
+}
+
+void Timeline::ShowCursor(QPointF point) {
+    const auto row = RowAt(point.y());
+    auto shape = Qt::ArrowCursor;
+    if (row && point.x() >= NamesWidth()) {
+        const auto drag = HitTest(*row, point).drag;
+        shape = m_tracks[*row].isLocked                      ? Qt::ForbiddenCursor
+                : drag == Drag::kStart || drag == Drag::kEnd ? Qt::SizeHorCursor
+                : drag == Drag::kMove                        ? Qt::OpenHandCursor
+                                                             : Qt::ArrowCursor;
     }
+    viewport()->setCursor(shape);
 }
 
 void Timeline::DragTo(std::size_t index) {
@@ -171,8 +345,14 @@ void Timeline::DragTo(std::size_t index) {
         return;
     }
     // A click that trembles is no drag.
-    if (index == m_dragStart && m_spans == m_spansBefore)
+    if (index == m_dragStart && !m_new && m_tracks[m_track] == m_before)
         return;
+    m_before.cues.empty() ? DragSpan(index) : DragCue(index);
+    Reveal(index);
+    viewport()->update();
+}
+
+void Timeline::DragSpan(std::size_t index) {
     auto span = m_dragged;
     if (m_drag == Drag::kCreate) {
         span = { std::min(m_dragStart, index), std::max(m_dragStart, index) };
@@ -183,132 +363,185 @@ void Timeline::DragTo(std::size_t index) {
     } else {
         const auto length = span.last - span.first;
         const auto held = m_dragStart - std::min(m_dragStart, span.first);
-        span.first = std::min(index - std::min(index, held), m_numbers.size() - 1 - length);
+        span.first = std::min(index - std::min(index, held), m_scale.Count() - 1 - length);
         span.last = span.first + length;
     }
-    m_spans = TurnOn(m_rest, span);
-    m_selected = SpanAt(m_spans, span.first);
-    update();
+    const auto spans = TurnOn(m_rest, span);
+    m_tracks[m_track].on = RangesOf(spans, m_scale.Numbers());
+    m_item = SpanAt(spans, span.first);
+}
+
+void Timeline::DragCue(std::size_t index) {
+    const auto from = m_scale.Numbers()[m_dragStart];
+    const auto to = m_scale.Numbers()[index];
+    if (m_drag == Drag::kCreate) {
+        if (const auto room = FreeAround(m_before.cues, from, ShotSpan()))
+            m_new = FrameSpan { std::max(std::min(from, to), room->first),
+                                std::min(std::max(from, to), room->last) };
+        return;
+    }
+    const auto part = m_drag == Drag::kStart ? CuePart::kStart
+                      : m_drag == Drag::kEnd ? CuePart::kEnd
+                                             : CuePart::kWhole;
+    const auto& before = m_before.cues[*m_item];
+    const auto frames = Dragged({ before.first, before.last }, part, from, to,
+                                RoomOf(m_before.cues, *m_item, ShotSpan()));
+    auto& cue = m_tracks[m_track].cues[*m_item];
+    cue.first = frames.first;
+    cue.last = frames.last;
 }
 
 void Timeline::mouseReleaseEvent(QMouseEvent* event) {
-    // A click into the empty bar makes nothing: only a drag does.
+    // A click into the empty row makes nothing: only a drag does.
     if (event->button() == Qt::LeftButton)
         EndDrag(true);
 }
 
 void Timeline::EndDrag(bool keep) {
     const auto drag = std::exchange(m_drag, Drag::kNone);
+    const auto made = std::exchange(m_new, std::nullopt);
+    viewport()->update();
     if (drag == Drag::kNone || drag == Drag::kScrub)
         return;
-    if (!keep)
-        m_spans = m_spansBefore;
-    update();
-    if (m_spans != m_spansBefore)
-        ChangeSpans(m_spans);
+    // Whoever hears of it sets the tracks anew.
+    const auto after = std::exchange(m_tracks[m_track], m_before);
+    if (keep && made)
+        return onNewCue(*made);
+    if (!keep || after == m_before)
+        return;
+    const auto item = m_item;
+    onChange(after.cues.empty()    ? T("Change Ranges")
+             : drag == Drag::kMove ? T("Move Cue")
+                                   : T("Trim Cue"),
+             after);
+    m_item = item;
 }
 
-void Timeline::keyPressEvent(QKeyEvent* event) {
-    const bool deletes = event->key() == Qt::Key_Delete || event->key() == Qt::Key_Backspace;
-    if (event->key() == Qt::Key_Escape && m_drag != Drag::kNone)
-        EndDrag(false);
-    else if (deletes && m_selected && m_drag == Drag::kNone)
-        ChangeSpans(TurnOff(m_spans, m_spans[*std::exchange(m_selected, std::nullopt)]));
-    else
-        QWidget::keyPressEvent(event);
+void Timeline::mouseDoubleClickEvent(QMouseEvent* event) {
+    const auto row = RowAt(event->position().y());
+    if (event->button() != Qt::LeftButton || !row || event->position().x() < NamesWidth())
+        return mousePressEvent(event);
+    Press(event->position());
+    m_drag = Drag::kNone;
+    if (m_item && !SelectedCues().empty())
+        onEdit();
 }
 
 void Timeline::contextMenuEvent(QContextMenuEvent* event) {
     const bool byMouse = event->reason() == QContextMenuEvent::Mouse;
-    const auto index = byMouse ? IndexAt(event->pos().x()) : m_current;
-    onMenu(index, byMouse ? event->globalPos() : mapToGlobal(BarPoint(index)));
+    EndDrag(false);
+    if (byMouse)
+        Press(event->pos());
+    m_drag = Drag::kNone;
+    const auto index = byMouse ? m_scale.IndexAt(event->pos().x()) : m_current;
+    onMenu(index, byMouse ? event->globalPos() : viewport()->mapToGlobal(BarPoint(index)));
+}
+
+// Keys
+
+bool Timeline::event(QEvent* event) {
+    if (event->type() == QEvent::ShortcutOverride) {
+        const auto& key = *static_cast<QKeyEvent*>(event);
+        if (IsOwnKey(key.key()) && !key.modifiers().testFlag(Qt::ControlModifier)) {
+            event->accept();
+            return true;
+        }
+    }
+    return QAbstractScrollArea::event(event);
+}
+
+void Timeline::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+    case Qt::Key_Escape:
+        if (m_drag == Drag::kNone)
+            break;
+        return EndDrag(false);
+    case Qt::Key_Delete:
+    case Qt::Key_Backspace:
+        return DeleteSelected();
+    case Qt::Key_Insert:
+        return onInsert();
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        return onEdit();
+    case Qt::Key_Up:
+        return SelectTrack(m_track - std::min<std::size_t>(m_track, 1));
+    case Qt::Key_Down:
+        return SelectTrack(std::min(m_track + 1, m_tracks.size() - 1));
+    default:
+        break;
+    }
+    event->ignore();
+}
+
+void Timeline::DeleteSelected() {
+    if (m_drag != Drag::kNone)
+        return;
+    auto track = m_tracks[m_track];
+    const auto item = std::exchange(m_item, std::nullopt);
+    viewport()->update();
+    if (!item)
+        return;
+    if (track.cues.empty()) {
+        const auto spans = Spans();
+        track.on = RangesOf(TurnOff(spans, spans[*item]), m_scale.Numbers());
+        return onChange(T("Change Ranges"), track);
+    }
+    track.cues.erase(track.cues.begin() + static_cast<std::ptrdiff_t>(*item));
+    // The last one leaves a track that says nothing, not one that says its single text everywhere.
+    if (track.cues.empty())
+        track.on = RangesOf({}, m_scale.Numbers());
+    onChange(T("Delete Cue"), track);
+}
+
+// Tool tips
+
+QString Timeline::ToolTipAt(QPoint point) const {
+    const auto row = RowAt(point.y());
+    if (!row)
+        return {};
+    const auto& track = m_tracks[*row];
+    if (point.x() < NamesWidth()) {
+        auto text = NameOf(track, *row);
+        if (!track.isShown)
+            text += QLatin1Char('\n') + T("Hidden");
+        if (track.isLocked)
+            text += QLatin1Char('\n') + T("Locked");
+        return text;
+    }
+    const auto hit = HitTest(*row, point);
+    if (track.cues.empty() || hit.drag == Drag::kCreate)
+        return {};
+    const auto& cue = track.cues[hit.item];
+    auto text = QStringLiteral("%1 – %2 (%3)")
+                    .arg(cue.first)
+                    .arg(cue.last)
+                    .arg(FramesText(cue.last - cue.first + 1));
+    if (!cue.character.empty())
+        text += QLatin1Char('\n') + QString::fromStdString(cue.character);
+    return text + QLatin1Char('\n') + QString::fromStdString(cue.text);
+}
+
+bool Timeline::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip)
+        return QAbstractScrollArea::viewportEvent(event);
+    const auto& help = *static_cast<QHelpEvent*>(event);
+    const auto text = ToolTipAt(help.pos());
+    QToolTip::showText(
+        help.globalPos(),
+        text.isEmpty()
+            ? text
+            : QStringLiteral("<p style='white-space:pre-wrap'>%1</p>").arg(text.toHtmlEscaped()),
+        viewport());
+    return true;
 }
 
 void Timeline::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::FontChange)
+    if (event->type() == QEvent::FontChange) {
         updateGeometry();
-    QWidget::changeEvent(event);
-}
-
-// Painting
-
-void Timeline::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    PaintRuler(painter);
-    PaintSpans(painter);
-    PaintCurrent(painter);
-    if (hasFocus()) {
-        painter.setPen(palette().color(QPalette::Highlight));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 3, 3);
+        UpdateBars();
     }
-}
-
-void Timeline::PaintRuler(QPainter& painter) const {
-    const auto text = palette().color(QPalette::WindowText);
-    auto faint = text;
-    faint.setAlphaF(0.35F);
-    const auto area = RulerArea();
-    const auto cell = EdgeAt(1) - EdgeAt(0);
-    const auto room = fontMetrics().horizontalAdvance(QString::number(m_numbers.back())) + 18.0;
-    std::int64_t step = 1;
-    for (int i = 0; static_cast<double>(step) * cell < room; ++i)
-        step = step * (i % 3 == 1 ? 5 : 2) / (i % 3 == 1 ? 2 : 1);
-    double free = 0; // where the last label ends
-    for (std::size_t i = 0; i < m_numbers.size(); ++i) {
-        const bool labelled = m_numbers[i] % step == 0 || i == 0;
-        if (!labelled && cell < 4)
-            continue;
-        const auto x = MiddleOf(i);
-        painter.setPen(faint);
-        painter.drawLine(QPointF(x, area.bottom() - (labelled ? 6 : 3)), QPointF(x, area.bottom()));
-        if (!labelled || x - room / 2 < free)
-            continue;
-        painter.setPen(text);
-        painter.drawText(QRectF(x - room / 2, area.top() + 2, room, fontMetrics().height()),
-                         Qt::AlignCenter, QString::number(m_numbers[i]));
-        free = x + room / 2 - 10;
-    }
-}
-
-void Timeline::PaintSpans(QPainter& painter) const {
-    auto back = palette().color(QPalette::WindowText);
-    back.setAlphaF(0.09F);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(back);
-    painter.drawRoundedRect(QRectF(BarArea()).adjusted(kSide, 0, -kSide, 0), 4, 4);
-    for (std::size_t i = 0; i < m_spans.size(); ++i) {
-        const auto area = SpanArea(m_spans[i]);
-        auto color = palette().color(QPalette::Highlight);
-        const bool selected = m_selected == i;
-        color.setAlphaF(selected ? 1.0F : 0.7F);
-        painter.setPen(selected ? QPen(palette().color(QPalette::WindowText), 1.5)
-                                : QPen(Qt::NoPen));
-        painter.setBrush(color);
-        painter.drawRoundedRect(area.adjusted(0.5, 1, -0.5, -1), 4, 4);
-        const auto label = T("Text on");
-        if (area.width() < fontMetrics().horizontalAdvance(label) + 24)
-            continue;
-        painter.setPen(palette().color(QPalette::HighlightedText));
-        painter.drawText(area.adjusted(12, 0, -12, 0), Qt::AlignVCenter | Qt::AlignLeft, label);
-    }
-}
-
-void Timeline::PaintCurrent(QPainter& painter) const {
-    const QColor color(226, 74, 60);
-    const auto label = QString::number(m_numbers[m_current]);
-    const auto x = MiddleOf(m_current);
-    const double wide = fontMetrics().horizontalAdvance(label) + 14;
-    QRectF flag(x - wide / 2, 1, wide, fontMetrics().height() + 4);
-    flag.moveLeft(std::clamp(flag.left(), 0.0, std::max(width() - wide, 0.0)));
-    painter.setPen(QPen(color, 2));
-    painter.drawLine(QPointF(x, flag.bottom() - 1), QPointF(x, BarArea().bottom() + 3));
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(color);
-    painter.drawRoundedRect(flag, 4, 4);
-    painter.setPen(Qt::white);
-    painter.drawText(flag, Qt::AlignCenter, label);
+    QAbstractScrollArea::changeEvent(event);
 }
 
 } // namespace studio

@@ -7,6 +7,7 @@
 #include <QAction>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QSignalBlocker>
 #include <QSpinBox>
 #include <QToolButton>
@@ -27,6 +28,8 @@ void AddButtons(QHBoxLayout& row, const QList<QAction*>& actions) {
         button->setIconSize({ 20, 20 });
         button->setToolButtonStyle(action->icon().isNull() ? Qt::ToolButtonTextOnly
                                                            : Qt::ToolButtonIconOnly);
+        if (action->menu())
+            button->setPopupMode(QToolButton::InstantPopup);
         row.addWidget(button);
     }
 }
@@ -62,10 +65,7 @@ Transport::Transport(const QList<QAction*>& actions, const QList<QAction*>& more
 void Transport::SetFrames(std::span<const std::int64_t> numbers) {
     const QSignalBlocker quiet(m_number);
     m_number->setRange(Bounded(numbers.front()), Bounded(numbers.back()));
-    m_count->setText(T("of %1, %2 to %3")
-                         .arg(FramesText(static_cast<qint64>(numbers.size())))
-                         .arg(numbers.front())
-                         .arg(numbers.back()));
+    m_count->setText(T("of %1").arg(FramesText(static_cast<qint64>(numbers.size()))));
 }
 
 void Transport::SetCurrent(std::int64_t number) {
