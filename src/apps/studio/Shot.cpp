@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <atomic>
+#include <ctime>
 #include <filesystem>
 #include <numeric>
+#include <utility>
 
 #include "apps/studio/TestCard.h"
 
@@ -38,6 +40,7 @@ std::shared_ptr<const Shot> Shot::Open(const std::string& input, std::string& wh
     shot->m_input = input;
     shot->m_numbers = sequence->Numbers();
     shot->m_sequence = std::move(sequence);
+    shot->Describe();
     return shot;
 }
 
@@ -45,7 +48,16 @@ std::shared_ptr<const Shot> Shot::TestCard() {
     std::shared_ptr<Shot> shot(new Shot);
     shot->m_numbers.resize(kTestCardFrames);
     std::iota(shot->m_numbers.begin(), shot->m_numbers.end(), 1);
+    shot->Describe();
     return shot;
+}
+
+void Shot::Describe() {
+    host::RunValues run;
+    run.SetShot(m_numbers, Folder());
+    run.name = m_sequence ? run.name : "test-card";
+    run.SetClock(std::time(nullptr));
+    m_run = std::make_shared<host::RunValues>(std::move(run));
 }
 
 std::filesystem::path Shot::Folder() const {
@@ -60,8 +72,10 @@ std::size_t Shot::IndexOf(std::int64_t number) const {
 }
 
 host::TokenValues Shot::Values(std::size_t index) const {
-    return { m_numbers[index], m_sequence ? m_sequence->Frames()[index].path.stem().string()
-                                          : std::string("test-card") };
+    return { m_numbers[index],
+             m_sequence ? m_sequence->Frames()[index].path.stem().string()
+                        : std::string("test-card"),
+             m_run };
 }
 
 std::string Shot::Name(std::size_t index) const {

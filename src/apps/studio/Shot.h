@@ -46,11 +46,13 @@ public:
 
 private:
     Shot();
+    void Describe();
 
     std::uint64_t m_id;
     std::string m_input;
     std::optional<host::Sequence> m_sequence;
     std::vector<std::int64_t> m_numbers;
+    std::shared_ptr<const host::RunValues> m_run; // what its frames have in common
 };
 
 // The pattern of a numbered picture ("shot.####.png" of "shot.0012.png"): what stands in the place of

@@ -85,7 +85,7 @@ std::span<char> FrameText::FieldOf(ResolvedText& text, TextKind kind, std::size_
 
 bool FrameText::NeedsFile() const {
     return std::any_of(m_parts.begin(), m_parts.end(),
-                       [](const Part& part) { return part.text.NeedsFile(); });
+                       [](const Part& part) { return part.text.Uses(Token::kFile); });
 }
 
 bool FrameText::Resolve(const TokenValues& values, ResolvedText& text, std::string& why) const {
