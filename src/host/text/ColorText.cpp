@@ -8,6 +8,8 @@
 #include <cstdio>
 #include <utility>
 
+#include "host/text/Trimmed.h"
+
 namespace host {
 
 namespace {
@@ -29,13 +31,6 @@ constexpr std::array<std::pair<std::string_view, COLORREF>, 20> kNames { {
     { "silver", MakeColor(192, 192, 192) }, { "teal", MakeColor(0, 128, 128) },
     { "white", MakeColor(255, 255, 255) },  { "yellow", MakeColor(255, 255, 0) },
 } };
-
-std::string_view Trimmed(std::string_view text) {
-    const auto first = text.find_first_not_of(" \t");
-    if (first == std::string_view::npos)
-        return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
-}
 
 std::optional<std::uint32_t> ParseNumber(std::string_view digits, int base) {
     std::uint32_t value = 0;
