@@ -12,11 +12,11 @@
 #include <QDragEnterEvent>
 #include <QLabel>
 #include <QMenu>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QUrl>
 
 #include "apps/studio/CueEditor.h"
+#include "apps/studio/CueExchange.h"
 #include "apps/studio/ExportBar.h"
 #include "apps/studio/ExportDialog.h"
 #include "apps/studio/FrameView.h"
@@ -347,19 +347,11 @@ void MainWindow::StartExport(const host::ExportOptions& options) {
 void MainWindow::EndExport(const QString& summary, const QStringList& failures,
                            const QStringList& reports) {
     UpdateActions();
-    const auto troubles = (failures + reports).join(QLatin1Char('\n'));
-    if (troubles.isEmpty())
-        return m_messages->Show(MessageBar::Kind::kInformation, summary);
-    const auto shown = QStringList { summary } + failures.mid(0, 1) + reports.mid(0, 1);
-    m_messages->Show(failures.isEmpty() ? MessageBar::Kind::kWarning : MessageBar::Kind::kError,
-                     shown.join(QLatin1Char('\n')), T("De&tails…"), [this, summary, troubles] {
-                         QMessageBox box(QMessageBox::Warning, T("Export"), summary,
-                                         QMessageBox::NoButton, this);
-                         box.setInformativeText(T("What is not as it should be, and why:"));
-                         box.setDetailedText(troubles);
-                         box.addButton(T("Close"), QMessageBox::RejectRole);
-                         box.exec();
-                     });
+    const auto kind = !failures.isEmpty()  ? MessageBar::Kind::kError
+                      : !reports.isEmpty() ? MessageBar::Kind::kWarning
+                                           : MessageBar::Kind::kInformation;
+    m_messages->ShowList(kind, summary, failures.mid(0, 1) + reports.mid(0, 1), failures + reports,
+                         T("Export"));
 }
 
 } // namespace studio

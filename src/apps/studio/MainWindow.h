@@ -24,6 +24,7 @@ class QMenu;
 namespace studio {
 
 class CueEditor;
+class CueExchange;
 class ExportBar;
 class FrameView;
 class StringsPanel;
@@ -45,6 +46,7 @@ public:
     PluginSession& Plugin() { return *m_plugin; }
     FrameView& View() { return *m_view; }
     Timeline& TheTimeline() { return *m_timeline; }
+    CueExchange& CueFiles() { return *m_cueFiles; }
     StringsPanel& Strings() { return *m_strings; }
     MessageBar& Messages() { return *m_messages; }
     ExportBar& Exports() { return *m_exportBar; }
@@ -75,7 +77,7 @@ private:
     void Connect();
     void RestoreLayout();
     void ChooseTheme(Theme theme);
-    void UsePlaybackRate(const PlaybackRate& rate);
+    void UsePlaybackRate(const QString& name);
 
     // Showing
     void Refresh();
@@ -115,6 +117,7 @@ private:
     Transport* m_transport = nullptr;
     Timeline* m_timeline = nullptr;
     std::unique_ptr<CueEditor> m_cues;
+    std::unique_ptr<CueExchange> m_cueFiles;
     ExportBar* m_exportBar = nullptr;
     StringsPanel* m_strings = nullptr;
     QMenu* m_recentMenu = nullptr;

@@ -19,6 +19,7 @@
 #include <QVBoxLayout>
 
 #include "apps/studio/CueEditor.h"
+#include "apps/studio/CueExchange.h"
 #include "apps/studio/ExportBar.h"
 #include "apps/studio/FrameView.h"
 #include "apps/studio/MainWindow.h"
@@ -73,6 +74,8 @@ void MainWindow::BuildFileActions() {
     Make("saveAs", T("Save &As…"), { "Ctrl+Shift+S" }, [this] { m_document.SaveAs(); });
     // Without Shift the keys belong to text fields, where they go to the end of the line.
     Make("export", T("&Export Frames…"), { "Ctrl+Shift+E" }, [this] { AskForExport(); });
+    Make("cuesImport", T("&Import Cues…"), {}, [this] { m_cueFiles->AskForImport(); });
+    Make("cuesExport", T("Export &Cues…"), {}, [this] { m_cueFiles->AskForExport(); });
     Make("quit", T("&Quit"), { "Ctrl+Q" }, [this] { close(); });
 }
 
@@ -150,25 +153,24 @@ void MainWindow::BuildPlaybackRates() {
     Make("rate", T("Playback &Rate"), {}, [] {})->setMenu(menu);
     Action("rate")->setToolTip(T("Frames a second in playback"));
     auto* const group = new QActionGroup(menu);
-    const auto chosen = Preferences().value("playback/rate", "24").toString();
-    for (const auto& rate : kPlaybackRates) {
-        const auto name = QString::fromLatin1(rate.name);
-        auto* const action = menu->addAction(name, this, [this, rate, name] {
+    UsePlaybackRate(Preferences().value("playback/rate", "24").toString());
+    for (const auto* const rate : kPlaybackRates) {
+        const auto name = QString::fromLatin1(rate);
+        auto* const action = menu->addAction(name, this, [this, name] {
             Preferences().setValue("playback/rate", name);
-            UsePlaybackRate(rate);
+            UsePlaybackRate(name);
         });
         action->setCheckable(true);
         action->setActionGroup(group);
-        if (name == chosen) {
-            action->setChecked(true);
-            UsePlaybackRate(rate);
-        }
+        action->setChecked(name.toStdString() == m_player.Rate().Name());
     }
 }
 
-void MainWindow::UsePlaybackRate(const PlaybackRate& rate) {
-    m_player.SetRate(rate);
-    Action("rate")->setIconText(T("%1 fps").arg(QLatin1String(rate.name)));
+void MainWindow::UsePlaybackRate(const QString& name) {
+    std::string why;
+    if (const auto rate = host::FrameRate::Parse(name.toStdString(), why))
+        m_player.SetRate(*rate);
+    Action("rate")->setIconText(T("%1 fps").arg(QString::fromStdString(m_player.Rate().Name())));
 }
 
 void MainWindow::BuildBody() {
@@ -179,6 +181,8 @@ void MainWindow::BuildBody() {
                                 { Action("textOn"), Action("fit"), Action("actual") }, body);
     m_timeline = new Timeline(body);
     m_cues = std::make_unique<CueEditor>(m_project, *m_timeline, *m_messages, *this);
+    m_cueFiles = std::make_unique<CueExchange>(m_project, *m_messages, *this,
+                                               [this] { return m_player.Rate(); });
     m_exportBar = new ExportBar(body);
     auto* const column = new QVBoxLayout(body);
     column->setContentsMargins(0, 0, 0, 0);
@@ -235,7 +239,8 @@ void MainWindow::BuildMenus() {
     m_recentMenu = file->addMenu(T("Open &Recent"));
     connect(m_recentMenu, &QMenu::aboutToShow, this,
             [this] { m_document.FillRecentMenu(*m_recentMenu); });
-    add(file, { "card", nullptr, "save", "saveAs", nullptr, "export", nullptr, "quit" });
+    add(file, { "card", nullptr, "save", "saveAs", nullptr, "cuesImport", "cuesExport", nullptr,
+                "export", nullptr, "quit" });
     add(menuBar()->addMenu(T("&Edit")), { "undo", "redo" });
     auto* const frame = menuBar()->addMenu(T("F&rame"));
     add(frame, { "play", "rate", nullptr, "first", "previous", "next", "last", nullptr, "textOn",

@@ -7,6 +7,7 @@
 #include <QAccessible>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QStyle>
 #include <QToolButton>
@@ -77,6 +78,20 @@ void MessageBar::Show(Kind kind, const QString& text, const QString& button,
     show();
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
+}
+
+void MessageBar::ShowList(Kind kind, const QString& summary, const QStringList& shown,
+                          const QStringList& list, const QString& title) {
+    if (list.isEmpty())
+        return Show(kind, summary);
+    Show(kind, (QStringList { summary } + shown).join(QLatin1Char('\n')), T("De&tails…"),
+         [this, summary, title, all = list.join(QLatin1Char('\n'))] {
+             QMessageBox box(QMessageBox::Warning, title, summary, QMessageBox::NoButton, window());
+             box.setInformativeText(T("What is not as it should be, and why:"));
+             box.setDetailedText(all);
+             box.addButton(T("Close"), QMessageBox::RejectRole);
+             box.exec();
+         });
 }
 
 QString MessageBar::Text() const {

@@ -7,6 +7,7 @@
 
 #include <QFrame>
 #include <QString>
+#include <QStringList>
 
 class QLabel;
 class QPushButton;
@@ -22,6 +23,9 @@ public:
     // With a button, if it has a name, that closes the bar and does something about it.
     void Show(Kind kind, const QString& text, const QString& button = {},
               std::function<void()> action = {});
+    // The summary and these lines of the list; all of it in a box with that title, when there is any.
+    void ShowList(Kind kind, const QString& summary, const QStringList& shown,
+                  const QStringList& list, const QString& title);
     // Empty while nothing is shown.
     QString Text() const;
     void Clear() { hide(); }

@@ -17,10 +17,10 @@ Player::Player() {
     });
 }
 
-void Player::SetRate(const PlaybackRate& rate) {
+void Player::SetRate(host::FrameRate rate) {
     m_rate = rate;
     // Finer than a frame, so that each is shown within a short time of when it is due.
-    m_timer.setInterval(std::chrono::milliseconds(250 * rate.seconds / rate.frames));
+    m_timer.setInterval(std::chrono::milliseconds(250 * rate.Denominator() / rate.Numerator()));
     m_start = m_shown;
     m_clock.start();
 }
@@ -40,9 +40,9 @@ void Player::Stop() {
     onChanged();
 }
 
-std::size_t Player::FrameAt(std::size_t start, std::size_t count, const PlaybackRate& rate,
+std::size_t Player::FrameAt(std::size_t start, std::size_t count, host::FrameRate rate,
                             qint64 milliseconds) {
-    const auto played = milliseconds * rate.frames / (1000 * rate.seconds);
+    const auto played = milliseconds * rate.Numerator() / (1000 * rate.Denominator());
     return (start + static_cast<std::size_t>(played)) % count;
 }
 

@@ -4,45 +4,32 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <functional>
 
 #include <QElapsedTimer>
 #include <QTimer>
 
+#include "host/text/TimeCode.h"
+
 namespace studio {
 
-// So many frames in so many seconds.
-struct PlaybackRate {
-    const char* name = "24";
-    std::int64_t frames = 24;
-    std::int64_t seconds = 1;
-};
-inline constexpr std::array<PlaybackRate, 9> kPlaybackRates { {
-    { "23.976", 24000, 1001 },
-    { "24", 24, 1 },
-    { "25", 25, 1 },
-    { "29.97", 30000, 1001 },
-    { "30", 30, 1 },
-    { "48", 48, 1 },
-    { "50", 50, 1 },
-    { "59.94", 60000, 1001 },
-    { "60", 60, 1 },
-} };
+inline constexpr std::array kPlaybackRates { "23.976", "24", "25",    "29.97", "30",
+                                             "48",     "50", "59.94", "60" };
 
 class Player {
 public:
     Player();
 
     // While it plays, from the frame that is shown on.
-    void SetRate(const PlaybackRate& rate);
+    void SetRate(host::FrameRate rate);
+    host::FrameRate Rate() const { return m_rate; }
 
     // From the frame on, round and round.
     void Start(std::size_t index, std::size_t count);
     void Stop();
     bool IsPlaying() const { return m_timer.isActive(); }
     // The frame that is due so many milliseconds after the start.
-    static std::size_t FrameAt(std::size_t start, std::size_t count, const PlaybackRate& rate,
+    static std::size_t FrameAt(std::size_t start, std::size_t count, host::FrameRate rate,
                                qint64 milliseconds);
 
     std::function<void(std::size_t index)> onFrame = [](std::size_t) {};
@@ -51,7 +38,7 @@ public:
 private:
     QTimer m_timer;
     QElapsedTimer m_clock;
-    PlaybackRate m_rate;
+    host::FrameRate m_rate;
     std::size_t m_start = 0;
     std::size_t m_count = 1;
     std::size_t m_shown = 0;

@@ -54,7 +54,8 @@ TEST(Player, KeepsThePaceOfFilmAndGoesRound) {
     EXPECT_EQ(Player::FrameAt(0, 100, {}, 42), 1U);
     EXPECT_EQ(Player::FrameAt(90, 100, {}, 1000), 14U);
     EXPECT_EQ(Player::FrameAt(3, 7, {}, 3600000), (3U + 86400U) % 7);
-    const auto& slow = kPlaybackRates[3]; // 29.97: a frame is 33.3667 ms
+    std::string why;
+    const auto slow = *host::FrameRate::Parse("29.97", why); // a frame is 33.3667 ms
     EXPECT_EQ(Player::FrameAt(0, 1000, slow, 33366), 999U);
     EXPECT_EQ(Player::FrameAt(0, 1001, slow, 33367), 1000U);
 }

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: BSD-3-Clause
 // Cues in the window: made, worded, split and given back, with keys.
 #include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QDialog>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
+#include "apps/studio/CueExchange.h"
 #include "apps/studio/StudioFixture.h"
 #include "apps/studio/Timeline.h"
 #include "host/document/Document.h"
@@ -136,6 +139,35 @@ TEST_F(WindowCuesTest, ComeFromTheTextAndGoBackIntoIt) {
     Window().Action("textFromCues")->trigger();
     EXPECT_THAT(Message(), testing::HasSubstr("different words"));
     EXPECT_EQ(Cues().size(), 2U);
+}
+
+TEST_F(WindowCuesTest, ComeFromAFileAndGoIntoOneThatBringsThemBack) {
+    // "夏", in CP932
+    m_home.Write("lines.csv",
+                 "start,end,character,text\n1,3,Hanako,\x89\xC4\n5,4,,Never\n6,8,,b\n");
+    const auto import = [&](const std::string& file, int encoding) {
+        QTimer::singleShot(0, [encoding] {
+            QApplication::activeModalWidget()->findChildren<QComboBox*>()[1]->setCurrentIndex(
+                encoding);
+            QApplication::activeModalWidget()->findChild<QCheckBox*>()->click();
+            Click(*QApplication::activeModalWidget(), "Import");
+        });
+        Window().CueFiles().Import(Path(file).string());
+    };
+    import("lines.csv", 2);
+    EXPECT_THAT(Message(), testing::HasSubstr("2 cues were imported.\nLine 3: "));
+    EXPECT_THAT(Cues(), ElementsAre("1-3 夏", "6-8 b"));
+    ASSERT_EQ(Project().Committed().tracks.size(), 3U);
+    EXPECT_THAT(Project().Committed().tracks[2].cues,
+                ElementsAre(host::Cue { 1, 3, "", "Hanako" }));
+    const auto cues = Project().Committed().Selected().cues;
+    Window().CueFiles().Export(Path("again.csv").string());
+    Window().CueFiles().Export(Path("again.srt").string());
+    import("again.csv", 1);
+    EXPECT_EQ(Project().Committed().Selected().cues, cues);
+    import("again.srt", 0);
+    EXPECT_THAT(Cues(), ElementsAre("1-3 夏", "6-8 b"));
+    EXPECT_EQ(LastStep(), "Import Cues");
 }
 
 TEST_F(WindowCuesTest, OfALockedTrackStayAndSayWhy) {
