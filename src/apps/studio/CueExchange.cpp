@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/studio/CueExchange.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <span>
 #include <utility>
@@ -104,12 +105,24 @@ void CueExchange::Take(const host::CueFile& file, const std::string& name, bool 
         if (!cue.character.empty())
             names.cues.push_back({ cue.first, cue.last, {}, cue.character });
     }
+    // Cues beside the shot are kept, and seen nowhere.
+    auto problems = file.problems;
+    const auto numbers = m_project.TheShot()->Numbers();
+    const auto beside = std::ranges::count_if(file.cues, [&](const auto& cue) {
+        const auto next = std::ranges::lower_bound(numbers, cue.first);
+        return next == numbers.end() || *next > cue.last;
+    });
+    if (beside > 0)
+        problems.insert(
+            problems.begin(),
+            { .text = T("%1 of them are on none of the shot's frames.").arg(beside).toStdString(),
+              .lost = false });
     const auto above = tracks.begin() + static_cast<std::ptrdiff_t>(selected) + 1;
     const auto at = tracks.insert(above, std::move(dialogue));
     if (withNames)
         tracks.insert(at + 1, std::move(names));
     m_project.ChangeTracks(T("Import Cues"), std::move(tracks), selected + 1);
-    Tell(T("%1 cues were imported.").arg(file.cues.size()), file.problems, file.moreProblems);
+    Tell(T("%1 cues were imported.").arg(file.cues.size()), problems, file.moreProblems);
 }
 
 // Out

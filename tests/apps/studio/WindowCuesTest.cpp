@@ -167,6 +167,9 @@ TEST_F(WindowCuesTest, ComeFromAFileAndGoIntoOneThatBringsThemBack) {
     EXPECT_EQ(Project().Committed().Selected().cues, cues);
     import("again.srt", 0);
     EXPECT_THAT(Cues(), ElementsAre("1-3 夏", "6-8 b"));
+    m_home.Write("beside.csv", "start,end,text\n4,9,a\n10,19,b\n");
+    import("beside.csv", 0);
+    EXPECT_THAT(Message(), testing::HasSubstr("\n1 of them are on none of the shot's frames"));
     EXPECT_EQ(LastStep(), "Import Cues");
 }
 

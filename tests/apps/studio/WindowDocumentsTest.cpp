@@ -6,6 +6,7 @@
 #include <QAction>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QMenu>
 #include <QMimeData>
 #include <QUrl>
 
@@ -171,6 +172,15 @@ TEST_F(WindowDocumentsTest, RemembersWhatWasOpenedLast) {
         ASSERT_TRUE(Document().SaveTo(files.front().toStdString()));
     }
     EXPECT_EQ(Recent("recent/documents").List(), files.first(2));
+}
+
+TEST_F(WindowDocumentsTest, TheRateOfPlaybackIsKept) {
+    const auto rate = [this] { return Window().Action("rate")->iconText().toStdString(); };
+    EXPECT_EQ(rate(), "24 fps");
+    Window().Action("rate")->menu()->actions()[3]->trigger();
+    EXPECT_EQ(rate(), "29.97 fps");
+    NewWindow();
+    EXPECT_EQ(rate(), "29.97 fps");
 }
 
 } // namespace
