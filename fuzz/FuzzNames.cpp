@@ -17,7 +17,8 @@ void Require(bool condition) {
         std::abort();
 }
 
-constexpr std::array<std::int64_t, 6> kFrames { 0, 1, 7, 1001, 123456789, host::kFrameMax };
+constexpr std::array<std::int64_t, 9> kFrames { host::kFrameMin, -1001,          -1, 0, 1, 7, 1001,
+                                                123456789,       host::kFrameMax };
 
 void TryRanges(std::string_view text) {
     std::string why;

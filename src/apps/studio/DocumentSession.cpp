@@ -144,8 +144,9 @@ bool DocumentSession::Open(const std::string& given) {
 
 bool DocumentSession::Take(const host::Document& document, const std::string& file) {
     std::string whyNoFrames;
-    auto shot = document.input.empty() ? Shot::TestCard() : Shot::Open(document.input, whyNoFrames);
+    auto shot = document.input.empty() ? Shot::TestCard() : OpenShot(document.input, whyNoFrames);
     const bool framesAreLost = !shot;
+    const bool framesAreOthers = shot && shot->Input() != document.input;
     if (framesAreLost)
         shot = Shot::TestCard();
     const auto before = m_text->Encoding();
@@ -156,6 +157,8 @@ bool DocumentSession::Take(const host::Document& document, const std::string& fi
         return Complain(T("The document could not be opened."), why);
     }
     m_file = file;
+    if (framesAreOthers)
+        m_project.SetModified();
     m_messages.Clear();
     onShot();
     if (framesAreLost)
@@ -255,13 +258,38 @@ bool DocumentSession::OpenFiles(const std::vector<std::string>& files) {
 bool DocumentSession::OpenFrames(const std::string& given) {
     const auto input = Absolute(given);
     std::string why;
-    auto shot = Shot::Open(input, why);
+    auto shot = OpenShot(input, why);
     if (!shot)
         return Complain(T("The frames could not be opened."), why);
     m_messages.Clear();
-    m_recentFrames.Add(QString::fromStdString(input));
+    m_recentFrames.Add(QString::fromStdString(shot->Input()));
     TakeShot(std::move(shot));
     return true;
+}
+
+std::shared_ptr<const Shot> DocumentSession::OpenShot(const std::string& input, std::string& why) {
+    std::vector<std::string> choices;
+    auto shot = Shot::Open(input, why, &choices);
+    std::vector<std::shared_ptr<const Shot>> shots;
+    QStringList names;
+    for (const auto& choice : choices) {
+        std::string ignored;
+        const auto chosen = Shot::Open(choice, ignored);
+        if (!chosen)
+            continue;
+        shots.push_back(chosen);
+        names += QStringLiteral("%1 (%2)").arg(
+            QString::fromStdString(std::filesystem::path(choice).filename().string()),
+            FramesText(static_cast<qint64>(chosen->Count())));
+    }
+    if (shots.empty())
+        return shot;
+    bool taken = false;
+    const auto name = QInputDialog::getItem(
+        &m_parent, T("Open Frames"),
+        T("This folder holds more than the frames of one sequence. Which are meant?"), names, 0,
+        false, &taken);
+    return taken ? shots[static_cast<std::size_t>(names.indexOf(name))] : nullptr;
 }
 
 void DocumentSession::TakeShot(std::shared_ptr<const Shot> shot) {
@@ -271,7 +299,7 @@ void DocumentSession::TakeShot(std::shared_ptr<const Shot> shot) {
 
 // One picture of a numbered sequence stands for all of it; the bar offers the other way.
 void DocumentSession::OpenPicked(const std::string& file) {
-    const auto pattern = PatternOf(file);
+    const auto pattern = host::FramePattern::Of(file);
     std::string why;
     const auto shot = pattern ? Shot::Open(*pattern, why) : nullptr;
     if (!shot || shot->Count() < 2) {

@@ -32,8 +32,9 @@ bool ToFrame(const QImage& picture, host::Frame& frame) {
 
 Shot::Shot() : m_id(s_nextId++) {}
 
-std::shared_ptr<const Shot> Shot::Open(const std::string& input, std::string& why) {
-    auto sequence = host::Sequence::Open(input, why);
+std::shared_ptr<const Shot> Shot::Open(const std::string& input, std::string& why,
+                                       std::vector<std::string>* choices) {
+    auto sequence = host::Sequence::Open(input, why, choices);
     if (!sequence)
         return nullptr;
     std::shared_ptr<Shot> shot(new Shot);
@@ -92,24 +93,13 @@ bool Shot::Read(std::size_t index, host::PngReader& reader, host::Frame& frame,
     return false;
 }
 
-std::optional<std::string> PatternOf(const std::string& file) {
-    const std::filesystem::path path(file);
-    auto name = path.filename().string();
-    const auto last = name.find_last_of("0123456789");
-    if (last == std::string::npos || name.find_first_of("#%") != std::string::npos)
-        return std::nullopt;
-    const auto before = name.find_last_not_of("0123456789", last);
-    const auto first = before == std::string::npos ? 0 : before + 1;
-    name.replace(first, last + 1 - first, last + 1 - first, '#');
-    return (path.parent_path() / name).string();
-}
-
 std::optional<std::string> InputOf(const std::vector<std::string>& files, std::string& why) {
     if (files.size() == 1)
         return files.front();
-    auto pattern = PatternOf(files.front());
-    if (pattern && std::ranges::all_of(
-                       files, [&](const std::string& file) { return PatternOf(file) == pattern; }))
+    auto pattern = host::FramePattern::Of(files.front());
+    if (pattern && std::ranges::all_of(files, [&](const std::string& file) {
+            return host::FramePattern::Of(file) == pattern;
+        }))
         return pattern;
     const auto folder = std::filesystem::path(files.front()).parent_path();
     for (const auto& file : files) {

@@ -21,8 +21,10 @@ namespace studio {
 // Never changes once it is made, so any thread may read from it.
 class Shot {
 public:
-    // Null with the reason, which names the input, when there is no frame.
-    static std::shared_ptr<const Shot> Open(const std::string& input, std::string& why);
+    // Null with the reason, which names the input, when there is no frame; choices are then as
+    // Sequence::Open gives them.
+    static std::shared_ptr<const Shot> Open(const std::string& input, std::string& why,
+                                            std::vector<std::string>* choices = nullptr);
     static std::shared_ptr<const Shot> TestCard();
 
     bool IsTestCard() const { return !m_sequence; }
@@ -54,10 +56,6 @@ private:
     std::vector<std::int64_t> m_numbers;
     std::shared_ptr<const host::RunValues> m_run; // what its frames have in common
 };
-
-// The pattern of a numbered picture ("shot.####.png" of "shot.0012.png"): what stands in the place of
-// the last digits of its name. Nothing for a name without digits or with characters that patterns use.
-std::optional<std::string> PatternOf(const std::string& file);
 
 // The one input that several files stand for: their pattern when all have the same, else the folder
 // that they lie in. Nothing, with the reason, when they lie in several folders. A single file, folder

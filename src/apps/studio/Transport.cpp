@@ -2,7 +2,6 @@
 #include "apps/studio/Transport.h"
 
 #include <algorithm>
-#include <limits>
 
 #include <QAction>
 #include <QHBoxLayout>
@@ -14,6 +13,7 @@
 
 #include "apps/studio/Style.h"
 #include "apps/studio/Texts.h"
+#include "host/frames/FrameRanges.h"
 
 namespace studio {
 
@@ -35,7 +35,7 @@ void AddButtons(QHBoxLayout& row, const QList<QAction*>& actions) {
 }
 
 int Bounded(std::int64_t number) {
-    return static_cast<int>(std::clamp<std::int64_t>(number, 0, std::numeric_limits<int>::max()));
+    return static_cast<int>(std::clamp(number, host::kFrameMin, host::kFrameMax));
 }
 
 } // namespace

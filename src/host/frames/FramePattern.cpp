@@ -54,7 +54,36 @@ bool Unescape(std::string_view text, std::string& plain) {
     return true;
 }
 
+std::optional<std::int64_t> ReadNumber(std::string_view text) {
+    std::int64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || number > kFrameMax || number < kFrameMin)
+        return {};
+    return number;
+}
+
+bool IsSign(std::string_view stem, std::size_t at) {
+    return stem[at] == '-' && (at == 0 || stem[at - 1] == '.' || stem[at - 1] == '_');
+}
+
 } // namespace
+
+std::vector<NumberPlace> NumbersIn(std::string_view stem) {
+    std::vector<NumberPlace> places;
+    for (std::size_t end = stem.size(); end > 0;) {
+        std::size_t at = end;
+        while (at > 0 && IsDigit(stem[at - 1]))
+            --at;
+        const bool hasDigits = at < end;
+        if (hasDigits && at > 0 && IsSign(stem, at - 1))
+            --at;
+        const auto number = hasDigits ? ReadNumber(stem.substr(at, end - at)) : std::nullopt;
+        if (number)
+            places.push_back({ at, end - at, *number });
+        end = hasDigits ? at : end - 1;
+    }
+    return places;
+}
 
 bool FramePattern::LooksLikeOne(std::string_view path) {
     const std::string_view name = FileName(path);
@@ -105,10 +134,27 @@ std::optional<FramePattern> FramePattern::Parse(std::string_view path, std::stri
     return pattern;
 }
 
+std::optional<std::string> FramePattern::Of(std::string_view path) {
+    const std::string_view name = FileName(path);
+    const auto stem = name.substr(0, std::min(name.rfind('.'), name.size()));
+    const auto places = NumbersIn(stem);
+    if (places.empty())
+        return {};
+    const auto& [at, length, number] = places.front();
+    const bool hasSign = stem[at] == '-';
+    std::string pattern(path);
+    pattern.replace(path.size() - name.size() + at, length,
+                    std::string(length - (hasSign ? 1 : 0), '#'));
+    std::string why;
+    const auto parsed = Parse(pattern, why);
+    return parsed && parsed->NumberIn(name) == number ? std::optional(pattern) : std::nullopt;
+}
+
 std::string FramePattern::PathOf(std::int64_t frame) const {
     std::string number = std::to_string(frame);
-    if (number.size() < m_digits)
-        number.insert(0, m_digits - number.size(), '0');
+    const std::size_t sign = frame < 0 ? 1 : 0;
+    if (number.size() < m_digits + sign)
+        number.insert(sign, m_digits + sign - number.size(), '0');
     return m_folder + m_before + number + m_after;
 }
 
@@ -118,16 +164,14 @@ std::optional<std::int64_t> FramePattern::NumberIn(std::string_view fileName) co
         return {};
     fileName.remove_prefix(m_before.size());
     fileName.remove_suffix(m_after.size());
+    const bool isNegative = fileName[0] == '-';
+    const auto digits = fileName.substr(isNegative ? 1 : 0);
     // Wider than its place, a number has no zeros in front.
-    if (fileName.size() < m_digits || (fileName.size() > m_digits && fileName[0] == '0') ||
-        !std::all_of(fileName.begin(), fileName.end(), IsDigit))
+    if (fileName.size() < m_digits || (digits.size() > m_digits && digits[0] == '0') ||
+        digits.empty() || !std::all_of(digits.begin(), digits.end(), IsDigit))
         return {};
-    std::int64_t number = 0;
-    const auto [end, error] =
-        std::from_chars(fileName.data(), fileName.data() + fileName.size(), number);
-    if (error != std::errc() || number > kFrameMax)
-        return {};
-    return number;
+    const auto number = ReadNumber(fileName);
+    return number == 0 && isNegative ? std::nullopt : number;
 }
 
 } // namespace host

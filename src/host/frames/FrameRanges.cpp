@@ -21,19 +21,24 @@ std::string Quoted(std::string_view text) {
     return std::string("'").append(text).append("'");
 }
 
-// Digits only: no sign, no space within.
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// Digits, with a minus before them if need be: no plus, no space within.
 bool ParseNumber(std::string_view text, std::int64_t& number, std::string& reason) {
-    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
-    if (text.empty() || !std::all_of(text.begin(), text.end(), isDigit)) {
+    const auto digits = text.substr(text.starts_with('-') ? 1 : 0);
+    if (digits.empty() || !std::all_of(digits.begin(), digits.end(), IsDigit)) {
         reason = Quoted(text) + " is not a frame number";
         return false;
     }
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (error != std::errc() || number > kFrameMax) {
-        reason = Quoted(text) + " is above the greatest frame number, " + std::to_string(kFrameMax);
-        return false;
-    }
-    return true;
+    const bool isNegative = digits.size() < text.size();
+    if (error == std::errc() && number <= kFrameMax && number >= kFrameMin)
+        return true;
+    reason = Quoted(text) + (isNegative ? " is below the least" : " is above the greatest") +
+             " frame number, " + std::to_string(isNegative ? kFrameMin : kFrameMax);
+    return false;
 }
 
 bool ParseStep(std::string_view text, FrameRanges::Range& range, std::string& reason) {
@@ -41,25 +46,36 @@ bool ParseStep(std::string_view text, FrameRanges::Range& range, std::string& re
         reason = "the step " + reason;
         return false;
     }
-    if (range.step == 0)
-        reason = "the step is 0";
-    return range.step != 0;
+    if (range.step < 1)
+        reason = "the step is " + std::to_string(range.step);
+    else if (range.first == kFrameMin && range.step > 1)
+        reason = "without a first frame there is none to count the steps from";
+    return reason.empty();
+}
+
+// What stands between the two ends of a range: two dots, or a hyphen that is no sign, as it follows a
+// digit. A text that has none is one number, and its size is given.
+struct Between {
+    std::size_t at, length;
+};
+Between FindBetween(std::string_view text) {
+    const auto dots = text.find("..");
+    if (dots != std::string_view::npos)
+        return { dots, 2 };
+    const auto digit = text.find_first_of("0123456789");
+    return { std::min(text.find('-', std::min(digit, text.size())), text.size()), 1 };
 }
 
 bool ParseEnds(std::string_view text, FrameRanges::Range& range, std::string& reason) {
-    const std::size_t dash = text.find('-');
-    const std::string_view first = Trim(text.substr(0, dash));
-    if (dash == std::string_view::npos) {
+    const auto [at, length] = FindBetween(text);
+    const std::string_view first = Trim(text.substr(0, at));
+    if (at == text.size()) {
         if (!ParseNumber(first, range.first, reason))
             return false;
         range.last = range.first;
         return true;
     }
-    const std::string_view last = Trim(text.substr(dash + 1));
-    if (first.empty() && last.empty()) {
-        reason = "neither end is given";
-        return false;
-    }
+    const std::string_view last = Trim(text.substr(at + length));
     if (!first.empty() && !ParseNumber(first, range.first, reason))
         return false;
     if (!last.empty() && !ParseNumber(last, range.last, reason))
@@ -78,10 +94,9 @@ bool ParseRange(std::string_view text, FrameRanges::Range& range, std::string& r
 }
 
 std::string Print(const FrameRanges::Range& range) {
-    std::string text = std::to_string(range.first);
     if (range.last == range.first)
-        return text;
-    text += '-';
+        return std::to_string(range.first);
+    std::string text = range.first == kFrameMin ? ".." : std::to_string(range.first) + '-';
     if (range.last != kFrameMax)
         text += std::to_string(range.last);
     if (range.step != 1)
@@ -141,7 +156,8 @@ std::vector<std::int64_t> FrameRanges::Missing(std::span<const std::int64_t> exi
                                                std::size_t limit) const {
     std::vector<std::int64_t> missing;
     for (const Range& range : m_ranges) {
-        if (range.last == kFrameMax && range.first != kFrameMax)
+        const bool isOpen = range.first == kFrameMin || range.last == kFrameMax;
+        if (isOpen && range.first != range.last)
             continue;
         for (std::int64_t frame = range.first; frame <= range.last; frame += range.step) {
             if (missing.size() >= limit)

@@ -5,77 +5,25 @@
 
 #include <algorithm>
 #include <cctype>
-#include <charconv>
 #include <set>
-#include <tuple>
 #include <utility>
 
 #include <sys/stat.h>
 
 #include "host/Message.h"
+#include "host/frames/OtherFormats.h"
+#include "host/frames/PngReader.h"
 
 namespace host {
 namespace {
 
 namespace fs = std::filesystem;
 
-bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 bool IsPng(const fs::path& file) {
     std::string extension = file.extension().native();
     std::transform(extension.begin(), extension.end(), extension.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return extension == ".png";
-}
-
-// The last run of digits in the name before its extension.
-std::optional<std::int64_t> LastNumberIn(const fs::path& file) {
-    const std::string stem = file.stem().native();
-    const std::size_t last = stem.find_last_of("0123456789");
-    if (last == std::string::npos)
-        return {};
-    std::size_t first = last;
-    while (first > 0 && IsDigit(stem[first - 1]))
-        --first;
-    std::int64_t number = 0;
-    const auto [end, error] = std::from_chars(&stem[first], &stem[last] + 1, number);
-    if (error != std::errc() || number > kFrameMax)
-        return {};
-    return number;
-}
-
-// Digits without the zeros in front, for comparing numbers of any length.
-std::string_view TakeNumber(std::string_view& text) {
-    const std::size_t length = std::min(text.find_first_not_of("0123456789"), text.size());
-    std::string_view number = text.substr(0, length);
-    text.remove_prefix(length);
-    number.remove_prefix(std::min(number.find_first_not_of('0'), number.size()));
-    return number;
-}
-
-// "cut9" before "cut10".
-bool NaturallyLess(std::string_view a, std::string_view b) {
-    const auto whole = std::pair(a, b);
-    while (!a.empty() && !b.empty()) {
-        if (IsDigit(a[0]) && IsDigit(b[0])) {
-            const std::string_view left = TakeNumber(a);
-            const std::string_view right = TakeNumber(b);
-            if (left != right)
-                return std::tuple(left.size(), left) < std::tuple(right.size(), right);
-        } else {
-            if (a[0] != b[0])
-                return static_cast<unsigned char>(a[0]) < static_cast<unsigned char>(b[0]);
-            a.remove_prefix(1);
-            b.remove_prefix(1);
-        }
-    }
-    return a.empty() && b.empty() ? whole.first < whole.second : a.empty();
-}
-
-bool ByNumber(const FrameFile& a, const FrameFile& b) {
-    return a.number < b.number;
 }
 
 // Calls take(name) for every file of the folder that is not hidden. False: `error` says why the
@@ -98,41 +46,54 @@ bool ListPattern(const FramePattern& pattern, std::vector<FrameFile>& frames, st
         if (const auto number = pattern.NumberIn(name.native()))
             frames.push_back({ *number, pattern.Folder() + name.native() });
     });
-    std::sort(frames.begin(), frames.end(), ByNumber);
     if (!read)
         reason = "its folder cannot be read: " + error.message();
     else if (frames.empty())
         reason = "no frame has such a name; the first would be " + Printable(pattern.PathOf(1));
-    return !frames.empty() && read;
+    return read && !frames.empty() && SortFrames(frames, reason);
 }
 
-// Numbers from the names if each has one of its own, else places.
-void NumberFrames(std::vector<FrameFile>& frames) {
-    std::set<std::int64_t> numbers;
-    for (const FrameFile& frame : frames)
-        if (const auto number = LastNumberIn(frame.path))
-            numbers.insert(*number);
-    const bool ownNumbers = numbers.size() == frames.size();
-    for (std::size_t i = 0; i < frames.size(); ++i)
-        frames[i].number = ownNumbers ? *LastNumberIn(frames[i].path) : std::int64_t(i) + 1;
-    std::sort(frames.begin(), frames.end(), ByNumber);
-}
-
-bool ListFolder(const fs::path& folder, std::vector<FrameFile>& frames, std::string& reason) {
+FolderFrames ListFolder(const fs::path& folder) {
     std::error_code error;
+    std::vector<std::string> names;
+    std::string way; // to PNG files from what else is there
     const bool read = ForEachFile(folder, error, [&](const fs::path& name) {
         if (IsPng(name))
-            frames.push_back({ 0, folder / name });
+            names.push_back(name.native());
+        else if (way.empty())
+            way = WayFrom(name);
     });
-    std::sort(frames.begin(), frames.end(), [](const FrameFile& a, const FrameFile& b) {
-        return NaturallyLess(a.path.filename().native(), b.path.filename().native());
-    });
-    NumberFrames(frames);
     if (!read)
-        reason = "the folder cannot be read: " + error.message();
-    else if (frames.empty())
-        reason = "the folder holds no PNG files";
-    return !frames.empty() && read;
+        return { .reason = "the folder cannot be read: " + error.message() };
+    if (names.empty())
+        return { .reason = "the folder holds no PNG files" + (way.empty() ? "" : ", and " + way) };
+    return NumberPictures(folder, std::move(names));
+}
+
+// False, with the way out, for what another program has to turn into PNG before.
+bool MayBePng(const fs::path& file, std::string& reason) {
+    const auto way = IsPng(file) ? "" : WayFrom(file);
+    if (way.empty() || LookAtPng(file))
+        return true;
+    reason = "is not a PNG file; " + way;
+    return false;
+}
+
+std::string WhyNotThere(std::string_view input, const std::error_code& error) {
+    if (input.empty())
+        return "no input is given";
+    if (error && error != std::errc::no_such_file_or_directory)
+        return "cannot be read: " + error.message();
+    const bool isWildcard = input.find_first_of("*?") != std::string_view::npos;
+    return std::string("there is no such file or folder") +
+           (isWildcard ? "; the frames of a sequence are named by their folder, or by a pattern "
+                         "such as shot.####.png"
+                       : "");
+}
+
+std::int64_t NumberOf(const fs::path& picture) {
+    const auto numbers = NumbersIn(picture.stem().native());
+    return numbers.empty() ? 1 : numbers.front().number;
 }
 
 using FileIdentity = std::pair<dev_t, ino_t>;
@@ -159,7 +120,8 @@ bool MayHoldPng(const fs::path& file) {
     return IsPng(file) || fs::is_other(file, error);
 }
 
-std::optional<Sequence> Sequence::Open(std::string_view input, std::string& why) {
+std::optional<Sequence> Sequence::Open(std::string_view input, std::string& why,
+                                       std::vector<std::string>* choices) {
     Sequence sequence;
     sequence.m_input = input;
     const fs::path path(input);
@@ -169,20 +131,25 @@ std::optional<Sequence> Sequence::Open(std::string_view input, std::string& why)
     bool found = true;
     if (fs::is_directory(status)) {
         sequence.m_kind = Kind::kFolder;
-        found = ListFolder(path, sequence.m_frames, reason);
+        auto folder = ListFolder(path);
+        found = !folder.frames.empty();
+        sequence.m_frames = std::move(folder.frames);
+        reason = folder.reason;
+        if (choices)
+            *choices = std::move(folder.choices);
     } else if (fs::exists(status)) {
-        sequence.m_frames.push_back({ LastNumberIn(path).value_or(1), path });
+        sequence.m_frames.push_back({ NumberOf(path), path });
+        found = MayBePng(path, reason);
     } else if (FramePattern::LooksLikeOne(input)) {
         const auto pattern = FramePattern::Parse(input, why);
         if (!pattern)
             return {};
         sequence.m_kind = Kind::kPattern;
-        found = ListPattern(*pattern, sequence.m_frames, reason);
+        found = ListPattern(*pattern, sequence.m_frames, reason) &&
+                MayBePng(sequence.m_frames.front().path, reason);
     } else {
         found = false;
-        reason = input.empty() ? "no input is given" : "cannot be read: " + error.message();
-        if (!error)
-            reason = "there is no such file or folder";
+        reason = WhyNotThere(input, error);
     }
     if (found)
         return sequence;
@@ -207,13 +174,14 @@ std::optional<SequenceOutput> SequenceOutput::Open(const Sequence& sequence,
     out.m_path = output;
     if (output.empty())
         return fail("no output is given");
+    const auto way = WayTo(out.m_path);
     if (IsFolder(output, sequence.InputKind())) {
         out.m_isFolder = true;
     } else if (FramePattern::LooksLikeOne(output)) {
         out.m_pattern = FramePattern::Parse(output, why);
         if (!out.m_pattern)
             return {};
-    } else if (sequence.InputKind() != Sequence::Kind::kPicture) {
+    } else if (sequence.InputKind() != Sequence::Kind::kPicture && way.empty()) {
         return fail("is one file, but " + Printable(sequence.m_input) +
                     " is a sequence; name a folder, as " + Printable(output) +
                     "/, or a place for the frame's number, as " +
@@ -221,7 +189,8 @@ std::optional<SequenceOutput> SequenceOutput::Open(const Sequence& sequence,
                     ".%04d.png");
     }
     if (!out.m_isFolder && !MayHoldPng(out.m_path))
-        return fail("frames are written as PNG; let the name end in .png");
+        return fail("frames are written as PNG; " +
+                    (way.empty() ? "let the name end in .png" : way));
 
     std::set<FileIdentity> inputs;
     for (const FrameFile& frame : sequence.Frames())

@@ -10,25 +10,22 @@
 #include <string_view>
 #include <vector>
 
+#include "host/frames/FrameFiles.h"
 #include "host/frames/FramePattern.h"
 #include "host/frames/FrameRanges.h"
 
 namespace host {
 
-struct FrameFile {
-    std::int64_t number = 0;
-    std::filesystem::path path;
-};
-
 class Sequence {
 public:
     enum class Kind : std::uint8_t { kPicture, kPattern, kFolder };
 
-    // A file that exists under this very name is a picture, also when a '#' is in it. Looks into
-    // the folder once. A picture's number, and those of a folder's PNGs, are the last digits in their
-    // names; where these are missing or not all different, the places in natural order, from 1.
-    // Nothing, and `why` names the input and the reason, when there is not one frame.
-    static std::optional<Sequence> Open(std::string_view input, std::string& why);
+    // A file that exists under this very name is a picture, also when a '#' is in it; it has the last
+    // number in its name, or 1. Looks into the folder once. Nothing, and `why` names the input and the
+    // reason, when there is not one frame, or when it is not clear which frames of a folder are meant;
+    // choices are then the patterns that are in it.
+    static std::optional<Sequence> Open(std::string_view input, std::string& why,
+                                        std::vector<std::string>* choices = nullptr);
 
     Kind InputKind() const { return m_kind; }
     // Ascending by number; never empty.

@@ -96,7 +96,7 @@ public:
 private:
     PamReader m_reader;
     std::int64_t m_number;
-    std::int64_t m_last = 0; // of the frames that are wanted
+    std::int64_t m_last = kFrameMin; // of the frames that are wanted
     FrameRanges m_wanted;
 };
 

@@ -10,20 +10,6 @@ using namespace studio;
 
 namespace {
 
-TEST(Shot, MakesAPatternOfANumberedName) {
-    const std::map<std::string, std::optional<std::string>> patterns {
-        { "a/shot.0012.png", "a/shot.####.png" },
-        { "shot9.png", "shot#.png" },
-        { "c012_0003.png", "c012_####.png" },
-        { "12.png", "##.png" },
-        { "take 2/title.png", std::nullopt },
-        { "100%_01.png", std::nullopt },
-        { "#1.png", std::nullopt },
-    };
-    for (const auto& [file, pattern] : patterns)
-        EXPECT_EQ(PatternOf(file), pattern) << file;
-}
-
 TEST(Shot, TakesSeveralFilesAsOneInput) {
     struct Row {
         std::vector<std::string> files;

@@ -78,6 +78,27 @@ TEST_F(WindowDocumentsTest, RefusesWhatItCannotReadOrWriteAndKeepsTheWork) {
     EXPECT_TRUE(Window().isWindowModified());
 }
 
+TEST_F(WindowDocumentsTest, AsksWhichFramesOfAFolderAreMeant) {
+    const auto shot = WriteShot("shot", 3);
+    std::filesystem::copy_file(Path("shot/shot.0001.png"), Path("shot/reference.png"));
+    const auto open = [&] { return Document().OpenFiles({ Path("shot").string() }); };
+    EXPECT_TRUE(Answering("Cancel", [&] { EXPECT_FALSE(open()); }));
+    EXPECT_THAT(Message(), testing::HasSubstr("reference.png has no number"));
+    EXPECT_TRUE(Answering("OK", [&] { EXPECT_TRUE(open()); }));
+    EXPECT_EQ(Project().TheShot()->Input(), shot);
+    EXPECT_EQ(Project().TheShot()->Numbers().front(), 1);
+    EXPECT_EQ(Project().TheShot()->Count(), 3U);
+
+    auto document = Project().ToDocument();
+    document.input = Path("shot").string();
+    std::string why;
+    ASSERT_TRUE(document.Save(Path("work.telop"), why)) << why;
+    EXPECT_TRUE(Answering(
+        "OK", [&] { EXPECT_TRUE(Document().Open(Path("work.telop").string())) << Message(); }));
+    EXPECT_EQ(Project().ToDocument().input, shot);
+    EXPECT_TRUE(Window().isWindowModified()) << "it has other frames than the file";
+}
+
 // The document would lose them at the next save otherwise.
 TEST_F(WindowDocumentsTest, KeepsTheNameOfFramesThatAreGone) {
     OpenShot(2);
