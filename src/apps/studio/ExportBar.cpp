@@ -130,6 +130,8 @@ void ExportBar::End() {
     m_timer.stop();
     hide();
     QStringList reports;
+    for (const auto& warning : m_export->Warnings())
+        reports += QString::fromStdString(warning);
     for (const auto& report : m_export->Reports())
         reports += QString::fromStdString(platform::Describe(report));
     onEnd(Summary(m_result), Failures(m_result, m_export->Missing()), reports);

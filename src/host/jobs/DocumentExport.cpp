@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "host/jobs/DocumentExport.h"
 
+#include "host/jobs/TextCheck.h"
+
 namespace host {
 
 std::unique_ptr<DocumentExport> DocumentExport::Make(const Document& document, const Effect& effect,
@@ -32,6 +34,7 @@ std::unique_ptr<DocumentExport> DocumentExport::Make(const Document& document, c
         return nullptr;
     }
     made->m_renderer.emplace(effect, made->m_text, *made->m_met);
+    made->m_warnings = WhyOnNoFrame(*made->m_renderer, made->m_text, made->m_plan->Files());
     made->m_options = { .jobs = options.jobs, .compression = options.compression };
     return made;
 }

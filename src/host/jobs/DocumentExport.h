@@ -34,6 +34,8 @@ public:
     std::int64_t FrameCount() const { return m_plan->Source().Count(); }
     // Frames that the options name and the document does not have; the first of them.
     const std::vector<std::int64_t>& Missing() const { return m_plan->Missing(); }
+    // Why texts will be on none of the frames, a sentence each.
+    const std::vector<std::string>& Warnings() const { return m_warnings; }
     // Any thread, once. The outputs' folder is made where it is missing. The token stops it.
     RunResult Run(RunListener& listener, const CancelToken& cancel);
     // What could not be honoured to the letter so far. Any thread.
@@ -46,6 +48,7 @@ private:
     std::optional<platform::TextContext> m_met;
     ShotText m_text;
     std::optional<FrameRenderer> m_renderer;
+    std::vector<std::string> m_warnings;
     PumpOptions m_options;
 };
 

@@ -49,6 +49,8 @@ public:
     FrameSink& Sink() const { return *m_sink; }
     bool ReadsStream() const { return m_readsStream; }
     bool WritesStream() const { return m_writesStream; }
+    // Those that are made, ascending; none for a stream.
+    const std::vector<FrameFile>& Files() const { return m_files; }
     // Frames that are wanted by number and that the input does not have; the first kNamed + 1.
     const std::vector<std::int64_t>& Missing() const { return m_missing; }
 

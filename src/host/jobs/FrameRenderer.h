@@ -43,10 +43,11 @@ public:
     RenderResult Render(Frame& frame, const TokenValues& values, PixelRect& touched,
                         std::string& why) const;
 
-private:
+    // One track's text alone, in the thread's own context. False with the reason.
     bool Draw(const TrackText& track, const FrameText& text, Image& image,
               const TokenValues& values, std::string& why) const;
 
+private:
     const Effect& m_effect;
     const ShotText& m_text;
     platform::TextContext& m_run;

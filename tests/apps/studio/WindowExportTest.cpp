@@ -43,6 +43,9 @@ TEST_F(WindowExportTest, TellsOfWhatIsNotAsItShouldBe) {
     Edit([](auto& params) { std::strcpy(params.szFontName, "No Such Family"); });
     EXPECT_THAT(Export(To("other")),
                 AllOf(HasSubstr("3 frames written.\n"), HasSubstr("No Such Family")));
+    Edit([](auto& params) { params.ptPos = { 5000, 40 }; });
+    EXPECT_THAT(Export(To("outside")), HasSubstr("at 5000,40 it lies outside the picture"));
+    Edit([](auto& params) { params.ptPos = {}; });
     m_home.Write("shot/shot.0002.png", "no picture");
     EXPECT_THAT(Export(To("broken")),
                 AllOf(HasSubstr("2 frames written, 1 failed"), HasSubstr("shot.0002.png"),
