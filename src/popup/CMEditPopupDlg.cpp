@@ -3,10 +3,12 @@
 
 #include <cstring>
 #include <memory>
+#include <string_view>
 #include <utility>
 
 #include "effect/CText.h"
 #include "huxCommon/huxGUI/HuxFileDialog.h"
+#include "platform/TextContext.h"
 #include "platform/TextEncoding.h"
 #include "popup/CTextPopup.h"
 #include "render/TextFields.h"
@@ -38,6 +40,22 @@ void SetUp(FileDialog& dialog, std::uint32_t preference, platform::WindowRef par
     dialog.SetPreferenceKey(preference);
     dialog.SetType(PluginText("IDS_FILTER_TEXT"), kFilePattern);
     dialog.SetParent(parent);
+}
+
+// The text that says what came in otherwise than its user will have meant; null for nothing.
+const char* WarningAbout(const _POPUPSTRING& list) {
+    platform::TextContext met;
+    const platform::TextScope scope(met);
+    bool hasLineFeed = false;
+    const std::int32_t count = CTextPopup::CountEntries(list.szPreset);
+    for (std::int32_t i = 0; i < count; ++i) {
+        const auto text = FieldText(list.szPreset[i]);
+        hasLineFeed = hasLineFeed || text.find('\n') != std::string_view::npos;
+        platform::DecodeText(text);
+    }
+    if (!met.Reports().empty())
+        return "IDS_LIST_NOT_TEXT";
+    return hasLineFeed ? "IDS_LIST_LINE_FEEDS" : nullptr;
 }
 
 } // namespace
@@ -217,6 +235,8 @@ void CMEditPopupDlg::LoadList() {
         return;
     }
     ReplaceList(loaded);
+    if (const char* const warning = WarningAbout(loaded))
+        Ask(warning, 0);
 }
 
 void CMEditPopupDlg::SaveList() {

@@ -217,4 +217,24 @@ TEST_F(CMEditPopupDlgTest, LoadsAndSavesFiles) {
     EXPECT_TRUE(Texts().empty());
 }
 
+TEST_F(CMEditPopupDlgTest, SaysWhatComesInOtherwiseThanItWasMeant) {
+    TemporaryFolder folder;
+    const struct {
+        const char *bytes, *warning;
+    } rows[] = { { "A\nB\n", "several lines have come in as one text" },
+                 { "A\r\nB\r\n", "end with line feeds" },
+                 { "A\r\x83\x4A\r", "no text in the encoding" } };
+    for (const auto& row : rows)
+        Edit(kCancel, [&] {
+            QString said;
+            WhenModal<QMessageBox>([&](QMessageBox& box) {
+                said = box.text() + box.informativeText();
+                box.button(QMessageBox::Ok)->click();
+            });
+            WithFile(kLoad, folder.Write("list.txt", row.bytes).string());
+            EXPECT_THAT(said.toStdString(), testing::HasSubstr(row.warning));
+            EXPECT_GE(View().model()->rowCount(), 1) << "it is loaded all the same";
+        });
+}
+
 } // namespace
