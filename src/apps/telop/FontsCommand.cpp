@@ -10,6 +10,7 @@
 
 #include "apps/telop/Console.h"
 #include "apps/telop/LoadEffect.h"
+#include "apps/telop/Nearest.h"
 #include "apps/telop/OptionText.h"
 #include "host/Effect.h"
 #include "host/Message.h"
@@ -176,7 +177,8 @@ ExitCode RunFonts(const FontsOptions& options) {
     if (families.empty())
         throw CommandError(ExitCode::kBadInput,
                            options.filter ? "no installed family has '" + *options.filter +
-                                                "' in its name; 'telop fonts' lists them all"
+                                                "' in its name; 'telop fonts' lists them all" +
+                                                SuggestedFamily(*options.filter)
                                           : "no font is installed");
     if (options.sample)
         WriteSample(families, options);

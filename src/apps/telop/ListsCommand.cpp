@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstring>
 #include <limits>
-#include <map>
 #include <optional>
 #include <span>
 #include <string>
@@ -15,6 +14,7 @@
 #include "apps/telop/Console.h"
 #include "apps/telop/ListsFile.h"
 #include "apps/telop/LoadEffect.h"
+#include "apps/telop/OptionText.h"
 #include "host/document/ListsJson.h"
 #include "host/frames/OutputFile.h"
 #include "host/text/TextField.h"
@@ -88,11 +88,11 @@ auto About(const std::string& file, Work work) {
 
 // Show and load ----------------------------------------------------------------------------------
 
-// What the list editor has after loading the file; what it loses on the way is told.
-std::vector<std::string> LoadEntries(const std::string& file) {
+// What is lost on the way is told.
+std::vector<std::string> LoadEntries(const std::string& file, Reading reading) {
     const auto text = ReadText(file, kMaxFile);
     std::vector<std::string> warnings;
-    auto entries = ReadEntries(text, warnings);
+    auto entries = ReadEntries(text, warnings, reading);
     for (const auto& warning : warnings)
         Console::Get().Warn(NameOf(file) + ": " + warning);
     if (entries.empty())
@@ -103,7 +103,7 @@ std::vector<std::string> LoadEntries(const std::string& file) {
 }
 
 void Show(const ListsOptions& options) {
-    const auto entries = LoadEntries(options.file);
+    const auto entries = LoadEntries(options.file, Reading::kAsEditor);
     if (options.asJson) {
         std::fputs(host::EntriesToJson(entries).c_str(), stdout);
         return;
@@ -130,7 +130,7 @@ void ReadLists(const std::string& file, _TEXT_DIALOG_PARAM& lists) {
 }
 
 void Load(const ListsOptions& options) {
-    const auto entries = LoadEntries(options.file);
+    const auto entries = LoadEntries(options.file, Reading::kAsMeant);
     auto lists = DefaultLists(options.plugin);
     if (options.into)
         ReadLists(*options.into, lists);
@@ -249,18 +249,16 @@ CLI::App& AddAction(CLI::App& command, ListsOptions& options, ListsOptions::Acti
 }
 
 void AddList(CLI::App& action, ListsOptions& options, const char* what) {
-    static const std::map<std::string, host::ListOf> kLists {
-        { "info", host::ListOf::kInfo }, { "character", host::ListOf::kCharacter }
-    };
     OptionGroup(action)
         .Add("--list", options.list, "NAME", std::string(what) + ": info (the start) or character")
-        ->transform(CLI::CheckedTransformer(kLists));
+        ->transform(PlaceAmong({ "info", "character" }));
 }
 
 void AddLoad(CLI::App& command, ListsOptions& options) {
     auto& load = AddAction(command, options, ListsOptions::Action::kLoad, "load",
                            "Takes a file into the lists of a host's settings, as JSON.",
-                           "List file to take in; - is standard input");
+                           "List file to take in, with CR, CR LF or LF at its lines' ends; - is "
+                           "standard input");
     AddList(load, options, "Which list the entries replace");
     OptionGroup group(load);
     group.Add("--into", options.into, "JSON|-",
@@ -271,9 +269,6 @@ void AddLoad(CLI::App& command, ListsOptions& options) {
 }
 
 void AddSave(CLI::App& command, ListsOptions& options) {
-    static const std::map<std::string, LineEnds> kEnds { { "cr", LineEnds::kCr },
-                                                         { "crlf", LineEnds::kCrLf },
-                                                         { "lf", LineEnds::kLf } };
     auto& save = AddAction(command, options, ListsOptions::Action::kSave, "save",
                            "Makes a file from lines of text or from JSON.",
                            "List file to write; - is standard output");
@@ -292,7 +287,7 @@ void AddSave(CLI::App& command, ListsOptions& options) {
     group
         .Add("--line-ends", options.lineEnds, "NAME",
              "cr (the start), which the list editor reads; crlf or lf for other programs")
-        ->transform(CLI::CheckedTransformer(kEnds, CLI::ignore_case));
+        ->transform(PlaceAmong({ "cr", "crlf", "lf" }));
     group.Flag("--cut", options.cut,
                "Shorten entries to 63 bytes and take the first 20, with a warning, instead of "
                "refusing them");

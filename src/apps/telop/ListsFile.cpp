@@ -84,9 +84,13 @@ ListLines SplitAtAnyEnd(std::string_view text) {
     return Split(text, true);
 }
 
-std::vector<std::string> ReadEntries(std::string_view text, std::vector<std::string>& warnings) {
-    const auto lines = SplitAtReturns(text);
-    WarnOfLineFeeds(text, lines, warnings);
+std::vector<std::string> ReadEntries(std::string_view text, std::vector<std::string>& warnings,
+                                     Reading reading) {
+    if (reading == Reading::kAsMeant && text.starts_with(kByteOrderMark))
+        text.remove_prefix(kByteOrderMark.size());
+    const auto lines = reading == Reading::kAsMeant ? SplitAtAnyEnd(text) : SplitAtReturns(text);
+    if (reading == Reading::kAsEditor)
+        WarnOfLineFeeds(text, lines, warnings);
     std::vector<std::string> entries;
     bool ended = false;
     for (const auto& line : lines.first) {

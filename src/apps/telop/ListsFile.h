@@ -30,9 +30,14 @@ ListLines SplitAtReturns(std::string_view text);
 // As people mean a text: at CR, CR LF and LF.
 ListLines SplitAtAnyEnd(std::string_view text);
 
-// The entries that the list editor has after loading a file of that text: at most twenty of at most
-// 63 bytes. What it would lose or take amiss goes to warnings, each a sentence.
-std::vector<std::string> ReadEntries(std::string_view text, std::vector<std::string>& warnings);
+enum class Reading {
+    kAsEditor, // what the list editor has after loading the file
+    kAsMeant,  // with any line ends, and without a byte-order mark
+};
+// At most twenty entries of at most 63 bytes. What is lost or taken amiss goes to warnings, each a
+// sentence.
+std::vector<std::string> ReadEntries(std::string_view text, std::vector<std::string>& warnings,
+                                     Reading reading = Reading::kAsEditor);
 
 // The file's bytes. Throws when an entry would not come back from them as it is; bytes of entries
 // are in the application's encoding.

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "apps/telop/CommandError.h"
+#include "apps/telop/WrongFile.h"
 #include "host/WholeFile.h"
 #include "platform/TextEncoding.h"
 
@@ -24,8 +25,10 @@ std::unique_ptr<host::Effect> LoadEffect(const std::optional<std::string>& bundl
                                          const std::optional<std::string>& settings) {
     std::string why;
     auto effect = host::Effect::Make(LoadPlugin(bundle), why);
-    if (!effect || (settings && !effect->LoadFile(*settings, why)))
+    if (!effect)
         throw CommandError(ExitCode::kBadInput, why);
+    if (settings && !effect->LoadFile(*settings, why))
+        throw CommandError(ExitCode::kBadInput, ExplainFile(*settings, Wanted::kSettings, why));
     return effect;
 }
 

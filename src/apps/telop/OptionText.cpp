@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/telop/OptionText.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -11,6 +12,7 @@
 #include "apps/telop/LoadEffect.h"
 #include "host/text/ColorText.h"
 #include "host/text/TextField.h"
+#include "platform/TextContext.h"
 #include "platform/Utf8.h"
 
 namespace telop {
@@ -28,20 +30,50 @@ bool ReadInt(std::string_view text, std::int32_t& value) {
     return error == std::errc() && stop == end;
 }
 
+// A file is in the encoding of texts, unless its mark says that it is in UTF-8.
+std::string Utf8Of(const std::string& name, std::string_view bytes) {
+    const auto encoding = platform::TextContext::Current().Encoding();
+    const bool isMarked = bytes.starts_with(kByteOrderMark);
+    if (isMarked || encoding == platform::TextEncoding::Utf8()) {
+        bytes.remove_prefix(isMarked ? kByteOrderMark.size() : 0);
+        CheckUtf8(name, bytes);
+        return std::string(bytes);
+    }
+    platform::TextContext met(encoding);
+    const platform::TextScope scope(met);
+    // What a character at the end lacks shows only when another follows.
+    auto text = platform::DecodeText(std::string(bytes) + '\n');
+    if (!met.Reports().empty())
+        throw CommandError(ExitCode::kBadInput, name + ": the text is not " + encoding.Name() +
+                                                    ": " +
+                                                    platform::Describe(met.Reports().front()) +
+                                                    "; --encoding names its encoding");
+    text.pop_back();
+    return text;
+}
+
 std::string ReadDialogueFile(std::string_view option, const std::string& file) {
     if (file.empty())
         FailUsage(std::string(option) +
                   ": @ is followed by a file's name; a text that starts with @ is written with @@");
     const auto bytes = ReadText(file == "-" ? "./-" : file, kMaxDialogueFile);
-    std::string_view text = bytes;
-    if (text.starts_with(kByteOrderMark))
-        text.remove_prefix(kByteOrderMark.size());
-    CheckUtf8(std::string(option) + ": " + file, text);
-    auto lines = host::WithCarriageReturns(text);
+    auto lines = host::WithCarriageReturns(Utf8Of(std::string(option) + ": " + file, bytes));
     // Editors end the last line too, which would draw an empty line below it.
     if (lines.ends_with('\r'))
         lines.pop_back();
     return lines;
+}
+
+// The index of the word; nothing, with a sentence in why, when it is none of them.
+std::optional<std::size_t> FindWord(const std::vector<std::string>& words, const std::string& text,
+                                    std::string& why) {
+    const auto found = std::ranges::find(words, CLI::detail::to_lower(text));
+    if (found != words.end())
+        return static_cast<std::size_t>(found - words.begin());
+    why = "'" + text + "' is none of ";
+    for (std::size_t i = 0; i < words.size(); ++i)
+        why += (i == 0 ? "" : i + 1 == words.size() ? " and " : ", ") + words[i];
+    return std::nullopt;
 }
 
 std::string Unescaped(std::string_view text) {
@@ -140,6 +172,39 @@ CLI::Validator PositiveFactor() {
         return fits ? std::string() : "'" + text + "' is not a number above 0, such as 0.5";
     };
     return { check, "" };
+}
+
+CLI::Validator OneOf(std::vector<std::string> words) {
+    const auto change = [words = std::move(words)](std::string& text) {
+        std::string why;
+        if (const auto index = FindWord(words, text, why))
+            text = words[*index];
+        return why;
+    };
+    return { change, "" };
+}
+
+CLI::Validator PlaceAmong(std::vector<std::string> words) {
+    const auto change = [words = std::move(words)](std::string& text) {
+        std::string why;
+        if (const auto index = FindWord(words, text, why))
+            text = std::to_string(*index);
+        return why;
+    };
+    return { change, "" };
+}
+
+CLI::Validator ByteSize() {
+    const auto change = [](std::string& text) {
+        const auto typed = text;
+        try {
+            if (CLI::AsSizeValue(false)(text).empty() && CLI::PositiveNumber(text).empty())
+                return std::string();
+        } catch (const CLI::ValidationError&) { // told as what follows
+        }
+        return "'" + typed + "' is no size above 0, such as 800M or 8G";
+    };
+    return { change, "" };
 }
 
 } // namespace telop

@@ -12,13 +12,16 @@
 #include "apps/telop/Console.h"
 #include "apps/telop/Interruption.h"
 #include "apps/telop/LoadEffect.h"
+#include "apps/telop/Nearest.h"
 #include "apps/telop/OptionText.h"
 #include "apps/telop/Progress.h"
 #include "apps/telop/RenderOptions.h"
+#include "apps/telop/WrongFile.h"
 #include "host/document/Document.h"
 #include "host/jobs/FramePlan.h"
 #include "host/jobs/FramePump.h"
 #include "host/jobs/FrameRenderer.h"
+#include "host/jobs/TextCheck.h"
 #include "host/text/TextField.h"
 #include "platform/Fonts.h"
 #include "platform/TextContext.h"
@@ -53,7 +56,10 @@ void CheckStreams(const RenderOptions& options) {
     switch (problem.kind) {
     case Kind::kNoFrames:
         throw CommandError(ExitCode::kBadInput,
-                           "--frames " + options.frames.value_or("") + ": " + problem.text);
+                           "--frames " + options.frames.value_or("") + ": " + problem.text +
+                               (options.frames.value_or("").starts_with('-')
+                                    ? "; a minus is a number's sign, and all up to 9 are ..9"
+                                    : ""));
     case Kind::kOutput:
         FailUsage(problem.text);
     case Kind::kExists:
@@ -103,7 +109,8 @@ MaybeDocument LoadDocument(const RenderOptions& options) {
     std::string why;
     auto document = host::Document::Load(*options.document, why);
     if (!document)
-        throw CommandError(ExitCode::kBadInput, why);
+        throw CommandError(ExitCode::kBadInput,
+                           ExplainFile(*options.document, Wanted::kDocument, why));
     return document;
 }
 
@@ -311,13 +318,16 @@ void CheckFamily(const _TEXTPARAM& settings) {
                            "--strict-fonts: font '" + name + "' is not installed; " +
                                (resolution.family.empty()
                                     ? "no font is"
-                                    : "'" + resolution.family + "' would stand in for it"));
+                                    : "'" + resolution.family + "' would stand in for it") +
+                               SuggestedFamily(name));
 }
 
 // Under --strict-fonts the first violation ends the run, and its error says what a warning would.
 void Warn(const platform::Report& report, host::FontPolicy fonts) {
+    const bool isName = report.kind == platform::ReportKind::kFontSubstituted;
     if (fonts == host::FontPolicy::kWarn || !host::IsFontViolation(report))
-        Console::Get().Warn(platform::Describe(report));
+        Console::Get().Warn(platform::Describe(report) +
+                            (isName ? SuggestedFamily(report.asked) : ""));
 }
 
 ExitCode RunRender(const RenderOptions& typed) {
@@ -352,6 +362,8 @@ ExitCode RunRender(const RenderOptions& typed) {
         for (const auto& track : text.Tracks())
             CheckFamily(track.TheTrack().settings);
     const host::FrameRenderer renderer(*effect, text, run, options.view, fonts);
+    for (const auto& sentence : host::WhyOnNoFrame(renderer, text, plan->Files()))
+        Console::Get().Warn(sentence);
     return RenderFrames(*plan, renderer, options);
 }
 

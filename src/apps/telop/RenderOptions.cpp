@@ -16,7 +16,9 @@ constexpr const char* kDescription =
     "Burns a text into a picture, a sequence of pictures or a stream of them.\n\n"
     "INPUT and OUTPUT are a picture (a.png), a numbered sequence (shot.%04d.png or shot.####.png), "
     "a\n"
-    "folder, or - for a stream of PAM pictures on standard input or output.";
+    "folder, or - for a stream of PAM pictures on standard input or output. A frame's number is "
+    "that\n"
+    "of its file.";
 
 constexpr const char* kExamples =
     "Tokens, in any text: {frame}, {frame:04} (4 digits), {frame-1000} (counted from 1000), "
@@ -38,8 +40,10 @@ void AddTextsOptions(CLI::App& command, RenderOptions& options) {
     OptionGroup group(command, "Texts");
     group.Flag("--then", options.then,
                "Begins another text, which looks like the one before unless it says otherwise");
-    group.Add("--strings", options.strings, "A,B,C,D",
-              "The score line's four parts; without it the last one is the frame's number");
+    group.Add(
+        "--strings", options.strings, "A,B,C,D",
+        "The score line's four parts, numbers with zeros in front, 0 for an empty one; without "
+        "it the last one is the frame's number");
     group
         .Add("--scale", options.view.scale, "FACTOR",
              "Picture pixels for a frame pixel; moves --at, and sizes stay")
@@ -50,9 +54,10 @@ void AddTextsOptions(CLI::App& command, RenderOptions& options) {
 
 void AddFrameOptions(CLI::App& command, RenderOptions& options) {
     OptionGroup group(command, "Frames");
-    group.Add("--frames", options.frames, "RANGES", "Frames to make, such as 1001-1100:2,1200");
+    group.Add("--frames", options.frames, "RANGES",
+              "Frames to make: 1001-1100:2,1200 or -5-10; 10- and ..10 have one end");
     group.Add("--start", options.start, "NUMBER", "Number of a stream's first frame (1)")
-        ->check(WholeNumber(0, host::kFrameMax));
+        ->check(WholeNumber(host::kFrameMin, host::kFrameMax));
 }
 
 void AddSettingsOptions(CLI::App& command, RenderOptions& options) {
@@ -71,7 +76,7 @@ void AddSettingsOptions(CLI::App& command, RenderOptions& options) {
     group.Add("--save-document", options.saveDocument, "FILE",
               "Write all texts as a document, for telop-studio or later runs; needs no INPUT");
     auto* encoding = group.Add("--encoding", options.encoding, "NAME",
-                               "Of texts in settings; UTF-8, CP932, ...");
+                               "Of texts in settings and @FILE; UTF-8, CP932, ...");
     document->excludes(settings)->excludes(encoding);
     group.Flag("--strict-fonts", options.strictFonts,
                "Stop when a font is not installed or a character is not there, or is cut off");
@@ -85,8 +90,7 @@ void AddOutputOptions(CLI::App& command, RenderOptions& options) {
     group
         .Add("--memory", options.memory, "SIZE",
              "For all frames in work together, such as 800M or 8G (most of what is free)")
-        ->transform(CLI::AsSizeValue(false))
-        ->check(CLI::PositiveNumber);
+        ->transform(ByteSize());
     group
         .Add("--compression", options.compression, "0..9",
              "Of PNG, 0 none to 9 smallest (" + std::to_string(options.compression) + ")")
@@ -97,7 +101,7 @@ void AddOutputOptions(CLI::App& command, RenderOptions& options) {
     group
         .Add("--progress", options.progress, "bar|lines|none",
              "A bar, a line for each frame, or nothing (bar on a terminal, else none)")
-        ->check(CLI::IsMember({ "bar", "lines", "none" }));
+        ->transform(OneOf({ "bar", "lines", "none" }));
     group.Flag("-q,--quiet", options.quiet, "Only errors");
 }
 

@@ -8,6 +8,7 @@
 
 #include "apps/telop/Console.h"
 #include "apps/telop/LoadEffect.h"
+#include "apps/telop/WrongFile.h"
 #include "host/document/SettingsJson.h"
 #include "host/text/TextField.h"
 
@@ -40,7 +41,8 @@ void ApplyJson(host::Effect& effect, const std::string& file) {
     std::string why;
     const auto params = host::SettingsFromJson(ReadText(file, kMaxJson), effect.CopyParams(), why);
     if (!params)
-        throw CommandError(ExitCode::kBadInput, "--from " + file + ": " + why);
+        throw CommandError(ExitCode::kBadInput,
+                           "--from " + ExplainFile(file, Wanted::kJson, file + ": " + why));
     effect.SetParams(*params);
 }
 

@@ -14,6 +14,7 @@
 
 #include "apps/telop/Commands.h"
 #include "apps/telop/Console.h"
+#include "apps/telop/Nearest.h"
 #include "host/Message.h"
 #include "host/StandardStreams.h"
 
@@ -136,12 +137,15 @@ private:
 
     std::string CommandHelp() const {
         const auto typed = Named()->remaining();
+        std::vector<std::string> names;
+        for (const auto* command : Named()->get_subcommands({}))
+            names.push_back(command->get_name());
         auto text =
             typed.empty() ? "a command is missing" : "'" + typed.front() + "' is no command";
         text += "; the commands are";
-        for (const auto* command : Named()->get_subcommands({}))
-            text += " " + command->get_name();
-        return text;
+        for (const auto& name : names)
+            text += " " + name;
+        return text + Suggestion(typed.empty() ? "" : typed.front(), names);
     }
 
     // What follows a mistyped option is surplus too, so the option is named.
@@ -150,8 +154,22 @@ private:
         const auto option = std::find_if(surplus.begin(), surplus.end(), [](const auto& word) {
             return word.size() > 1 && word.starts_with('-');
         });
-        return option != surplus.end() ? "'" + *option + "' is no option"
-                                       : "'" + surplus.front() + "' is one argument too many";
+        if (option != surplus.end())
+            return "'" + *option + "' is no option" +
+                   Suggestion(option->substr(0, option->find('=')), LongOptions());
+        const auto& word = surplus.front();
+        return "'" + word + "' is one argument too many" +
+               (word.ends_with(".png") ? "; several frames are named by their folder, or by a "
+                                         "pattern such as shot.####.png"
+                                       : "");
+    }
+
+    std::vector<std::string> LongOptions() const {
+        std::vector<std::string> names;
+        for (const auto* option : Named()->get_options())
+            for (const auto& name : option->get_lnames())
+                names.push_back("--" + name);
+        return names;
     }
 
     std::string HelpCommand() const {

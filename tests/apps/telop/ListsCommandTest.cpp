@@ -95,6 +95,15 @@ TEST_F(ListsCommand, LoadPutsAFileIntoTheListsAndSaveTakesItOut) {
     EXPECT_EQ(Run("lists save - --json both.json").out, "PAN\r");
 }
 
+TEST_F(ListsCommand, LoadTakesAnyLineEnds) {
+    for (const std::string text : { "\xEF\xBB\xBFカ\nB\n", "カ\r\n\r\nB", "カ\rB\r" }) {
+        const auto loaded = Run("lists load -", { .input = text });
+        Write("lists.json", loaded.out);
+        EXPECT_EQ(Run("lists save - --json lists.json").out, "カ\rB\r");
+        EXPECT_THAT(loaded.err, testing::Not(HasSubstr("LF")));
+    }
+}
+
 TEST_F(ListsCommand, NamesWhatIsWrong) {
     Write("there.txt", "A\r");
     Write("empty.txt", "");
@@ -106,7 +115,8 @@ TEST_F(ListsCommand, NamesWhatIsWrong) {
                       { "show none.txt", 3, "none.txt" },
                       { "show -", 3, "has no entry", "\r\r" },
                       { "save --from-encoding klingon x", 2, "klingon", "A" },
-                      { "save --line-ends none x", 2, "--line-ends", "A" },
+                      { "save --line-ends none x", 2, "'none' is none of cr, crlf and lf", "A" },
+                      { "load --list inof x", 2, "'inof' is none of info and character" },
                       { "save x", 3, "line 2 has 65 bytes in UTF-8, and the limit is 63",
                         "A\n" + std::string(62, 'x') + "あ\n" },
                       { "save x", 3, "has 21 entries, and the limit is 20", Lines(21, "\n") },

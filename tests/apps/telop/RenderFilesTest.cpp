@@ -67,6 +67,45 @@ TEST_F(RenderFiles, OnlyFramesInTheRangesAreMadeAndDrawn) {
     }
 }
 
+TEST_F(RenderFiles, NegativeFramesAreChosenDrawnAndWrittenByTheirNumbers) {
+    for (const auto* name : { "a/shot.-0005.png", "a/shot.-0004.png", "a/shot.0003.png" })
+        WritePicture(name, MakeFrame(3));
+    Run("render --info '{frame} {frame-1:03}' --frames=-5--4,3 --apply ..-5 a b/s.####.png");
+    EXPECT_THAT(Files("b"), ElementsAre("s.-0004.png", "s.-0005.png", "s.0003.png"));
+    Run("render --info '-5 -06' a/shot.0003.png five.png");
+    EXPECT_EQ(Contents("b/s.-0005.png"), Contents("five.png"));
+    EXPECT_EQ(Compare(MakeFrame(3), ReadPicture("b/s.-0004.png")).pixels, 0);
+    Run("render --info x --frames -5--4 a/shot.%04d.png c/");
+    EXPECT_THAT(Files("c"), ElementsAre("shot.-0004.png", "shot.-0005.png"));
+}
+
+TEST_F(RenderFiles, ATextOnNoFrameIsToldWithItsReason) {
+    WriteSequence("a", 7, 9);
+    struct Row {
+        const char* options;
+        const char* reason; // null: the text is on a frame
+    };
+    for (const auto& row : {
+             Row { "--info x --apply 10-", "it is on 10-, and the frames are 7 to 9" },
+             Row { "--info x --apply ..8 --frames 9", "it is on ..8, and the frames are 9\n" },
+             Row { "--character '' --off", "the character's name is empty" },
+             Row { "--info ''", "the direction is empty" },
+             Row { "--dialogue ''", "the dialogue is empty" },
+             Row { "--info x --at 5000,40", "at 5000,40 it lies outside the picture" },
+             Row { "--info x --at 54,41 --scale 8", "which has 320 x 120 pixels (shot.7.png)" },
+             Row { "--info x --opacity 0 --box none", "its opacity is 0" },
+             Row { "--info x --apply 9", nullptr },
+             Row { "--info {file} --at 310,100", nullptr },
+             Row { "--info x --color white --box none --opacity 100", nullptr },
+             Row { "--info x --color black --box none --opacity 100", nullptr },
+         }) {
+        const auto err = Run("render --overwrite a b/ " + std::string(row.options)).err;
+        const std::string warning = "warning: the text is on no frame: ";
+        EXPECT_EQ(err.find(warning) != std::string::npos, row.reason != nullptr) << row.options;
+        EXPECT_THAT(err, HasSubstr(row.reason ? row.reason : "")) << row.options;
+    }
+}
+
 TEST_F(RenderFiles, ExistingOutputsAreKeptUnlessTheyAreToBeReplacedOrNotWhole) {
     WriteSequence("a", 1, 6);
     WritePicture("b/shot.2.png", MakeFrame(7));

@@ -25,27 +25,54 @@ TEST_F(RenderTrouble, EveryClassOfErrorHasItsCodeAndSaysWhatIsWrong) {
     WriteSequence("a", 1, 2);
     Write("bad.txt", "\xFF\xFE");
     Write("there.png", "x");
+    Write("in.MOV", "a video");
+    Write("t/1.tif", "a picture");
+    WritePicture("b/shot.1.png", MakeFrame(1));
+    WritePicture("b/ref.png", MakeFrame(1));
+    Write("s.json", " {\"size\": 9}");
+    Write("d.telop", R"({"format": "telop-document"})");
+    Write("480.set", std::string(480, 'x'));
     ExpectEndings(
         "", {
-                { "rendr", 2, "'rendr' is no command" },
+                { "rendr", 2, "doctor; did you mean 'render'?" },
+                { "lists shwo x", 2, "did you mean 'show'?" },
+                { "render --strng , in.png o.png", 2, "did you mean '--strings'?" },
                 { "render", 2, "INPUT and OUTPUT" },
                 { "render in.png o.png more", 2, "'more' is one argument too many" },
                 { "render --info --at in.png o.png", 2, "--info lacks its value" },
-                { "render --inof x in.png o.png", 2, "'--inof' is no option" },
+                { "render --INOF=x in.png o.png", 2, "no option; did you mean '--info'?" },
+                { "render --quality 5 in.png o.png", 2, "'--quality' is no option\n" },
+                { "render a.png b.png c.png o", 2, "such as shot.####.png" },
+                { "render --progress lots in.png o.png", 2, "none of bar, lines and none" },
                 { "render --info a --score 1 in.png o.png", 2, "--score" },
                 { "render --opacity 101 in.png o.png", 2, "--opacity" },
                 { "render --scale nan in.png o.png", 2, "--scale" },
                 { "render --encoding EBCDIC-XX in.png o.png", 2, "--encoding" },
                 { "render --frames 10-5 in.png o.png", 2, "--frames: " },
-                { "render --memory much in.png o.png", 2, "--memory" },
+                { "render --memory much in.png o.png", 2, "'much' is no size above 0" },
+                { "render --memory 0 in.png o.png", 2, "'0' is no size above 0" },
                 { "render --overwrite --skip-existing in.png o.png", 2, "--skip-existing" },
                 { "render --info a --then --info b --save-settings s in.png o.png", 2,
                   "--save-settings keeps one text" },
                 { "render --info a --strings 1,2,3,4 in.png o.png", 2, "--strings are the parts" },
                 { "render --score 0 --strings 1,2,3 in.png o.png", 2, "has 3 of the four" },
+                { "render a o.mov", 2, "INPUT - | ffmpeg -f image2pipe -c:v pam -i - o.mov" },
+                { "render in.png o.jpg", 2, "let the name end in .png" },
                 { "render there.png o.png", 3, "there.png" },
+                { "render in.MOV o/", 3, "ffmpeg -i in.MOV -f image2pipe -c:v pam - |" },
+                { "render t/%d.tif o/", 3, "convert it first, for example with ffmpeg -i 1.tif" },
+                { "render t o/", 3, "holds no PNG files, and frames are read as PNG" },
+                { "render *.png o/", 3, "no such file or folder; the frames of a sequence" },
+                { "render b o/", 3, "ref.png has no number" },
                 { "render b/shot.####.png o/", 3, "b/" },
                 { "render --frames 7-9 a o/", 3, "1 to 2" },
+                { "render --frames -2 a o/", 3, "all up to 9 are ..9" },
+                { "render --settings s.json in.png o.png", 3, "'telop settings --from s.json -o" },
+                { "render --settings in.png in.png o.png", 3, "is a picture, not settings" },
+                { "render --settings d.telop in.png o.png", 3, "--document d.telop' draws it" },
+                { "render --document in.png o/", 3, "pictures are named as INPUT" },
+                { "render --document 480.set o/", 3, "give it with --settings" },
+                { "settings --from 480.set", 3, "name it as ARCHIVE, without --from" },
                 { "render --dialogue @not.txt in.png o.png", 3, "not.txt" },
                 { "render --dialogue @bad.txt in.png o.png", 3, "bad.txt" },
                 { "render --info \xFF in.png o.png", 3, "--info" },
@@ -76,6 +103,9 @@ TEST_F(RenderTrouble, FontsAndCharactersThatAreNotThereAreSaidOrStopTheRun) {
     EXPECT_NE(outcome.err.find("Nirgendwo Sans"), std::string::npos);
     EXPECT_EQ(outcome.err.find("Nirgendwo"), outcome.err.rfind("Nirgendwo")) << "said once";
     Run(nowhere + "c/ --strict-fonts", { .code = 4, .says = "'Nirgendwo Sans' is not installed" });
+    Run("render --info x --font 'DejaVu Snas' a g/", { .says = "did you mean 'DejaVu Sans'?" });
+    Run("render --info x --font dejavusans --strict-fonts a c/",
+        { .code = 4, .says = "did you mean 'DejaVu Sans'?" });
     EXPECT_FALSE(std::filesystem::exists(Path("c")));
 
     // A code point of the private use area at the very end of the last plane.

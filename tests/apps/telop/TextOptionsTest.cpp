@@ -6,6 +6,7 @@
 #include "apps/telop/CommandError.h"
 #include "apps/telop/OptionText.h"
 #include "host/text/TextField.h"
+#include "platform/TextContext.h"
 #include "support/TemporaryFolder.h"
 
 namespace telop {
@@ -91,6 +92,24 @@ TEST(OptionText, DialogueBreaksItsLinesWithCarriageReturns) {
         folder.Write("line.txt", inFile);
         EXPECT_EQ(DialogueText("--dialogue", typed), text) << typed << inFile;
     }
+}
+
+TEST(OptionText, ADialogueFileIsInTheEncodingOfTexts) {
+    const TemporaryFolder folder;
+    platform::TextContext context(*platform::TextEncoding::Find("CP932"));
+    const platform::TextScope scope(context);
+    const auto read = [&](const char* bytes) {
+        return DialogueText("--dialogue", "@" + folder.Write("line.txt", bytes).string());
+    };
+    EXPECT_EQ(read("\x83\x4A\x83\x62\r\n\xED\x40\n"), "カッ\r纊");
+    EXPECT_EQ(read("\xEF\xBB\xBFカッ\n"), "カッ");
+    for (const auto* bytes : { "a\xFF", "a\x83" })
+        try {
+            read(bytes);
+            ADD_FAILURE() << bytes;
+        } catch (const CommandError& error) {
+            EXPECT_THAT(error.what(), HasSubstr("line.txt: the text is not CP932"));
+        }
 }
 
 TEST(TextOptions, NamesTheOptionThatIsWrong) {
