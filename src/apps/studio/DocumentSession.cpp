@@ -282,7 +282,7 @@ std::shared_ptr<const Shot> DocumentSession::OpenShot(const std::string& input, 
             QString::fromStdString(std::filesystem::path(choice).filename().string()),
             FramesText(static_cast<qint64>(chosen->Count())));
     }
-    if (shots.empty())
+    if (shots.empty() || !m_parent.isVisible())
         return shot;
     bool taken = false;
     const auto name = QInputDialog::getItem(

@@ -71,7 +71,8 @@ public:
 
 private:
     bool Take(const host::Document& document, const std::string& file);
-    // Asks which of a folder's sequences is meant where that is not clear. Null with the reason.
+    // Asks, once the window shows, which of a folder's sequences is meant where that is not clear.
+    // Null with the reason.
     std::shared_ptr<const Shot> OpenShot(const std::string& input, std::string& why);
     void TakeShot(std::shared_ptr<const Shot> shot);
     bool Restore(host::LeftCopy& copy);

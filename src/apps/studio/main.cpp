@@ -66,6 +66,9 @@ int Run(const Options& options, int argc, char** argv) {
     TranslateWidgets(application);
     PrepareStyle();
     MainWindow window;
+    // A question about the files needs a window that shows; of a picture nobody is there to answer.
+    if (!options.screenshot)
+        window.show();
     if (!options.files.empty())
         window.Document().OpenFiles(options.files);
     window.show();

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <csignal>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <utility>
 
@@ -17,6 +18,7 @@
 #include "apps/telop/Progress.h"
 #include "apps/telop/RenderOptions.h"
 #include "apps/telop/WrongFile.h"
+#include "host/Message.h"
 #include "host/document/Document.h"
 #include "host/jobs/FramePlan.h"
 #include "host/jobs/FramePump.h"
@@ -210,6 +212,25 @@ host::ShotText PrepareText(const host::Document& document, const host::FramePlan
     return text;
 }
 
+// A picture that is given by itself may have no number, and a text may show none either.
+void WarnOfNoNumber(const host::FramePlan& plan, const host::ShotText& shot) {
+    if (plan.Files().size() != 1)
+        return;
+    const auto& [number, path] = plan.Files().front();
+    const auto stem = path.stem().string();
+    const auto showsNumber = [&, &frame = number](const host::TrackText& track) {
+        const auto* text = track.At(frame);
+        host::ResolvedText first, second;
+        std::string ignored;
+        return text && text->Resolve({ frame, stem }, first, ignored) &&
+               text->Resolve({ frame + 1, stem }, second, ignored) &&
+               std::memcmp(&first, &second, sizeof first) != 0;
+    };
+    if (host::NumbersIn(stem).empty() && std::ranges::any_of(shot.Tracks(), showsNumber))
+        Console::Get().Warn(host::Printable(path.native()) +
+                            ": its name has no number, so {frame} is 1");
+}
+
 // The run ----------------------------------------------------------------------------------------
 
 std::int64_t ReportMissing(const host::FramePlan& plan) {
@@ -361,6 +382,7 @@ ExitCode RunRender(const RenderOptions& typed) {
     if (options.strictFonts)
         for (const auto& track : text.Tracks())
             CheckFamily(track.TheTrack().settings);
+    WarnOfNoNumber(*plan, text);
     const host::FrameRenderer renderer(*effect, text, run, options.view, fonts);
     for (const auto& sentence : host::WhyOnNoFrame(renderer, text, plan->Files()))
         Console::Get().Warn(sentence);

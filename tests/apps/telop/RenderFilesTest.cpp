@@ -79,6 +79,14 @@ TEST_F(RenderFiles, NegativeFramesAreChosenDrawnAndWrittenByTheirNumbers) {
     EXPECT_THAT(Files("c"), ElementsAre("shot.-0004.png", "shot.-0005.png"));
 }
 
+TEST_F(RenderFiles, ANumberThatAPictureDoesNotHaveIsTold) {
+    for (const auto* name : { "title.png", "cut2.png" })
+        WritePicture(name, MakeFrame(3));
+    EXPECT_EQ(Run("render --info {frame} cut2.png a.png").err, "1 frame written\n");
+    EXPECT_EQ(Run("render --info {file} title.png b.png").err, "1 frame written\n");
+    Run("render --score 1 title.png c.png", { .says = "title.png: its name has no number" });
+}
+
 TEST_F(RenderFiles, ATextOnNoFrameIsToldWithItsReason) {
     WriteSequence("a", 7, 9);
     struct Row {
