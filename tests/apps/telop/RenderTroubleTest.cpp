@@ -41,7 +41,7 @@ TEST_F(RenderTrouble, EveryClassOfErrorHasItsCodeAndSaysWhatIsWrong) {
                 { "render in.png o.png more", 2, "'more' is one argument too many" },
                 { "render --info --at in.png o.png", 2, "--info lacks its value" },
                 { "render --INOF=x in.png o.png", 2, "no option; did you mean '--info'?" },
-                { "render --quality 5 in.png o.png", 2, "'--quality' is no option\n" },
+                { "render --sound 5 in.png o.png", 2, "'--sound' is no option\n" },
                 { "render a.png b.png c.png o", 2, "such as shot.####.png" },
                 { "render --progress lots in.png o.png", 2, "none of bar, lines and none" },
                 { "render --info a --score 1 in.png o.png", 2, "--score" },
@@ -119,7 +119,7 @@ TEST_F(RenderTrouble, FontsAndCharactersThatAreNotThereAreSaidOrStopTheRun) {
 
     // The second of the letter's accents is above the line.
     const std::string tall = "render --font 'DejaVu Sans' --info Ẫ a ";
-    Run(tall + "g/", { .says = "warning: character U+1EAA: its top is cut off" });
+    Run(tall + "g2/", { .says = "warning: character U+1EAA: its top is cut off" });
     Run(tall + "h/ --strict-fonts", { .code = 4, .says = "U+1EAA" });
 }
 
