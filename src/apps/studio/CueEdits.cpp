@@ -86,6 +86,33 @@ bool HasWords(const host::Track& track) {
     return kind != host::TextKind::kScore && kind != host::TextKind::kNone;
 }
 
+_TEXTPARAM SettingsAt(const host::Track& track, std::int64_t frame) {
+    auto settings = track.settings;
+    const auto* const cue = track.CueAt(frame);
+    const auto field = FieldOf(settings);
+    std::string why;
+    if (cue && !field.empty())
+        host::SetField(field, {},
+                       host::WithCarriageReturns(host::CueText(*cue, host::KindOf(settings))), why);
+    return settings;
+}
+
+void TakeSettings(host::Track& track, std::int64_t frame, const _TEXTPARAM& settings) {
+    auto before = SettingsAt(track, frame);
+    auto own = track.settings;
+    track.settings = settings;
+    const auto* const found = track.CueAt(frame);
+    if (!found || host::KindOf(settings) != host::KindOf(own) || !HasWords(track))
+        return;
+    const auto words = host::FieldBytes(FieldOf(track.settings));
+    if (words != host::FieldBytes(FieldOf(before))) {
+        auto& cue = track.cues[static_cast<std::size_t>(found - track.cues.data())];
+        const bool isName = host::KindOf(own) == host::TextKind::kCharacter;
+        (isName ? cue.character : cue.text) = WithLineFeeds(platform::DecodeText(words));
+    }
+    std::ranges::copy(FieldOf(own), FieldOf(track.settings).begin());
+}
+
 bool MakeCuesOfText(host::Track& track, const OnSpans& spans,
                     std::span<const std::int64_t> numbers) {
     const auto words =

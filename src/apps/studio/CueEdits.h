@@ -38,6 +38,10 @@ bool SplitCueAt(host::Track& track, std::int64_t frame);
 
 // Whether the track's kind of text has words, which cues can bring.
 bool HasWords(const host::Track& track);
+// The settings with the words of the frame's cue, if there is one and they fit, in the place of the
+// single text: what the effect's dialogs show. And the way back: words that differ are the cue's.
+_TEXTPARAM SettingsAt(const host::Track& track, std::int64_t frame);
+void TakeSettings(host::Track& track, std::int64_t frame, const _TEXTPARAM& settings);
 // The single text becomes a cue on each stretch of frames on which it is on. False: it is empty.
 bool MakeCuesOfText(host::Track& track, const OnSpans& spans,
                     std::span<const std::int64_t> numbers);

@@ -139,7 +139,8 @@ void MainWindow::dropEvent(QDropEvent* event) {
 // Showing
 
 void MainWindow::ShowFrame(std::size_t index) {
-    m_project.SetCurrent(index);
+    if (m_project.SetCurrent(index))
+        m_plugin->Update();
     const auto& shot = *m_project.TheShot();
     const auto current = m_project.Current();
     m_timeline->SetCurrent(current);

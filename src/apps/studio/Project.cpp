@@ -100,6 +100,15 @@ void Project::SetModified() {
     onModified();
 }
 
+bool Project::SetCurrent(std::size_t index) {
+    m_current = std::min(index, m_shot->Count() - 1);
+    const auto here = SettingsHere();
+    if (!m_effect || m_content.Selected().cues.empty() || SameBytes(here, LiveParams()))
+        return false;
+    m_effect->SetParams(here);
+    return true;
+}
+
 _TEXTPARAM Project::LiveParams() const {
     return m_effect ? m_effect->CopyParams() : m_content.Selected().settings;
 }
@@ -110,8 +119,9 @@ std::array<std::string, 4> Project::StringsHere() const {
 
 void Project::CommitParams() {
     auto content = m_content;
-    content.Selected().settings = LiveParams();
-    const auto name = NameOfChange(m_content.Selected().settings, content.Selected().settings);
+    const auto live = LiveParams();
+    TakeSettings(content.Selected(), Here(), live);
+    const auto name = NameOfChange(SettingsHere(), live);
     Push(name, std::move(content), -1);
 }
 
@@ -149,7 +159,7 @@ void Project::Select(std::size_t track) {
 }
 
 void Project::DropLiveChanges() {
-    if (m_effect && !SameBytes(LiveParams(), m_content.Selected().settings))
+    if (m_effect && !SameBytes(LiveParams(), SettingsHere()))
         Apply(Content(m_content));
 }
 
@@ -161,7 +171,7 @@ void Project::Push(const QString& text, Content content, int typing) {
 void Project::Apply(const Content& content) {
     m_content = content;
     if (m_effect)
-        m_effect->SetParams(content.Selected().settings);
+        m_effect->SetParams(SettingsHere());
     onChanged();
 }
 
@@ -186,7 +196,7 @@ void Project::SetUnmodified() {
 host::Document Project::ToDocument() {
     auto document = m_document;
     document.input = m_shot->IsTestCard() ? m_lostInput : m_shot->Input();
-    document.currentFrame = m_shot->Numbers()[m_current];
+    document.currentFrame = Here();
     document.stringsPresent = m_content.strings.present;
     document.strings = m_content.strings.texts;
     if (m_effect)
@@ -197,7 +207,7 @@ host::Document Project::ToDocument() {
 
 host::Document Project::LiveDocument() {
     auto document = ToDocument();
-    document.tracks[m_content.selected].settings = LiveParams();
+    TakeSettings(document.tracks[m_content.selected], Here(), LiveParams());
     return document;
 }
 

@@ -16,6 +16,7 @@
 
 #include <epi/epi.h>
 
+#include "apps/studio/CueEdits.h"
 #include "apps/studio/OnSpans.h"
 #include "apps/studio/Shot.h"
 #include "apps/studio/ShotStrings.h"
@@ -46,11 +47,13 @@ public:
     const std::shared_ptr<const Shot>& TheShot() const { return m_shot; }
     void SetShot(std::shared_ptr<const Shot> shot);
     std::size_t Current() const { return m_current; }
-    void SetCurrent(std::size_t index) { m_current = std::min(index, m_shot->Count() - 1); }
+    // Whether the live parameters changed, as the frame has another cue.
+    bool SetCurrent(std::size_t index);
 
     // As it was committed last: what a dialog is just editing in place is not in it.
     const Content& Committed() const { return m_content; }
-    // The effect's live parameters, with what a dialog is editing.
+    // The effect's live parameters, with what a dialog is editing: those of the selected track, with
+    // the words of the current frame's cue where it has one.
     _TEXTPARAM LiveParams() const;
     // Of the selected track.
     bool IsOnAt(std::size_t index) const {
@@ -98,6 +101,8 @@ private:
     class Step;
     void Push(const QString& text, Content content, int typing);
     void Apply(const Content& content);
+    std::int64_t Here() const { return m_shot->Numbers()[m_current]; }
+    _TEXTPARAM SettingsHere() const { return SettingsAt(m_content.Selected(), Here()); }
     std::vector<std::uint8_t> Block() const;
 
     host::Effect* m_effect;

@@ -141,6 +141,35 @@ TEST_F(WindowCuesTest, ComeFromTheTextAndGoBackIntoIt) {
     EXPECT_EQ(Cues().size(), 2U);
 }
 
+TEST_F(WindowCuesTest, AreWhatTheEffectsDialogsShowAndEdit) {
+    const auto words = [&] { return std::string(Project().LiveParams().szDialogue); };
+    const auto type = [&](const std::string& text) {
+        Edit([&](auto& params) {
+            std::fill(std::begin(params.szDialogue), std::end(params.szDialogue), '\0');
+            text.copy(params.szDialogue, text.size());
+        });
+    };
+    type("Own");
+    auto tracks = Project().Committed().tracks;
+    tracks[0].cues = { { 1, 3, "One", "" }, { 5, 9, "Two\nlines", "" } };
+    Project().ChangeTracks("Cues", tracks, 0);
+    EXPECT_EQ(words(), "One");
+    Window().ShowFrame(5);
+    EXPECT_EQ(words(), "Two\rlines");
+    const auto before = Picture();
+    type("Three\rlines");
+    EXPECT_THAT(Cues(), ElementsAre("1-3 One", "5-9 Three\nlines"));
+    EXPECT_EQ(LastStep(), "Change Text");
+    EXPECT_NE(Picture(), before);
+    Edit([](auto& params) { params.ptPos = { 3, 4 }; });
+    EXPECT_EQ(LastStep(), "Move Text");
+    EXPECT_STREQ(Project().Committed().Selected().settings.szDialogue, "Own");
+    ASSERT_TRUE(Document().OpenFrames(WriteShot("other", 2)));
+    EXPECT_EQ(words(), "One");
+    Window().Action("undo")->trigger(); // at a frame that is not the changed one's
+    EXPECT_EQ(words(), "One");
+}
+
 TEST_F(WindowCuesTest, ComeFromAFileAndGoIntoOneThatBringsThemBack) {
     // "夏", in CP932
     m_home.Write("lines.csv",
