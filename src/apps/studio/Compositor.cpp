@@ -115,7 +115,7 @@ std::shared_ptr<host::Frame> Compositor::Background(const Shot& shot, std::size_
 
 QImage Compositor::Draw(const ComposeRequest& request, const host::Frame& background,
                         std::string& why) {
-    const auto values = request.shot->Values(request.index);
+    const auto values = request.shot->Values(request.index, request.clock);
     if (!m_effect || !request.text.IsOn(values.frame))
         return ToPicture(*background.image);
     if (!CopyFrame(background, m_canvas)) {

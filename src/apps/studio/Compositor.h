@@ -30,6 +30,7 @@ struct ComposeRequest {
     std::uint64_t serial = 0; // the maker's, to know the result by
     std::shared_ptr<const Shot> shot;
     std::size_t index = 0;
+    host::ShotClock clock;
     host::ShotText text;
     std::string trouble; // why some of the text is not in it
     // The document's; it is told what could not be honoured to the letter.

@@ -60,7 +60,7 @@ void CueEditor::Change(const QString& step, const host::Track& track) {
 
 bool CueEditor::AskForWords(host::Cue& cue, host::TextKind kind) {
     const auto& shot = *m_project.TheShot();
-    CueDialog dialog(cue, kind, shot.Values(shot.IndexOf(cue.first)), &m_parent);
+    CueDialog dialog(cue, kind, m_project.Values(shot.IndexOf(cue.first)), &m_parent);
     if (dialog.exec() != QDialog::Accepted)
         return false;
     cue = dialog.Cue();

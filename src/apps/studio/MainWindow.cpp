@@ -145,7 +145,7 @@ void MainWindow::ShowFrame(std::size_t index) {
     const auto current = m_project.Current();
     m_timeline->SetCurrent(current);
     m_transport->SetCurrent(shot.Numbers()[current]);
-    m_strings->SetFrame(shot.Values(current));
+    m_strings->SetFrame(m_project.Values(current));
     UpdateActions();
     Refresh();
 }
@@ -153,8 +153,8 @@ void MainWindow::ShowFrame(std::size_t index) {
 void MainWindow::Refresh() {
     std::vector<std::string> problems;
     auto text = host::ShotText::Of(m_project.LiveDocument(), problems);
-    m_compositor->Request({ ++m_serial, m_project.TheShot(), m_project.Current(), std::move(text),
-                            problems.empty() ? std::string() : problems.front(),
+    m_compositor->Request({ ++m_serial, m_project.TheShot(), m_project.Current(), m_project.Clock(),
+                            std::move(text), problems.empty() ? std::string() : problems.front(),
                             m_document.Text() });
 }
 

@@ -114,7 +114,7 @@ _TEXTPARAM Project::LiveParams() const {
 }
 
 std::array<std::string, 4> Project::StringsHere() const {
-    return Resolve(m_content.strings, m_shot->Values(m_current));
+    return Resolve(m_content.strings, Values(m_current));
 }
 
 void Project::CommitParams() {

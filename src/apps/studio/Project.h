@@ -59,6 +59,12 @@ public:
     bool IsOnAt(std::size_t index) const {
         return m_content.Selected().on.Contains(m_shot->Numbers()[index]);
     }
+    // Of the document.
+    const host::ShotClock& Clock() const { return m_document.clock; }
+    // Of a frame of the shot.
+    host::TokenValues Values(std::size_t index) const {
+        return m_shot->Values(index, m_document.clock, m_document.defines);
+    }
     // What the current frame makes of the information strings.
     std::array<std::string, 4> StringsHere() const;
     OnSpans Spans() const { return SpansOf(m_content.Selected().on, m_shot->Numbers()); }

@@ -54,11 +54,10 @@ std::shared_ptr<const Shot> Shot::TestCard() {
 }
 
 void Shot::Describe() {
-    host::RunValues run;
-    run.SetShot(m_numbers, Folder());
-    run.name = m_sequence ? run.name : "test-card";
-    run.SetClock(std::time(nullptr));
-    m_run = std::make_shared<host::RunValues>(std::move(run));
+    m_run.SetShot(m_numbers, Folder());
+    if (!m_sequence)
+        m_run.name = "test-card";
+    m_run.SetDate(std::time(nullptr));
 }
 
 std::filesystem::path Shot::Folder() const {
@@ -72,11 +71,15 @@ std::size_t Shot::IndexOf(std::int64_t number) const {
     return after == m_numbers.begin() ? 0 : static_cast<std::size_t>(after - m_numbers.begin()) - 1;
 }
 
-host::TokenValues Shot::Values(std::size_t index) const {
+host::TokenValues Shot::Values(std::size_t index, const host::ShotClock& clock,
+                               const host::Defines& defines) const {
+    auto run = m_run;
+    run.SetClock(clock);
+    run.defines = defines;
     return { m_numbers[index],
              m_sequence ? m_sequence->Frames()[index].path.stem().string()
                         : std::string("test-card"),
-             m_run };
+             std::make_shared<host::RunValues>(std::move(run)) };
 }
 
 std::string Shot::Name(std::size_t index) const {

@@ -40,7 +40,9 @@ public:
     std::size_t Count() const { return m_numbers.size(); }
     // The frame of that number or, where there is none, the one before it or the first.
     std::size_t IndexOf(std::int64_t number) const;
-    host::TokenValues Values(std::size_t index) const;
+    // In a document that counts and defines so.
+    host::TokenValues Values(std::size_t index, const host::ShotClock& clock,
+                             const host::Defines& defines = {}) const;
     // The file's path; "test card" for frames that have none.
     std::string Name(std::size_t index) const;
     bool Read(std::size_t index, host::PngReader& reader, host::Frame& frame,
@@ -54,7 +56,7 @@ private:
     std::string m_input;
     std::optional<host::Sequence> m_sequence;
     std::vector<std::int64_t> m_numbers;
-    std::shared_ptr<const host::RunValues> m_run; // what its frames have in common
+    host::RunValues m_run; // what its frames have in common, but for what a document says
 };
 
 // The one input that several files stand for: their pattern when all have the same, else the folder

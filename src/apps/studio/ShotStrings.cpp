@@ -26,9 +26,11 @@ QString TroubleWith(const platform::EncodedText& encoded, FieldRoom field) {
 
 StringHere Resolve(const std::string& text, const host::TokenValues& values, FieldRoom field) {
     std::string why;
-    const auto parsed = host::TokenText::Parse(text, why);
+    const auto parsed =
+        host::TokenText::Parse(text, why, values.run ? values.run->defines : host::Defines());
     if (!parsed)
-        return { .trouble = T("Unknown token. Use {frame}, {frame+1}, {frame:04} or {file}; {{ "
+        return { .trouble = T("Unknown token. Use {frame}, {frame+1}, {frame:04}, {first}, {last}, "
+                              "{count}, {tc}, {seconds}, {file}, {name}, {date} or {time}; {{ "
                               "stands for a brace.") };
     StringHere here { .hasTokens = parsed->HasTokens(), .text = parsed->Resolve(values) };
     auto encoded = platform::EncodeText(here.text);

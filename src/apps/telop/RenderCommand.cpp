@@ -2,6 +2,7 @@
 #include "apps/telop/Commands.h"
 
 #include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -74,7 +75,7 @@ void CheckStreams(const RenderOptions& options) {
 }
 
 // Reads folders, no picture, and writes nothing.
-host::FramePlan PlanRun(const RenderOptions& options) {
+host::FramePlan PlanRun(const RenderOptions& options, const host::ShotClock& clock) {
     const auto frames =
         options.frames ? ParseRanges("--frames", *options.frames) : host::FrameRanges::All();
     CheckStreams(options);
@@ -83,6 +84,7 @@ host::FramePlan PlanRun(const RenderOptions& options) {
                                         .output = options.output,
                                         .frames = frames,
                                         .start = options.start.value_or(1),
+                                        .clock = clock,
                                         .existing = ExistingPolicy(options) },
                                       problem);
     if (!plan)
@@ -154,7 +156,7 @@ void ApplyTexts(host::Document& document, const RenderOptions& options) {
     auto track = std::exchange(document.tracks.front(), {});
     document.tracks.clear();
     for (const auto& text : texts) {
-        track = MakeTrack(text, std::move(track));
+        track = MakeTrack(text, std::move(track), document.defines);
         document.tracks.push_back(track);
         // The next one has its look.
         track.name.clear();
@@ -170,6 +172,8 @@ host::Document WhatIsDrawn(const MaybeDocument& loaded, const RenderOptions& opt
         document = *loaded;
     else
         document.TakeFrom(effect);
+    document.clock = ClockOf(options.shot, document.clock);
+    AddDefines(options.shot, document.defines);
     PickTracks(document, options);
     ApplyTexts(document, options);
     if (options.strings)
@@ -184,19 +188,36 @@ void SaveText(host::Effect& effect, const host::Document& document, const Render
     if (options.strings)
         Console::Get().Warn("--save-settings: settings have no room for --strings; give them again "
                             "to each run, or use --save-document");
+    if (document.clock != host::ShotClock() || !document.defines.empty())
+        Console::Get().Warn("--save-settings: settings have no room for --fps, --timecode and "
+                            "--define; give them again to each run, or use --save-document");
     effect.SetParams(document.tracks.front().settings);
     SaveSettings(effect, *options.saveSettings, options.overwrite);
 }
 
 void SaveDocument(host::Document document, const RenderOptions& options) {
     std::string why;
-    if (options.input != kStream)
+    if (options.input != kStream && !options.input.empty())
         document.input = options.input;
     if (std::filesystem::exists(*options.saveDocument) && !options.overwrite)
         throw CommandError(ExitCode::kCannotWrite,
                            *options.saveDocument + " exists; --overwrite replaces it");
     if (!document.Save(*options.saveDocument, why))
         throw CommandError(ExitCode::kCannotWrite, why);
+}
+
+// Only files have names, and only the end of a stream tells where it is.
+void RefuseTokensOfFiles(const host::ShotText& text) {
+    using host::Token;
+    constexpr std::array<std::pair<Token, const char*>, 4> kOfFiles {
+        { { Token::kFile, "{file}: the frames of a stream have no file names" },
+          { Token::kName, "{name}: the frames of a stream have no folder" },
+          { Token::kLast, "{last}: which frame of a stream is the last shows only at its end" },
+          { Token::kCount, "{count}: how many frames a stream has shows only at its end" } }
+    };
+    for (const auto& [token, reason] : kOfFiles)
+        if (text.Uses(token))
+            FailUsage(reason);
 }
 
 host::ShotText PrepareText(const host::Document& document, const host::FramePlan& plan,
@@ -207,8 +228,8 @@ host::ShotText PrepareText(const host::Document& document, const host::FramePlan
         throw CommandError(ExitCode::kBadInput, options.document
                                                     ? *options.document + ": " + problems.front()
                                                     : problems.front());
-    if (plan.ReadsStream() && text.NeedsFile())
-        FailUsage("{file}: the frames of a stream have no file names");
+    if (plan.ReadsStream())
+        RefuseTokensOfFiles(text);
     return text;
 }
 
@@ -361,7 +382,8 @@ ExitCode RunRender(const RenderOptions& typed) {
         options.view.origin = ParsePoint("--origin", *options.origin);
     std::optional<host::FramePlan> plan;
     if (!options.input.empty() && !options.output.empty())
-        plan.emplace(PlanRun(options));
+        plan.emplace(
+            PlanRun(options, ClockOf(options.shot, loaded ? loaded->clock : host::ShotClock())));
 
     const auto fonts = options.strictFonts ? host::FontPolicy::kStrict : host::FontPolicy::kWarn;
     auto& process = platform::TextContext::Current();
@@ -384,7 +406,7 @@ ExitCode RunRender(const RenderOptions& typed) {
             CheckFamily(track.TheTrack().settings);
     WarnOfNoNumber(*plan, text);
     const host::FrameRenderer renderer(*effect, text, run, options.view, fonts);
-    for (const auto& sentence : host::WhyOnNoFrame(renderer, text, plan->Files()))
+    for (const auto& sentence : host::WhyOnNoFrame(renderer, text, plan->Files(), plan->Run()))
         Console::Get().Warn(sentence);
     return RenderFrames(*plan, renderer, options);
 }

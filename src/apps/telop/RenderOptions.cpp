@@ -22,8 +22,13 @@ constexpr const char* kDescription =
 
 constexpr const char* kExamples =
     "Tokens, in any text: {frame}, {frame:04} (4 digits), {frame-1000} (counted from 1000), "
-    "{frame+1:03},\n{file} (the picture's name without folder and extension); {{ and }} are "
-    "braces.\nA dialogue that starts with @ is written with @@, a comma within --strings as "
+    "{frame+1:03};\n{first}, {last} and {count} of the shot; {tc} and {seconds}, {seconds:.2} from "
+    "its "
+    "first frame;\n{file} (the picture's name without folder and extension), {name} of its folder; "
+    "{date} and {time}\nof the run; {KEY} of --define; {{ and }} are braces. A stream has no "
+    "{last}, "
+    "{count}, {file}, {name}.\nA dialogue that starts with @ is written with @@, a comma within "
+    "--strings as "
     "\\,.\n\n"
     "Examples:\n"
     "  telop render --info PAN --at 60,40 shot.####.png out/shot.####.png\n"
@@ -31,6 +36,8 @@ constexpr const char* kExamples =
     "  telop render --character Hanako --off --opacity 100 --box none a.png b.png\n"
     "  telop render --dialogue @line.txt --font 'Noto Sans CJK JP' --size 48 a.png b.png\n"
     "  telop render --info PAN --at 60,40 --then --character Hanako --anchor bottom a.png b.png\n"
+    "  telop render --info '{shot}  {tc}' --define shot=010 --fps 23.976 --timecode 01:00:00:00 a/ "
+    "b/\n"
     "  telop render --document shot.telop out/\n"
     "  ffmpeg -i in.mov -f image2pipe -c:v pam - | telop render --info T.U. - - |\n"
     "    ffmpeg -f image2pipe -c:v pam -i - out.mov\n\n";
@@ -115,6 +122,7 @@ void AddRenderOptions(CLI::App& command, RenderOptions& options) {
     command.add_option("OUTPUT", options.output, "Picture, sequence, folder or -");
     AddTextsOptions(command, options);
     AddFrameOptions(command, options);
+    AddShotOptions(command, options.shot);
     AddSettingsOptions(command, options);
     AddOutputOptions(command, options);
     command.footer(std::string(kExamples) + kExitCodeHelp);

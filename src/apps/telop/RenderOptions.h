@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "apps/telop/ShotOptions.h"
 #include "apps/telop/TextOptions.h"
 #include "host/jobs/FrameRenderer.h"
 
@@ -31,6 +32,8 @@ struct RenderOptions {
 
     std::optional<std::string> frames;
     std::optional<std::int64_t> start; // number of a stream's first frame
+
+    ShotOptions shot;
 
     std::optional<std::string> settings, saveSettings, saveDocument;
     std::optional<std::string> encoding, plugin;

@@ -74,10 +74,11 @@ void SetFlags(_TEXTPARAM& params, std::uint32_t mask, std::uint32_t flags) {
     params.dwFlags = (params.dwFlags & ~mask) | flags;
 }
 
-host::TokenText ParseTokens(const std::string& option, const std::string& utf8) {
+host::TokenText ParseTokens(const std::string& option, const std::string& utf8,
+                            const host::Defines& defines) {
     CheckUtf8(option, utf8);
     std::string why;
-    auto parsed = host::TokenText::Parse(utf8, why);
+    auto parsed = host::TokenText::Parse(utf8, why, defines);
     if (!parsed)
         FailUsage(option + ": " + why);
     return *std::move(parsed);
@@ -91,24 +92,24 @@ void CheckIsLine(const std::string& option, const std::string& utf8) {
 // The track's one text, with its tokens. One that has too many letters for the settings' field only
 // while its tokens stand in it is a cue of all frames.
 void SetText(host::Track& track, std::span<char> field, const std::string& option,
-             const std::string& utf8) {
-    const auto parsed = ParseTokens(option, utf8);
+             const std::string& utf8, const host::Defines& defines) {
+    const auto parsed = ParseTokens(option, utf8, defines);
     track.cues.clear();
     std::string why;
     if (host::SetField(field, option, utf8, why))
         return;
-    if (!parsed.HasTokens() || !host::SetField(field, option, parsed.Shortest(), why))
+    if (!host::SetField(field, option, parsed.Shortest(), why))
         FailUsage(why);
     track.cues = { { -host::kFrameMax, host::kFrameMax, utf8, utf8 } };
 }
 
 void SetLine(host::Track& track, std::span<char> field, const std::string& option,
-             const std::string& utf8) {
+             const std::string& utf8, const host::Defines& defines) {
     CheckIsLine(option, utf8);
-    SetText(track, field, option, utf8);
+    SetText(track, field, option, utf8, defines);
 }
 
-void SetKind(host::Track& track, const TextOptions& options) {
+void SetKind(host::Track& track, const TextOptions& options, const host::Defines& defines) {
     auto& params = track.settings;
     if (options.score) {
         SetFlags(params, host::kTextKinds, TEXT_SCORE);
@@ -116,14 +117,14 @@ void SetKind(host::Track& track, const TextOptions& options) {
         track.cues.clear();
     } else if (options.info) {
         SetFlags(params, host::kTextKinds, TEXT_INFO);
-        SetLine(track, params.szInfoText, "--info", *options.info);
+        SetLine(track, params.szInfoText, "--info", *options.info, defines);
     } else if (options.character) {
         SetFlags(params, host::kTextKinds | TEXT_OFFCHARACTER | TEXT_MONOLOGUE, TEXT_CHARACTER);
-        SetLine(track, params.szCharacter, "--character", *options.character);
+        SetLine(track, params.szCharacter, "--character", *options.character, defines);
     } else if (options.dialogue) {
         SetFlags(params, host::kTextKinds, TEXT_DIALOGUE);
         SetText(track, params.szDialogue, "--dialogue",
-                DialogueText("--dialogue", *options.dialogue));
+                DialogueText("--dialogue", *options.dialogue), defines);
     }
 }
 
@@ -222,8 +223,8 @@ std::vector<TextOptions> TakeEarlierTexts(std::vector<std::string>& arguments) {
     return texts;
 }
 
-host::Track MakeTrack(const TextOptions& options, host::Track track) {
-    SetKind(track, options);
+host::Track MakeTrack(const TextOptions& options, host::Track track, const host::Defines& defines) {
+    SetKind(track, options, defines);
     SetLook(track.settings, options);
     SetSuffix(track.settings, options);
     SetPlace(track, options);
@@ -247,7 +248,9 @@ void SetStrings(host::Document& document, const std::string& strings) {
         CheckIsLine(option, document.strings[i]);
         std::array<char, sizeof(_EPIRECORD::szInfo1)> room {};
         std::string why;
-        if (!host::SetField(room, option, ParseTokens(option, document.strings[i]).Shortest(), why))
+        if (!host::SetField(room, option,
+                            ParseTokens(option, document.strings[i], document.defines).Shortest(),
+                            why))
             FailUsage(why);
     }
 }

@@ -38,7 +38,8 @@ void AddTextOptions(CLI::App& command, TextOptions& text);
 std::vector<TextOptions> TakeEarlierTexts(std::vector<std::string>& arguments);
 
 // Throws a usage error that names the option when one does not fit the others, its limit or the track.
-host::Track MakeTrack(const TextOptions& options, host::Track track);
+host::Track MakeTrack(const TextOptions& options, host::Track track,
+                      const host::Defines& defines = {});
 
 // "A,B,C,D" for the parts of the document's score lines.
 void SetStrings(host::Document& document, const std::string& strings);

@@ -79,6 +79,48 @@ platform::TextEncoding EncodingOf(const Json& json) {
     return *encoding;
 }
 
+ShotClock ClockOf(const ObjectReader& reader) {
+    std::string why;
+    FrameRate rate;
+    if (reader.Find("rate"))
+        reader.Get("rate", [&](const Json& name) {
+            const auto parsed = FrameRate::Parse(TextOf(name), why);
+            if (!parsed)
+                throw Refused { why };
+            rate = *parsed;
+        });
+    ShotClock clock { TimeCode(rate) };
+    if (reader.Find("timecode"))
+        reader.Get("timecode", [&](const Json& start) {
+            const auto parsed = ShotClock::Make(rate, false, TextOf(start), why);
+            if (!parsed)
+                throw Refused { why };
+            clock = *parsed;
+        });
+    return clock;
+}
+
+void ClockToJson(const ShotClock& clock, Json& json) {
+    if (clock.timeCode.Rate() != FrameRate())
+        json["rate"] = clock.timeCode.Rate().Name();
+    if (clock.startCode != 0 || clock.timeCode.IsDropFrame())
+        json["timecode"] = clock.Start();
+}
+
+Defines DefinesOf(const Json& json) {
+    if (!json.is_object())
+        throw Refused { "is no object of names and texts" };
+    Defines defines;
+    for (const auto& [name, value] : json.items())
+        Within(name, [&, &name = name, &value = value] {
+            std::string why;
+            if (!TokenText::IsDefinable(name, why))
+                throw Refused { why };
+            defines[name] = TextOf(value);
+        });
+    return defines;
+}
+
 // Told before anything else is looked at, for there may be keys that only a newer program knows.
 std::int64_t CheckFormat(const Json& json) {
     const auto format = json.is_object() ? json.find("format") : json.end();
@@ -112,7 +154,7 @@ ObjectReader ReaderOf(const Json& json, std::int64_t version) {
     return { json,
              { "format", "version", "frames", "currentFrame", "strings", "encoding", "tracks",
                "dialogs" },
-             { "language", "fallbacks" } };
+             { "language", "fallbacks", "rate", "timecode", "defines" } };
 }
 
 Document Read(std::string_view text, const fs::path& folder) {
@@ -133,6 +175,9 @@ Document Read(std::string_view text, const fs::path& folder) {
             for (const auto& name : ArrayOf(names))
                 document.fallbacks.push_back(TextOf(name));
         });
+    document.clock = ClockOf(reader);
+    if (reader.Find("defines"))
+        document.defines = reader.Get("defines", DefinesOf);
     platform::TextContext context(document.encoding);
     const platform::TextScope scope(context);
     document.tracks = version == 1 ? TheOneTrack(reader) : reader.Get("tracks", TracksOf);
@@ -178,6 +223,9 @@ std::string Document::ToJson(const fs::path& folder) const {
         json["language"] = language;
     if (!fallbacks.empty())
         json["fallbacks"] = fallbacks;
+    ClockToJson(clock, json);
+    if (!defines.empty())
+        json["defines"] = defines;
     platform::TextContext context(encoding);
     const platform::TextScope scope(context);
     json["tracks"] = TracksToJson(tracks);
@@ -222,8 +270,8 @@ bool Document::operator==(const Document& other) const {
     return input == other.input && currentFrame == other.currentFrame &&
            stringsPresent == other.stringsPresent && strings == other.strings &&
            encoding == other.encoding && language == other.language &&
-           fallbacks == other.fallbacks && tracks == other.tracks &&
-           std::memcmp(&dialogs, &other.dialogs, sizeof dialogs) == 0;
+           fallbacks == other.fallbacks && clock == other.clock && defines == other.defines &&
+           tracks == other.tracks && std::memcmp(&dialogs, &other.dialogs, sizeof dialogs) == 0;
 }
 
 } // namespace host

@@ -10,6 +10,9 @@
 //     "encoding": "UTF-8",            of the texts in settings and dialogs
 //     "language": "ja",               of the words that the effect adds; left out: the environment's
 //     "fallbacks": ["Noto Sans"],     font families to look in first for what a text's own lacks
+//     "rate": "29.97",                frames a second, of {tc} and {seconds}; left out: 24
+//     "timecode": "01:00:00;00",      of the first frame; left out: 0. A semicolon: drop-frame
+//     "defines": { "shot": "010" },   tokens of its own
 //     "tracks": [                     1 to 1,000, drawn from first to last
 //       { "name": "Dialogue",
 //         "on": "1001-1010,1020-",    or "all", or "none"
@@ -40,6 +43,7 @@
 
 #include "host/Effect.h"
 #include "host/document/Track.h"
+#include "host/text/TokenText.h"
 #include "platform/TextEncoding.h"
 
 namespace host {
@@ -57,7 +61,9 @@ struct Document {
     platform::TextEncoding encoding = platform::TextEncoding::Utf8();
     std::string language;               // empty: the environment's
     std::vector<std::string> fallbacks; // names of font families, UTF-8
-    std::vector<Track> tracks { 1 };    // never empty
+    ShotClock clock;
+    Defines defines;                 // each can be defined
+    std::vector<Track> tracks { 1 }; // never empty
     _TEXT_DIALOG_PARAM dialogs {};
 
     // Nothing, with the reason in why, which names the file, the key and what is wrong: the file is

@@ -16,6 +16,7 @@ std::unique_ptr<DocumentExport> DocumentExport::Make(const Document& document, c
     made->m_plan = FramePlan::Make({ .input = document.input,
                                      .output = options.output,
                                      .frames = options.frames.value_or(FrameRanges::All()),
+                                     .clock = document.clock,
                                      .existing = options.existing },
                                    problem);
     if (!made->m_plan)
@@ -34,7 +35,8 @@ std::unique_ptr<DocumentExport> DocumentExport::Make(const Document& document, c
         return nullptr;
     }
     made->m_renderer.emplace(effect, made->m_text, *made->m_met);
-    made->m_warnings = WhyOnNoFrame(*made->m_renderer, made->m_text, made->m_plan->Files());
+    made->m_warnings =
+        WhyOnNoFrame(*made->m_renderer, made->m_text, made->m_plan->Files(), made->m_plan->Run());
     made->m_options = { .jobs = options.jobs, .compression = options.compression };
     return made;
 }

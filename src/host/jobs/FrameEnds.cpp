@@ -31,7 +31,7 @@ FrameSource::Taken FileSource::Take(Ticket& ticket, Frame&, const Room& room, st
     if (m_next == m_files.size())
         return Taken::kEnd;
     const auto& file = m_files[m_next++];
-    ticket.values = { file.number, file.path.stem().string() };
+    ticket.values = { file.number, file.path.stem().string(), m_run };
     ticket.input = file.path;
     ticket.name = Printable(file.path.native());
     const auto outline = LookAtPng(file.path);
@@ -45,8 +45,9 @@ bool FileSource::Load(const Ticket& ticket, PngReader& reader, Frame& frame, std
     return reader.Read(ticket.input, frame, why);
 }
 
-StreamSource::StreamSource(int descriptor, std::int64_t first, FrameRanges wanted)
-    : m_reader(descriptor), m_number(first), m_wanted(std::move(wanted)) {
+StreamSource::StreamSource(int descriptor, std::shared_ptr<const RunValues> run, FrameRanges wanted)
+    : m_reader(descriptor), m_run(std::move(run)), m_number(m_run->first),
+      m_wanted(std::move(wanted)) {
     for (const auto& range : m_wanted.Ranges())
         m_last = std::max(m_last, range.last);
 }
@@ -60,7 +61,7 @@ FrameSource::Taken StreamSource::Take(Ticket& ticket, Frame& frame, const Room& 
         const auto number = m_number++;
         if (!m_wanted.Contains(number))
             continue;
-        ticket.values = { number, {} };
+        ticket.values = { number, {}, m_run };
         ticket.name = "frame " + std::to_string(number) + " of the input stream";
         return Taken::kFrame;
     }

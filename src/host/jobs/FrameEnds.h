@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -70,7 +71,8 @@ public:
 
 class FileSource : public FrameSource {
 public:
-    explicit FileSource(std::vector<FrameFile> files) : m_files(std::move(files)) {}
+    FileSource(std::vector<FrameFile> files, std::shared_ptr<const RunValues> run)
+        : m_files(std::move(files)), m_run(std::move(run)) {}
 
     Taken Take(Ticket& ticket, Frame& frame, const Room& room, std::string& why) override;
     bool Load(const Ticket& ticket, PngReader& reader, Frame& frame, std::string& why) override;
@@ -79,14 +81,15 @@ public:
 
 private:
     std::vector<FrameFile> m_files;
+    std::shared_ptr<const RunValues> m_run;
     std::size_t m_next = 0;
 };
 
 class StreamSource : public FrameSource {
 public:
-    // first is the number of the stream's first frame; frames outside wanted are read and dropped,
-    // and nothing is read past the last of them.
-    StreamSource(int descriptor, std::int64_t first, FrameRanges wanted);
+    // The run's first frame is the stream's; frames outside wanted are read and dropped, and nothing
+    // is read past the last of them.
+    StreamSource(int descriptor, std::shared_ptr<const RunValues> run, FrameRanges wanted);
 
     Taken Take(Ticket& ticket, Frame& frame, const Room& room, std::string& why) override;
     bool Load(const Ticket&, PngReader&, Frame&, std::string&) override { return true; }
@@ -95,6 +98,7 @@ public:
 
 private:
     PamReader m_reader;
+    std::shared_ptr<const RunValues> m_run;
     std::int64_t m_number;
     std::int64_t m_last = kFrameMin; // of the frames that are wanted
     FrameRanges m_wanted;

@@ -2,6 +2,8 @@
 #include "host/jobs/FramePlan.h"
 
 #include <algorithm>
+#include <array>
+#include <ctime>
 #include <utility>
 
 #include <unistd.h>
@@ -35,6 +37,17 @@ bool CheckExisting(const std::vector<std::filesystem::path>& existing, PlanProbl
     return false;
 }
 
+// All of the shot's frames count, whichever are wanted.
+std::shared_ptr<const RunValues> RunOf(const PlanOptions& options,
+                                       std::span<const std::int64_t> numbers,
+                                       const std::filesystem::path& folder) {
+    RunValues run;
+    run.SetShot(numbers, folder);
+    run.SetClock(options.clock);
+    run.SetDate(std::time(nullptr));
+    return std::make_shared<RunValues>(std::move(run));
+}
+
 } // namespace
 
 FramePlan::FramePlan(const PlanOptions& options)
@@ -50,7 +63,8 @@ std::optional<FramePlan> FramePlan::Make(const PlanOptions& options, PlanProblem
 
 bool FramePlan::OpenInput(const PlanOptions& options, PlanProblem& problem) {
     if (m_readsStream) {
-        m_source = std::make_unique<StreamSource>(STDIN_FILENO, options.start, m_wanted);
+        m_run = RunOf(options, std::array { options.start }, {});
+        m_source = std::make_unique<StreamSource>(STDIN_FILENO, m_run, m_wanted);
         return true;
     }
     std::string why;
@@ -67,8 +81,10 @@ bool FramePlan::OpenInput(const PlanOptions& options, PlanProblem& problem) {
                                          Span(m_input->Frames()) };
         return false;
     }
-    m_missing = m_wanted.Missing(m_input->Numbers(), kNamed + 1);
-    m_source = std::make_unique<FileSource>(m_files);
+    const auto numbers = m_input->Numbers();
+    m_missing = m_wanted.Missing(numbers, kNamed + 1);
+    m_run = RunOf(options, numbers, m_files.front().path.parent_path());
+    m_source = std::make_unique<FileSource>(m_files, m_run);
     return true;
 }
 

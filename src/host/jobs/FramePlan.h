@@ -19,6 +19,7 @@ struct PlanOptions {
     std::string output; // as SequenceOutput::Open takes it; "-" is standard output
     FrameRanges frames = FrameRanges::All(); // those that are wanted
     std::int64_t start = 1;                  // the number of a stream's first frame
+    ShotClock clock {};                      // of tokens
     Existing existing = Existing::kRefuse;
 };
 
@@ -51,6 +52,8 @@ public:
     bool WritesStream() const { return m_writesStream; }
     // Those that are made, ascending; none for a stream.
     const std::vector<FrameFile>& Files() const { return m_files; }
+    // What all of them have in common.
+    const std::shared_ptr<const RunValues>& Run() const { return m_run; }
     // Frames that are wanted by number and that the input does not have; the first kNamed + 1.
     const std::vector<std::int64_t>& Missing() const { return m_missing; }
 
@@ -67,7 +70,8 @@ private:
     FrameRanges m_wanted;
     std::optional<Sequence> m_input; // none for a stream
     std::vector<FrameFile> m_files;  // of it, those that are wanted
-    std::filesystem::path m_folder;  // of the outputs; empty for the current one, or a stream
+    std::shared_ptr<const RunValues> m_run;
+    std::filesystem::path m_folder; // of the outputs; empty for the current one, or a stream
     std::vector<std::int64_t> m_missing;
     std::unique_ptr<FrameSource> m_source;
     std::unique_ptr<FrameSink> m_sink;

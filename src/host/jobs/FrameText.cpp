@@ -27,37 +27,40 @@ FrameInfo FrameInfoOf(const ResolvedText& text) {
 }
 
 std::optional<FrameText> FrameText::Of(const _TEXTPARAM& settings, const Cue* cue,
-                                       std::span<const std::string> strings, std::string& why) {
+                                       std::span<const std::string> strings, const Defines& defines,
+                                       std::string& why) {
     FrameText text;
     text.m_text.params = settings;
-    const bool isSet = KindOf(settings) == TextKind::kScore ? text.SetStrings(strings, why)
-                                                            : text.SetOwnText(cue, why);
+    const bool isSet = KindOf(settings) == TextKind::kScore ? text.SetStrings(strings, defines, why)
+                                                            : text.SetOwnText(cue, defines, why);
     return isSet ? std::optional(std::move(text)) : std::nullopt;
 }
 
-bool FrameText::SetStrings(std::span<const std::string> strings, std::string& why) {
+bool FrameText::SetStrings(std::span<const std::string> strings, const Defines& defines,
+                           std::string& why) {
     for (std::size_t i = 0; i < strings.size(); ++i)
         if (!SetText("information string " + std::to_string(i + 1), TextKind::kScore, i, strings[i],
-                     why))
+                     defines, why))
             return false;
     return true;
 }
 
-bool FrameText::SetOwnText(const Cue* cue, std::string& why) {
+bool FrameText::SetOwnText(const Cue* cue, const Defines& defines, std::string& why) {
     const auto kind = KindOf(m_text.params);
     if (kind == TextKind::kNone)
         return true;
     if (cue)
-        return SetText(NameOf(kind), kind, 0, WithCarriageReturns(CueText(*cue, kind)), why);
+        return SetText(NameOf(kind), kind, 0, WithCarriageReturns(CueText(*cue, kind)), defines,
+                       why);
     const auto text = platform::DecodeText(FieldBytes(FieldOf(m_text, kind, 0)));
     // Bytes without a token stay as they are, also those that are no text.
     return text.find_first_of("{}") == std::string::npos ||
-           SetText(NameOf(kind), kind, 0, text, why);
+           SetText(NameOf(kind), kind, 0, text, defines, why);
 }
 
 bool FrameText::SetText(std::string name, TextKind kind, std::size_t string, std::string_view utf8,
-                        std::string& why) {
-    auto parsed = TokenText::Parse(utf8, why);
+                        const Defines& defines, std::string& why) {
+    auto parsed = TokenText::Parse(utf8, why, defines);
     if (!parsed) {
         why = name + ": " + why;
         return false;
@@ -83,9 +86,9 @@ std::span<char> FrameText::FieldOf(ResolvedText& text, TextKind kind, std::size_
     }
 }
 
-bool FrameText::NeedsFile() const {
+bool FrameText::Uses(Token token) const {
     return std::any_of(m_parts.begin(), m_parts.end(),
-                       [](const Part& part) { return part.text.Uses(Token::kFile); });
+                       [token](const Part& part) { return part.text.Uses(token); });
 }
 
 bool FrameText::Resolve(const TokenValues& values, ResolvedText& text, std::string& why) const {

@@ -31,12 +31,13 @@ class FrameText {
 public:
     // Of a track's settings, whose texts are in the thread's encoding, with the cue's text in the place
     // of theirs where there is a cue. strings are the four parts of a score line, UTF-8, or empty.
-    // Nothing, with the reason in why, when the text that is drawn has a token that is none, or is too
+    // defines are filled in. Nothing, with the reason in why, when the text that is drawn has a token that is none, or is too
     // long whatever the frame is.
     static std::optional<FrameText> Of(const _TEXTPARAM& settings, const Cue* cue,
-                                       std::span<const std::string> strings, std::string& why);
+                                       std::span<const std::string> strings, const Defines& defines,
+                                       std::string& why);
 
-    bool NeedsFile() const;
+    bool Uses(Token token) const;
 
     // False, with a reason that names the text, when one is too long for this frame. Any thread.
     bool Resolve(const TokenValues& values, ResolvedText& text, std::string& why) const;
@@ -50,10 +51,10 @@ private:
         TokenText text;
     };
     static std::span<char> FieldOf(ResolvedText& text, TextKind kind, std::size_t string);
-    bool SetStrings(std::span<const std::string> strings, std::string& why);
-    bool SetOwnText(const Cue* cue, std::string& why);
+    bool SetStrings(std::span<const std::string> strings, const Defines& defines, std::string& why);
+    bool SetOwnText(const Cue* cue, const Defines& defines, std::string& why);
     bool SetText(std::string name, TextKind kind, std::size_t string, std::string_view utf8,
-                 std::string& why);
+                 const Defines& defines, std::string& why);
 
     ResolvedText m_text;
     std::vector<Part> m_parts;

@@ -7,11 +7,11 @@
 namespace host {
 
 std::optional<TrackText> TrackText::Of(const Track& track, std::span<const std::string> strings,
-                                       std::string& why) {
+                                       const Defines& defines, std::string& why) {
     TrackText text;
     text.m_track = track;
     const auto add = [&](const Cue* cue) {
-        auto one = FrameText::Of(track.settings, cue, strings, why);
+        auto one = FrameText::Of(track.settings, cue, strings, defines, why);
         if (one)
             text.m_texts.push_back(*std::move(one));
         return one.has_value();
@@ -36,8 +36,8 @@ const FrameText* TrackText::At(std::int64_t frame) const {
     return cue ? &m_texts[static_cast<std::size_t>(cue - m_track.cues.data())] : nullptr;
 }
 
-bool TrackText::NeedsFile() const {
-    return std::ranges::any_of(m_texts, &FrameText::NeedsFile);
+bool TrackText::Uses(Token token) const {
+    return std::ranges::any_of(m_texts, [&](const FrameText& text) { return text.Uses(token); });
 }
 
 ShotText ShotText::Of(const Document& document, std::vector<std::string>& problems) {
@@ -47,7 +47,8 @@ ShotText ShotText::Of(const Document& document, std::vector<std::string>& proble
         if (!track.isShown)
             continue;
         std::string why;
-        auto text = TrackText::Of(track, document.stringsPresent ? document.strings : none, why);
+        auto text = TrackText::Of(track, document.stringsPresent ? document.strings : none,
+                                  document.defines, why);
         if (text)
             shot.m_tracks.push_back(*std::move(text));
         else
@@ -57,8 +58,8 @@ ShotText ShotText::Of(const Document& document, std::vector<std::string>& proble
     return shot;
 }
 
-bool ShotText::NeedsFile() const {
-    return std::ranges::any_of(m_tracks, &TrackText::NeedsFile);
+bool ShotText::Uses(Token token) const {
+    return std::ranges::any_of(m_tracks, [&](const TrackText& track) { return track.Uses(token); });
 }
 
 bool ShotText::IsOn(std::int64_t frame) const {

@@ -18,12 +18,12 @@ class TrackText {
 public:
     // strings: those of the shot, or none. Nothing, with the reason in why, which names the cue.
     static std::optional<TrackText> Of(const Track& track, std::span<const std::string> strings,
-                                       std::string& why);
+                                       const Defines& defines, std::string& why);
 
     const Track& TheTrack() const { return m_track; }
     // Null where the track has no text on the frame. Any thread.
     const FrameText* At(std::int64_t frame) const;
-    bool NeedsFile() const;
+    bool Uses(Token token) const;
 
 private:
     Track m_track;
@@ -37,7 +37,7 @@ public:
     static ShotText Of(const Document& document, std::vector<std::string>& problems);
 
     const std::vector<TrackText>& Tracks() const { return m_tracks; }
-    bool NeedsFile() const;
+    bool Uses(Token token) const;
     // Whether any track has a text on the frame.
     bool IsOn(std::int64_t frame) const;
 

@@ -81,14 +81,16 @@ std::string WhyUnseen(const Sample& sample, const _TEXTPARAM& params, const Fram
 }
 
 std::string WhyOnNone(const FrameRenderer& renderer, const TrackText& track,
-                      std::span<const FrameFile> files) {
+                      std::span<const FrameFile> files,
+                      const std::shared_ptr<const RunValues>& run) {
     const auto first =
         std::ranges::find_if(files, [&](const auto& file) { return track.At(file.number); });
     if (first == files.end())
         return WhyNotOn(track.TheTrack(), files);
-    const Sample sample {
-        renderer, track, *track.At(first->number), { first->number, first->path.stem().string() }
-    };
+    const Sample sample { renderer,
+                          track,
+                          *track.At(first->number),
+                          { first->number, first->path.stem().string(), run } };
     ResolvedText resolved;
     std::string tooLong; // for this frame, which will say so
     if (!sample.text.Resolve(sample.values, resolved, tooLong))
@@ -100,7 +102,8 @@ std::string WhyOnNone(const FrameRenderer& renderer, const TrackText& track,
 } // namespace
 
 std::vector<std::string> WhyOnNoFrame(const FrameRenderer& renderer, const ShotText& text,
-                                      std::span<const FrameFile> files) {
+                                      std::span<const FrameFile> files,
+                                      const std::shared_ptr<const RunValues>& run) {
     std::vector<std::string> sentences;
     if (files.empty())
         return sentences;
@@ -108,7 +111,7 @@ std::vector<std::string> WhyOnNoFrame(const FrameRenderer& renderer, const ShotT
     if (tracks.empty())
         sentences.emplace_back("the text is on no frame: no track is shown");
     for (const auto& track : tracks) {
-        const auto reason = WhyOnNone(renderer, track, files);
+        const auto reason = WhyOnNone(renderer, track, files, run);
         if (!reason.empty())
             sentences.push_back((tracks.size() > 1
                                      ? "the text of track '" + track.TheTrack().name + "'"

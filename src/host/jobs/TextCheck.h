@@ -2,6 +2,7 @@
 // Whether a run's texts show anywhere: what burns nothing is most often a mistake.
 #pragma once
 
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -17,6 +18,7 @@ namespace host {
 // none for a stream. Looks into one of them for its size, and draws the text once, beside the run's text
 // context.
 std::vector<std::string> WhyOnNoFrame(const FrameRenderer& renderer, const ShotText& text,
-                                      std::span<const FrameFile> files);
+                                      std::span<const FrameFile> files,
+                                      const std::shared_ptr<const RunValues>& run);
 
 } // namespace host

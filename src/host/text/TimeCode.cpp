@@ -173,4 +173,12 @@ std::optional<std::int64_t> TimeCode::Parse(std::string_view text, std::string& 
     return (minute * 60 + seconds) * m_rate.Base() + frames - (minute - minute / 10) * m_dropped;
 }
 
+std::optional<ShotClock> ShotClock::Make(FrameRate rate, bool dropFrame, std::string_view start,
+                                         std::string& why) {
+    const bool drops = dropFrame || start.find(';') != std::string_view::npos;
+    const auto code = TimeCode::Make(rate, drops, why);
+    const auto frames = code ? code->Parse(start, why) : std::nullopt;
+    return frames ? std::optional(ShotClock { *code, *frames }) : std::nullopt;
+}
+
 } // namespace host

@@ -80,4 +80,18 @@ private:
     int m_dropped = 0; // numbers in a minute
 };
 
+// How the frames of a shot are counted in time. A small value.
+struct ShotClock {
+    TimeCode timeCode {};
+    std::int64_t startCode = 0; // of the shot's first frame, as TimeCode::Parse gives it
+
+    // start as people type it; with the semicolon of drop-frame it is counted so too. Nothing, with the
+    // reason in why.
+    static std::optional<ShotClock> Make(FrameRate rate, bool dropFrame, std::string_view start,
+                                         std::string& why);
+    std::string Start() const { return timeCode.Format(startCode); }
+
+    bool operator==(const ShotClock&) const = default;
+};
+
 } // namespace host

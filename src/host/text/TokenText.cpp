@@ -106,6 +106,7 @@ void RunValues::SetShot(std::span<const std::int64_t> numbers,
     count = static_cast<std::int64_t>(numbers.size());
     first = numbers.empty() ? 0 : numbers.front();
     last = numbers.empty() ? 0 : numbers.back();
+    zeroFrame = first;
     // "shots/one/", "." and "" name no folder at their ends.
     std::error_code ignored;
     const auto folder = std::filesystem::absolute(shotFolder.empty() ? "." : shotFolder, ignored)
@@ -113,7 +114,12 @@ void RunValues::SetShot(std::span<const std::int64_t> numbers,
     name = (folder.has_filename() ? folder : folder.parent_path()).filename().string();
 }
 
-void RunValues::SetClock(std::time_t moment) {
+void RunValues::SetClock(const ShotClock& clock) {
+    timeCode = clock.timeCode;
+    startCode = clock.startCode;
+}
+
+void RunValues::SetDate(std::time_t moment) {
     std::tm parts {};
     localtime_r(&moment, &parts);
     std::array<char, 64> text {};

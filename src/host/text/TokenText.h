@@ -61,11 +61,14 @@ struct RunValues {
     TimeCode timeCode {};
     std::int64_t zeroFrame = 0; // the frame that is at 0 seconds and has the start's time code
     std::int64_t startCode = 0; // that time code, as TimeCode::Parse gives it
+    Defines defines {};         // for those who parse and resolve at once
 
     // Of the frames with these numbers, which are ascending, in this folder; empty is the current one.
+    // The first of them is at 0 seconds.
     void SetShot(std::span<const std::int64_t> numbers, const std::filesystem::path& shotFolder);
+    void SetClock(const ShotClock& clock);
     // Date and time of day at that moment, in the process's time zone.
-    void SetClock(std::time_t moment);
+    void SetDate(std::time_t moment);
 };
 
 struct TokenValues {

@@ -54,6 +54,33 @@ TEST_F(RenderFiles, TokensAreFilledIn) {
     EXPECT_EQ(Contents("b/shot.7.png"), Contents("six.png"));
 }
 
+TEST_F(RenderFiles, TokensOfTheShotAreThoseOfAllItsFrames) {
+    WriteSequence("cut", 1001, 1004);
+    Run("render --info '{id} {tc} {seconds:.2} {first}-{last} {count} {name} {shot}' "
+        "--define id={1} --define shot=7 --fps 29.97 --timecode 23:59:59;29 "
+        "--save-document s.telop --frames 1003 cut/ b/");
+    Run("render --info '{{1}} 00:00:00;01 0.06 1001-1004 4 cut 7' cut/shot.1003.png same.png");
+    EXPECT_EQ(Contents("b/shot.1003.png"), Contents("same.png"));
+    Run("render --document s.telop --frames 1003 c/");
+    EXPECT_EQ(Contents("c/shot.1003.png"), Contents("same.png"));
+    Run("render --document s.telop --fps 25 --define shot=8 --timecode 1:0:0:0 --frames 1001 d/");
+    Run("render --info '{{1}} 01:00:00:00 0.00 1001-1004 4 cut 8' cut/shot.1001.png eight.png");
+    EXPECT_EQ(Contents("d/shot.1001.png"), Contents("eight.png"));
+    // The moment of the run is the same in all its frames, and no other text.
+    const auto now = Run("render --info '{date}' --frames 1001 cut/ now/");
+    EXPECT_THAT(now.err, testing::Not(testing::HasSubstr("warning")));
+    Run("render --info '{{date}}' --frames 1001 cut/ words/");
+    EXPECT_NE(Contents("now/shot.1001.png"), Contents("words/shot.1001.png"));
+
+    ExpectEndings("render --info {tc} cut/ e/",
+                  { { "--fps 23", 2, "--fps: '23'" },
+                    { "--timecode 1:2:3:24", 2, "--timecode: '1:2:3:24'" },
+                    { "--drop-frame", 2, "--drop-frame: drop-frame time code is for" },
+                    { "--define shot", 2, "--define: 'shot' is not KEY=VALUE" },
+                    { "--define frame=1", 2, "--define: {frame} has a meaning" },
+                    { "--define 1st=1", 2, "--define: '1st' cannot" } });
+}
+
 TEST_F(RenderFiles, OnlyFramesInTheRangesAreMadeAndDrawn) {
     WriteSequence("a", 1, 6);
     const auto outcome =

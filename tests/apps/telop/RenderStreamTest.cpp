@@ -98,6 +98,7 @@ TEST_F(RenderStream, RefusesWhatAStreamCannotDo) {
                                        { "x - -", 3, "" },
                                        { "x --frames 5- - -", 3, "", Stream(2) },
                                        { "{file} - -", 2, "{file}", Stream(1) },
+                                       { "{count} - -", 2, "{count}", Stream(1) },
                                        { "x - one.png", 2, "%04d", Stream(1) },
                                        { "x --start 5 in.png -", 2, "--start" },
                                    });

@@ -169,6 +169,11 @@ TEST_F(DocumentTest, BadFilesAreRefusedWithTheKeyAndTheReason) {
              Row { "\"currentFrame\": 1012,", "", "currentFrame: is missing" },
              Row { "\"currentFrame\"", "\"frames\": \"b\", \"currentFrame\"",
                    "frames: given twice" },
+             Row { "\"encoding\"", "\"rate\": \"23\", \"encoding\"", "rate: '23'" },
+             Row { "\"encoding\"", "\"timecode\": \"1:00:00;00\", \"encoding\"",
+                   "timecode: drop-frame" },
+             Row { "\"encoding\"", "\"defines\": { \"frame\": \"\" }, \"encoding\"",
+                   "defines.frame: {frame} has a meaning" },
              Row { "1012", "9e20", "currentFrame: expected a whole number" },
              Row { "\"shot.####.png\"", "\"\"", "frames: is no path" },
              Row { "\"shot.####.png\"", "\"a\\u0000b\"", "frames: is no path" },
@@ -198,6 +203,10 @@ TEST_F(DocumentTest, TracksComeBackWithTheirCuesInOrder) {
     auto document = Sample();
     document.language = "ja";
     document.fallbacks = { "Noto Sans CJK JP" };
+    std::string reason;
+    const auto rate = *FrameRate::Parse("59.94", reason);
+    document.clock = *ShotClock::Make(rate, false, "01:00:00;00", reason);
+    document.defines = { { "shot", "{010}" } };
     auto& track = document.tracks.emplace_back(document.tracks.front());
     track.name = "Ω";
     track.isShown = false;

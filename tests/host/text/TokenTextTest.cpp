@@ -78,7 +78,7 @@ TEST(TokenText, TakesWhatIsKnownOfARun) {
     EXPECT_EQ(std::tie(run.first, run.last, run.count), std::tuple(-5, 9, 3));
     std::tm noon {};
     noon.tm_year = 126, noon.tm_mon = 2, noon.tm_mday = 31, noon.tm_hour = 12;
-    run.SetClock(std::mktime(&noon));
+    run.SetDate(std::mktime(&noon));
     EXPECT_EQ(run.date + " " + run.time.substr(2), "2026-03-31 :00:00");
 }
 
