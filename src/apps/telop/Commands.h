@@ -19,6 +19,7 @@ void AddRender(CLI::App& program, ExitCode& code, const std::vector<TextOptions>
 void AddSettings(CLI::App& program,
                  ExitCode& code);                 // shows a settings archive, makes one from JSON
 void AddLists(CLI::App& program, ExitCode& code); // shows, takes in and makes files of texts
+void AddCues(CLI::App& program, ExitCode& code);  // files of dialogue into documents and back
 void AddFonts(CLI::App& program, ExitCode& code); // lists the families that can be drawn
 void AddDescribe(CLI::App& program, ExitCode& code); // what a plug-in says about itself
 void AddDoctor(CLI::App& program, ExitCode& code);   // what a run uses here, and what is wrong

@@ -73,7 +73,7 @@ public:
         m_app.footer(kFooter);
         m_app.formatter(std::make_shared<HelpFormatter>());
         AddRender(m_app, m_result, m_earlierTexts);
-        for (auto* const add : { AddSettings, AddLists, AddFonts, AddDescribe, AddDoctor })
+        for (auto* const add : { AddSettings, AddLists, AddCues, AddFonts, AddDescribe, AddDoctor })
             add(m_app, m_result);
     }
 
