@@ -54,8 +54,39 @@ std::vector<std::string> LanguagesOf(std::string_view locales) {
     return languages;
 }
 
+std::string LocalesOf(std::span<const std::string> languages) {
+    std::string locales;
+    for (const std::string& language : languages) {
+        if (std::ranges::equal(LanguagesOf(locales), languages) && !locales.empty())
+            break;
+        locales += (locales.empty() ? "" : ":") + language;
+    }
+    return locales;
+}
+
 std::vector<std::string> UserLanguages() {
     return LanguagesOf(std::string(Environment("LANGUAGE")) + ":" + std::string(MessagesLocale()));
+}
+
+std::string IdeographLanguageOf(std::string_view locale) {
+    std::string language(locale.substr(0, std::min<std::size_t>(5, locale.find_first_of(".@:"))));
+    for (char& c : language)
+        c = c == '_' ? '-' : c >= 'A' && c <= 'Z' ? static_cast<char>(c | 0x20) : c;
+    if (language == "zh")
+        return "zh-cn";
+    return language.starts_with("zh-") ? language : language.starts_with("ko") ? "ko" : "ja";
+}
+
+const std::string& UserIdeographLanguage() {
+    static const auto& language = *new std::string([] {
+        for (const char* name : { "LC_ALL", "LC_CTYPE", "LANG" }) {
+            const std::string_view locale = Environment(name);
+            if (!locale.empty())
+                return IdeographLanguageOf(locale);
+        }
+        return IdeographLanguageOf("");
+    }());
+    return language;
 }
 
 } // namespace platform

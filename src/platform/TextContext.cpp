@@ -66,7 +66,8 @@ TextContext::TextContext() : TextContext(Current(), {}) {}
 
 TextContext::TextContext(const TextContext& outer, Handler handler)
     : m_encoding(&outer.Encoding().Details()), m_language(outer.m_language),
-      m_fallbacks(outer.m_fallbacks), m_handler(std::move(handler)) {}
+      m_fallbacks(outer.m_fallbacks), m_tabularDigits(outer.HasTabularDigits()),
+      m_handler(std::move(handler)) {}
 
 TextContext::TextContext(TextEncoding encoding, Handler handler, std::string language,
                          const std::vector<std::string>& fallbacks)
@@ -96,6 +97,14 @@ TextEncoding TextContext::Encoding() const {
 
 std::vector<std::string> TextContext::Languages() const {
     return m_language.empty() ? UserLanguages() : LanguagesOf(m_language);
+}
+
+std::string TextContext::Language() const {
+    return LocalesOf(Languages());
+}
+
+std::string TextContext::IdeographLanguage() const {
+    return m_language.empty() ? UserIdeographLanguage() : IdeographLanguageOf(m_language);
 }
 
 void TextContext::Tell(const Report& report) {

@@ -74,7 +74,15 @@ public:
     TextEncoding Encoding() const;
     // Names of language folders, as UserLanguages gives them for the environment.
     std::vector<std::string> Languages() const;
+    // The same as the constructor takes them; never empty.
+    std::string Language() const;
+    // As IdeographLanguageOf gives it for them.
+    std::string IdeographLanguage() const;
     const FontFallbacks& Fallbacks() const { return *m_fallbacks; }
+    // Whether the digits 0 to 9 are of one width where a font has such, and not kerned, so that a text
+    // that counts stands still. Off at first; contexts below one that are made later take it over.
+    bool HasTabularDigits() const { return m_tabularDigits; }
+    void UseTabularDigits(bool on) { m_tabularDigits = on; }
     // Keeps the report and hands it to the handler, unless one of the same kind and subject went
     // before it in this context.
     void Tell(const Report& report);
@@ -96,6 +104,7 @@ private:
     mutable std::atomic<const EncodingDetails*> m_encoding { nullptr };
     std::string m_language; // empty: the environment's, too
     const FontFallbacks* m_fallbacks = &FontFallbacks::Of({});
+    std::atomic<bool> m_tabularDigits { false };
     Handler m_handler;
     std::atomic<bool> m_notDrawn { false };
     mutable std::mutex m_mutex; // guards what follows

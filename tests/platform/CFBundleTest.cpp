@@ -42,6 +42,8 @@ TEST(Languages, FollowTheEnvironmentInItsOrder) {
     for (const auto& [locale, languages] : rows) {
         const WithLocale scope(locale);
         EXPECT_EQ(UserLanguages(), languages);
+        EXPECT_EQ(LanguagesOf(LocalesOf(languages)), languages);
+        EXPECT_LE(LocalesOf(languages).size(), 20U) << "what follows from others";
     }
 }
 

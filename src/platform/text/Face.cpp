@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <hb-ot.h>
 #include <hb.h>
+#include <span>
 
 namespace platform::text {
 namespace {
@@ -57,7 +58,13 @@ bool ShapeOnce(hb_font_t* font, const Run& run, hb_buffer_t* buffer) {
                         static_cast<int>(run.length));
     hb_buffer_set_direction(buffer, run.rightToLeft ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
     hb_buffer_set_script(buffer, static_cast<hb_script_t>(run.script));
-    return hb_shape_full(font, buffer, nullptr, 0, nullptr) &&
+    static constexpr hb_feature_t kTabular[] = {
+        { HB_TAG('t', 'n', 'u', 'm'), 1, HB_FEATURE_GLOBAL_START, HB_FEATURE_GLOBAL_END },
+        { HB_TAG('k', 'e', 'r', 'n'), 0, HB_FEATURE_GLOBAL_START, HB_FEATURE_GLOBAL_END },
+    };
+    const std::span<const hb_feature_t> features(kTabular, run.tabularDigits ? 2 : 0);
+    return hb_shape_full(font, buffer, features.data(), static_cast<unsigned>(features.size()),
+                         nullptr) &&
            hb_buffer_allocation_successful(buffer);
 }
 
@@ -123,9 +130,8 @@ std::unique_ptr<Face> Face::Open(const FaceLocation& location, std::string& why)
 
 hb_font_t* Face::KnownShaper(const Run& run) const {
     const std::lock_guard lock(m_mutex);
-    const auto known = std::ranges::find_if(m_shapers, [&run](const Shaper& shaper) {
-        return shaper.script == run.script && shaper.rightToLeft == run.rightToLeft;
-    });
+    const auto known =
+        std::ranges::find_if(m_shapers, [&run](const Shaper& shaper) { return shaper.IsFor(run); });
     return known == m_shapers.end() ? nullptr : known->font.get();
 }
 
@@ -143,7 +149,7 @@ void Face::Shape(const Run& run, hb_buffer_t* buffer) const {
                 hb_face_reference_blob(hb_font_get_face(Font())));
             m_nextShaper = MakeFont(file.get(), m_index);
         }
-        m_shapers.push_back({ run.script, run.rightToLeft, m_nextShaper });
+        m_shapers.push_back({ run.script, run.rightToLeft, run.tabularDigits, m_nextShaper });
         if (ShapeWhole(m_nextShaper.get(), run, buffer))
             return;
         m_shapers.pop_back();

@@ -59,6 +59,7 @@ struct Run {
     std::size_t start, length;
     std::uint32_t script; // HarfBuzz's tag
     bool rightToLeft;
+    bool tabularDigits = false; // of digits: they are to have one width
 };
 
 // What needs memory throws std::bad_alloc, and then leaves nothing half done.
@@ -108,12 +109,17 @@ private:
     void ReadMetrics();
     void IncludeInk(char32_t character);
 
-    // HarfBuzz keeps with a font how it shapes a script, for good, and what a failed allocation left of
+    // HarfBuzz keeps with a font how it shapes a script with some features, for good, and what a failed allocation left of
     // that too. So the first run of a script must succeed before others may use the font for it.
     struct Shaper {
         std::uint32_t script;
-        bool rightToLeft;
+        bool rightToLeft, tabularDigits;
         FontPointer font;
+
+        bool IsFor(const Run& run) const {
+            return script == run.script && rightToLeft == run.rightToLeft &&
+                   tabularDigits == run.tabularDigits;
+        }
     };
 
     std::uint32_t m_id = 0;

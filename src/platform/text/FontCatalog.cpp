@@ -77,23 +77,8 @@ int DistanceFromRegular(FcPattern* font) {
            std::abs(IntegerOf(font, FC_WEIGHT, FC_WEIGHT_REGULAR) - FC_WEIGHT_REGULAR);
 }
 
-// The shapes of shared ideographs: those of the user's language when that is Chinese or Korean,
-// else the Japanese ones.
-std::string IdeographLanguage() {
-    for (const char* variable : { "LC_ALL", "LC_CTYPE", "LANG" }) {
-        const char* const value = std::getenv(variable);
-        if (!value || !*value)
-            continue;
-        std::string language = Fold(std::string_view(value).substr(0, 5));
-        std::replace(language.begin(), language.end(), '_', '-');
-        if (language.starts_with("zh-"))
-            return language;
-        return language.starts_with("ko") ? "ko" : "ja";
-    }
-    return "ja";
-}
-
-// A pattern for the family with what the configuration and the language add to it.
+// A pattern for the family with what the configuration and the language add to it. Behind the language
+// the configuration also counts those of the environment.
 Pattern PatternFor(FcConfig* config, const std::string& family, const char* language) {
     Pattern pattern(FcPatternCreate());
     if (!pattern || !FcPatternAddString(pattern.get(), FC_FAMILY, AsFc(family.c_str())) ||
@@ -286,39 +271,43 @@ std::vector<const Face*> FontCatalog::FacesOf(const FontFallbacks& fallbacks) {
 }
 
 const Face* FontCatalog::FallbackFor(Family& family, std::u32string_view characters) {
-    if (characters.size() != 1) {
-        bool ignored = false;
-        return SearchFallbacks(family, characters, ignored);
-    }
+    const std::string language = TextContext::Current().IdeographLanguage();
+    FallbackOrder* order = nullptr;
     {
         const std::lock_guard lock(family.mutex);
-        if (const auto found = family.known.find(characters[0]); found != family.known.end())
+        order = &family.orders[language];
+        const auto found = order->known.find(characters[0]);
+        if (characters.size() == 1 && found != order->known.end())
             return found->second;
     }
     bool metBroken = false;
-    const Face* const face = SearchFallbacks(family, characters, metBroken);
+    const Face* const face =
+        SearchFallbacks(Sorted(family, language, *order), characters, metBroken);
     const std::lock_guard lock(family.mutex);
     // A search that met a broken file is made again, for whoever asks is told of it.
-    if (family.known.size() < kMaxKnownCharacters && !metBroken)
-        family.known.emplace(characters[0], face);
+    if (characters.size() == 1 && order->known.size() < kMaxKnownCharacters && !metBroken)
+        order->known.emplace(characters[0], face);
     return face;
 }
 
 // The configuration knows which families go together, so the order is asked for by family.
-const Face* FontCatalog::SearchFallbacks(Family& family, std::u32string_view characters,
-                                         bool& metBroken) {
-    std::call_once(family.sorted, [&] {
-        family.fallbacks = WithAllMemory([&] {
-            const Pattern pattern =
-                PatternFor(m_config.get(), family.name, IdeographLanguage().c_str());
+FcFontSet* FontCatalog::Sorted(Family& family, const std::string& language, FallbackOrder& order) {
+    std::call_once(order.sorted, [&] {
+        order.fonts = WithAllMemory([&] {
+            const Pattern pattern = PatternFor(m_config.get(), family.name, language.c_str());
             FcResult result = FcResultNoMatch;
             return std::shared_ptr<FcFontSet>(
                 FcFontSort(m_config.get(), pattern.get(), FcFalse, nullptr, &result),
                 FreeWith<FcFontSetDestroy>());
         });
     });
-    for (int i = 0; family.fallbacks && i < family.fallbacks->nfont; ++i) {
-        FcPattern* const font = family.fallbacks->fonts[i];
+    return order.fonts.get();
+}
+
+const Face* FontCatalog::SearchFallbacks(FcFontSet* fonts, std::u32string_view characters,
+                                         bool& metBroken) {
+    for (int i = 0; fonts && i < fonts->nfont; ++i) {
+        FcPattern* const font = fonts->fonts[i];
         FcCharSet* charset = nullptr;
         if (!IsDrawable(font) ||
             FcPatternGetCharSet(font, FC_CHARSET, 0, &charset) != FcResultMatch ||

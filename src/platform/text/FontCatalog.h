@@ -22,6 +22,13 @@
 
 namespace platform::text {
 
+// Whom to ask for characters that a family lacks.
+struct FallbackOrder {
+    std::once_flag sorted;
+    std::shared_ptr<FcFontSet> fonts;                // best first
+    std::unordered_map<char32_t, const Face*> known; // characters asked for, null for none
+};
+
 // A family with its regular face, and the faces to ask for characters that it lacks.
 struct Family {
     std::string name;                 // English
@@ -31,10 +38,8 @@ struct Family {
     std::atomic<FontNumber> number { 0 };
     std::atomic<const Face*> face { nullptr };
 
-    std::once_flag sorted;
-    std::shared_ptr<FcFontSet> fallbacks;            // best first
-    std::mutex mutex;                                // guards known
-    std::unordered_map<char32_t, const Face*> known; // characters asked for, null for none
+    std::mutex mutex;                            // guards orders, and what is known in them
+    std::map<std::string, FallbackOrder> orders; // by the language of ideographs
 };
 
 // Which families stand in for families of other systems: names only, whatever is installed.
@@ -66,7 +71,7 @@ public:
     const Face* FaceOf(Family& family);
     // Those of the families that are installed, in their order; the text context is told of the others.
     std::vector<const Face*> FacesOf(const FontFallbacks& fallbacks);
-    // The first fallback of family that has all of the characters; null when there is none.
+    // The first fallback of family, in the order for the text context's language, that has all of the characters; null when there is none.
     const Face* FallbackFor(Family& family, std::u32string_view characters);
 
     std::vector<const Family*> Sorted() const;
@@ -79,7 +84,8 @@ private:
     void ChooseDefault();
     const Face* Open(const FaceLocation& location);
     const Face* OpenAnyFace();
-    const Face* SearchFallbacks(Family& family, std::u32string_view characters, bool& metBroken);
+    FcFontSet* Sorted(Family& family, const std::string& language, FallbackOrder& order);
+    const Face* SearchFallbacks(FcFontSet* fonts, std::u32string_view characters, bool& metBroken);
 
     std::shared_ptr<FcConfig> m_config;
     std::deque<Family> m_families;

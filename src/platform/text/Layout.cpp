@@ -18,6 +18,7 @@ struct FaceRun {
     const Face* face;
     hb_script_t script;
     FriBidiLevel level;
+    bool tabularDigits;
     std::size_t firstGlyph = 0, glyphCount = 0;
     std::int32_t size = 0;
 };
@@ -252,12 +253,17 @@ void FindLevels(Workspace& work) {
     });
 }
 
-void FindRuns(Workspace& work) {
+// With tabular digits those are runs of their own, to which the rest is not kerned.
+void FindRuns(Workspace& work, bool tabularDigits) {
     work.runs.clear();
+    bool isDigit = false;
     for (std::size_t i = 0; i < work.text.size(); ++i) {
+        const char32_t c = work.text[i];
+        isDigit = tabularDigits && (ContinuesCluster(c) ? isDigit : c >= '0' && c <= '9');
         const bool same = !work.runs.empty() && work.runs.back().face == work.faces[i] &&
                           work.runs.back().script == work.scripts[i] &&
-                          work.runs.back().level == work.levels[i];
+                          work.runs.back().level == work.levels[i] &&
+                          work.runs.back().tabularDigits == isDigit;
         if (same)
             ++work.runs.back().length;
         else
@@ -265,7 +271,8 @@ void FindRuns(Workspace& work) {
                                   .length = 1,
                                   .face = work.faces[i],
                                   .script = work.scripts[i],
-                                  .level = work.levels[i] });
+                                  .level = work.levels[i],
+                                  .tabularDigits = isDigit });
     }
 }
 
@@ -291,7 +298,8 @@ void OrderRuns(std::vector<FaceRun>& runs) {
 void ShapeRuns(Workspace& work) {
     work.glyphs.clear();
     for (FaceRun& run : work.runs) {
-        run.face->Shape({ work.text, run.start, run.length, run.script, (run.level & 1) != 0 },
+        run.face->Shape({ work.text, run.start, run.length, run.script, (run.level & 1) != 0,
+                          run.tabularDigits },
                         work.buffer);
         unsigned count = 0;
         const hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(work.buffer, &count);
@@ -547,14 +555,15 @@ GlyphLine PlaceInRoom(Workspace& work, const Face* main, std::int32_t size) {
 
 GlyphLine LayOutGlyphs(Family& family, std::int32_t size, std::string_view utf8) {
     Workspace& work = ThreadsWorkspace();
-    FaceChooser chooser(family, TextContext::Current().Fallbacks());
+    const TextContext& context = TextContext::Current();
+    FaceChooser chooser(family, context.Fallbacks());
     ReadCharacters(work.text, utf8);
     if (!chooser.Main() || work.text.empty())
         return {};
     ChooseFaces(work, chooser);
     FindScripts(work);
     FindLevels(work);
-    FindRuns(work);
+    FindRuns(work, context.HasTabularDigits());
     OrderRuns(work.runs);
     ShapeRuns(work);
     return PlaceInRoom(work, chooser.Main(), size);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The text service over the font libraries: lines are cached by font, size, encoding, fallbacks
-// and bytes.
+// The text service over the font libraries: lines are cached by all that the context wants of them.
 #include "platform/text/TextService.h"
 
 #include <algorithm>
@@ -27,6 +26,8 @@ struct LineStyle {
     FontNumber font;
     std::int32_t size;
     std::uint32_t encoding, fallbacks; // serials
+    bool tabularDigits;
+    std::string ideographs; // their language
 
     bool operator==(const LineStyle&) const = default;
 };
@@ -39,7 +40,9 @@ struct LineKey {
         const std::uint64_t word = (static_cast<std::uint64_t>(style.encoding) << 32) |
                                    (static_cast<std::uint64_t>(style.size) << 16) |
                                    static_cast<std::uint16_t>(style.font);
-        return HashBytes(MixHash(style.fallbacks, word), bytes);
+        const std::uint64_t digits = style.tabularDigits ? 1 : 0;
+        const std::uint64_t more = MixHash((digits << 32) | style.fallbacks, word);
+        return HashBytes(HashBytes(more, style.ideographs), bytes);
     }
 };
 
@@ -122,9 +125,10 @@ FontMetrics MetricsOf(FontNumber font, std::int32_t size) {
 
 LinePtr LayOutLine(FontNumber font, std::int32_t size, std::string_view bytes) {
     TextContext& context = TextContext::Current();
-    const LineKey key {
-        { Given(font), size, context.Encoding().Serial(), context.Fallbacks().serial }, bytes
-    };
+    const LineKey key { { Given(font), size, context.Encoding().Serial(),
+                          context.Fallbacks().serial, context.HasTabularDigits(),
+                          context.IdeographLanguage() },
+                        bytes };
     const std::uint64_t hash = key.Hash();
     thread_local RecentValues<CachedLine, kRecentLines> recent(Lines(), kMaxRecentBytes);
     if (const auto* const line = recent.Find(hash, key)) {

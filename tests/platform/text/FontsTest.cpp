@@ -6,10 +6,11 @@
 #include <fstream>
 #include <gmock/gmock.h>
 #include <iterator>
+#include <memory>
 #include <set>
 
 #include "platform/TextContext.h"
-#include "platform/text/Face.h"
+#include "platform/text/Layout.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -105,6 +106,48 @@ TEST_F(FontsTest, BrokenFilesSayWhyAndNeverCrash) {
             for (unsigned glyph = 0; glyph < 3000; ++glyph)
                 face->InkOf(glyph);
     }
+}
+
+// Writes over the empty substitutions of a font: its digit one has another, tabular shape, which is that
+// of a W.
+std::string WithTabularOne(std::string font, std::uint16_t one, std::uint16_t wide) {
+    const std::uint16_t words[] = {
+        1, 0,      10,     30, 44,                     // scripts, features, lookups
+        1, 0x4446, 0x4C54, 8,  4,  0, 0, 0xFFFF, 1, 0, // 'DFLT' has the first feature
+        1, 0x746E, 0x756D, 8,  0,  1, 0,               // 'tnum', which is the first lookup
+        1, 4,      1,      0,  1,  8, 2, 8,      1, wide, 1, 1, one,
+    };
+    const auto entry = font.find("GSUB") + 8;
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < 4; ++i)
+        at = at << 8 | static_cast<std::uint8_t>(font[entry + i]);
+    for (const std::uint16_t word : words) {
+        font[at++] = static_cast<char>(word >> 8);
+        font[at++] = static_cast<char>(word);
+    }
+    return font;
+}
+
+TEST_F(FontsTest, DigitsAreTabularWhereAFontHasSuch) {
+    const TemporaryFolder folder;
+    const std::string file = (folder.Path() / "tabular.ttf").string();
+    const auto regular = ResolveFontFamily("Liberation Sans").file;
+    const auto glyph = [this](const std::string& name, const char* character, bool tabular) {
+        m_met.UseTabularDigits(tabular);
+        std::string why;
+        const auto face = text::Face::Open({ name }, why);
+        text::Family family;
+        family.face = face.get();
+        return text::LayOutGlyphs(family, 20, character).glyphs.at(0).glyph;
+    };
+    const auto one = glyph(regular, "1", false), wide = glyph(regular, "W", false);
+    EXPECT_EQ(glyph(regular, "1", true), one);
+    std::ifstream source(regular, std::ios::binary);
+    std::ofstream(file, std::ios::binary)
+        << WithTabularOne({ std::istreambuf_iterator<char>(source), {} },
+                          static_cast<std::uint16_t>(one), static_cast<std::uint16_t>(wide));
+    EXPECT_EQ(glyph(file, "1", false), one);
+    EXPECT_EQ(glyph(file, "1", true), wide);
 }
 
 } // namespace

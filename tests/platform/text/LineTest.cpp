@@ -78,6 +78,21 @@ TEST_F(LineTest, LatinIsKernedAndMarksSitOnTheirBase) {
     EXPECT_EQ(WidthIn("DejaVu Sans", 40, "x\u0302\u0323"), WidthIn("DejaVu Sans", 40, "x"));
 }
 
+TEST_F(LineTest, TabularDigitsAreNotKernedAndTheRestIs) {
+    const auto width = [](const char* text) { return WidthIn("Liberation Serif", 200, text); };
+    const auto kerned = width("AV 11");
+    EXPECT_LT(width("11"), width("10") - 5);
+    m_met.UseTabularDigits(true);
+    const TextContext frame(m_met, {});
+    EXPECT_TRUE(frame.HasTabularDigits());
+    EXPECT_EQ(width("11"), width("10"));
+    EXPECT_EQ(width("A11"), width("A74"));
+    EXPECT_LT(width("AV"), width("A") + width("V") - 5);
+    EXPECT_EQ(WidthIn("DejaVu Sans", 40, "1\u0302"), WidthIn("DejaVu Sans", 40, "1"));
+    m_met.UseTabularDigits(false);
+    EXPECT_EQ(width("AV 11"), kerned);
+}
+
 TEST_F(LineTest, RightToLeftTextIsOrderedAndJoined) {
     // The override forces the letters into the order in which a reader sees them.
     EXPECT_EQ(PictureOf("DejaVu Sans", 40, "אבג"), PictureOf("DejaVu Sans", 40, "\u202Dגבא"));
