@@ -135,6 +135,23 @@ std::array<std::string, 4> SplitStrings(std::string_view option, std::string_vie
     return strings;
 }
 
+std::vector<std::string> SplitNames(std::string_view option, std::string_view text) {
+    CheckUtf8(option, text);
+    std::vector<std::string> names;
+    for (bool isLast = false; !isLast;) {
+        const auto comma = text.find(',');
+        isLast = comma == std::string_view::npos;
+        auto name = text.substr(0, comma);
+        name.remove_prefix(std::min(name.find_first_not_of(' '), name.size()));
+        name = name.substr(0, name.find_last_not_of(' ') + 1);
+        if (name.empty())
+            FailUsage(std::string(option) + ": a name is empty; write A,B");
+        names.emplace_back(name);
+        text.remove_prefix(isLast ? text.size() : comma + 1);
+    }
+    return names;
+}
+
 std::string DialogueText(std::string_view option, const std::string& text) {
     if (text.starts_with("@@"))
         return Unescaped(text.substr(1));

@@ -37,6 +37,9 @@ COLORREF ParseColorOption(std::string_view option, std::string_view text);
 // Four texts with commas between them, "\," for a comma in one; texts may be empty.
 std::array<std::string, 4> SplitStrings(std::string_view option, std::string_view text);
 
+// One name or more with commas between them, without the spaces around each.
+std::vector<std::string> SplitNames(std::string_view option, std::string_view text);
+
 // A dialogue with CR as its line break. "@FILE" is the contents of a file in the encoding of texts, or
 // in UTF-8 with its mark, whose last line break does not count; "@@" stands for "@" at the start.
 // Otherwise "\n" breaks a line and "\\" is a backslash.

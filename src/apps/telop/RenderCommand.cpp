@@ -195,7 +195,11 @@ void SaveText(host::Effect& effect, const host::Document& document, const Render
     SaveSettings(effect, *options.saveSettings, options.overwrite);
 }
 
+// With the words and the fonts of this run, wherever it is drawn then.
 void SaveDocument(host::Document document, const RenderOptions& options) {
+    const auto& context = platform::TextContext::Current();
+    document.language = context.Language();
+    document.fallbacks = context.Fallbacks().families;
     std::string why;
     if (options.input != kStream && !options.input.empty())
         document.input = options.input;
@@ -364,6 +368,20 @@ void CheckFamily(const _TEXTPARAM& settings) {
                                SuggestedFamily(name));
 }
 
+// Empty for the environment's.
+std::string LanguageOf(const MaybeDocument& document, const RenderOptions& options) {
+    if (options.language &&
+        (options.language->empty() || options.language->find('/') != std::string::npos))
+        FailUsage("--language: '" + *options.language + "' is no language, such as en or ja");
+    return options.language.value_or(document ? document->language : "");
+}
+
+std::vector<std::string> FallbacksOf(const MaybeDocument& document, const RenderOptions& options) {
+    if (options.fallback)
+        return SplitNames("--fallback", *options.fallback);
+    return document ? document->fallbacks : std::vector<std::string>();
+}
+
 // Under --strict-fonts the first violation ends the run, and its error says what a warning would.
 void Warn(const platform::Report& report, host::FontPolicy fonts) {
     const bool isName = report.kind == platform::ReportKind::kFontSubstituted;
@@ -387,8 +405,10 @@ ExitCode RunRender(const RenderOptions& typed) {
 
     const auto fonts = options.strictFonts ? host::FontPolicy::kStrict : host::FontPolicy::kWarn;
     auto& process = platform::TextContext::Current();
-    platform::TextContext run(loaded ? loaded->encoding : process.Encoding(),
-                              [fonts](const platform::Report& report) { Warn(report, fonts); });
+    platform::TextContext run(
+        loaded ? loaded->encoding : process.Encoding(),
+        [fonts](const platform::Report& report) { Warn(report, fonts); },
+        LanguageOf(loaded, options), FallbacksOf(loaded, options));
     for (const auto& report : process.Reports())
         run.Tell(report);
     const platform::TextScope scope(run);

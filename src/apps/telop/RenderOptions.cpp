@@ -85,6 +85,10 @@ void AddSettingsOptions(CLI::App& command, RenderOptions& options) {
     auto* encoding = group.Add("--encoding", options.encoding, "NAME",
                                "Of texts in settings and @FILE; UTF-8, CP932, ...");
     document->excludes(settings)->excludes(encoding);
+    group.Add("--language", options.language, "CODE",
+              "Of the words that the effect adds, such as (OFF): en or ja (the environment's)");
+    group.Add("--fallback", options.fallback, "FAMILIES",
+              "Font families, 'A,B', to take first for characters that --font lacks");
     group.Flag("--strict-fonts", options.strictFonts,
                "Stop when a font is not installed or a character is not there, or is cut off");
     group.Add("--plugin", options.plugin, "BUNDLE", "The bundle to use");

@@ -36,7 +36,7 @@ struct RenderOptions {
     ShotOptions shot;
 
     std::optional<std::string> settings, saveSettings, saveDocument;
-    std::optional<std::string> encoding, plugin;
+    std::optional<std::string> encoding, language, fallback, plugin;
     bool strictFonts = false;
 
     int jobs = 0;             // 0: one for each core

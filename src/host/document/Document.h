@@ -57,7 +57,8 @@ struct Document {
     bool stringsPresent = true;    // false: the shot has no information strings
     // UTF-8 with tokens, which need not be right.
     std::array<std::string, 4> strings { "", "", "", "{frame}" };
-    // Of the texts in the two records. Whoever draws them does it in a text context of this encoding.
+    // Of the texts in the two records. Whoever draws them does it in a text context of this encoding,
+    // language and fallbacks.
     platform::TextEncoding encoding = platform::TextEncoding::Utf8();
     std::string language;               // empty: the environment's
     std::vector<std::string> fallbacks; // names of font families, UTF-8

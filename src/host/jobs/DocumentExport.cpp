@@ -26,7 +26,7 @@ std::unique_ptr<DocumentExport> DocumentExport::Make(const Document& document, c
         problem = { PlanProblem::Kind::kOutput, "a document's frames are files, not streams" };
         return nullptr;
     }
-    made->m_met.emplace(document.encoding);
+    made->m_met.emplace(document.encoding, nullptr, document.language, document.fallbacks);
     const platform::TextScope scope(*made->m_met);
     std::vector<std::string> problems;
     made->m_text = ShotText::Of(document, problems);

@@ -21,6 +21,7 @@ bool FrameRenderer::Draw(const TrackText& text, const FrameText& words, Image& i
     ResolvedText resolved;
     if (!words.Resolve(values, resolved, why))
         return false;
+    platform::TextContext::Current().UseTabularDigits(resolved.counts != 0);
     const auto& track = text.TheTrack();
     const Extent frame { image.Width(), image.Height() };
     double scale = 1;

@@ -93,6 +93,7 @@ bool FrameText::Uses(Token token) const {
 
 bool FrameText::Resolve(const TokenValues& values, ResolvedText& text, std::string& why) const {
     text = m_text;
+    text.counts = !m_parts.empty() || KindOf(m_text.params) == TextKind::kScore ? 1 : 0;
     return std::all_of(m_parts.begin(), m_parts.end(), [&](const Part& part) {
         return SetField(FieldOf(text, part.kind, part.string), part.name, part.text.Resolve(values),
                         why);

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string>
@@ -22,6 +23,9 @@ namespace host {
 struct ResolvedText {
     _TEXTPARAM params {};
     std::array<std::array<char, 64>, 4> strings {}; // in the thread's encoding
+    // Other than 0 for a score line and a text with tokens, whose digits are to stand still. As wide as
+    // the rest is aligned, for these are compared as bytes.
+    std::int32_t counts = 0;
 };
 
 // As the effect's call takes it; refers to the text.

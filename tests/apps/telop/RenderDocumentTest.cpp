@@ -113,6 +113,73 @@ TEST_F(RenderDocument, SeveralTextsAreDrawnOneAfterTheOther) {
                     { "s.telop --info x b/", 2, "--track says which" } });
 }
 
+TEST_F(RenderDocument, IsDrawnAlikeInEveryLocale) {
+    WritePicture("a.png", MakeFrame(0, host::kRgb24, 500, 120));
+    const auto draw = [&](const char* locale, const std::string& options) {
+        auto run = Start("render --overwrite " + options + " a.png b.png", "/dev/null",
+                         [locale] { setenv("LC_ALL", locale, 1); });
+        const auto outcome = run.Wait();
+        EXPECT_EQ(outcome.code, 0) << outcome.err;
+        return Contents("b.png");
+    };
+    const std::string text = "--character 直骨 --off --font 'Liberation Sans' --save-document ";
+    const auto japanese = draw("ja_JP.UTF-8", text + "ja.telop");
+    const auto english = draw("C.UTF-8", text + "en.telop");
+    const auto chinese =
+        draw("zh_CN.UTF-8", text + "zh.telop"); // no such words, but other ideographs
+    EXPECT_NE(japanese, english);
+    EXPECT_NE(english, chinese);
+    for (const char* locale : { "C.UTF-8", "ja_JP.UTF-8" }) {
+        EXPECT_TRUE(draw(locale, "--document ja.telop") == japanese) << locale;
+        EXPECT_TRUE(draw(locale, "--document en.telop") == english) << locale;
+        EXPECT_TRUE(draw(locale, "--document zh.telop") == chinese) << locale;
+    }
+    EXPECT_EQ(draw("C.UTF-8", "--document en.telop --language ja"), japanese);
+    Run("render --language a/b --info x a.png c.png", { .code = 2, .says = "--language" });
+}
+
+TEST_F(RenderDocument, FallbacksAreNamedKeptAndChecked) {
+    WritePicture("a.png", MakeFrame(0, host::kRgb24, 500, 120));
+    const auto draw = [&](const std::string& options, const char* says = "") {
+        Run("render --overwrite " + options + " a.png b.png", { .says = says });
+        return Contents("b.png");
+    };
+    const std::string text = "--info 永遠 --font 'Liberation Sans' ";
+    const auto serif = draw(text + "--fallback 'Noto Serif CJK JP'");
+    EXPECT_NE(draw(text), serif);
+    EXPECT_EQ(draw(text + "--fallback 'Nirgendwo , Noto Serif CJK JP' --save-document s.telop",
+                   "'Nirgendwo'"),
+              serif);
+    EXPECT_EQ(draw("--document s.telop", "'Nirgendwo'"), serif);
+    Run("render --document s.telop --strict-fonts a.png c.png",
+        { .code = 4, .says = "'Nirgendwo'" });
+    Run("render --document s.telop --strict-fonts --fallback 'DejaVu Sans' a.png c.png");
+    Run("render --fallback A,,B --info x a.png d.png", { .code = 2, .says = "--fallback" });
+}
+
+TEST_F(RenderDocument, CountersStandStill) {
+    WriteSequence("a", 10, 11);
+    const std::string look =
+        "render --overwrite --font 'Liberation Serif' --size 70 --opacity 100 --box '#FF0000' ";
+    const auto widths = [&](const std::string& options) {
+        Run(look + options + " a b/");
+        std::vector<int> widths;
+        for (const std::string file : { "/shot.10.png", "/shot.11.png" })
+            widths.push_back(
+                Compare(ReadPicture("a" + file), ReadPicture("b" + file)).bounds.right);
+        return widths;
+    };
+    const auto counter = widths("--info {frame}"),
+               score = widths("--score 1 --strings ,,1,{frame}");
+    EXPECT_EQ(counter[0], counter[1]);
+    EXPECT_EQ(score[0], score[1]);
+    EXPECT_EQ(counter[0], widths("--info 10")[0]);
+    EXPECT_GT(counter[1], widths("--info 11")[1]) << "which is kerned";
+    // As does the room that they are measured to take.
+    const auto anchored = widths("--anchor top-left --info {frame}");
+    EXPECT_EQ(anchored[0], anchored[1]);
+}
+
 TEST_F(RenderDocument, AnchoredTextsStandAtTheEdgeToThePixel) {
     WritePicture("a.png", MakeFrame(0, host::kRgb24, 300, 200));
     const auto box = [&](const std::string& options) {
