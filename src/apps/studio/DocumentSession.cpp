@@ -65,18 +65,26 @@ Answer AskAboutCopy(QWidget& parent, const host::LeftCopy& copy) {
                T("&Restore"), T("&Throw Away"), T("&Later"));
 }
 
+// In the user's encoding and language.
+host::Document NewDocument() {
+    const auto& users = platform::TextContext::Current();
+    host::Document document;
+    document.encoding = users.Encoding();
+    document.language = users.Language();
+    return document;
+}
+
 } // namespace
 
 DocumentSession::DocumentSession(host::Effect* effect, MessageBar& messages, QWidget& parent)
-    : m_messages(messages), m_parent(parent),
-      m_encoding(platform::TextContext::Current().Encoding()), m_project(effect) {
-    UseEncoding(m_encoding);
+    : m_messages(messages), m_parent(parent), m_new(NewDocument()), m_project(effect) {
+    UseTextsOf(m_new);
     QObject::connect(&m_autosaveTimer, &QTimer::timeout, &m_autosaveTimer, [this] { KeepCopy(); });
     m_autosaveTimer.start(kAutosaveInterval);
 }
 
 // What is being drawn keeps the context that it was asked for in.
-void DocumentSession::UseEncoding(const platform::TextEncoding& encoding) {
+void DocumentSession::UseTextsOf(const host::Document& document) {
     const auto tell = [bar = &m_messages](const platform::Report& report) {
         // A text that is lost is the frame's failure, which is shown with the frame.
         if (report.kind == platform::ReportKind::kTextNotDrawn)
@@ -92,8 +100,13 @@ void DocumentSession::UseEncoding(const platform::TextEncoding& encoding) {
             },
             Qt::QueuedConnection);
     };
+    Use(std::make_shared<platform::TextContext>(document.encoding, tell, document.language,
+                                                document.fallbacks));
+}
+
+void DocumentSession::Use(std::shared_ptr<platform::TextContext> text) {
     m_scope.reset();
-    m_text = std::make_shared<platform::TextContext>(encoding, tell);
+    m_text = std::move(text);
     m_scope.emplace(*m_text);
 }
 
@@ -124,7 +137,7 @@ bool DocumentSession::MayDiscard() {
 void DocumentSession::New() {
     Forget();
     m_file.clear();
-    UseEncoding(m_encoding);
+    UseTextsOf(m_new);
     m_project.Reset();
     onShot();
 }
@@ -149,11 +162,11 @@ bool DocumentSession::Take(const host::Document& document, const std::string& fi
     const bool framesAreOthers = shot && shot->Input() != document.input;
     if (framesAreLost)
         shot = Shot::TestCard();
-    const auto before = m_text->Encoding();
-    UseEncoding(document.encoding);
+    const auto before = m_text;
+    UseTextsOf(document);
     std::string why;
     if (!m_project.Take(document, std::move(shot), why)) {
-        UseEncoding(before);
+        Use(before);
         return Complain(T("The document could not be opened."), why);
     }
     m_file = file;

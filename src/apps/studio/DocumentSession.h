@@ -77,13 +77,14 @@ private:
     void TakeShot(std::shared_ptr<const Shot> shot);
     bool Restore(host::LeftCopy& copy);
     void OpenPicked(const std::string& file);
-    void UseEncoding(const platform::TextEncoding& encoding);
+    void UseTextsOf(const host::Document& document);
+    void Use(std::shared_ptr<platform::TextContext> text);
     bool Complain(const QString& text, const std::string& why); // false
     std::string FolderOfFrames() const;
 
     MessageBar& m_messages;
     QWidget& m_parent;
-    const platform::TextEncoding m_encoding; // of new documents
+    const host::Document m_new; // how a new document wants its texts
     std::shared_ptr<platform::TextContext> m_text;
     std::optional<platform::TextScope> m_scope; // of that
     Project m_project;

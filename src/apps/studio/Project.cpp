@@ -9,6 +9,7 @@
 #include <QUndoCommand>
 
 #include "apps/studio/Texts.h"
+#include "platform/TextContext.h"
 
 namespace studio {
 
@@ -83,6 +84,7 @@ private:
 Project::Project(host::Effect* effect) : m_effect(effect), m_shot(Shot::TestCard()) {
     if (m_effect)
         m_content.Selected().settings = m_effect->CopyParams();
+    m_document.language = platform::TextContext::Current().Language();
     m_initial = m_content;
     m_initialBlock = m_savedBlock = Block();
     QObject::connect(&m_undo, &QUndoStack::cleanChanged, &m_undo, [this] { onModified(); });
@@ -232,6 +234,7 @@ void Project::Reset() {
     m_lostInput.clear();
     m_current = 0;
     m_document = {};
+    m_document.language = platform::TextContext::Current().Language();
     m_undo.clear();
     Apply(Content(m_initial));
     SetUnmodified();
