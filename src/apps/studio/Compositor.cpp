@@ -84,11 +84,11 @@ std::optional<ComposeRequest> Compositor::Next() {
 }
 
 Composed Compositor::Compose(const ComposeRequest& request) {
-    Composed composed { request.serial, request.shot, request.index, nullptr, {}, {} };
+    Composed composed { request.serial, request.shot, request.index, nullptr, {}, {}, {} };
     composed.background = Background(*request.shot, request.index, composed.why);
     try {
         if (composed.background)
-            composed.picture = Draw(request, *composed.background, composed.why);
+            composed.picture = Draw(request, *composed.background, composed);
     } catch (const std::exception& error) {
         composed.why = error.what();
     }
@@ -114,17 +114,20 @@ std::shared_ptr<host::Frame> Compositor::Background(const Shot& shot, std::size_
 }
 
 QImage Compositor::Draw(const ComposeRequest& request, const host::Frame& background,
-                        std::string& why) {
+                        Composed& composed) {
     const auto values = request.shot->Values(request.index, request.clock);
     if (!m_effect || !request.text.IsOn(values.frame))
         return ToPicture(*background.image);
     if (!CopyFrame(background, m_canvas)) {
-        why = "there is no memory to draw the text in";
+        composed.why = "there is no memory to draw the text in";
         return ToPicture(*background.image);
     }
     host::PixelRect touched;
-    const auto result = host::FrameRenderer(*m_effect, request.text, *request.context)
-                            .Render(m_canvas, values, touched, why);
+    const host::FrameRenderer renderer(*m_effect, request.text, *request.context);
+    const auto result = renderer.Render(m_canvas, values, touched, composed.why);
+    const auto& image = *m_canvas.image;
+    if (result == host::RenderResult::kDone)
+        composed.texts = renderer.Places({ image.Width(), image.Height() }, values);
     return ToPicture(result == host::RenderResult::kDone ? *m_canvas.image : *background.image);
 }
 

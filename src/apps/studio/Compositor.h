@@ -12,6 +12,7 @@
 #include <string>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include <QImage>
 #include <QObject>
@@ -43,8 +44,9 @@ struct Composed {
     std::size_t index = 0;
     // The frame under the text, which nobody changes any more; null when it could not be read.
     std::shared_ptr<host::Frame> background;
-    QImage picture;  // null when there is none to show
-    std::string why; // what failed; empty when all went well
+    std::vector<host::TextRect> texts; // what is in the picture, as FrameRenderer::Places says it
+    QImage picture;                    // null when there is none to show
+    std::string why;                   // what failed; empty when all went well
 };
 
 class Compositor {
@@ -81,7 +83,7 @@ private:
     Composed Compose(const ComposeRequest& request);
     // Null with the reason.
     std::shared_ptr<host::Frame> Background(const Shot& shot, std::size_t index, std::string& why);
-    QImage Draw(const ComposeRequest& request, const host::Frame& background, std::string& why);
+    QImage Draw(const ComposeRequest& request, const host::Frame& background, Composed& composed);
 
     const host::Effect* m_effect;
     Deliver m_deliver;

@@ -23,6 +23,7 @@
 #include "apps/studio/StringsPanel.h"
 #include "apps/studio/Texts.h"
 #include "apps/studio/Timeline.h"
+#include "apps/studio/TracksPanel.h"
 #include "apps/studio/Transport.h"
 
 namespace studio {
@@ -36,11 +37,13 @@ MainWindow::MainWindow()
     BuildFrameActions();
     BuildCueActions();
     BuildPlaybackRates();
+    BuildTrackActions();
     BuildBody();
     BuildMenus();
     BuildToolBar();
     BuildStatusBar();
     Connect();
+    ConnectTracks();
     RestoreLayout();
     setAcceptDrops(true);
     m_compositor = std::make_unique<Compositor>(
@@ -163,6 +166,7 @@ void MainWindow::Show(const Composed& composed) {
     if (composed.shot != m_project.TheShot())
         return;
     m_view->SetPicture(composed.picture, QString::fromStdString(composed.why));
+    ShowTexts(composed);
     ShowStatus(composed);
     ShowTrouble(composed);
     m_plugin->ShowFrame(composed.background);
@@ -196,6 +200,9 @@ void MainWindow::ShowTrouble(const Composed& composed) {
 void MainWindow::ShowContent() {
     m_strings->SetStrings(m_project.Committed().strings);
     ShowTracks();
+    m_view->EndDrag();
+    m_tracks->Update();
+    m_plugin->setEnabled(!m_project.Committed().Selected().isLocked);
     m_plugin->Update();
     UpdateActions();
     ShowTitle();

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include <QKeySequence>
 #include <QMainWindow>
 
 #include "apps/studio/Compositor.h"
@@ -29,6 +30,7 @@ class ExportBar;
 class FrameView;
 class StringsPanel;
 class Timeline;
+class TracksPanel;
 class Transport;
 
 class MainWindow : public QMainWindow {
@@ -47,6 +49,7 @@ public:
     FrameView& View() { return *m_view; }
     Timeline& TheTimeline() { return *m_timeline; }
     CueExchange& CueFiles() { return *m_cueFiles; }
+    TracksPanel& Tracks() { return *m_tracks; }
     StringsPanel& Strings() { return *m_strings; }
     MessageBar& Messages() { return *m_messages; }
     ExportBar& Exports() { return *m_exportBar; }
@@ -66,15 +69,18 @@ private:
     void BuildFrameActions();
     void BuildCueActions();
     void BuildPlaybackRates();
+    void BuildTrackActions();
     void BuildMenus();
     void BuildToolBar();
     void BuildBody();
     void BuildStatusBar();
-    QDockWidget* AddDock(const QString& title, const QString& name, QWidget* content);
+    QDockWidget* AddDock(const QString& title, const QString& name, QWidget* content,
+                         Qt::DockWidgetArea area = Qt::RightDockWidgetArea);
     // Its icon is the one of that name, if there is one.
     QAction* Make(const QString& name, const QString& text, const QKeySequence& key,
                   std::function<void()> run);
     void Connect();
+    void ConnectTracks();
     void RestoreLayout();
     void ChooseTheme(Theme theme);
     void UsePlaybackRate(const QString& name);
@@ -99,6 +105,16 @@ private:
     void SetEdgeHere(bool end);
     void TimelineMenu(std::size_t index, QPoint global);
 
+    // Tracks
+    // A command of Edit: what has the keyboard takes its key, as a field does, or the tracks get it.
+    void EditOrElse(QKeySequence::StandardKey key, const std::function<void()>& tracks);
+    void DeleteTracks(const QString& step);
+    void CutTracks();
+    void CopyTracks();
+    void PasteTracks();
+    void ComplainOfMany(bool isDone);
+    void ShowTexts(const Composed& composed);
+
     // Exporting
     void AskForExport();
     void EndExport(const QString& summary, const QStringList& failures, const QStringList& reports);
@@ -119,6 +135,7 @@ private:
     std::unique_ptr<CueEditor> m_cues;
     std::unique_ptr<CueExchange> m_cueFiles;
     ExportBar* m_exportBar = nullptr;
+    TracksPanel* m_tracks = nullptr;
     StringsPanel* m_strings = nullptr;
     QMenu* m_recentMenu = nullptr;
     QLabel* m_frameStatus = nullptr;

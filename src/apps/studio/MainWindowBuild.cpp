@@ -27,6 +27,8 @@
 #include "apps/studio/StringsPanel.h"
 #include "apps/studio/Texts.h"
 #include "apps/studio/Timeline.h"
+#include "apps/studio/TrackList.h"
+#include "apps/studio/TracksPanel.h"
 #include "apps/studio/Transport.h"
 
 namespace studio {
@@ -206,6 +208,16 @@ void MainWindow::BuildBody() {
         m_timeline->addAction(Action(name));
     }
     m_view->setMinimumHeight(160);
+    m_tracks = new TracksPanel(m_project, this);
+    m_tracks->SetActions({ Action("addTrack"), Action("duplicateTrack"), Action("deleteTrack"),
+                           Action("raiseTrack"), Action("lowerTrack") },
+                         { Action("renameTrack"), Action("cut"), Action("copy"), Action("paste"),
+                           Action("delete") });
+    resizeDocks(
+        { AddDock(T("Tracks"), QStringLiteral("tracksDock"), m_tracks, Qt::LeftDockWidgetArea) },
+        { 230 }, Qt::Horizontal);
+    m_tracks->setMinimumWidth(200);
+    m_view->addAction(Action("delete"));
     m_strings = new StringsPanel(this);
     auto* const area = new QScrollArea(this);
     area->setWidgetResizable(true);
@@ -218,14 +230,15 @@ void MainWindow::BuildBody() {
                 { 2, 5 }, Qt::Vertical);
 }
 
-QDockWidget* MainWindow::AddDock(const QString& title, const QString& name, QWidget* content) {
+QDockWidget* MainWindow::AddDock(const QString& title, const QString& name, QWidget* content,
+                                 Qt::DockWidgetArea area) {
     auto* const dock = new QDockWidget(title, this);
     dock->setObjectName(name);
     dock->setAccessibleName(title);
     dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetClosable);
     content->setMinimumWidth(280);
     dock->setWidget(content);
-    addDockWidget(Qt::RightDockWidgetArea, dock);
+    addDockWidget(area, dock);
     return dock;
 }
 
@@ -241,15 +254,19 @@ void MainWindow::BuildMenus() {
             [this] { m_document.FillRecentMenu(*m_recentMenu); });
     add(file, { "card", nullptr, "save", "saveAs", nullptr, "cuesImport", "cuesExport", nullptr,
                 "export", nullptr, "quit" });
-    add(menuBar()->addMenu(T("&Edit")), { "undo", "redo" });
+    add(menuBar()->addMenu(T("&Edit")),
+        { "undo", "redo", nullptr, "cut", "copy", "paste", "delete", nullptr, "selectAll" });
+    add(menuBar()->addMenu(T("&Track")),
+        { "addTrack", "duplicateTrack", "renameTrack", nullptr, "eye", "lock", nullptr,
+          "raiseTrack", "lowerTrack", nullptr, "deleteTrack" });
     auto* const frame = menuBar()->addMenu(T("F&rame"));
     add(frame, { "play", "rate", nullptr, "first", "previous", "next", "last", nullptr, "textOn",
                  "start", "end", "everywhere", "nowhere" });
     add(menuBar()->addMenu(T("&Cues")), { "cueInsert", "cueEdit", "cueSplit", "cueDelete", nullptr,
                                           "cuesFromText", "textFromCues" });
     auto* const view = menuBar()->addMenu(T("&View"));
-    add(view, { "fit", "actual", "zoomIn", "zoomOut", nullptr, "timelineIn", "timelineOut",
-                "timelineFit", nullptr });
+    add(view, { "fit", "actual", "zoomIn", "zoomOut", nullptr, "safeAreas", nullptr, "timelineIn",
+                "timelineOut", "timelineFit", nullptr });
     add(view->addMenu(T("&Colors")), { "theme0", "theme1", "theme2" });
     view->addSeparator();
     for (auto* const dock : findChildren<QDockWidget*>())
@@ -282,6 +299,8 @@ void MainWindow::RestoreLayout() {
     const auto preferences = Preferences();
     restoreGeometry(preferences.value("window/geometry").toByteArray());
     restoreState(preferences.value("window/state").toByteArray());
+    if (preferences.value("view/safeAreas").toBool())
+        Action("safeAreas")->trigger();
     const auto theme = std::clamp(preferences.value("window/theme", 0).toInt(), 0, 2);
     Action(QStringLiteral("theme%1").arg(theme))->setChecked(true);
     SetTheme(static_cast<Theme>(theme));

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include "apps/studio/Project.h"
@@ -76,6 +77,12 @@ void PluginSession::SetMessage(const QString& text) {
 
 QString PluginSession::Message() const {
     return m_message->isHidden() ? QString() : m_message->text();
+}
+
+void PluginSession::OpenEditor() {
+    auto* const button = m_dialog ? findChild<QPushButton*>() : nullptr;
+    if (button && !m_modal)
+        button->click();
 }
 
 host::Dialog::Frame PluginSession::DialogFrame() {

@@ -38,6 +38,8 @@ public:
     bool IsOpen() const { return m_dialog != nullptr; }
     // What stands in the panel's place; empty while the plug-in's own is shown.
     QString Message() const;
+    // Presses the panel's button. Returns when the editor has ended.
+    void OpenEditor();
     // While one of the plug-in's modal dialogs runs.
     bool IsModal() const { return m_modal != nullptr; }
 

@@ -66,7 +66,7 @@ public:
     int id() const override { return m_typing; }
     bool mergeWith(const QUndoCommand* other) override {
         const auto& next = *static_cast<const Step*>(other);
-        if (next.m_when - m_when > kTypingPause)
+        if (next.m_when - m_when > kTypingPause || next.text() != text())
             return false;
         m_after = next.m_after;
         m_when = next.m_when;
@@ -147,11 +147,11 @@ void Project::TurnTextOnHere() {
 }
 
 void Project::ChangeTracks(const QString& name, std::vector<host::Track> tracks,
-                           std::size_t selected) {
+                           std::size_t selected, int series) {
     auto content = m_content;
     content.tracks = std::move(tracks);
     content.selected = std::min(selected, content.tracks.size() - 1);
-    Push(name, std::move(content), -1);
+    Push(name, std::move(content), series);
 }
 
 void Project::Select(std::size_t track) {
@@ -171,6 +171,7 @@ void Project::Push(const QString& text, Content content, int typing) {
 }
 
 void Project::Apply(const Content& content) {
+    m_preview.reset();
     m_content = content;
     if (m_effect)
         m_effect->SetParams(SettingsHere());
@@ -209,7 +210,11 @@ host::Document Project::ToDocument() {
 
 host::Document Project::LiveDocument() {
     auto document = ToDocument();
-    TakeSettings(document.tracks[m_content.selected], Here(), LiveParams());
+    auto& selected = document.tracks[m_content.selected];
+    if (m_preview)
+        selected = *m_preview;
+    else
+        TakeSettings(selected, Here(), LiveParams());
     return document;
 }
 

@@ -8,7 +8,9 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <QString>
@@ -74,10 +76,17 @@ public:
     void ChangeStrings(const ShotStrings& strings, int which);
     void ChangeSpans(const OnSpans& spans);
     void TurnTextOnHere();
-    // Any change of the tracks and of which one is selected, under that name.
-    void ChangeTracks(const QString& name, std::vector<host::Track> tracks, std::size_t selected);
+    // Any change of the tracks and of which one is selected, under that name. Steps of one series (a
+    // number from 4 on) become one while they follow each other quickly.
+    void ChangeTracks(const QString& name, std::vector<host::Track> tracks, std::size_t selected,
+                      int series = -1);
     // No undo step; what a dialog left unconfirmed is dropped.
     void Select(std::size_t track);
+    // What a hand is just doing to the selected track, for LiveDocument alone. Nothing, or any change
+    // of the content, ends it.
+    void Preview(std::optional<host::Track> track) { m_preview = std::move(track); }
+    // Those of a new document.
+    const _TEXTPARAM& Defaults() const { return m_initial.Selected().settings; }
     // Puts the committed parameters back in the place of what a dialog left unconfirmed.
     void DropLiveChanges();
 
@@ -115,6 +124,7 @@ private:
     std::shared_ptr<const Shot> m_shot;
     std::size_t m_current = 0;
     Content m_content;
+    std::optional<host::Track> m_preview;
     host::Document m_document; // what undo does not know of: encoding, language and the like
     Content m_initial;         // of a new document
     std::vector<std::uint8_t> m_initialBlock; // the dialogs' settings of a new document

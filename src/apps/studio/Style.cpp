@@ -64,8 +64,9 @@ public:
                            .convertToFormat(QImage::Format_ARGB32_Premultiplied);
         QPainter painter(&picture);
         painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
-        painter.fillRect(picture.rect(),
-                         QApplication::palette().color(group, QPalette::ButtonText));
+        const auto role =
+            mode == QIcon::Selected ? QPalette::HighlightedText : QPalette::ButtonText;
+        painter.fillRect(picture.rect(), QApplication::palette().color(group, role));
         painter.end();
         return QPixmap::fromImage(picture);
     }

@@ -57,6 +57,7 @@ Transport::Transport(const QList<QAction*>& actions, const QList<QAction*>& more
     row->addStretch(1);
     AddButtons(*row, more);
     SetFaint(*m_count);
+    m_count->setMinimumWidth(1); // it gives way first where there is little room
     m_number->setKeyboardTracking(false);
     m_number->setAccessibleName(T("Frame number"));
     connect(m_number, &QSpinBox::valueChanged, this, [this](int number) { onNumber(number); });

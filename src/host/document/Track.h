@@ -2,6 +2,7 @@
 // One of the texts of a shot: how it looks, where it stands, on which frames it is on, and what it says.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -82,6 +83,8 @@ struct Track {
 
     static constexpr std::int32_t kReferenceHeightMax = 32767;
 };
+
+inline constexpr std::size_t kMaxTracks = 1000; // of a document
 
 // The text of settings that is drawn, as the effect chooses it.
 enum class TextKind : std::uint8_t { kScore, kInfo, kCharacter, kDialogue, kNone };

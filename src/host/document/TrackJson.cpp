@@ -14,7 +14,6 @@ namespace {
 
 constexpr const char* kAllFrames = "all";
 constexpr const char* kNoFrames = "none";
-constexpr std::size_t kMaxTracks = 1000;
 
 // Each of a list's values, refused with its place, from 1.
 template <class Read>

@@ -2,7 +2,9 @@
 // Draws a shot's texts into one frame through the plug-in.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 #include "host/Effect.h"
 #include "host/frames/Frame.h"
@@ -30,6 +32,12 @@ enum class RenderResult {
     kFontViolated, // under strict fonts: the frame must not be written
 };
 
+// The room that a track's text takes in a frame: what a box fills. It may reach out of the frame.
+struct TextRect {
+    std::size_t track = 0; // its index in the document
+    PixelRect rect;
+};
+
 class FrameRenderer {
 public:
     // run: of the texts' encoding; it is told what any frame meets. view holds for texts that stand at x
@@ -47,7 +55,22 @@ public:
     bool Draw(const TrackText& track, const FrameText& text, Image& image,
               const TokenValues& values, std::string& why) const;
 
+    // Of the texts that Render draws into a frame of this size, in the same order; without those that
+    // draw nothing or cannot be drawn. Any thread.
+    std::vector<TextRect> Places(Extent frame, const TokenValues& values) const;
+
 private:
+    // A text, ready for a frame.
+    struct Placed {
+        ResolvedText text;
+        View view;
+        Extent extent; // of one with an anchor, or when it is asked for
+    };
+    enum class Measured { kWhereNeeded, kAlways };
+    bool Place(const TrackText& track, const FrameText& text, Extent frame,
+               const TokenValues& values, Measured measured, Placed& placed,
+               std::string& why) const;
+
     const Effect& m_effect;
     const ShotText& m_text;
     platform::TextContext& m_run;

@@ -6,10 +6,12 @@
 
 namespace host {
 
-std::optional<TrackText> TrackText::Of(const Track& track, std::span<const std::string> strings,
+std::optional<TrackText> TrackText::Of(const Track& track, std::size_t index,
+                                       std::span<const std::string> strings,
                                        const Defines& defines, std::string& why) {
     TrackText text;
     text.m_track = track;
+    text.m_index = index;
     const auto add = [&](const Cue* cue) {
         auto one = FrameText::Of(track.settings, cue, strings, defines, why);
         if (one)
@@ -43,11 +45,12 @@ bool TrackText::Uses(Token token) const {
 ShotText ShotText::Of(const Document& document, std::vector<std::string>& problems) {
     ShotText shot;
     const std::span<const std::string> none;
-    for (const auto& track : document.tracks) {
+    for (std::size_t i = 0; i < document.tracks.size(); ++i) {
+        const auto& track = document.tracks[i];
         if (!track.isShown)
             continue;
         std::string why;
-        auto text = TrackText::Of(track, document.stringsPresent ? document.strings : none,
+        auto text = TrackText::Of(track, i, document.stringsPresent ? document.strings : none,
                                   document.defines, why);
         if (text)
             shot.m_tracks.push_back(*std::move(text));

@@ -2,6 +2,7 @@
 // The texts of a shot, prepared once: what each frame gets is only looked up and filled in.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -16,17 +17,21 @@ namespace host {
 // A track, ready to be drawn on any frame.
 class TrackText {
 public:
-    // strings: those of the shot, or none. Nothing, with the reason in why, which names the cue.
-    static std::optional<TrackText> Of(const Track& track, std::span<const std::string> strings,
+    // index: that of the track in its document. strings: those of the shot, or none. Nothing, with the
+    // reason in why, which names the cue.
+    static std::optional<TrackText> Of(const Track& track, std::size_t index,
+                                       std::span<const std::string> strings,
                                        const Defines& defines, std::string& why);
 
     const Track& TheTrack() const { return m_track; }
+    std::size_t Index() const { return m_index; }
     // Null where the track has no text on the frame. Any thread.
     const FrameText* At(std::int64_t frame) const;
     bool Uses(Token token) const;
 
 private:
     Track m_track;
+    std::size_t m_index = 0;
     std::vector<FrameText> m_texts; // of each cue; a single one where there are none
 };
 

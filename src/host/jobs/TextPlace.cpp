@@ -67,11 +67,32 @@ std::int32_t Corner(int where, Stretch area, std::int64_t margin, std::int32_t e
     return static_cast<std::int32_t>(std::clamp(corner, -kFarthest, kFarthest));
 }
 
+// The margin after such a move, to a hundredth. where: as of Corner.
+Margin Moved(Margin margin, int where, std::int32_t by, std::int32_t side, double scale) {
+    const double inwards = where > 0 ? -by : by;
+    const auto value = margin.value + (margin.perCent ? inwards * 100 / side : inwards / scale);
+    margin.value =
+        std::clamp(std::round(value * 100) / 100, -Margin::kMarginMax, Margin::kMarginMax);
+    return margin;
+}
+
+// -1, 0 or 1 on each axis.
+struct Where {
+    int x, y;
+};
+Where WhereOf(AnchorPlace place) {
+    // The places stand in rows of three.
+    const int number = static_cast<int>(place) - static_cast<int>(AnchorPlace::kTopLeft);
+    return { number % 3 - 1, number / 3 - 1 };
+}
+
+std::int32_t Saturated(long long value) {
+    return static_cast<std::int32_t>(std::clamp<long long>(
+        value, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
+}
+
 std::int32_t InProportion(std::int64_t value, std::int32_t from, std::int32_t to) {
-    const auto scaled = std::llround(static_cast<double>(value) * to / from);
-    return static_cast<std::int32_t>(
-        std::clamp<long long>(scaled, std::numeric_limits<std::int32_t>::min(),
-                              std::numeric_limits<std::int32_t>::max()));
+    return Saturated(std::llround(static_cast<double>(value) * to / from));
 }
 
 } // namespace
@@ -104,12 +125,34 @@ void ScaleToFrame(_TEXTPARAM& params, std::int32_t referenceHeight, std::int32_t
 }
 
 tagPOINT CornerAt(const Anchor& anchor, Extent text, Extent frame, double scale) {
-    // The places stand in rows of three.
-    const int place = static_cast<int>(anchor.place) - static_cast<int>(AnchorPlace::kTopLeft);
-    return { Corner(place % 3 - 1, AreaOf(anchor.area, frame.width),
-                    Pixels(anchor.x, frame.width, scale), text.width),
-             Corner(place / 3 - 1, AreaOf(anchor.area, frame.height),
+    const auto where = WhereOf(anchor.place);
+    return { Corner(where.x, AreaOf(anchor.area, frame.width), Pixels(anchor.x, frame.width, scale),
+                    text.width),
+             Corner(where.y, AreaOf(anchor.area, frame.height),
                     Pixels(anchor.y, frame.height, scale), text.height) };
+}
+
+PixelRect AreaRect(AnchorArea area, Extent frame) {
+    const auto x = AreaOf(area, frame.width);
+    const auto y = AreaOf(area, frame.height);
+    return { static_cast<std::int32_t>(x.from), static_cast<std::int32_t>(y.from),
+             static_cast<std::int32_t>(x.to), static_cast<std::int32_t>(y.to) };
+}
+
+void MoveBy(Track& track, tagPOINT by, Extent frame) {
+    const auto reference = track.referenceHeight > 0 ? track.referenceHeight : frame.height;
+    if (track.anchor.place == AnchorPlace::kNone) {
+        const auto moved = [&](std::int32_t from, std::int32_t way) {
+            return Saturated(std::int64_t { from } + InProportion(way, frame.height, reference));
+        };
+        auto& corner = track.settings.ptPos;
+        corner = { moved(corner.x, by.x), moved(corner.y, by.y) };
+        return;
+    }
+    const auto where = WhereOf(track.anchor.place);
+    const auto scale = static_cast<double>(frame.height) / reference;
+    track.anchor.x = Moved(track.anchor.x, where.x, by.x, frame.width, scale);
+    track.anchor.y = Moved(track.anchor.y, where.y, by.y, frame.height, scale);
 }
 
 } // namespace host

@@ -7,6 +7,7 @@
 
 #include "host/Effect.h"
 #include "host/document/Track.h"
+#include "host/frames/Frame.h"
 #include "host/jobs/FrameText.h"
 #include "platform/LruCache.h"
 
@@ -49,5 +50,12 @@ void ScaleToFrame(_TEXTPARAM& params, std::int32_t referenceHeight, std::int32_t
 // scale. A text that is larger than the area sticks out on the side that it is not anchored to, and of
 // a middle on both.
 tagPOINT CornerAt(const Anchor& anchor, Extent text, Extent frame, double scale);
+
+// The area in a frame.
+PixelRect AreaRect(AnchorArea area, Extent frame);
+
+// Moves the track's text by so many pixels of such a frame: its x and y, or its margins. Of what is kept
+// in other units the nearest value.
+void MoveBy(Track& track, tagPOINT by, Extent frame);
 
 } // namespace host
