@@ -131,9 +131,12 @@ TEST_F(WindowDocumentsTest, AsksBeforeChangesAreLost) {
 }
 
 // What draws and what the work is written with are the document's own, and nobody else's.
-TEST_F(WindowDocumentsTest, EachHasTheEncodingOfItsTexts) {
+TEST_F(WindowDocumentsTest, EachHasTheEncodingAndTheLanguageOfItsTexts) {
     OpenShot(2);
     auto document = Project().ToDocument();
+    EXPECT_EQ(document.language, "en") << "the user's";
+    document.language = "ja";
+    document.fallbacks = { "DejaVu Sans" };
     document.tracks.front().settings.dwFlags = TEXT_INFO;
     for (const auto& [name, bytes] : { std::pair("UTF-8", "道"), { "CP932", "\x93\xB9" } }) {
         document.encoding = *platform::TextEncoding::Find(name);
@@ -147,11 +150,14 @@ TEST_F(WindowDocumentsTest, EachHasTheEncodingOfItsTexts) {
         pictures.push_back(Picture());
         EXPECT_EQ(Message(), "");
         EXPECT_EQ(platform::ApplicationTextEncoding(), name);
+        EXPECT_EQ(platform::TextContext::Current().Language(), "ja");
+        EXPECT_EQ(platform::TextContext::Current().Fallbacks().families, document.fallbacks);
         EXPECT_EQ(std::async(platform::ApplicationTextEncoding).get(), "UTF-8");
     }
     EXPECT_THAT(pictures, testing::Each(pictures.front()));
     Document().New();
     EXPECT_EQ(platform::ApplicationTextEncoding(), "UTF-8");
+    EXPECT_EQ(Project().ToDocument().language, "en");
 }
 
 TEST_F(WindowDocumentsTest, RestoresWhatACrashLeft) {
