@@ -32,7 +32,7 @@ bool FrameRenderer::Place(const TrackText& text, const FrameText& words, Extent 
     auto& params = placed.text.params;
     if (!words.Resolve(values, placed.text, why))
         return false;
-    platform::TextContext::Current().UseTabularDigits(resolved.counts != 0);
+    platform::TextContext::Current().UseTabularDigits(placed.text.counts != 0);
     const auto& track = text.TheTrack();
     double scale = 1;
     if (track.referenceHeight > 0) {
@@ -64,7 +64,7 @@ bool FrameRenderer::Draw(const TrackText& track, const FrameText& text, Image& i
 
 std::vector<TextRect> FrameRenderer::Places(Extent frame, const TokenValues& values) const {
     // What is met here is told when the text is drawn.
-    platform::TextContext quiet(m_run.Encoding());
+    platform::TextContext quiet(m_run, {});
     const platform::TextScope scope(quiet);
     std::vector<TextRect> places;
     for (const auto& track : m_text.Tracks()) {
