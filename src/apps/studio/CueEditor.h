@@ -5,6 +5,8 @@
 
 #include <cstdint>
 
+#include <QString>
+
 #include "apps/studio/CueEdits.h"
 
 class QWidget;

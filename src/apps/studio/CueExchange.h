@@ -2,8 +2,13 @@
 // Cues from files of other programs, and back into such.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <string>
+#include <utility>
+#include <vector>
+
+#include <QString>
 
 #include "host/cues/CueFile.h"
 

@@ -63,7 +63,7 @@ protected:
         TheApplication();
         Numbers numbers(20);
         std::iota(numbers.begin(), numbers.end(), 1001);
-        m_line.reset(new Timeline);
+        m_line = std::make_unique<Timeline>();
         m_line->SetFrames(numbers);
         Reset();
         m_line->resize(900, m_line->sizeHint().height());
@@ -229,7 +229,7 @@ TEST_F(TimelineTest, ZoomingKeepsTheFrameUnderThePointerAndShowsTheCurrentOne) {
     const auto at = Bar(15);
     for (int i = 0; i < 3; ++i)
         wheel(at, 120);
-    EXPECT_NEAR(Bar(15).x(), at.x(), 2 + (Bar(1).x() - Bar(0).x()) / 2);
+    EXPECT_NEAR(Bar(15).x(), at.x(), 2 + (Bar(1).x() - Bar(0).x()) / 2.0);
     EXPECT_LT(Bar(0).x(), 0);
     m_line->SetCurrent(0);
     EXPECT_GT(Bar(0).x(), 0);
