@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The texts of the real bundle: complete in each language, found by the module, short enough.
-#include <gmock/gmock.h>
+// The texts of the real bundle: complete in each language, and short enough.
+#include <filesystem>
+#include <fstream>
+
+#include <gtest/gtest.h>
 
 #include "platform/StringTable.h"
 #include "platform/TextContext.h"
-#include "support/LoadedBundle.h"
-#include "support/ScopedEnvironment.h"
 
 namespace {
 
@@ -43,24 +44,6 @@ TEST(Bundle, HasEveryTextInEachLanguageAndShortOnesFitTheirBuffers) {
                     EXPECT_LE(text.bytes.size(), limit) << encoding << " " << key;
                 }
     }
-}
-
-TEST(Bundle, SpeaksTheUsersLanguageWhereverItLies) {
-    platform::TextContext met;
-    const platform::TextScope scope(met);
-    LoadedBundle bundle(TELOP_BUNDLE, TELOP_MODULE);
-    const ScopedEnvironment noList("LANGUAGE", nullptr);
-    for (const auto& [locale, name] :
-         { std::pair { "ja_JP.UTF-8", "テキストオーバーレイ" }, std::pair { "C", "Text Overlay" },
-           std::pair { "fr_FR.UTF-8", "Text Overlay" } }) {
-        const ScopedEnvironment all("LC_ALL", locale);
-        EPIPluginInfo info {};
-        _EPIRECORD record {};
-        record.pPluginInfo = &info;
-        EXPECT_EQ(bundle.Call(epiInit, &record), 0);
-        EXPECT_STREQ(info.szName, name) << locale;
-    }
-    EXPECT_THAT(met.Reports(), testing::IsEmpty());
 }
 
 } // namespace

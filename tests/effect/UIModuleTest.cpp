@@ -3,33 +3,57 @@
 #include "effect/UIModule.h"
 
 #include <cstring>
+#include <stdexcept>
 
+#include <dlfcn.h>
 #include <gmock/gmock.h>
 
+#include <epi/epi.h>
+
 #include "platform/TextContext.h"
-#include "support/LoadedBundle.h"
+#include "support/TemporaryFolder.h"
 
 namespace {
 
-// A copy of the bundle with that in the place of the dialogs that the build has put into it.
-struct ChangedBundle : LoadedBundle {
-    explicit ChangedBundle(const char* dialogs) : LoadedBundle(TELOP_BUNDLE, TELOP_MODULE) {
-        const auto place = ModuleFolder() / kUIModuleFileName;
-        std::filesystem::remove(place);
-        if (*dialogs)
-            std::filesystem::copy_file(dialogs, place);
+namespace fs = std::filesystem;
+
+// A copy of the real bundle with that in the place of the dialogs that the build has put into it.
+struct ChangedBundle {
+    explicit ChangedBundle(const fs::path& dialogs) {
+        fs::copy(TELOP_BUNDLE, folder.Path(), fs::copy_options::recursive);
+        const auto place = module.parent_path() / kUIModuleFileName;
+        fs::remove(place);
+        if (!dialogs.empty())
+            fs::copy_file(dialogs, place);
+    }
+    ~ChangedBundle() {
+        if (library)
+            dlclose(library);
+    }
+    // path leads to the module, perhaps from the current folder only.
+    void Load(const fs::path& path) {
+        library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+        if (!library)
+            throw std::runtime_error(dlerror());
+    }
+    long Call(long selector, _EPIRECORD* record) const {
+        return reinterpret_cast<EPIEntryPoint>(dlsym(library, EPI_ENTRY_POINT_NAME))(selector,
+                                                                                     record);
     }
 
+    TemporaryFolder folder;
+    fs::path module = folder.Path() / fs::path(TELOP_MODULE).lexically_relative(TELOP_BUNDLE);
+    void* library = nullptr;
     platform::TextContext met;
     platform::TextScope scope { met };
 };
 
 TEST(UIModule, GetsTheDialogSelectorsAlsoAfterTheHostHasLeftTheFolder) {
     ChangedBundle bundle(TELOP_FAKE_UI);
-    const auto before = std::filesystem::current_path();
-    std::filesystem::current_path(bundle.ModuleFolder());
+    const auto before = fs::current_path();
+    fs::current_path(bundle.module.parent_path());
     bundle.Load("./TextOverlay.so");
-    std::filesystem::current_path(before);
+    fs::current_path(before);
     _EPIRECORD record {};
     EXPECT_EQ(bundle.Call(epiCreateSettingDialog, &record), 0);
     EXPECT_EQ(record.pDialogHolder, &record);
@@ -49,6 +73,7 @@ TEST(UIModule, WithoutDialogsTheSelectorsDoNothing) {
          { std::pair { "", "" }, std::pair { broken.c_str(), kUIModuleFileName },
            std::pair { TELOP_PLATFORM, "no table" } }) {
         ChangedBundle bundle(dialogs);
+        bundle.Load(bundle.module);
         for (int round = 0; round < 2; ++round) {
             _EPIRECORD record {};
             record.hDialogWindow = reinterpret_cast<EPIWindowRef>(&record);

@@ -72,9 +72,9 @@ TEST_F(OtherCommands, FontsListsFamiliesAndDrawsThem) {
 }
 
 TEST_F(OtherCommands, DescribeShowsWhatThePluginSays) {
-    const auto outcome = Run("describe");
+    const auto outcome = Start("describe", "/dev/null", [] { setenv("LANGUAGE", "ja", 1); }).Wait();
     EXPECT_THAT(outcome.out,
-                AllOf(HasSubstr("org.telop.effect.text-overlay"), HasSubstr("480 bytes"),
+                AllOf(HasSubstr("テキストオーバーレイ"), HasSubstr("480 bytes"),
                       HasSubstr("5140 bytes"), HasSubstr("TEXT, 2, 1"), HasSubstr("EntryPoint"),
                       HasSubstr("kind 4, 0 to 1, default 0")));
     Run("describe .", { .code = 3 });
