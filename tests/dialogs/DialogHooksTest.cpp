@@ -58,8 +58,8 @@ TEST_F(DialogHooksTest, SurvivesAHostThatThrowsWhenParametersAreUnlocked) {
     record.pHandleProcs = s_host;
 }
 
-TEST_F(DialogHooksTest, LeavesNothingOfAHundredDialogs) {
-    constexpr int kManyDialogs = 100;
+TEST_F(DialogHooksTest, LeavesNothingOfHundredsOfDialogs) {
+    constexpr int kManyDialogs = 300;
     const auto standing = [] {
         std::vector<std::int64_t> counts;
         for (const platform::EventTypeSpec& type :

@@ -7,8 +7,8 @@
 namespace host {
 
 std::optional<TrackText> TrackText::Of(const Track& track, std::size_t index,
-                                       std::span<const std::string> strings,
-                                       const Defines& defines, std::string& why) {
+                                       std::span<const std::string> strings, const Defines& defines,
+                                       std::string& why) {
     TrackText text;
     text.m_track = track;
     text.m_index = index;

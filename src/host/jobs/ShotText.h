@@ -20,8 +20,8 @@ public:
     // index: that of the track in its document. strings: those of the shot, or none. Nothing, with the
     // reason in why, which names the cue.
     static std::optional<TrackText> Of(const Track& track, std::size_t index,
-                                       std::span<const std::string> strings,
-                                       const Defines& defines, std::string& why);
+                                       std::span<const std::string> strings, const Defines& defines,
+                                       std::string& why);
 
     const Track& TheTrack() const { return m_track; }
     std::size_t Index() const { return m_index; }
