@@ -44,8 +44,10 @@ function(telop_add_test name)
     telop_precompile(${name} ${headers})
     # Compiled more often than it runs, and twice as long under sanitizers when it is optimised. An
     # assertion behind an if is an if with an else.
-    target_compile_options(${name} PRIVATE $<IF:$<BOOL:${TELOP_SANITIZE}>,-O0,-O1>
-        -Wno-dangling-else)
+    target_compile_options(${name} PRIVATE -O1 -Wno-dangling-else)
+    if(TELOP_SANITIZE)
+        target_compile_options(${name} PRIVATE -O0)
+    endif()
     cmake_path(GET CMAKE_BINARY_DIR FILENAME build)
     # ThreadSanitizer has something to say only where threads meet.
     if(TELOP_SANITIZE MATCHES thread)
