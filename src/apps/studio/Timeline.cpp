@@ -140,7 +140,7 @@ QSize Timeline::minimumSizeHint() const {
 }
 
 QRect Timeline::RowArea(std::size_t track) const {
-    const int top = RulerHeight() + static_cast<int>(track) * RowHeight();
+    const int top = RulerHeight() + static_cast<int>(RowOf(track)) * RowHeight();
     return { 0, top - verticalScrollBar()->value(), viewport()->width(), RowHeight() };
 }
 
@@ -148,11 +148,12 @@ QRect Timeline::FramesArea() const {
     return viewport()->rect().adjusted(NamesWidth(), RulerHeight(), 0, 0);
 }
 
-std::optional<std::size_t> Timeline::RowAt(double y) const {
-    const auto row = std::floor((y - RowArea(0).top()) / RowHeight());
+std::optional<std::size_t> Timeline::TrackAt(double y) const {
+    const auto top = RulerHeight() - verticalScrollBar()->value();
+    const auto row = std::floor((y - top) / RowHeight());
     if (y < RulerHeight() || row < 0 || row >= static_cast<double>(m_tracks.size()))
         return std::nullopt;
-    return static_cast<std::size_t>(row);
+    return RowOf(static_cast<std::size_t>(row));
 }
 
 QRectF Timeline::SpanArea(std::size_t track, const OnSpan& span) const {
@@ -225,7 +226,7 @@ void Timeline::Reveal(std::size_t index) {
 }
 
 void Timeline::RevealRow() {
-    const auto top = static_cast<int>(m_track) * RowHeight();
+    const auto top = static_cast<int>(RowOf(m_track)) * RowHeight();
     const auto room = viewport()->height() - RulerHeight();
     auto& bar = *verticalScrollBar();
     bar.setValue(std::min(std::max(bar.value(), top + RowHeight() - room), top));
@@ -282,7 +283,7 @@ void Timeline::SelectTrack(std::size_t track) {
 }
 
 bool Timeline::Press(QPointF point) {
-    const auto row = RowAt(point.y());
+    const auto row = TrackAt(point.y());
     if (!row)
         return false;
     SelectTrack(*row);
@@ -326,7 +327,7 @@ void Timeline::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void Timeline::ShowCursor(QPointF point) {
-    const auto row = RowAt(point.y());
+    const auto row = TrackAt(point.y());
     auto shape = Qt::ArrowCursor;
     if (row && point.x() >= NamesWidth()) {
         const auto drag = HitTest(*row, point).drag;
@@ -418,7 +419,7 @@ void Timeline::EndDrag(bool keep) {
 }
 
 void Timeline::mouseDoubleClickEvent(QMouseEvent* event) {
-    const auto row = RowAt(event->position().y());
+    const auto row = TrackAt(event->position().y());
     if (event->button() != Qt::LeftButton || !row || event->position().x() < NamesWidth())
         return mousePressEvent(event);
     Press(event->position());
@@ -464,9 +465,9 @@ void Timeline::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         return onEdit();
-    case Qt::Key_Up:
-        return SelectTrack(m_track - std::min<std::size_t>(m_track, 1));
     case Qt::Key_Down:
+        return SelectTrack(m_track - std::min<std::size_t>(m_track, 1));
+    case Qt::Key_Up:
         return SelectTrack(std::min(m_track + 1, m_tracks.size() - 1));
     default:
         break;
@@ -497,7 +498,7 @@ void Timeline::DeleteSelected() {
 // Tool tips
 
 QString Timeline::ToolTipAt(QPoint point) const {
-    const auto row = RowAt(point.y());
+    const auto row = TrackAt(point.y());
     if (!row)
         return {};
     const auto& track = m_tracks[*row];

@@ -88,10 +88,12 @@ private:
     int RowHeight() const { return std::max(fontMetrics().height() + 9, 25); }
     int NamesWidth() const { return fontMetrics().averageCharWidth() * 16; }
     int HeightOf(std::size_t rows) const;
+    // The other way round too: the track that is drawn last is at the top, as in the list of tracks.
+    std::size_t RowOf(std::size_t track) const { return m_tracks.size() - 1 - track; }
     QRect RowArea(std::size_t track) const; // as wide as the viewport
     // The part of the rows in which frames stand.
     QRect FramesArea() const;
-    std::optional<std::size_t> RowAt(double y) const;
+    std::optional<std::size_t> TrackAt(double y) const;
     // Where a stretch of frames, or a cue, is drawn; empty when the shot has none of its frames.
     QRectF SpanArea(std::size_t track, const OnSpan& span) const;
     QRectF CueArea(std::size_t track, const host::Cue& cue) const;

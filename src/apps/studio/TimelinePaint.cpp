@@ -184,7 +184,7 @@ void Timeline::PaintCurrent(QPainter& painter) const {
     QRectF flag(x - wide / 2, 1, wide, fontMetrics().height() + 4);
     flag.moveLeft(std::clamp(flag.left(), NamesWidth() + 0.0,
                              std::max(viewport()->width() - wide, NamesWidth() + 0.0)));
-    const auto bottom = std::min(RowArea(m_tracks.size() - 1).bottom() + 2, viewport()->height());
+    const auto bottom = std::min(RowArea(0).bottom() + 2, viewport()->height());
     painter.setPen(QPen(color, 2));
     painter.drawLine(QPointF(x, flag.bottom() - 1), QPointF(x, bottom));
     painter.setPen(Qt::NoPen);

@@ -208,8 +208,8 @@ TEST_F(TimelineTest, AClickOrAnEscapedDragChangesNothingAndDeleteTakesWhatWasCli
 TEST_F(TimelineTest, RowsSelectAndCuesOpenByDoubleClickAndEnter) {
     Click({ 5, Cue(0).y() });
     EXPECT_EQ(m_selected, 1U);
-    QTest::keyClick(m_line.get(), Qt::Key_Down);
-    QTest::keyClick(m_line.get(), Qt::Key_Down);
+    QTest::keyClick(m_line.get(), Qt::Key_Up);
+    QTest::keyClick(m_line.get(), Qt::Key_Up);
     EXPECT_EQ(m_selected, 2U);
     QTest::mouseDClick(m_line->viewport(), Qt::LeftButton, {}, Cue(10));
     EXPECT_EQ(m_selected, 1U);
