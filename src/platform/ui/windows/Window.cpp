@@ -51,8 +51,14 @@ Window::Window(QWidget& widget)
     widget.setAttribute(Qt::WA_QuitOnClose, false);
     // A widget says so before it deletes its children, so the controls are whole at that time.
     QObject::connect(&widget, &QObject::destroyed, [this, alive = Alive(*this)] {
+        if (!alive)
+            return;
+        if (!m_ending)
+            return End();
+        // A handler deletes the widget while the window is ending, so that ends here.
+        EndControls(*m_widget);
         if (alive)
-            End();
+            delete this;
     });
 }
 
