@@ -12,7 +12,7 @@ namespace telop {
 void AddShotOptions(CLI::App& command, ShotOptions& options) {
     OptionGroup group(command, "Time and tokens");
     group.Add("--fps", options.fps, "RATE",
-              "Frames a second: 24 (the start), 25, 30, 48, 50, 60, 23.976, 29.97 or 59.94");
+              "Frames a second (24): 23.976, 24, 25, 29.97, 30, 48, 50, 59.94 or 60");
     group.Add("--timecode", options.timecode, "START",
               "Time code of the shot's first frame (00:00:00:00); 01:00:00;00 is drop-frame");
     group.Flag("--drop-frame", options.dropFrame, "Count as drop-frame, at 29.97 and 59.94");
