@@ -14,14 +14,15 @@ std::optional<TrackText> TrackText::Of(const Track& track, std::size_t index,
     text.m_index = index;
     const auto add = [&](const Cue* cue) {
         auto one = FrameText::Of(track.settings, cue, strings, defines, why);
-        if (one)
-            text.m_texts.push_back(*std::move(one));
-        return one.has_value();
+        if (!one)
+            return false;
+        text.m_texts.push_back(*std::move(one));
+        return true;
     };
     for (const auto& cue : track.cues)
         if (!add(&cue)) {
-            why = "the cue of frames " + std::to_string(cue.first) + " to " +
-                  std::to_string(cue.last) + ": " + why;
+            why.insert(0, "the cue of frames " + std::to_string(cue.first) + " to " +
+                              std::to_string(cue.last) + ": ");
             return std::nullopt;
         }
     if (track.cues.empty() && !add(nullptr))
