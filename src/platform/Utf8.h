@@ -36,6 +36,13 @@ inline std::size_t Utf8SequenceLength(std::string_view text) {
     return length;
 }
 
+// Whether all of it is well-formed.
+inline bool IsUtf8(std::string_view text) {
+    while (const std::size_t length = Utf8SequenceLength(text))
+        text.remove_prefix(length);
+    return text.empty();
+}
+
 // The code point of a well-formed sequence of that length.
 inline char32_t Utf8Value(std::string_view sequence) {
     const auto lead = static_cast<std::uint8_t>(sequence[0]);

@@ -24,16 +24,6 @@ constexpr std::size_t kMaxFile = std::size_t { 16 } << 20;
 
 // The frames -------------------------------------------------------------------------------------
 
-bool IsUtf8(std::string_view text) {
-    while (!text.empty()) {
-        const auto length = platform::Utf8SequenceLength(text);
-        if (length == 0)
-            return false;
-        text.remove_prefix(length);
-    }
-    return true;
-}
-
 // As it is stored, and found again when the folder has moved with all that lies in it.
 std::string Relative(const std::string& input, const fs::path& folder) {
     const auto path = fs::absolute(input).lexically_normal();
@@ -46,7 +36,7 @@ Json InputToJson(const std::string& input, const fs::path& folder) {
     if (input.empty())
         return nullptr;
     const auto stored = Relative(input, folder);
-    if (IsUtf8(stored))
+    if (platform::IsUtf8(stored))
         return stored;
     return { { "base64", ToBase64(stored) } };
 }

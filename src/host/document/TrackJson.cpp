@@ -135,10 +135,7 @@ void DoubleLoneBraces(std::span<char> field) {
     std::string ignored;
     if (TokenText::Parse(text, ignored))
         return;
-    std::string doubled;
-    for (const char c : text)
-        doubled.append(c == '{' || c == '}' ? 2 : 1, c);
-    SetField(field, {}, doubled, ignored);
+    SetField(field, {}, TokenText::Literal(text), ignored);
 }
 
 } // namespace

@@ -37,16 +37,6 @@ std::string Utf8OfUtf16(std::string_view bytes, bool bigEndian) {
     return bytes.size() % 2 == 0 ? text : text.append(kReplacement);
 }
 
-bool IsUtf8(std::string_view text) {
-    while (!text.empty()) {
-        const auto length = platform::Utf8SequenceLength(text);
-        if (length == 0)
-            return false;
-        text.remove_prefix(length);
-    }
-    return true;
-}
-
 // The LF shows half a character at the line's end for what it is.
 std::string DecodeLine(std::string_view bytes) {
     auto text = platform::DecodeText(std::string(bytes) + '\n');
@@ -91,7 +81,7 @@ std::optional<TextFile> TextFile::Decode(std::string_view bytes,
             why = "line " + std::to_string(number) + " has a zero byte, so this is no text file";
             return std::nullopt;
         }
-        if (!marked && !encoding && !IsUtf8(line)) {
+        if (!marked && !encoding && !platform::IsUtf8(line)) {
             why = "line " + std::to_string(number) +
                   " is not UTF-8, and no other encoding, such as CP932, is named";
             return std::nullopt;
