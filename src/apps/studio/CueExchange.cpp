@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: BSD-3-Clause
 #include "apps/studio/CueExchange.h"
 
-#include <algorithm>
 #include <filesystem>
 #include <span>
 #include <utility>
@@ -14,36 +13,11 @@
 #include "apps/studio/Project.h"
 #include "apps/studio/Texts.h"
 #include "host/WholeFile.h"
+#include "host/cues/CueTracks.h"
 #include "host/cues/CueWriter.h"
 #include "host/frames/OutputFile.h"
 
 namespace studio {
-
-namespace {
-
-// With the look of another one.
-host::Track TrackLike(const host::Track& other, std::string name, std::uint32_t kind,
-                      host::AnchorPlace place) {
-    host::Track track { .name = std::move(name),
-                        .settings = other.settings,
-                        .anchor = { place, host::AnchorArea::kTitle90, {}, {} },
-                        .referenceHeight = other.referenceHeight,
-                        .cues = {} };
-    track.settings.dwFlags = (track.settings.dwFlags & TEXT_BOX) | kind;
-    return track;
-}
-
-// A table keeps both texts; subtitles are what is drawn.
-std::vector<host::TimedCue> CuesOf(const host::Track& track, bool asDrawn) {
-    std::vector<host::TimedCue> cues;
-    for (const auto& cue : track.cues)
-        cues.push_back({ cue.first, cue.last,
-                         asDrawn ? host::CueText(cue, host::KindOf(track.settings)) : cue.text,
-                         cue.character, cues.size() + 1 });
-    return cues;
-}
-
-} // namespace
 
 host::CueTiming CueExchange::Timing() const {
     return { .timeCode = host::TimeCode(m_rate()),
@@ -97,21 +71,16 @@ void CueExchange::Import(const std::string& file) {
 void CueExchange::Take(const host::CueFile& file, const std::string& name, bool withNames) {
     const auto selected = m_project.Committed().selected;
     auto tracks = m_project.Committed().tracks;
-    auto dialogue = TrackLike(tracks[selected], name, TEXT_DIALOGUE, host::AnchorPlace::kBottom);
-    auto names = TrackLike(tracks[selected], T("Names").toStdString(), TEXT_CHARACTER,
-                           host::AnchorPlace::kTopLeft);
-    for (const auto& cue : file.cues) {
-        dialogue.cues.push_back({ cue.first, cue.last, cue.text, cue.character });
-        if (!cue.character.empty())
-            names.cues.push_back({ cue.first, cue.last, {}, cue.character });
-    }
+    const auto trackOf = [&](host::TextKind kind, std::string called) {
+        auto track = host::TrackForCues(kind, std::move(called), tracks[selected]);
+        track.cues = host::CuesForTrack(kind, file.cues);
+        return track;
+    };
+    auto dialogue = trackOf(host::TextKind::kDialogue, name);
+    auto names = trackOf(host::TextKind::kCharacter, T("Names").toStdString());
     // Cues beside the shot are kept, and seen nowhere.
     auto problems = file.problems;
-    const auto numbers = m_project.TheShot()->Numbers();
-    const auto beside = std::ranges::count_if(file.cues, [&](const auto& cue) {
-        const auto next = std::ranges::lower_bound(numbers, cue.first);
-        return next == numbers.end() || *next > cue.last;
-    });
+    const auto beside = host::CuesBeside(file.cues, m_project.TheShot()->Numbers());
     if (beside > 0)
         problems.insert(
             problems.begin(),
@@ -149,7 +118,7 @@ void CueExchange::AskForExport() {
 void CueExchange::Export(const std::string& file) {
     const bool isTable =
         QString::fromStdString(file).endsWith(QLatin1String(".csv"), Qt::CaseInsensitive);
-    const auto cues = CuesOf(m_project.Committed().Selected(), !isTable);
+    const auto cues = host::CuesOfTrack(m_project.Committed().Selected(), !isTable);
     std::vector<host::CueProblem> problems;
     const auto text =
         isTable ? host::WriteCueTable(cues) : host::WriteSubRip(cues, Timing(), problems);

@@ -15,6 +15,7 @@
 #include "apps/telop/ShotOptions.h"
 #include "host/Message.h"
 #include "host/cues/CueFile.h"
+#include "host/cues/CueTracks.h"
 #include "host/cues/CueWriter.h"
 #include "host/document/SettingsJson.h"
 #include "host/frames/OutputFile.h"
@@ -116,14 +117,6 @@ bool IsDocument(const std::string& file) {
     return IsNamed(file, host::Document::kExtension);
 }
 
-host::Document LoadDocument(const std::string& file) {
-    std::string why;
-    auto document = host::Document::Load(file, why);
-    if (!document)
-        throw CommandError(ExitCode::kBadInput, why);
-    return *std::move(document);
-}
-
 // The shot's frames; null where the document names none, or none that are there.
 std::optional<host::Sequence> FramesOf(const host::Document& document) {
     std::string why;
@@ -139,12 +132,6 @@ host::CueTiming TimingOf(const CuesOptions& options, const host::Document& docum
     return { .timeCode = document.clock.timeCode,
              .startFrame = options.start.value_or(first),
              .startCode = document.clock.startCode };
-}
-
-void RefuseExisting(const std::string& file, bool overwrite) {
-    if (!overwrite && std::filesystem::exists(file))
-        throw CommandError(ExitCode::kCannotWrite,
-                           host::Printable(file) + " exists; --overwrite replaces it");
 }
 
 // Brings back how many of them are cues that are not in what is written. place is what stands before a
@@ -206,40 +193,23 @@ host::CueFile ReadFile(const CuesOptions& options, const host::Document& documen
     return *std::move(file);
 }
 
-// The track of that name, or a new one that looks like the document's first text.
-host::Track& TrackNamed(host::Document& document, const std::string& name, std::uint32_t kind,
-                        host::AnchorPlace place) {
+// Into the track of that name, or into a new one that looks like the document's first text.
+const host::Track& FillTrack(host::Document& document, const std::string& name, host::TextKind kind,
+                             const std::vector<host::TimedCue>& cues) {
     auto& tracks = document.tracks;
-    const auto found = std::ranges::find(tracks, name, &host::Track::name);
-    if (found != tracks.end())
-        return *found;
-    host::Track track;
-    track.name = name;
-    track.settings = tracks.front().settings;
-    track.anchor = { place, host::AnchorArea::kTitle90, {}, {} };
-    track.referenceHeight = tracks.front().referenceHeight;
-    track.settings.dwFlags = (track.settings.dwFlags & TEXT_BOX) | kind;
-    return tracks.emplace_back(std::move(track));
+    auto found = std::ranges::find(tracks, name, &host::Track::name);
+    if (found == tracks.end())
+        found = tracks.insert(found, host::TrackForCues(kind, name, tracks.front()));
+    found->cues = host::CuesForTrack(kind, cues);
+    return *found;
 }
 
-// The names stand where no number of lines of dialogue reaches them.
 void Fill(host::Document& document, const std::vector<host::TimedCue>& cues,
           const CuesOptions& options) {
-    const auto name = options.name.value_or("Dialogue");
-    auto& dialogue = TrackNamed(document, name, TEXT_DIALOGUE, host::AnchorPlace::kBottom);
-    dialogue.cues.clear();
-    for (const auto& cue : cues)
-        dialogue.cues.push_back({ cue.first, cue.last, cue.text, cue.character });
-    if (options.characterTrack) {
-        auto& names = TrackNamed(document, *options.characterTrack, TEXT_CHARACTER,
-                                 host::AnchorPlace::kTopLeft);
-        names.cues.clear();
-        for (const auto& cue : cues)
-            if (!cue.character.empty())
-                names.cues.push_back({ cue.first, cue.last, {}, cue.character });
-        if (names.cues.empty())
-            Console::Get().Warn(NameOf(options.file) + ": no cue says who speaks");
-    }
+    FillTrack(document, options.name.value_or("Dialogue"), host::TextKind::kDialogue, cues);
+    if (options.characterTrack &&
+        FillTrack(document, *options.characterTrack, host::TextKind::kCharacter, cues).cues.empty())
+        Console::Get().Warn(NameOf(options.file) + ": no cue says who speaks");
     // A new document began with the effect's own text.
     if (!options.into)
         document.tracks.erase(document.tracks.begin());
@@ -250,11 +220,7 @@ void WarnOfOthersFrames(const std::vector<host::TimedCue>& cues,
     if (!frames)
         return;
     const auto numbers = frames->Numbers();
-    const auto isOn = [&](const host::TimedCue& cue) {
-        const auto at = std::ranges::lower_bound(numbers, cue.first);
-        return at != numbers.end() && *at <= cue.last;
-    };
-    const auto lost = std::ranges::count_if(cues, [&](const auto& cue) { return !isOn(cue); });
+    const auto lost = host::CuesBeside(cues, numbers);
     if (lost > 0)
         Console::Get().Warn(std::to_string(lost) + " of " + std::to_string(cues.size()) +
                             " cues are on none of the shot's frames " +
@@ -306,10 +272,8 @@ ExitCode TakeIn(const CuesOptions& options) {
 
 // The one that is named, or else the only one with dialogue, or with cues at all.
 const host::Track& TrackToTake(const host::Document& document, const CuesOptions& options) {
-    std::string names;
     std::vector<const host::Track*> dialogues, others;
     for (const auto& track : document.tracks) {
-        names += (names.empty() ? "'" : ", '") + track.name + "'";
         if (options.track == track.name)
             return track;
         const bool isDialogue = host::KindOf(track.settings) == host::TextKind::kDialogue;
@@ -317,23 +281,14 @@ const host::Track& TrackToTake(const host::Document& document, const CuesOptions
             (isDialogue ? dialogues : others).push_back(&track);
     }
     if (options.track)
-        FailUsage("--track: the document has no track '" + *options.track + "'; it has " + names);
+        FailUsage("--track: the document has no track '" + *options.track + "'; it has " +
+                  TrackNames(document));
     if (dialogues.size() == 1 || (dialogues.empty() && others.size() == 1))
         return dialogues.empty() ? *others.front() : *dialogues.front();
     if (dialogues.empty() && others.empty())
         throw CommandError(ExitCode::kBadInput,
                            NameOf(options.file) + ": none of its tracks has cues");
-    FailUsage("several tracks have cues; --track says which: " + names);
-}
-
-// A table keeps both texts, and subtitles are what is drawn.
-std::vector<host::TimedCue> CuesOf(const host::Track& track, bool asDrawn) {
-    std::vector<host::TimedCue> cues;
-    for (const auto& cue : track.cues)
-        cues.push_back({ cue.first, cue.last,
-                         asDrawn ? host::CueText(cue, host::KindOf(track.settings)) : cue.text,
-                         cue.character, cues.size() + 1 });
-    return cues;
+    FailUsage("several tracks have cues; --track says which: " + TrackNames(document));
 }
 
 ExitCode TakeOut(const CuesOptions& options) {
@@ -344,7 +299,7 @@ ExitCode TakeOut(const CuesOptions& options) {
     if (track.cues.empty())
         throw CommandError(ExitCode::kBadInput, "track '" + track.name + "' has no cues");
     const bool isTable = IsNamed(*options.output, ".csv");
-    const auto cues = CuesOf(track, !isTable);
+    const auto cues = host::CuesOfTrack(track, !isTable);
     std::vector<host::CueProblem> problems;
     const auto file =
         isTable

@@ -7,6 +7,7 @@
 
 #include "apps/telop/CommandError.h"
 #include "apps/telop/WrongFile.h"
+#include "host/Message.h"
 #include "host/WholeFile.h"
 #include "platform/TextEncoding.h"
 
@@ -41,11 +42,30 @@ std::string ReadText(const std::string& file, std::size_t maxSize) {
     return { bytes->begin(), bytes->end() };
 }
 
-void SaveSettings(const host::Effect& effect, const std::string& file, bool overwrite) {
+host::Document LoadDocument(const std::string& file) {
+    std::string why;
+    auto document = host::Document::Load(file, why);
+    if (!document)
+        throw CommandError(ExitCode::kBadInput, ExplainFile(file, Wanted::kDocument, why));
+    return *std::move(document);
+}
+
+std::string TrackNames(const host::Document& document) {
+    std::string names;
+    for (const auto& track : document.tracks)
+        names += (names.empty() ? "'" : ", '") + track.name + "'";
+    return names;
+}
+
+void RefuseExisting(const std::string& file, bool overwrite) {
     std::error_code ignored;
     if (!overwrite && std::filesystem::exists(file, ignored))
         throw CommandError(ExitCode::kCannotWrite,
-                           file + " exists already; --overwrite replaces it");
+                           host::Printable(file) + " exists; --overwrite replaces it");
+}
+
+void SaveSettings(const host::Effect& effect, const std::string& file, bool overwrite) {
+    RefuseExisting(file, overwrite);
     std::string why;
     if (!effect.SaveFile(file, why))
         throw CommandError(ExitCode::kCannotWrite, why);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: BSD-3-Clause
-// The plug-in and its effect, as every command finds and loads them.
+// The plug-in, its effect, documents and other files, as every command finds, loads and saves them.
 #pragma once
 
 #include <memory>
@@ -8,6 +8,7 @@
 
 #include "host/Effect.h"
 #include "host/Plugin.h"
+#include "host/document/Document.h"
 
 namespace telop {
 
@@ -24,6 +25,13 @@ std::unique_ptr<host::Effect> LoadEffect(const std::optional<std::string>& bundl
 // The bytes of a file, "-" is standard input. Throws when they cannot be read or are more.
 std::string ReadText(const std::string& file, std::size_t maxSize);
 
+// Throws when it is no document, and says what it is instead where that can be seen.
+host::Document LoadDocument(const std::string& file);
+// For messages: 'Dialogue', 'Names'.
+std::string TrackNames(const host::Document& document);
+
+// Throws when the file is there and overwrite is not asked for.
+void RefuseExisting(const std::string& file, bool overwrite);
 // Writes the effect's settings. Throws when the file is there and overwrite is not asked for.
 void SaveSettings(const host::Effect& effect, const std::string& file, bool overwrite);
 

@@ -6,7 +6,6 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <utility>
 
 #include <unistd.h>
@@ -18,7 +17,6 @@
 #include "apps/telop/OptionText.h"
 #include "apps/telop/Progress.h"
 #include "apps/telop/RenderOptions.h"
-#include "apps/telop/WrongFile.h"
 #include "host/Message.h"
 #include "host/document/Document.h"
 #include "host/jobs/FramePlan.h"
@@ -99,24 +97,6 @@ void PrepareFolder(const host::FramePlan& plan) {
 }
 
 using MaybeDocument = std::optional<host::Document>;
-
-std::string TrackNames(const host::Document& document) {
-    std::string names;
-    for (const auto& track : document.tracks)
-        names += (names.empty() ? "'" : ", '") + track.name + "'";
-    return names;
-}
-
-MaybeDocument LoadDocument(const RenderOptions& options) {
-    if (!options.document)
-        return std::nullopt;
-    std::string why;
-    auto document = host::Document::Load(*options.document, why);
-    if (!document)
-        throw CommandError(ExitCode::kBadInput,
-                           ExplainFile(*options.document, Wanted::kDocument, why));
-    return document;
-}
 
 ProgressStyle StyleOf(const RenderOptions& options) {
     if (options.quiet)
@@ -203,9 +183,7 @@ void SaveDocument(host::Document document, const RenderOptions& options) {
     std::string why;
     if (options.input != kStream && !options.input.empty())
         document.input = options.input;
-    if (std::filesystem::exists(*options.saveDocument) && !options.overwrite)
-        throw CommandError(ExitCode::kCannotWrite,
-                           *options.saveDocument + " exists; --overwrite replaces it");
+    RefuseExisting(*options.saveDocument, options.overwrite);
     if (!document.Save(*options.saveDocument, why))
         throw CommandError(ExitCode::kCannotWrite, why);
 }
@@ -393,7 +371,8 @@ void Warn(const platform::Report& report, host::FontPolicy fonts) {
 ExitCode RunRender(const RenderOptions& typed) {
     Console::Get().SetQuiet(typed.quiet);
     SetEncoding(typed.encoding);
-    const auto loaded = LoadDocument(typed);
+    const auto loaded =
+        typed.document ? MaybeDocument(LoadDocument(*typed.document)) : std::nullopt;
     auto options = WithOperandsOf(loaded, typed);
     CheckOperands(options);
     if (options.origin)
