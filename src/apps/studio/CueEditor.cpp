@@ -9,6 +9,7 @@
 #include "apps/studio/Project.h"
 #include "apps/studio/Texts.h"
 #include "apps/studio/Timeline.h"
+#include "apps/studio/TrackEdits.h"
 
 namespace studio {
 
@@ -45,7 +46,7 @@ void CueEditor::Say(const QString& why) {
 
 bool CueEditor::MayChange() {
     if (IsLocked())
-        Say(T("The track “%1” is locked.").arg(NameOf(Track(), m_project.Committed().selected)));
+        Say(T("The track “%1” is locked.").arg(ShownName(Track())));
     return !IsLocked();
 }
 

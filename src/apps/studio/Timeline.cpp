@@ -16,6 +16,7 @@
 #include <QWheelEvent>
 
 #include "apps/studio/Texts.h"
+#include "apps/studio/TrackEdits.h"
 
 namespace studio {
 
@@ -33,10 +34,6 @@ bool IsOwnKey(int key) {
 }
 
 } // namespace
-
-QString NameOf(const host::Track& track, std::size_t index) {
-    return track.name.empty() ? T("Text %1").arg(index + 1) : QString::fromStdString(track.name);
-}
 
 QString LabelOf(const host::Cue& cue) {
     const auto text = QString::fromStdString(cue.text).simplified();
@@ -503,7 +500,7 @@ QString Timeline::ToolTipAt(QPoint point) const {
         return {};
     const auto& track = m_tracks[*row];
     if (point.x() < NamesWidth()) {
-        auto text = NameOf(track, *row);
+        auto text = ShownName(track);
         if (!track.isShown)
             text += QLatin1Char('\n') + T("Hidden");
         if (track.isLocked)

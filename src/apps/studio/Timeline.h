@@ -18,9 +18,6 @@
 
 namespace studio {
 
-// The track's name as people see it, also where it has none.
-QString NameOf(const host::Track& track, std::size_t index);
-
 class Timeline : public QAbstractScrollArea {
 public:
     explicit Timeline(QWidget* parent = nullptr);

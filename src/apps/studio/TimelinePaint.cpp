@@ -9,6 +9,7 @@
 #include <QPainter>
 
 #include "apps/studio/Texts.h"
+#include "apps/studio/TrackEdits.h"
 
 namespace studio {
 
@@ -112,9 +113,9 @@ void Timeline::PaintName(QPainter& painter, std::size_t track) const {
     }
     area.setLeft(8);
     painter.setPen(color);
-    painter.drawText(area, Qt::AlignVCenter | Qt::AlignLeft,
-                     fontMetrics().elidedText(NameOf(shown, track), Qt::ElideRight,
-                                              static_cast<int>(area.width())));
+    painter.drawText(
+        area, Qt::AlignVCenter | Qt::AlignLeft,
+        fontMetrics().elidedText(ShownName(shown), Qt::ElideRight, static_cast<int>(area.width())));
 }
 
 // The stretches of a track without cues; of one with cues, only where it is not on at all.
