@@ -113,17 +113,24 @@ std::shared_ptr<host::Frame> Compositor::Background(const Shot& shot, std::size_
     return nullptr;
 }
 
+const host::FrameRenderer& Compositor::RendererFor(const ComposeRequest& request) {
+    if (!m_drawing || m_drawing->text != request.text || m_drawing->context != request.context)
+        m_drawing.reset(new Drawing {
+            request.text, request.context, { *m_effect, *request.text, *request.context } });
+    return m_drawing->renderer;
+}
+
 QImage Compositor::Draw(const ComposeRequest& request, const host::Frame& background,
                         Composed& composed) {
     const auto values = request.shot->Values(request.index, request.clock);
-    if (!m_effect || !request.text.IsOn(values.frame))
+    if (!m_effect || !request.text->IsOn(values.frame))
         return ToPicture(*background.image);
     if (!CopyFrame(background, m_canvas)) {
         composed.why = "there is no memory to draw the text in";
         return ToPicture(*background.image);
     }
     host::PixelRect touched;
-    const host::FrameRenderer renderer(*m_effect, request.text, *request.context);
+    const auto& renderer = RendererFor(request);
     const auto result = renderer.Render(m_canvas, values, touched, composed.why);
     const auto& image = *m_canvas.image;
     if (result == host::RenderResult::kDone)

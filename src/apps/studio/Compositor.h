@@ -32,7 +32,7 @@ struct ComposeRequest {
     std::shared_ptr<const Shot> shot;
     std::size_t index = 0;
     host::ShotClock clock;
-    host::ShotText text;
+    std::shared_ptr<const host::ShotText> text;
     std::string trouble; // why some of the text is not in it
     // The document's; it is told what could not be honoured to the letter.
     std::shared_ptr<platform::TextContext> context;
@@ -77,12 +77,20 @@ private:
         }
     };
 
+    // Kept while the texts are the same, for what it has measured.
+    struct Drawing {
+        std::shared_ptr<const host::ShotText> text;
+        std::shared_ptr<platform::TextContext> context;
+        host::FrameRenderer renderer;
+    };
+
     void Run();
     // Nothing at the end. Reads ahead while it waits.
     std::optional<ComposeRequest> Next();
     Composed Compose(const ComposeRequest& request);
     // Null with the reason.
     std::shared_ptr<host::Frame> Background(const Shot& shot, std::size_t index, std::string& why);
+    const host::FrameRenderer& RendererFor(const ComposeRequest& request);
     QImage Draw(const ComposeRequest& request, const host::Frame& background, Composed& composed);
 
     const host::Effect* m_effect;
@@ -93,6 +101,7 @@ private:
     host::Frame m_canvas;
     platform::LruCache<CachedFrame> m_cache { kCacheBytes, 1 };
     ComposeRequest m_last;
+    std::unique_ptr<Drawing> m_drawing;
 
     std::mutex m_mutex; // guards what follows
     std::condition_variable m_changed;

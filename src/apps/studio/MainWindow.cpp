@@ -150,15 +150,20 @@ void MainWindow::ShowFrame(std::size_t index) {
     m_transport->SetCurrent(shot.Numbers()[current]);
     m_strings->SetFrame(m_project.Values(current));
     UpdateActions();
-    Refresh();
+    Compose();
 }
 
 void MainWindow::Refresh() {
     std::vector<std::string> problems;
-    auto text = host::ShotText::Of(m_project.LiveDocument(), problems);
+    m_text =
+        std::make_shared<host::ShotText>(host::ShotText::Of(m_project.LiveDocument(), problems));
+    m_textTrouble = problems.empty() ? std::string() : problems.front();
+    Compose();
+}
+
+void MainWindow::Compose() {
     m_compositor->Request({ ++m_serial, m_project.TheShot(), m_project.Current(), m_project.Clock(),
-                            std::move(text), problems.empty() ? std::string() : problems.front(),
-                            m_document.Text() });
+                            m_text, m_textTrouble, m_document.Text() });
 }
 
 void MainWindow::Show(const Composed& composed) {

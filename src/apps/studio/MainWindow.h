@@ -86,7 +86,8 @@ private:
     void UsePlaybackRate(const QString& name);
 
     // Showing
-    void Refresh();
+    void Refresh(); // the texts may have changed
+    void Compose(); // another frame, or other texts
     void Show(const Composed& composed);
     void ShowStatus(const Composed& composed);
     void ShowTrouble(const Composed& composed);
@@ -125,6 +126,8 @@ private:
     Project& m_project;
 
     Player m_player;
+    std::shared_ptr<const host::ShotText> m_text = std::make_shared<host::ShotText>();
+    std::string m_textTrouble;       // why some of the text is not in it
     std::uint64_t m_serial = 0;      // of the last request
     std::uint64_t m_shownSerial = 0; // of what is shown
     QString m_drawTrouble; // the message that the text could not be drawn, while that is so
